@@ -1,0 +1,22 @@
+// Where the program's files are. Paths may be written with either separator.
+#pragma once
+
+#include <QString>
+
+// The program's own folder, without a trailing separator. It is the executable's folder, or the
+// user's data folder where the executable's cannot be written (filled from the delivered tree at
+// the first start).
+QString programFolder();
+
+// Makes another folder the program's.
+void setProgramFolder(const QString& folder);
+
+// The path with this platform's separators. A file that exists under the name as given keeps it.
+QString resolvedPath(const QString& path);
+
+// The name behind the last separator of either kind.
+QString fileNameOf(const QString& path);
+
+// Replaces a file whole: after the call the file holds all of `content`, or what it held before.
+// False where it could not be written.
+bool replaceFile(const QString& path, const QByteArray& content);

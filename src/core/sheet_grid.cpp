@@ -1,0 +1,1 @@
+#include "core/sheet_grid.h"

@@ -1,0 +1,49 @@
+// lorvanite_tests NAME [QtTest's options]: runs the tests of the file NAME.cpp.
+#include "support/registry.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QTest>
+
+#include <cstdio>
+#include <memory>
+#include <vector>
+
+namespace {
+
+struct Entry {
+    QString name;
+    std::function<QObject*()> make;
+};
+
+std::vector<Entry>& entries() {
+    static std::vector<Entry> list;
+    return list;
+}
+
+}  // namespace
+
+void registerTest(const char* file, std::function<QObject*()> make) {
+    entries().push_back({QFileInfo(QString::fromUtf8(file)).completeBaseName(), std::move(make)});
+}
+
+int main(int argc, char** argv) {
+    if (argc < 2) {
+        for (const Entry& entry : entries()) std::puts(qPrintable(entry.name));
+        return 2;
+    }
+    const QString name = QString::fromLocal8Bit(argv[1]);
+    argv[1] = argv[0];
+    QApplication app(argc - 1, argv + 1);
+    QApplication::setApplicationName(QStringLiteral("Lorvanite"));
+    int ran = 0;
+    int failed = 0;
+    for (const Entry& entry : entries()) {
+        if (entry.name != name) continue;
+        const std::unique_ptr<QObject> test(entry.make());
+        failed += QTest::qExec(test.get(), argc - 1, argv + 1);
+        ++ran;
+    }
+    if (ran == 0) std::fprintf(stderr, "no test named %s\n", qPrintable(name));
+    return ran == 0 ? 2 : failed != 0;
+}
