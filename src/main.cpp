@@ -1,6 +1,17 @@
+#include "core/frm_mdi.h"
+#include "platform/theme.h"
+
 #include <QApplication>
+
+#include <memory>
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
-    return 0;
+    QApplication::setApplicationName(QStringLiteral("Lorvanite"));
+    QApplication::setDesktopFileName(QStringLiteral("lorvanite"));
+    applyTheme(app);
+    std::unique_ptr<frmMDI> window;
+    atEdge(OnFailure::EndsProgram, [&] { window = std::make_unique<frmMDI>(); });
+    window->show();
+    return QApplication::exec();
 }

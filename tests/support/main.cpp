@@ -32,16 +32,22 @@ int main(int argc, char** argv) {
         for (const Entry& entry : entries()) std::puts(qPrintable(entry.name));
         return 2;
     }
+    // Without a display unless one is named.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM",
+                "offscreen:configfile=" SOURCE_TREE "/tests/support/screen.json");
     const QString name = QString::fromLocal8Bit(argv[1]);
     argv[1] = argv[0];
-    QApplication app(argc - 1, argv + 1);
+    ++argv;
+    --argc;
+    QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Lorvanite"));
     int ran = 0;
     int failed = 0;
     for (const Entry& entry : entries()) {
         if (entry.name != name) continue;
         const std::unique_ptr<QObject> test(entry.make());
-        failed += QTest::qExec(test.get(), argc - 1, argv + 1);
+        failed += QTest::qExec(test.get(), argc, argv);
         ++ran;
     }
     if (ran == 0) std::fprintf(stderr, "no test named %s\n", qPrintable(name));

@@ -1,0 +1,144 @@
+#include "core/frm_mdi.h"
+
+#include "core/database.h"
+#include "core/dates.h"
+#include "core/frm_about.h"
+#include "core/frm_splash.h"
+#include "core/paths.h"
+#include "platform/desktop.h"
+#include "platform/message_box.h"
+#include "platform/theme.h"
+
+#include <QCloseEvent>
+#include <QMdiSubWindow>
+
+namespace {
+
+frmMDI* g_instance = nullptr;
+
+constexpr int UtilitiesLeft = 11505;  // twips
+constexpr int AboutMargin = 150;      // twips
+
+// Opens a module: on the screen first, in its place then.
+template <typename Module>
+void showModule() {
+    Module::instance().Show();
+    Module::instance().centre();
+}
+
+// Module windows that come with a later version stay shut.
+void standsLater(QToolButton* button) { button->setEnabled(false); }
+void standsLater(QAction& item) { item.setEnabled(false); }
+
+}  // namespace
+
+frmMDI::frmMDI() {
+    setupUi(this);
+    g_instance = this;
+    setMainWindow(this, mdiArea);
+    dressButtons();
+    setUpUtilities();
+    wireModules();
+    openDatabase();
+    splash = new frmSplash(this);
+    splash->show();
+    showReminderNotes();
+}
+
+frmMDI::~frmMDI() {
+    setMainWindow(nullptr, nullptr);
+    g_instance = nullptr;
+}
+
+frmMDI& frmMDI::instance() { return *g_instance; }
+
+void frmMDI::dressButtons() {
+    const struct {
+        QToolButton* button;
+        const char* icon;
+    } looks[] = {
+        {cmdSetList, "set-list"},
+        {cmdSongMgmt, "song-admin"},
+        {cmdHistory, "song-history"},
+        {cmdPastSets, "past-sets"},
+        {cmdSheetMusic, "sheet-music"},
+        {cmdEmail, "email"},
+        {cmdScheduling, "scheduling"},
+        {Command1, "notes"},
+        {Command10, "utilities"},
+        {cmdAbout, "about"},
+        {Command11, "help"},
+    };
+    for (const auto& look : looks) look.button->setIcon(themedIcon(QLatin1String(look.icon)));
+    setWindowIcon(themedIcon(QStringLiteral("app")));
+}
+
+void frmMDI::setUpUtilities() {
+    mnuUtilities.setTitle(QStringLiteral("Utilities"));
+    mnuSpecialMusic.setText(QStringLiteral("Special Music"));
+    mnuImportSet.setText(QStringLiteral("Import Set List"));
+    mnuBackupFiles.setText(QStringLiteral("Backup Files"));
+    mnuCCLI.setText(QStringLiteral("CCLI Report"));
+    mnuUtilities.addActions({&mnuSpecialMusic, &mnuImportSet, &mnuBackupFiles, &mnuCCLI});
+}
+
+void frmMDI::wireModules() {
+    onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
+    onEvent(this, Command10, &QToolButton::clicked, &frmMDI::Command10_Click);
+    onEvent(this, Command11, &QToolButton::clicked, &frmMDI::Command11_Click);
+    for (QToolButton* button : {cmdSetList, cmdSongMgmt, cmdHistory, cmdPastSets, cmdSheetMusic,
+                                cmdEmail, cmdScheduling, Command1})
+        standsLater(button);
+    for (QAction* item : mnuUtilities.actions()) standsLater(*item);
+}
+
+void frmMDI::showReminderNotes() {
+    Recordset rs;
+    rs.Open(QStringLiteral("SELECT * FROM prefs WHERE var_name = 'NotesOnStartUp'"), dbConn,
+            CursorType::Dynamic, LockType::ReadOnly);
+    if (rs.EOF_()) return;
+    const QString wanted = rs.Fields("var_value");
+    rs.Close();
+    if (wanted != QLatin1String("true")) return;
+    rs.Open(QStringLiteral("SELECT * FROM notes"), dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    QString text;
+    for (; !rs.EOF_(); rs.MoveNext()) {
+        // A note without a date that can be read is never due.
+        const auto notifyDate = parseDate(rs.Fields("notify_date"));
+        // Shown up to the day before the date, never on the date itself: this is meant.
+        if (notifyDate && today() < *notifyDate) text += rs.Fields("notes") + QLatin1Char('\r');
+    }
+    rs.Close();
+    if (!text.isEmpty()) messageBox(text, BoxIcon::Information, QStringLiteral("Reminder Notes"));
+}
+
+void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }
+
+void frmMDI::Command10_Click() {
+    // The left edge is a fixed place and does not follow the button: this is meant.
+    const QPoint place(px(UtilitiesLeft), Command10->y() + Command10->height());
+    mnuUtilities.popup(picButHold->mapToGlobal(place));
+}
+
+void frmMDI::Command11_Click() {
+    CommonDlg.HelpCommand = 9;
+    CommonDlg.HelpFile = programFolder() + QStringLiteral("\\config\\LORVANITEHELP.hlp");
+    CommonDlg.ShowHelp();
+}
+
+void frmMDI::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    cmdAbout->move(width() - cmdAbout->width() - px(AboutMargin), cmdAbout->y());
+}
+
+void frmMDI::closeEvent(QCloseEvent* event) {
+    mdiArea->closeAllSubWindows();
+    // A module window that must not close now keeps the program.
+    for (const QMdiSubWindow* window : mdiArea->subWindowList()) {
+        if (!window->isVisible()) continue;
+        event->ignore();
+        return;
+    }
+    QMainWindow::closeEvent(event);
+    endProcess(0);
+}

@@ -1,0 +1,37 @@
+#include "core/frm_splash.h"
+
+#include "platform/theme.h"
+
+#include <QKeyEvent>
+
+QString programVersion() {
+    return QStringLiteral("%1.%2.%3")
+        .arg(LORVANITE_VERSION_MAJOR)
+        .arg(LORVANITE_VERSION_MINOR)
+        .arg(LORVANITE_VERSION_REVISION);
+}
+
+frmSplash::frmSplash(QWidget* over) : QWidget(over) {
+    setupUi(this);
+    t.setInterval(3000);
+    onEvent(this, &t, &QTimer::timeout, &frmSplash::t_Timer);
+    Image1->setPixmap(themedIcon(QStringLiteral("app")).pixmap(Image1->minimumSize()));
+    lblVersion->setText(QStringLiteral("Version ") + programVersion());
+    move((over->width() - width()) / 2, (over->height() - height()) / 2);
+    t.start();
+}
+
+void frmSplash::t_Timer() {
+    t.stop();
+    Unload();
+}
+
+void frmSplash::Unload() {
+    t.stop();
+    hide();
+    deleteLater();
+}
+
+void frmSplash::mousePressEvent(QMouseEvent*) { Unload(); }
+
+void frmSplash::keyPressEvent(QKeyEvent*) { Unload(); }

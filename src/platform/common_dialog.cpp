@@ -1,0 +1,101 @@
+#include "platform/common_dialog.h"
+
+#include "core/paths.h"
+#include "core/run_time_error.h"
+#include "platform/desktop.h"
+#include "platform/help_window.h"
+#include "platform/message_box.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMainWindow>
+
+#include <algorithm>
+
+namespace {
+
+struct FileFilter {
+    QString name;
+    QStringList patterns;
+};
+
+QList<FileFilter> filtersOf(const QString& filter) {
+    QList<FileFilter> filters;
+    const QStringList parts = filter.split(QLatin1Char('|'));
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
+        filters.append({parts[i].section(QLatin1Char('('), 0, 0).trimmed(),
+                        parts[i + 1].split(QLatin1Char(';'), Qt::SkipEmptyParts)});
+    return filters;
+}
+
+// A file dialog that gives a name to save under one of its filter's endings before it looks
+// whether the file exists.
+class FileDialog : public QFileDialog {
+public:
+    using QFileDialog::QFileDialog;
+
+    QStringList patterns;
+
+    void accept() override {
+        auto* edit = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        if (acceptMode() == AcceptSave && edit) edit->setText(withEnding(edit->text()));
+        QFileDialog::accept();
+    }
+
+private:
+    QString withEnding(const QString& name) const {
+        if (name.isEmpty() || patterns.isEmpty() || QDir::match(patterns, fileNameOf(name)) ||
+            QFileInfo(directory(), name).isDir())
+            return name;
+        const QString ending = patterns.first().mid(1);
+        return ending.startsWith(QLatin1Char('.')) && !ending.contains(QLatin1Char('*'))
+                   ? name + ending
+                   : name;
+    }
+};
+
+}  // namespace
+
+void CommonDialog::ShowOpen() { show(false); }
+
+void CommonDialog::ShowSave() { show(true); }
+
+void CommonDialog::show(bool saves) {
+    FileDialog dialog(mainWindow());
+    // The desktop's own dialog would neither keep the endings nor follow the program's look.
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !(Flags & OverwritePrompt));
+    dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    if (!DialogTitle.isEmpty()) dialog.setWindowTitle(DialogTitle);
+    if (!InitDir.isEmpty()) dialog.setDirectory(resolvedPath(InitDir));
+    QStringList names;
+    const QList<FileFilter> filters = filtersOf(Filter);
+    for (const FileFilter& filter : filters)
+        names.append(filter.name + QStringLiteral(" (") + filter.patterns.join(QLatin1Char(' ')) +
+                     QLatin1Char(')'));
+    if (!names.isEmpty()) {
+        const int first = std::clamp(FilterIndex, 1, int(names.size())) - 1;
+        dialog.setNameFilters(names);
+        dialog.selectNameFilter(names[first]);
+        dialog.patterns = filters[first].patterns;
+    }
+    if (!FileName.isEmpty()) dialog.selectFile(resolvedPath(FileName));
+    if (dialog.exec() != QDialog::Accepted) {
+        if (CancelError) throw RunTimeError(RunTimeError::DialogCancelled);
+        return;
+    }
+    FileName = QDir::toNativeSeparators(dialog.selectedFiles().value(0));
+}
+
+void CommonDialog::ShowHelp() {
+    const QString file = resolvedPath(HelpFile);
+    if (!QFileInfo::exists(file)) {
+        messageBox(QStringLiteral("The help file \"%1\" is missing.").arg(file),
+                   BoxIcon::Exclamation);
+        return;
+    }
+    if (!m_help) m_help = new HelpWindow(mainWindow());
+    static_cast<HelpWindow*>(m_help.data())->showFile(file);
+}

@@ -1,0 +1,38 @@
+// The file and help dialog of the whole program.
+#pragma once
+
+#include <QPointer>
+#include <QString>
+
+class QWidget;
+
+// Set the members, show it, read FileName. The members keep what they hold between uses.
+class CommonDialog {
+public:
+    enum Flag { OverwritePrompt = 2 };
+
+    bool CancelError = false;  // a cancel raises error 32755
+    QString Filter;            // pairs "Description|*.ext;*.ext2", joined by "|"
+    int FilterIndex = 1;       // the pair shown first, from 1
+    QString InitDir;           // the folder to start in; either separator
+    QString FileName;          // the name proposed, and afterwards the one chosen
+    QString DialogTitle;       // empty: the platform's usual title
+    int Flags = 0;
+    int HelpCommand = 0;
+    QString HelpFile;
+
+    // Waits for the choice of an existing file. A cancel leaves FileName and, where CancelError is
+    // set, raises 32755.
+    void ShowOpen();
+
+    // Waits for the choice of a file to write. A name without one of the filter's endings gets the
+    // first of them. Asks before an existing file is chosen where Flags has OverwritePrompt.
+    void ShowSave();
+
+    // Shows HelpFile in a window of its own, and says so where there is no such file.
+    void ShowHelp();
+
+private:
+    void show(bool saves);
+    QPointer<QWidget> m_help;
+};

@@ -1,0 +1,14 @@
+// Message boxes.
+#pragma once
+
+#include <QString>
+
+enum class BoxIcon { None = 0, Critical = 16, Question = 32, Exclamation = 48, Information = 64 };
+enum class BoxButtons { Ok = 0, YesNo = 4 };
+enum class BoxAnswer { Ok = 1, Yes = 6, No = 7 };
+
+// Shows a box over the main window and waits for the answer. The text is shown as it stands, a
+// carriage return in it as a line end. Closing a Yes-and-No box otherwise means No.
+BoxAnswer messageBox(const QString& text, BoxIcon icon = BoxIcon::None,
+                     const QString& title = QStringLiteral("Lorvanite"),
+                     BoxButtons buttons = BoxButtons::Ok);

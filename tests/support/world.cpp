@@ -1,0 +1,122 @@
+#include "support/world.h"
+
+#include "core/database.h"
+#include "core/dates.h"
+#include "core/paths.h"
+#include "platform/desktop.h"
+
+#include <QDirIterator>
+#include <QFile>
+
+#include <sqlite3.h>
+
+namespace {
+
+void copyTree(const QString& from, const QString& to) {
+    QDirIterator it(from, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        it.next();
+        const QString target = to + it.filePath().mid(from.size());
+        if (it.fileInfo().isDir())
+            QDir().mkpath(target);
+        else if (!it.fileInfo().isExecutable())
+            QFile::copy(it.filePath(), target);
+    }
+}
+
+// A connection beside the program's, as another tool would open the file.
+class SideDoor {
+public:
+    explicit SideDoor(const QString& file) {
+        sqlite3_open_v2(file.toUtf8().constData(), &m_db, SQLITE_OPEN_READWRITE, nullptr);
+        sqlite3_busy_timeout(m_db, 2000);
+    }
+    ~SideDoor() { sqlite3_close(m_db); }
+
+    QStringList run(const QString& statements) {
+        QStringList rows;
+        char* message = nullptr;
+        sqlite3_exec(m_db, statements.toUtf8().constData(), &SideDoor::gather, &rows, &message);
+        if (message)
+            QTest::qFail(qPrintable(statements + QStringLiteral(": ") + QString::fromUtf8(message)),
+                         __FILE__, __LINE__);
+        sqlite3_free(message);
+        return rows;
+    }
+
+private:
+    static int gather(void* rows, int count, char** values, char**) {
+        QStringList row;
+        for (int i = 0; i < count; ++i) row.append(QString::fromUtf8(values[i]));
+        static_cast<QStringList*>(rows)->append(row.join(QLatin1Char('|')));
+        return 0;
+    }
+
+    sqlite3* m_db = nullptr;
+};
+
+}  // namespace
+
+World::World() {
+    copyTree(QStringLiteral(PROGRAM_TREE), folder());
+    setProgramFolder(folder());
+    setToday(QDate(2026, 11, 21));
+    setEndOfProcess([this](int status) { endStatus = status; });
+    dbConn.onStatement([this](const QString& source, CursorType, LockType lock) {
+        statements.append(QStringLiteral("%1 [%2]").arg(source).arg(int(lock)));
+    });
+}
+
+World::~World() {
+    stop();
+    answers.verify();
+    setEndOfProcess({});
+    dbConn.onStatement({});
+    setToday({});
+    setProgramFolder({});
+}
+
+void World::start() {
+    m_main = std::make_unique<frmMDI>();
+    m_main->show();
+    settle();
+}
+
+void World::stop() {
+    if (m_main) {
+        m_main->close();
+        settle();
+    }
+    m_main.reset();
+    dbConn.Close();
+    setMousePointer(MousePointer::Arrow);
+}
+
+void World::sql(const QString& statements_) {
+    SideDoor(path(QStringLiteral("db1.mdb"))).run(statements_);
+}
+
+QStringList World::rows(const QString& query) {
+    return SideDoor(path(QStringLiteral("db1.mdb"))).run(query);
+}
+
+void settle() {
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents();
+}
+
+void click(QWidget* widget, Qt::MouseButton button) {
+    QTest::mouseClick(widget, button, {}, widget->rect().center());
+    settle();
+}
+
+bool pickMenuItem(QMenu& menu, QAction& item) {
+    if (!menu.isVisible()) return false;
+    const QRect place = menu.actionGeometry(&item);
+    if (!place.isValid()) return false;
+    QTest::mouseClick(&menu, Qt::LeftButton, {}, place.center());
+    settle();
+    return !menu.isVisible();
+}
