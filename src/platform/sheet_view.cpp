@@ -37,6 +37,7 @@ SheetView::SheetView(QWidget* parent) : QTableView(parent), m(std::make_unique<P
     m->tabs->setExpanding(false);
     m->tabs->setAccessibleName(QStringLiteral("Pages"));
     m->tabs->hide();
+    addScrollBarWidget(m->tabs, Qt::AlignLeft);
     connect(m->tabs, &QTabBar::currentChanged, this, &SheetView::tabPicked);
     connect(
         &m->delegate, &SheetDelegate::entered, this,
@@ -133,8 +134,9 @@ void SheetView::applyLayout() {
     m->rows->setVisible(RowHeadersShow());
     applyTabs();
     applySizes();
-    updateGeometries();
+    settleScrollBars();
     applyFill();
+    if (m->fillCol > 0) settleScrollBars();
     setUpdatesEnabled(true);
     m->cols->viewport()->update();
     m->rows->viewport()->update();
@@ -182,6 +184,13 @@ void SheetView::applySizes() {
     }
 }
 
+// Scroll bars come and go now and not a turn later.
+void SheetView::settleScrollBars() {
+    updateGeometries();
+    QEvent relayout(QEvent::LayoutRequest);
+    QCoreApplication::sendEvent(this, &relayout);
+}
+
 void SheetView::applyFill() {
     const int col = m->fillCol;
     if (col < 1 || col > m->model.columnCount() || isColumnHidden(col - 1)) return;
@@ -203,20 +212,12 @@ void SheetView::applyTabs() {
     }
     m->tabs->setCurrentIndex(ActiveSheet() - 1);
     m->tabs->setVisible(wanted);
-    const int frame = frameWidth();
-    const QMargins margins(frame, frame, frame,
-                           frame + (wanted ? m->tabs->sizeHint().height() : 0));
-    if (margins != contentsMargins()) {
-        setContentsMargins(margins);
-        QEvent relayout(QEvent::LayoutRequest);
-        QCoreApplication::sendEvent(this, &relayout);
-    }
-    placeOverlays();
+    // The tabs stand beside the scroll bar, which is there as long as they are.
+    setHorizontalScrollBarPolicy(wanted ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAsNeeded);
 }
 
 void SheetView::placeOverlays() {
-    const int height = m->tabs->sizeHint().height();
-    m->tabs->setGeometry(0, this->height() - height, width(), height);
+    m->tabs->setMaximumWidth(width() * 2 / 3);
     m->findBar->follow(viewport()->geometry());
 }
 
