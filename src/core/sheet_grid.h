@@ -57,7 +57,8 @@ struct CellSpan {
     bool operator==(const CellSpan&) const = default;
 };
 
-struct GridSheet;  // one page's cells, in sheet_grid_data.h
+struct FormatPatch;  // in sheet_grid_data.h, as is
+struct GridSheet;    // one page's cells
 
 // A block of cells as a value: texts, formats, pictures and spans, without widths and heights.
 class CellBlock {
@@ -240,22 +241,22 @@ public:
     bool RowPageBreak() const;
     void RowPageBreak(bool on);
 
-    bool ColHeadersShow() const { return m_colHeadersShow; }
+    bool ColHeadersShow() const;
     void ColHeadersShow(bool on);
-    bool RowHeadersShow() const { return m_rowHeadersShow; }
+    bool RowHeadersShow() const;
     void RowHeadersShow(bool on);
-    bool GridShowHoriz() const { return m_gridShowHoriz; }
+    bool GridShowHoriz() const;
     void GridShowHoriz(bool on);
-    bool GridShowVert() const { return m_gridShowVert; }
+    bool GridShowVert() const;
     void GridShowVert(bool on);
 
     // Text runs over into empty neighbours.
-    bool AllowCellOverflow() const { return m_allowCellOverflow; }
+    bool AllowCellOverflow() const;
     void AllowCellOverflow(bool on);
 
     // Typing replaces a cell's text instead of adding to it.
-    bool EditModeReplace() const { return m_editModeReplace; }
-    void EditModeReplace(bool on) { m_editModeReplace = on; }
+    bool EditModeReplace() const;
+    void EditModeReplace(bool on);
 
     // --- Sorting -------------------------------------------------------------------------------
 
@@ -314,6 +315,24 @@ protected:
 
 private:
     struct Private;
+
+    void touchRows(int first, int last);
+    void touchLayout();
+    void leaveLostCell();
+    void writeFormat(int col, int row, int col2, int row2, const FormatPatch& change);
+    void writeFormat(const FormatPatch& change);
+    template <class T>
+    void writeProperty(uint32_t bit, T CellFormat::*property, const T& value);
+    template <class T>
+    T readProperty(uint32_t bit, T CellFormat::*property) const;
+    void writeText(int col, int row, const QString& value);
+    template <class Write>
+    void writeCells(Write write);
+    template <class Change>
+    void changeCols(int first, int last, Change change);
+    template <class Change>
+    void changeRows(int first, int last, Change change);
+
     std::unique_ptr<Private> d;
     int m_col = 1;
     int m_row = 1;
@@ -322,10 +341,4 @@ private:
     int m_activeCol = 0;
     int m_activeRow = 0;
     bool m_blockMode = false;
-    bool m_colHeadersShow = true;
-    bool m_rowHeadersShow = true;
-    bool m_gridShowHoriz = true;
-    bool m_gridShowVert = true;
-    bool m_allowCellOverflow = false;
-    bool m_editModeReplace = false;
 };
