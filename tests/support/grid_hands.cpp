@@ -25,6 +25,8 @@ void clickCell(SheetView* grid, int col, int row, Qt::MouseButton button) {
 void typeInCell(SheetView* grid, int col, int row, const QString& text) {
     grid->SetActiveCell(col, row);
     grid->flush();
+    // Without a window manager nobody gives the keyboard back after a pop-up.
+    QApplication::setActiveWindow(grid->window());
     grid->setFocus();
     QTest::keyClick(grid, Qt::Key_F2);
     QWidget* editor = QApplication::focusWidget();
