@@ -23,7 +23,9 @@ void clickCell(SheetView* grid, int col, int row, Qt::MouseButton button) {
 }
 
 void typeInCell(SheetView* grid, int col, int row, const QString& text) {
+    // A box that has just closed leaves no window active where there is no window manager.
     grid->activateWindow();
+    settle();
     grid->SetActiveCell(col, row);
     grid->flush();
     grid->setFocus();
