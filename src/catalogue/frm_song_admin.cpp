@@ -105,6 +105,8 @@ frmSongAdmin::frmSongAdmin() {
 
     fpSMsong->Row(RowID);
     fpSMsong->RowHidden(true);
+    // All fields are on view, and the dates take the rest of the height.
+    fpSMsong->setFixedHeight(fpSMsong->cellRect(1, SongRows).bottom() + 1 + fpSMsong->frameWidth());
     hideColumn(*fpdp, DateID);
     hideColumn(*fpdp, DateSongID);
     for (SheetView* grid : {fpSongList2, fpSMsong, fpdp, fpCat}) grid->SetActiveCell(0, 0);
