@@ -8,6 +8,7 @@
 #include "platform/desktop.h"
 #include "platform/message_box.h"
 #include "platform/theme.h"
+#include "sets/frm_set_list.h"
 
 #include <QCloseEvent>
 #include <QMdiSubWindow>
@@ -83,11 +84,12 @@ void frmMDI::setUpUtilities() {
 }
 
 void frmMDI::wireModules() {
+    onEvent(this, cmdSetList, &QToolButton::clicked, &frmMDI::cmdSetList_Click);
     onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
     onEvent(this, Command10, &QToolButton::clicked, &frmMDI::Command10_Click);
     onEvent(this, Command11, &QToolButton::clicked, &frmMDI::Command11_Click);
-    for (QToolButton* button : {cmdSetList, cmdSongMgmt, cmdHistory, cmdPastSets, cmdSheetMusic,
-                                cmdEmail, cmdScheduling, Command1})
+    for (QToolButton* button :
+         {cmdSongMgmt, cmdHistory, cmdPastSets, cmdSheetMusic, cmdEmail, cmdScheduling, Command1})
         standsLater(button);
     for (QAction* item : mnuUtilities.actions()) standsLater(*item);
 }
@@ -110,6 +112,11 @@ void frmMDI::showReminderNotes() {
     }
     rs.Close();
     if (!text.isEmpty()) messageBox(text, BoxIcon::Information, QStringLiteral("Reminder Notes"));
+}
+
+void frmMDI::cmdSetList_Click() {
+    frmSetList::instance().centre();
+    frmSetList::instance().Show();
 }
 
 void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }

@@ -48,6 +48,7 @@ private:
     void wireModules();
     void dressButtons();
 
+    void cmdSetList_Click();
     void cmdAbout_Click();
     void Command10_Click();
     void Command11_Click();

@@ -61,6 +61,16 @@ void CommonDialog::ShowOpen() { show(false); }
 
 void CommonDialog::ShowSave() { show(true); }
 
+bool CommonDialog::chosen(void (CommonDialog::*show)()) {
+    CancelError = true;
+    try {
+        (this->*show)();
+    } catch (const RunTimeError& error) {
+        return error.number() != RunTimeError::DialogCancelled;
+    }
+    return true;
+}
+
 void CommonDialog::show(bool saves) {
     FileDialog dialog(mainWindow());
     // The desktop's own dialog would neither keep the endings nor follow the program's look.

@@ -29,6 +29,10 @@ public:
     // first of them. Asks before an existing file is chosen where Flags has OverwritePrompt.
     void ShowSave();
 
+    // Shows the dialog by one of the two above with a cancel as an error, and tells whether to go
+    // on: false after a cancel, true also after any other error.
+    bool chosen(void (CommonDialog::*show)());
+
     // Shows HelpFile in a window of its own, and says so where there is no such file.
     void ShowHelp();
 

@@ -1,0 +1,117 @@
+#include "sets/frm_set_list.h"
+
+#include "core/database.h"
+#include "platform/theme.h"
+#include "sets/set_grid.h"
+
+frmSetList::frmSetList() {
+    setupUi(this);
+    optPlayList = {optPlayList_0, optPlayList_1};
+    setUpMenus();
+    setUpGrids();
+    wirePicker();
+    wireSet();
+    cmdPersonellAvail->setIcon(themedIcon(QStringLiteral("people")));
+    setDesignSize(size());
+    atEdge(onFailure(), [this] { load(); });
+}
+
+void frmSetList::wirePicker() {
+    onEvent(this, cmbCat1, &QComboBox::activated, &frmSetList::cmbCat1_Click);
+    onEvent(this, cmbCat2, &QComboBox::activated, &frmSetList::cmbCat2_Click);
+    onEvent(this, Command8, &QPushButton::clicked, &frmSetList::Command8_Click);
+    for (QRadioButton* item : optPlayList)
+        onEvent(this, item, &QRadioButton::clicked, &frmSetList::optPlayList_Click);
+    onEvent(this, cmdSearchTitle, &QPushButton::clicked, &frmSetList::cmdSearchTitle_Click);
+    onEvent(this, txtSearch, &QLineEdit::returnPressed, &frmSetList::cmdSearchTitle_Click);
+    onEvent(this, fpSongList1, &SheetView::Click, &frmSetList::fpSongList1_Click);
+    onEvent(this, fpSongList1, &SheetView::RightClick, &frmSetList::fpSongList1_RightClick);
+    onEvent(this, &mnuPastPlaylist, &QAction::triggered, &frmSetList::mnuPastPlaylist_Click);
+    onEvent(this, &mnuCurrentPlaylist, &QAction::triggered, &frmSetList::mnuCurrentPlaylist_Click);
+}
+
+void frmSetList::wireSet() {
+    onEvent(this, fpSet, &SheetView::Click, &frmSetList::fpSet_Click);
+    onEvent(this, fpSet, &SheetView::Change, &frmSetList::fpSet_Change);
+    onEvent(this, fpSet, &SheetView::RightClick, &frmSetList::fpSet_RightClick);
+    onEvent(this, &mnuDeleteFPSet, &QAction::triggered, &frmSetList::mnuDeleteFPSet_Click);
+    onEvent(this, &mnuAddRow, &QAction::triggered, &frmSetList::mnuAddRow_Click);
+    onEvent(this, &mnuDeleteRow, &QAction::triggered, &frmSetList::mnuDeleteRow_Click);
+    onEvent(this, &mnuSaveDesign, &QAction::triggered, &frmSetList::designSave);
+    onEvent(this, &mnuLoadDesign, &QAction::triggered, &frmSetList::designLoad);
+    onEvent(this, &mnuClearDesign, &QAction::triggered, &frmSetList::designClear);
+    onEvent(this, &mnuSetDefault, &QAction::triggered, &frmSetList::designSetDefault);
+    onEvent(this, Command6, &QPushButton::clicked, &frmSetList::Command6_Click);
+    onEvent(this, Command9, &QPushButton::clicked, &frmSetList::Command9_Click);
+    onEvent(this, Command13, &QPushButton::clicked, &frmSetList::Command13_Click);
+    onEvent(this, cmdPersonellAvail, &QToolButton::clicked, &frmSetList::cmdPersonellAvail_Click);
+    onEvent(this, cmdSaveSetList, &QPushButton::clicked, &frmSetList::cmdSaveSetList_Click);
+    // The windows that these open come with a later version.
+    for (QPushButton* button : {Command3, cmdExportText, cmdEmailSet, cmdCollectSongs})
+        button->setEnabled(false);
+}
+
+void frmSetList::setUpMenus() {
+    mnuPastPlaylist.setText(QStringLiteral("Move To Past Playlist"));
+    mnuPlaylistPast.addAction(&mnuPastPlaylist);
+    mnuCurrentPlaylist.setText(QStringLiteral("Move To Current Playlist"));
+    mnuPlaylistCurrent.addAction(&mnuCurrentPlaylist);
+    mnuSaveDesign.setText(QStringLiteral("Save Design"));
+    mnuLoadDesign.setText(QStringLiteral("Load Design"));
+    mnuClearDesign.setText(QStringLiteral("Clear Design"));
+    mnuSetDefault.setText(QStringLiteral("Set Default"));
+    mnuSetD.addActions({&mnuSaveDesign, &mnuLoadDesign, &mnuClearDesign, &mnuSetDefault});
+    mnuDeleteFPSet.setText(QStringLiteral("Delete Text"));
+    mnuAddRow.setText(QStringLiteral("Add Row"));
+    mnuDeleteRow.setText(QStringLiteral("Delete Row"));
+    mnuDel.addActions({&mnuDeleteFPSet, &mnuAddRow, &mnuDeleteRow});
+}
+
+void frmSetList::setUpGrids() {
+    fpSongList1->MaxCols(6);
+    fpSongList1->MaxRows(0);
+    fpSongList1->RowHeadersShow(false);
+    fpSongList1->GridShowHoriz(false);
+    fpSongList1->GridShowVert(false);
+    const struct {
+        const char* head;
+        double width;
+    } columns[] = {{"", 2.37},   {"Title", 21.75},      {"Artist", 10},
+                   {"Key", 3.5}, {"Last Played", 8.83}, {" ", 2.75}};
+    for (int col = 1; col <= 6; ++col) {
+        fpSongList1->SetText(col, 0, QString::fromLatin1(columns[col - 1].head));
+        fpSongList1->ColWidth(col, columns[col - 1].width);
+    }
+    fpSongList1->Row(-1);
+    fpSongList1->Col(5);
+    fpSongList1->CellType(CellKind::Date);
+    fpSongList1->Col(6);
+    fpSongList1->CellType(CellKind::Picture);
+    fpSongList1->setReadOnly(true);
+    fpSongList1->setFillColumn(2);
+
+    setUpSet(*fpSet);
+    fpSet->ColWidth(1, 19.25);
+    fpSet->setFillColumn(2);
+}
+
+void frmSetList::load() {
+    takeFocusOff();
+    selectedSongRow = 0;
+    clickedSetRow = 0;
+    loadCategoryCombos(QStringLiteral("list"));
+    fpSet->ColWidth(2, 32.88);
+    Recordset rs;
+    rs.Open(QStringLiteral("SELECT * FROM prefs WHERE var_name = 'DefaultSetList'"), dbConn,
+            CursorType::Dynamic, LockType::ReadOnly);
+    const QString design = rs.Fields("var_value");
+    rs.Close();
+    if (!design.isEmpty()) fpSet->LoadFromFile(design);
+    fpSet->SetActiveCell(0, 0);
+    fpSet->ColWidth(2, 32.88);
+}
+
+void frmSetList::takeFocusOff() {
+    fpSongList1->SetActiveCell(0, 0);
+    fpSet->SetActiveCell(0, 0);
+}
