@@ -238,6 +238,10 @@ void SheetView::applyActiveCell() {
     QModelIndex wanted = m->model.indexOf(ActiveCol(), ActiveRow());
     const CellSpan span = spanAt(ActiveSheet(), ActiveCol(), ActiveRow());
     if (span.cols > 0) wanted = m->model.indexOf(span.col, span.row);
+    if (isReadOnly() && wanted.isValid() && isColumnHidden(wanted.column())) {
+        // The keyboard goes on from a column that is on view.
+        wanted = moveCursor(MoveHome, Qt::NoModifier).siblingAtRow(wanted.row());
+    }
     if (wanted == currentIndex()) return;
     if (!wanted.isValid()) {
         selectionModel()->clear();

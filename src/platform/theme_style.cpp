@@ -181,9 +181,6 @@ QSize ThemeStyle::sizeFromContents(ContentsType type, const QStyleOption* option
                     wanted.setHeight(std::max(wanted.height(), ControlHeight));
             }
             break;
-        case CT_MenuItem:
-            wanted.setHeight(std::max(wanted.height() + 2, wanted.height()));
-            break;
         default:
             break;
     }

@@ -64,6 +64,7 @@ private Q_SLOTS:
     void menuKey();
     void mouseUp();
     void activeCellBothWays();
+    void activeCellInAHiddenColumn();
     void focusMakesNothingActive();
     void handlerLoadsAnew();
     void handlerClosesTheView();
@@ -368,6 +369,22 @@ void TestSheetView::activeCellBothWays() {
     view.flush();
     QVERIFY(!view.currentIndex().isValid());
     QCOMPARE(view.ActiveCol(), 2);
+}
+
+void TestSheetView::activeCellInAHiddenColumn() {
+    SheetView view;
+    view.setReadOnly(true);
+    fill(view, 3, 4);
+    view.Col(1);
+    view.ColHidden(true);
+    show(view);
+    view.SetActiveCell(1, 3);
+    view.flush();
+    QCOMPARE(view.ActiveCol(), 1);
+    QCOMPARE(view.currentIndex(), view.model()->index(2, 1));
+    QSignalSpy clicks(&view, &SheetView::Click);
+    QTest::keyClick(&view, Qt::Key_Return);
+    QCOMPARE(taken(clicks), (QList<QVariant>{2, 3}));
 }
 
 void TestSheetView::focusMakesNothingActive() {
