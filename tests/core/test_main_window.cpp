@@ -167,6 +167,20 @@ private Q_SLOTS:
         main.mnuUtilities.close();
     }
 
+    void helpShowsTheGuideAndFindsInIt() {
+        world->start();
+        click(world->main().Command11);
+        QCOMPARE(world->main().CommonDlg.HelpCommand, 9);
+        const auto* help = world->main().findChild<QDialog*>("frmHelp");
+        QVERIFY(help && help->isVisible());
+        auto* text = help->findChild<QTextBrowser*>("txtGuide");
+        auto* find = help->findChild<QLineEdit*>("txtFind");
+        QVERIFY(text->toPlainText().size() > 1000);
+        QTest::keyClicks(find, "playlist");
+        QTest::keyClick(find, Qt::Key_Return);
+        QCOMPARE(text->textCursor().selectedText().toLower(), QStringLiteral("playlist"));
+    }
+
     void missingHelpFileIsTold() {
         QFile::remove(world->path("config/LORVANITEHELP.hlp"));
         world->start();
@@ -175,6 +189,17 @@ private Q_SLOTS:
                                .arg(world->folder()),
                            QMessageBox::Warning);
         click(world->main().Command11);
+    }
+
+    void statusLineShowsTheNewestText() {
+        world->start();
+        StatusLine* line = world->main().SB;
+        for (int i = 1; i <= 100; ++i) line->SimpleText(QStringLiteral("%1%").arg(i));
+        QCOMPARE(line->SimpleText(), QStringLiteral("100%"));
+        QTRY_COMPARE(line->currentMessage(), QStringLiteral("100%"));
+        QTest::qWait(120);
+        line->SimpleText(QStringLiteral("at once"));
+        QCOMPARE(line->currentMessage(), QStringLiteral("at once"));
     }
 
     void closingTheMainWindowUnloadsTheModulesAndEndsTheProcess() {
