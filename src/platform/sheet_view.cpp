@@ -78,7 +78,7 @@ void SheetView::setUpHeads() {
                 [this, cell](int section) { raiseClick(cell(section)); });
         connect(head, &SheetHead::rightClicked, this,
                 [this, cell, head](int section, const QPoint& place) {
-                    headRightClicked(cell(section), head->viewport()->mapTo(this, place));
+                    raiseRightClick(cell(section), head->viewport()->mapTo(this, place), false);
                 });
         connect(head, &SheetHead::buttonReleased, this, [this, head](const QMouseEvent* event) {
             raiseMouseUp(*event, *head->viewport());

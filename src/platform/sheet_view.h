@@ -108,7 +108,6 @@ private:
     void handlePressed(Cell cell);
     void raiseClick(Cell cell);
     void raiseRightClick(Cell cell, const QPoint& place, bool byKey);
-    void headRightClicked(Cell cell, const QPoint& place);
     void raiseMouseUp(const QMouseEvent& event, const QWidget& from);
     bool wantsShortcut(const QKeyEvent& event) const;
     bool runShortcut(QKeyEvent* event);
