@@ -49,6 +49,8 @@ private:
     void dressButtons();
 
     void cmdSetList_Click();
+    void cmdScheduling_Click();
+    void mnuSpecialMusic_Click();
     void cmdAbout_Click();
     void Command10_Click();
     void Command11_Click();

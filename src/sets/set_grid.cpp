@@ -1,13 +1,8 @@
 #include "sets/set_grid.h"
 
-void setUpDateCell(SheetGrid& grid) {
-    grid.Col(2);
-    grid.Row(1);
-    grid.CellType(CellKind::Date);
-    grid.TypeDateCentury(false);
-    grid.TypeDateFormat(2);
-    grid.TypeSpin(true);
-}
+#include "core/sheet_grid_dates.h"
+
+void setUpDateCell(SheetGrid& grid) { setUpDateCells(grid, 2, 1); }
 
 void setUpSetWidths(SheetGrid& grid) {
     grid.ColWidth(2, 32.88);
