@@ -2,6 +2,16 @@
 
 #include "core/sheet_grid_dates.h"
 
+void setUpSet(SheetGrid& grid) {
+    grid.MaxCols(2);
+    grid.MaxRows(25);
+    grid.RowHeadersShow(false);
+    grid.SetText(1, 0, QStringLiteral("Service"));
+    grid.SetText(2, 0, QStringLiteral("Song"));
+    grid.SetText(1, 1, QStringLiteral("Set List For:"));
+    setUpDateCell(grid);
+}
+
 void setUpDateCell(SheetGrid& grid) { setUpDateCells(grid, 2, 1); }
 
 void setUpSetWidths(SheetGrid& grid) {

@@ -5,25 +5,11 @@
 #include "core/paths.h"
 #include "platform/desktop.h"
 
-#include <QDirIterator>
 #include <QFile>
 
 #include <sqlite3.h>
 
 namespace {
-
-void copyTree(const QString& from, const QString& to) {
-    QDirIterator it(from, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden,
-                    QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        it.next();
-        const QString target = to + it.filePath().mid(from.size());
-        if (it.fileInfo().isDir())
-            QDir().mkpath(target);
-        else if (!it.fileInfo().isExecutable())
-            QFile::copy(it.filePath(), target);
-    }
-}
 
 // A connection beside the program's, as another tool would open the file.
 class SideDoor {
