@@ -1,5 +1,6 @@
 #include "core/frm_mdi.h"
 
+#include "catalogue/frm_song_admin.h"
 #include "core/database.h"
 #include "core/dates.h"
 #include "core/frm_about.h"
@@ -87,11 +88,11 @@ void frmMDI::setUpUtilities() {
 
 void frmMDI::wireModules() {
     onEvent(this, cmdSetList, &QToolButton::clicked, &frmMDI::cmdSetList_Click);
+    onEvent(this, cmdSongMgmt, &QToolButton::clicked, &frmMDI::cmdSongMgmt_Click);
     onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
     onEvent(this, Command10, &QToolButton::clicked, &frmMDI::Command10_Click);
     onEvent(this, Command11, &QToolButton::clicked, &frmMDI::Command11_Click);
-    for (QToolButton* button :
-         {cmdSongMgmt, cmdHistory, cmdPastSets, cmdSheetMusic, cmdEmail, Command1})
+    for (QToolButton* button : {cmdHistory, cmdPastSets, cmdSheetMusic, cmdEmail, Command1})
         standsLater(button);
     onEvent(this, cmdScheduling, &QToolButton::clicked, &frmMDI::cmdScheduling_Click);
     onEvent(this, &mnuSpecialMusic, &QAction::triggered, &frmMDI::mnuSpecialMusic_Click);
@@ -121,6 +122,15 @@ void frmMDI::showReminderNotes() {
 void frmMDI::cmdSetList_Click() {
     frmSetList::instance().centre();
     frmSetList::instance().Show();
+}
+
+void frmMDI::cmdSongMgmt_Click() {
+    setMousePointer(MousePointer::Hourglass);
+    frmSongAdmin::instance().Show();
+    doEvents();
+    frmSongAdmin::instance().loadSongMgmt();
+    frmSongAdmin::instance().centre();
+    setMousePointer(MousePointer::Arrow);
 }
 
 void frmMDI::cmdScheduling_Click() { showModule<frmSchedule>(); }

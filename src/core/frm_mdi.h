@@ -49,6 +49,7 @@ private:
     void dressButtons();
 
     void cmdSetList_Click();
+    void cmdSongMgmt_Click();
     void cmdScheduling_Click();
     void mnuSpecialMusic_Click();
     void cmdAbout_Click();
