@@ -31,6 +31,14 @@ public:
     // stays); 0 for none.
     void setFillColumn(int col);
 
+    // The column whose texts break into lines. Its rows grow with them on the screen only
+    // (RowHeight stays); 0 for none.
+    void setWrapColumn(int col);
+
+    // How much wider than ColWidth the columns are on the screen (ColWidth stays), for texts in the
+    // desktop's font; 1 at first.
+    void setColumnZoom(double factor);
+
     // Shows pending changes now.
     void flush();
 
@@ -90,6 +98,8 @@ private:
     void applySpans();
     void applySizes();
     void applyFill();
+    void applyWrap(int firstRow, int lastRow);
+    int columnPixels(int col) const;
     void settleScrollBars();
     void applyTabs();
     void applyActiveCell();

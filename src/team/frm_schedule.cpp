@@ -10,7 +10,7 @@ frmSchedule::frmSchedule() {
     setUpSchedule();
     wirePeople();
     wireSchedule();
-    cmdRefresh->setIcon(themedIcon(QStringLiteral("refresh")));
+    cmdRefresh->setIcon(themedIcon(QStringLiteral("reload")));
     setDesignSize(size());
     atEdge(onFailure(), [this] { load(); });
 }
@@ -69,7 +69,7 @@ void frmSchedule::setUpPeopleGrids() {
     for (int col = 2; col <= 3; ++col) fpVacation->SetText(col, 0, QStringLiteral(" "));
     setUpDateCells(*fpVacation, -1, -1);
     fpVacation->ColWidth(-1, 7.0);
-    fpVacation->setFillColumn(3);
+    fpVacation->setColumnZoom(1.76);
 }
 
 void frmSchedule::setUpSchedule() {
@@ -79,9 +79,10 @@ void frmSchedule::setUpSchedule() {
     fpPickDate->SetText(1, 0, QStringLiteral("Start Date"));
     fpPickDate->SetText(2, 0, QStringLiteral("# Weeks"));
     setUpDateCells(*fpPickDate, 1, 1);
-    fpPickDate->ColWidth(1, 11);
+    fpPickDate->ColWidth(1, 14);
     fpPickDate->ColWidth(2, 6.75);
     fpPickDate->EditModeReplace(true);
+    fpPickDate->setFillColumn(2);
 
     fpSchedule->MaxCols(4);
     fpSchedule->MaxRows(500);
@@ -92,13 +93,29 @@ void frmSchedule::setUpSchedule() {
     fpSchedule->SetCellBorder(1, 1, 1, 500, BorderType::Right, Black, BorderStyle::Solid);
     for (int col : {3, 4})
         fpSchedule->SetCellBorder(col, 1, col, 500, BorderType::Left, Black, BorderStyle::Solid);
+    fpSchedule->setColumnZoom(1.2);
     fpSchedule->setFillColumn(2);
+    fpSchedule->setWrapColumn(2);
 
     fpTemp.MaxCols(1);
     fpTemp.MaxRows(500);
 }
 
+void frmSchedule::paintBars() {
+    for (QFrame* bar : {bar1, bar2}) {
+        QPalette colours = bar->palette();
+        colours.setColor(QPalette::Window, themeColours(palette()).bar);
+        bar->setPalette(colours);
+    }
+}
+
+void frmSchedule::changeEvent(QEvent* event) {
+    FormBase::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) paintBars();
+}
+
 void frmSchedule::load() {
+    paintBars();
     for (SheetView* grid : {fpPerson, fpVacation, fpPickDate, fpSchedule})
         grid->SetActiveCell(0, 0);
     loadPersonnelList();

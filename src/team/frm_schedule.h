@@ -49,6 +49,9 @@ public:
     // bad date or interval of the special music raises.
     void showStartSchedule();
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     void wirePeople();
     void wireSchedule();
@@ -56,6 +59,7 @@ private:
     void setUpPeopleGrids();
     void setUpSchedule();
     void load();
+    void paintBars();
 
     // People: frm_schedule_people.cpp
     void cmbPersonell_Click(int item);

@@ -200,6 +200,29 @@ private Q_SLOTS:
         QCOMPARE(cell(2, 5).toUpper(), QStringLiteral("X"));
     }
 
+    void longNotesBreakIntoLinesOnTheScreenOnly() {
+        addTheLeast();
+        frmSchedule& w = makeSchedule("6/12/05", "1");
+        const int before = w.fpSchedule->cellRect(2, 4).height();
+        const double height = w.fpSchedule->RowHeight(4);
+        typeInCell(w.fpSchedule, 2, 4,
+                   "Bring the hymnals; rehearsal at seven, and the choir stays for supper");
+        QVERIFY(w.fpSchedule->cellRect(2, 4).height() > before);
+        QCOMPARE(w.fpSchedule->cellRect(2, 5).height(), before);
+        QCOMPARE(w.fpSchedule->RowHeight(4), height);
+        typeInCell(w.fpSchedule, 2, 4, "short");
+        QCOMPARE(w.fpSchedule->cellRect(2, 4).height(), before);
+    }
+
+    void windowFitsTheMainWindow() {
+        world->start();
+        world->main().resize(1280, 760);
+        click(world->main().cmdScheduling);
+        const QWidget* frame = frmSchedule::instance().parentWidget();
+        QVERIFY2(frame->parentWidget()->rect().contains(frame->geometry()),
+                 qPrintable(QStringLiteral("%1 x %2").arg(frame->width()).arg(frame->height())));
+    }
+
     void wrongOrEmptiedDateDrawsTheMessage() {
         addTheLeast();
         frmSchedule& w = makeSchedule("6/12/05", "1");
