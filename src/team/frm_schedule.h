@@ -66,7 +66,7 @@ private:
     void cmdAddPlayer_Click();
     void cmdDeletePlayer_Click();
     void cmdClrPlayer_Click();
-    void storePerson(const QStringList& fields);
+    void storePerson(const QStringList& values);
     QStringList readFields();
     QString readVacation();
     void selectShownPerson();

@@ -10,18 +10,21 @@
 
 namespace {
 
-QString setting(const QString& name) {
+QString setting(const QString& query) {
     Recordset rs;
-    rs.Open(QStringLiteral("SELECT * FROM prefs WHERE var_name = '") + name + QLatin1Char('\''),
-            dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    rs.Open(query, dbConn, CursorType::Dynamic, LockType::ReadOnly);
     return rs.Fields("var_value");
 }
 
-void storeSetting(const QString& name, const QString& value) {
+QString scheduleToUse() {
+    return setting(QStringLiteral("SELECT * FROM prefs WHERE var_name = 'ScedToUse'"));
+}
+
+// `where` is the statement's end behind the value.
+void storeSetting(const QString& value, const QString& where) {
     Recordset rs;
-    rs.Open(QStringLiteral("UPDATE prefs SET var_value = '") + value +
-                QStringLiteral("' WHERE var_name = '") + name + QLatin1Char('\''),
-            dbConn, CursorType::Dynamic, LockType::Optimistic);
+    rs.Open(QStringLiteral("UPDATE prefs SET var_value = '") + value + where, dbConn,
+            CursorType::Dynamic, LockType::Optimistic);
 }
 
 // Runs a step whose failure changes nothing about the steps behind it.
@@ -34,9 +37,6 @@ void ignoringFailure(Step step) {
         return;
     }
 }
-
-const QString OnStartUp = QStringLiteral("SchedOnStartUp");
-const QString ScheduleToUse = QStringLiteral("ScedToUse");
 
 }  // namespace
 
@@ -152,16 +152,19 @@ void frmSchedule::chkShow_MouseUp(bool ticked) {
         if (!chooseFile(&CommonDialog::ShowOpen, QString())) return;
         const QString path = frmMDI::instance().CommonDlg.FileName;
         showFile(path);
-        storeSetting(ScheduleToUse, path);
+        storeSetting(path, QStringLiteral("' WHERE var_name = 'ScedToUse'"));
     } else {
-        showFile(setting(ScheduleToUse));
+        showFile(scheduleToUse());
     }
-    storeSetting(OnStartUp, ticked ? QStringLiteral("true") : QStringLiteral("false"));
+    storeSetting(ticked ? QStringLiteral("true") : QStringLiteral("false"),
+                 QStringLiteral("' WHERE var_name = 'SchedOnStartUp'"));
 }
 
 void frmSchedule::showStartSchedule() {
     QString path;
-    if (setting(OnStartUp) == QLatin1String("true")) path = setting(ScheduleToUse);
+    const QString wanted =
+        setting(QStringLiteral("SELECT * FROM prefs WHERE var_name = 'SchedOnStartUp'"));
+    if (wanted == QLatin1String("true")) path = scheduleToUse();
     chkShow->setChecked(!path.isEmpty());
     if (path.isEmpty()) {
         showSchedule(false);

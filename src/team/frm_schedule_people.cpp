@@ -120,20 +120,22 @@ QString frmSchedule::readVacation() {
 
 // The values stand in the order of Fields, with the vacation and the exclude flag behind them.
 void frmSchedule::storePerson(const QStringList& values) {
-    QStringList columns;
-    for (const PersonField& field : Fields) columns.append(QString::fromLatin1(field.column));
-    columns << QStringLiteral("vDays") << QStringLiteral("excludeScheduling");
     if (lblHidPersonID->text().isEmpty()) {
-        run(QStringLiteral("INSERT INTO personell (") + columns.join(QStringLiteral(", ")) +
-            QStringLiteral(") VALUES ('") + values.join(QStringLiteral("', '")) +
-            QStringLiteral("')"));
+        run(QStringLiteral(
+                "INSERT INTO personell (fName, lName, role, role2, role3, address, city, state, "
+                "zip, phone, cell, email, vDays, excludeScheduling) VALUES ('") +
+            values.join(QStringLiteral("', '")) + QStringLiteral("')"));
         return;
     }
-    QStringList settings;
-    for (qsizetype i = 0; i < columns.size(); ++i)
-        settings.append(columns[i] + QStringLiteral(" = '") + values[i] + QLatin1Char('\''));
-    run(QStringLiteral("UPDATE personell SET ") + settings.join(QStringLiteral(", ")) +
-        QStringLiteral(" WHERE ID = ") + QString::number(toLong(lblHidPersonID->text())));
+    run(QStringLiteral("UPDATE personell SET fName = '") + values[0] +
+        QStringLiteral("', lName = '") + values[1] + QStringLiteral("', role = '") + values[2] +
+        QStringLiteral("', role2 = '") + values[3] + QStringLiteral("', role3 = '") + values[4] +
+        QStringLiteral("', address = '") + values[5] + QStringLiteral("', city = '") + values[6] +
+        QStringLiteral("', state = '") + values[7] + QStringLiteral("', zip = '") + values[8] +
+        QStringLiteral("', phone = '") + values[9] + QStringLiteral("', cell = '") + values[10] +
+        QStringLiteral("', email = '") + values[11] + QStringLiteral("', vDays = '") + values[12] +
+        QStringLiteral("', excludeScheduling = '") + values[13] + QStringLiteral("' WHERE ID = ") +
+        QString::number(toLong(lblHidPersonID->text())));
 }
 
 void frmSchedule::cmdAddPlayer_Click() {

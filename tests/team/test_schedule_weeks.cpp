@@ -216,7 +216,6 @@ private Q_SLOTS:
 
     void windowFitsTheMainWindow() {
         world->start();
-        world->main().resize(1280, 760);
         click(world->main().cmdScheduling);
         const QWidget* frame = frmSchedule::instance().parentWidget();
         QVERIFY2(frame->parentWidget()->rect().contains(frame->geometry()),
