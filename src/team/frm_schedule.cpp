@@ -69,7 +69,7 @@ void frmSchedule::setUpPeopleGrids() {
     for (int col = 2; col <= 3; ++col) fpVacation->SetText(col, 0, QStringLiteral(" "));
     setUpDateCells(*fpVacation, -1, -1);
     fpVacation->ColWidth(-1, 7.0);
-    fpVacation->setColumnZoom(1.76);
+    fpVacation->setFillColumn(SheetView::AllColumns);
 }
 
 void frmSchedule::setUpSchedule() {

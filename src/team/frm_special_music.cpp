@@ -61,8 +61,7 @@ void frmSpecialMusic::setUpGrids() {
         fpSMusic->ColHidden(true);
     }
     fpSMusic->setReadOnly(true);
-    fpSMusic->setColumnZoom(1.5);
-    fpSMusic->setFillColumn(TitleColumn);
+    fpSMusic->setFillColumn(SheetView::AllColumns);
     fpDate->SetActiveCell(0, 0);
     fpSMusic->SetActiveCell(0, 0);
 }

@@ -14,6 +14,19 @@ class TestPersonnel : public ScheduleTest {
         return items;
     }
 
+    // Picks a person, types one field and stores.
+    void change(const QString& name, int row, const QString& text) {
+        pick(name);
+        typePerson({{row, text}});
+        click(frmSchedule::instance().cmdAddPlayer);
+    }
+
+    void addFinalised(const QString& player, const QString& role, const QString& date) {
+        world->sql(QStringLiteral("INSERT INTO schedule (player, instrument, pdate) VALUES "
+                                  "('%1', '%2', '%3')")
+                       .arg(player, role, date));
+    }
+
 private Q_SLOTS:
     void windowOpensEmptyOnAFreshDatabase() {
         frmSchedule& w = open();
@@ -121,9 +134,7 @@ private Q_SLOTS:
 
     void apostrophesGoFromAllTwelveFieldsAlike() {
         addTheLeast();
-        world->sql(
-            "INSERT INTO schedule (player, instrument, pdate) VALUES "
-            "('Anna Berg', 'Piano', '11/22/26')");
+        addFinalised("Anna Berg", "Piano", "11/22/26");
         frmSchedule& w = open();
         pick("Anna Berg");
         typePerson({{1, "D'Arcy"},
@@ -225,13 +236,10 @@ private Q_SLOTS:
     void personWithAFirstNameOnlyIsRenamedWithTheBlankKept() {
         addPerson({.first = "Cher", .last = "", .role = "Vocals"});
         addPlayed("Long ago", "01/01/90");
-        world->sql(
-            "INSERT INTO schedule (player, instrument, pdate) VALUES "
-            "('Cher ', 'Vocals', '11/22/26'), ('Cher', 'Vocals', '11/29/26')");
-        frmSchedule& w = open();
-        pick("Cher ");
-        typePerson({{1, "Bo"}});
-        click(w.cmdAddPlayer);
+        addFinalised("Cher ", "Vocals", "11/22/26");
+        addFinalised("Cher", "Vocals", "11/29/26");
+        open();
+        change("Cher ", 1, "Bo");
         QVERIFY(world->statements.contains(
             "UPDATE schedule SET player = 'Bo ' WHERE player = 'Cher ' [3]"));
         QCOMPARE(world->rows("SELECT player FROM schedule"), (QStringList{"Bo ", "Cher"}));
@@ -241,35 +249,26 @@ private Q_SLOTS:
         addPerson({.first = "Jo", .last = "Hill", .role = "Bass"});
         addPerson({.first = "Jo", .last = "Hill", .role = "Drums"});
         addPlayed("Long ago", "01/01/90");
-        world->sql(
-            "INSERT INTO schedule (player, instrument, pdate) VALUES "
-            "('Jo Hill', 'Bass', '11/22/26'), ('Jo Hill', 'Drums', '11/22/26')");
-        frmSchedule& w = open();
-        pick("Jo Hill");
-        typePerson({{2, "Hall"}});
-        click(w.cmdAddPlayer);
+        addFinalised("Jo Hill", "Bass", "11/22/26");
+        addFinalised("Jo Hill", "Drums", "11/22/26");
+        open();
+        change("Jo Hill", 2, "Hall");
         QCOMPARE(world->rows("SELECT player FROM schedule"), (QStringList{"Jo Hall", "Jo Hall"}));
         QCOMPARE(people("lName"), (QStringList{"Hall", "Hill"}));
     }
 
     void changedRoleDoesNotReachFinalisedRows() {
         addTheLeast();
-        world->sql(
-            "INSERT INTO schedule (player, instrument, pdate) VALUES "
-            "('Anna Berg', 'Piano', '11/22/26')");
-        frmSchedule& w = open();
-        pick("Anna Berg");
-        typePerson({{3, "Organ"}});
-        click(w.cmdAddPlayer);
+        addFinalised("Anna Berg", "Piano", "11/22/26");
+        open();
+        change("Anna Berg", 3, "Organ");
         QCOMPARE(world->rows("SELECT player, instrument FROM schedule"),
                  QStringList{"Anna Berg|Piano"});
     }
 
     void deletedPersonStaysInFinalisedRows() {
         addTheLeast();
-        world->sql(
-            "INSERT INTO schedule (player, instrument, pdate) VALUES "
-            "('Anna Berg', 'Piano', '11/22/26')");
+        addFinalised("Anna Berg", "Piano", "11/22/26");
         frmSchedule& w = open();
         pick("Anna Berg");
         typeInCell(w.fpVacation, 2, 5, "6/12/05");
