@@ -10,6 +10,8 @@
 #include "platform/message_box.h"
 #include "platform/theme.h"
 #include "sets/frm_set_list.h"
+#include "team/frm_schedule.h"
+#include "team/frm_special_music.h"
 
 #include <QCloseEvent>
 #include <QMdiSubWindow>
@@ -91,10 +93,11 @@ void frmMDI::wireModules() {
     onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
     onEvent(this, Command10, &QToolButton::clicked, &frmMDI::Command10_Click);
     onEvent(this, Command11, &QToolButton::clicked, &frmMDI::Command11_Click);
-    for (QToolButton* button :
-         {cmdHistory, cmdPastSets, cmdSheetMusic, cmdEmail, cmdScheduling, Command1})
+    for (QToolButton* button : {cmdHistory, cmdPastSets, cmdSheetMusic, cmdEmail, Command1})
         standsLater(button);
-    for (QAction* item : mnuUtilities.actions()) standsLater(*item);
+    onEvent(this, cmdScheduling, &QToolButton::clicked, &frmMDI::cmdScheduling_Click);
+    onEvent(this, &mnuSpecialMusic, &QAction::triggered, &frmMDI::mnuSpecialMusic_Click);
+    for (QAction* item : {&mnuImportSet, &mnuBackupFiles, &mnuCCLI}) standsLater(*item);
 }
 
 void frmMDI::showReminderNotes() {
@@ -130,6 +133,10 @@ void frmMDI::cmdSongMgmt_Click() {
     frmSongAdmin::instance().centre();
     setMousePointer(MousePointer::Arrow);
 }
+
+void frmMDI::cmdScheduling_Click() { showModule<frmSchedule>(); }
+
+void frmMDI::mnuSpecialMusic_Click() { showModule<frmSpecialMusic>(); }
 
 void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }
 
