@@ -1,5 +1,6 @@
 #include "core/frm_mdi.h"
 
+#include "charts/sheet_music.h"
 #include "core/database.h"
 #include "core/dates.h"
 #include "core/frm_about.h"
@@ -85,11 +86,12 @@ void frmMDI::setUpUtilities() {
 
 void frmMDI::wireModules() {
     onEvent(this, cmdSetList, &QToolButton::clicked, &frmMDI::cmdSetList_Click);
+    onEvent(this, cmdSheetMusic, &QToolButton::clicked, &frmMDI::cmdSheetMusic_Click);
     onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
     onEvent(this, Command10, &QToolButton::clicked, &frmMDI::Command10_Click);
     onEvent(this, Command11, &QToolButton::clicked, &frmMDI::Command11_Click);
     for (QToolButton* button :
-         {cmdSongMgmt, cmdHistory, cmdPastSets, cmdSheetMusic, cmdEmail, cmdScheduling, Command1})
+         {cmdSongMgmt, cmdHistory, cmdPastSets, cmdEmail, cmdScheduling, Command1})
         standsLater(button);
     for (QAction* item : mnuUtilities.actions()) standsLater(*item);
 }
@@ -118,6 +120,8 @@ void frmMDI::cmdSetList_Click() {
     frmSetList::instance().centre();
     frmSetList::instance().Show();
 }
+
+void frmMDI::cmdSheetMusic_Click() { showModule<SheetMusic>(); }
 
 void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }
 
