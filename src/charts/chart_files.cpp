@@ -5,6 +5,7 @@
 #include "core/paths.h"
 #include "core/run_time_error.h"
 #include "platform/message_box.h"
+#include "platform/sheet_view.h"
 #include "platform/theme.h"
 
 namespace {
@@ -50,6 +51,8 @@ bool chooseChart(void (CommonDialog::*show)()) {
 void raisePanel(QWidget* panel) {
     panel->setEnabled(true);
     panel->raise();
+    // Keys go to the panel's list, where the focus alone makes no row the active one.
+    if (auto* list = panel->findChild<SheetView*>()) list->setFocus();
 }
 
 void sendToBottom(QWidget* panel) {
@@ -67,7 +70,7 @@ void setUpAssignPanel(QFrame* frmAssign, Ui::AssignPanel& panel) {
     panel.fpAttach->GridShowVert(false);
     panel.fpAttach->setReadOnly(true);
     panel.fpAttach->setFillColumn(2);
-    panel.cmdSaveAssigned->setIcon(themedIcon(QStringLiteral("save")));
+    panel.cmdSaveAssigned->setIcon(themedIcon(QStringLiteral("assign")));
     panel.cmdCloseAssign->setIcon(themedIcon(QStringLiteral("close")));
     sendToBottom(frmAssign);
 }

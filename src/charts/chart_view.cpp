@@ -9,6 +9,7 @@
 
 void setUpChartView(SheetView& view) {
     view.setPalette(themePalette(themeColours(false)));
+    view.setAutoFillBackground(true);  // panels lie behind, and the strip of tabs has no ground
     setUpChart(view);
     view.flush();
     view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);

@@ -42,6 +42,7 @@ frmTranspose::frmTranspose() {
     // What goes out of a chart comes with a later version.
     for (QPushButton* button : {cmdExportText, cmdEmailSet, Command3}) button->setEnabled(false);
     Image1->setPixmap(themedIcon(QStringLiteral("transpose")).pixmap(Image1->size()));
+    setWindowIcon(themedIcon(QStringLiteral("transpose")));
     setUpChartView(*fpPreview);
     setDesignSize(size());
     atEdge(onFailure(), [this] { load(); });

@@ -9,6 +9,8 @@
 #include "platform/message_box.h"
 #include "platform/theme.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr int WindowWidth = 12045;  // twips
@@ -65,10 +67,13 @@ void SheetMusic::dressButtons() {
     cmdCLRnotes->setIcon(themedIcon(QStringLiteral("clear")));
     Command17->setIcon(themedIcon(QStringLiteral("close")));
     Command11->setIcon(themedIcon(QStringLiteral("help")));
+    setWindowIcon(themedIcon(QStringLiteral("sheet-music")));
 }
 
 void SheetMusic::load() {
     resize(px(WindowWidth), px(WindowHeight));
+    const int bar = std::min(menuBar->sizeHint().height(), px(AboveTheGrid));
+    menuBar->setGeometry(0, px(AboveTheGrid) - bar, width(), bar);
     setUpChartView(*fpSong);
     fpSong->move((width() - fpSong->width()) / 2, px(AboveTheGrid));
     setUpImportList();
@@ -152,7 +157,10 @@ void SheetMusic::fpAttach_Click(int, int row) {
 
 void SheetMusic::cmdSaveAssigned_Click() { saveAssigned(*this); }
 
-void SheetMusic::cmdCloseAssign_Click() { sendToBottom(frmAssign); }
+void SheetMusic::cmdCloseAssign_Click() {
+    sendToBottom(frmAssign);
+    fpSong->setFocus();
+}
 
 // --- The copy for the transpose window ---------------------------------------------------------
 

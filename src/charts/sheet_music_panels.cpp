@@ -8,6 +8,8 @@
 
 namespace {
 
+constexpr int NoteHeight = 26;  // pixels
+
 // The text of the item that is picked in a list, empty where none is.
 QString pickOf(const QListWidget* list) {
     const QList<QListWidgetItem*> picked = list->selectedItems();
@@ -32,6 +34,7 @@ void SheetMusic::setUpImportList() {
     fpLoad->MaxCols(1);
     fpLoad->MaxRows(ImportRows);
     fpLoad->ColHeadersShow(false);
+    fpLoad->RowHeadersShow(false);
     fpLoad->GridShowVert(false);
     fpLoad->setReadOnly(true);
     fpLoad->setFillColumn(1);
@@ -73,6 +76,7 @@ void SheetMusic::Command11_Click() {
 void SheetMusic::cmdDone_Click() {
     layMarkedLines(*fpLoad, *fpSong, [this] { addPage(); });
     sendToBottom(frmImport);
+    fpSong->setFocus();
 }
 
 // --- The note maker ----------------------------------------------------------------------------
@@ -90,7 +94,12 @@ void SheetMusic::wirePalette() {
 
 void SheetMusic::fillNotes() {
     const std::array<QStringList, 4> parts = chordParts();
-    for (size_t i = 0; i < notes.size(); ++i) notes[i]->addItems(parts[i]);
+    for (size_t i = 0; i < notes.size(); ++i) {
+        for (const QString& text : parts[i]) {
+            auto* item = new QListWidgetItem(text, notes[i]);
+            item->setSizeHint(QSize(0, NoteHeight));
+        }
+    }
     picChord->hide();
 }
 
