@@ -78,7 +78,7 @@ void SheetView::setUpHeads() {
                 [this, cell](int section) { raiseClick(cell(section)); });
         connect(head, &SheetHead::rightClicked, this,
                 [this, cell, head](int section, const QPoint& place) {
-                    headRightClicked(cell(section), head->viewport()->mapTo(this, place));
+                    raiseRightClick(cell(section), head->viewport()->mapTo(this, place), false);
                 });
         connect(head, &SheetHead::buttonReleased, this, [this, head](const QMouseEvent* event) {
             raiseMouseUp(*event, *head->viewport());
@@ -144,7 +144,7 @@ void SheetView::applyLayout() {
     applySizes();
     settleScrollBars();
     applyFill();
-    if (m->fillCol > 0) settleScrollBars();
+    if (m->fillCol != 0) settleScrollBars();
     setUpdatesEnabled(true);
     m->cols->viewport()->update();
     m->rows->viewport()->update();
@@ -190,7 +190,8 @@ void SheetView::applySizes() {
         const bool hidden = isColHidden(sheet, col);
         if (m->cols->isSectionHidden(col - 1) != hidden) m->cols->setSectionHidden(col - 1, hidden);
         const int width = std::max(pixelsOfUnits(widthOf(sheet, col)), SmallestSection);
-        if (!hidden && col != m->fillCol && m->cols->sectionSize(col - 1) != width) {
+        const bool fills = m->fillCol == AllColumns || col == m->fillCol;
+        if (!hidden && !fills && m->cols->sectionSize(col - 1) != width) {
             m->cols->resizeSection(col - 1, width);
         }
     }
@@ -204,6 +205,10 @@ void SheetView::settleScrollBars() {
 }
 
 void SheetView::applyFill() {
+    if (m->fillCol == AllColumns) {
+        shareWidth();
+        return;
+    }
     const int col = m->fillCol;
     if (col < 1 || col > m->model.columnCount() || isColumnHidden(col - 1)) return;
     const int others = m->cols->length() - m->cols->sectionSize(col - 1);
@@ -213,6 +218,25 @@ void SheetView::applyFill() {
     if (m->cols->sectionSize(col - 1) == width) return;
     const QScopedValueRollback applying(m->applying, true);
     m->cols->resizeSection(col - 1, width);
+}
+
+// Every column gets its part of the view's width, and never less than its own.
+void SheetView::shareWidth() {
+    const QScopedValueRollback applying(m->applying, true);
+    const int sheet = ActiveSheet();
+    double units = 0;
+    for (int col = 1; col <= m->model.columnCount(); ++col)
+        if (!isColumnHidden(col - 1)) units += widthOf(sheet, col);
+    if (units <= 0) return;
+    const double unit = std::max(viewport()->width() / units, pixelsPerUnit());
+    double right = 0;
+    for (int col = 1; col <= m->model.columnCount(); ++col) {
+        if (isColumnHidden(col - 1)) continue;
+        const double left = right;
+        right += widthOf(sheet, col) * unit;
+        const int width = std::max(int(right) - int(left), SmallestSection);
+        if (m->cols->sectionSize(col - 1) != width) m->cols->resizeSection(col - 1, width);
+    }
 }
 
 void SheetView::applyTabs() {
@@ -258,6 +282,12 @@ void SheetView::colDragged(int col, int width) {
     const AddressedSheet here(*this, ActiveSheet());
     // A width that the user gives the filling column is to last.
     if (col == m->fillCol) m->fillCol = 0;
+    if (m->fillCol == AllColumns) {
+        m->fillCol = 0;
+        for (int other = 1; other <= m->model.columnCount(); ++other)
+            if (!isColumnHidden(other - 1))
+                ColWidth(other, m->cols->sectionSize(other - 1) / pixelsPerUnit());
+    }
     ColWidth(col, width / pixelsPerUnit());
     if (shown) {
         // What the grid has just been told is on the screen already.
