@@ -1,6 +1,7 @@
 #include "core/frm_mdi.h"
 
 #include "catalogue/frm_song_admin.h"
+#include "charts/sheet_music.h"
 #include "core/database.h"
 #include "core/dates.h"
 #include "core/frm_about.h"
@@ -90,11 +91,11 @@ void frmMDI::setUpUtilities() {
 void frmMDI::wireModules() {
     onEvent(this, cmdSetList, &QToolButton::clicked, &frmMDI::cmdSetList_Click);
     onEvent(this, cmdSongMgmt, &QToolButton::clicked, &frmMDI::cmdSongMgmt_Click);
+    onEvent(this, cmdSheetMusic, &QToolButton::clicked, &frmMDI::cmdSheetMusic_Click);
     onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
     onEvent(this, Command10, &QToolButton::clicked, &frmMDI::Command10_Click);
     onEvent(this, Command11, &QToolButton::clicked, &frmMDI::Command11_Click);
-    for (QToolButton* button : {cmdHistory, cmdPastSets, cmdSheetMusic, cmdEmail, Command1})
-        standsLater(button);
+    for (QToolButton* button : {cmdHistory, cmdPastSets, cmdEmail, Command1}) standsLater(button);
     onEvent(this, cmdScheduling, &QToolButton::clicked, &frmMDI::cmdScheduling_Click);
     onEvent(this, &mnuSpecialMusic, &QAction::triggered, &frmMDI::mnuSpecialMusic_Click);
     for (QAction* item : {&mnuImportSet, &mnuBackupFiles, &mnuCCLI}) standsLater(*item);
@@ -137,6 +138,7 @@ void frmMDI::cmdSongMgmt_Click() {
 void frmMDI::cmdScheduling_Click() { showModule<frmSchedule>(); }
 
 void frmMDI::mnuSpecialMusic_Click() { showModule<frmSpecialMusic>(); }
+void frmMDI::cmdSheetMusic_Click() { showModule<SheetMusic>(); }
 
 void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }
 

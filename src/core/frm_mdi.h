@@ -53,6 +53,7 @@ private:
     void cmdSongMgmt_Click();
     void cmdScheduling_Click();
     void mnuSpecialMusic_Click();
+    void cmdSheetMusic_Click();
     void cmdAbout_Click();
     void Command10_Click();
     void Command11_Click();

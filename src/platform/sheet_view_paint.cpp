@@ -19,12 +19,14 @@ constexpr int NarrowColumn = 40;
 constexpr int HandleWidth = 22;
 constexpr int ButtonWidth = 28;
 constexpr int MaxPictures = 64;
+constexpr int MaxShown = 8192;  // characters of a text; no screen shows more in a line
 constexpr double ReadableContrast = 4.5;
 
 int paddingOf(const QRect& cell) { return cell.width() < NarrowColumn ? NarrowPadding : Padding; }
 
 // Carriage returns of texts are line ends on the screen.
 QString shown(QString text) {
+    text.truncate(MaxShown);
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
     while (text.endsWith(QLatin1Char('\n'))) text.chop(1);
@@ -61,7 +63,10 @@ struct SheetPainter::Pass {
     int lastCol;
     int cols;
 
-    bool isListRow(int row) const { return look.list && row == look.activeRow; }
+    // A list's active row takes the accent colour; a cell's own ground stays seen there too.
+    bool standsOut(int row, const CellFormat& format) const {
+        return look.list && row == look.activeRow && format.backColor == White;
+    }
 };
 
 void SheetPainter::paint(QPainter& painter, const QRect& dirty, const SheetLook& look) {
@@ -122,14 +127,14 @@ void SheetPainter::paintGround(Pass& pass, int col, int row, const QRect& rect) 
     if (format.backColor == White) {
         ground = pass.look.list && row % 2 == 0 ? colours.alternate : colours.base;
     }
-    if (pass.isListRow(row)) {
+    if (pass.standsOut(row, format)) {
         ground = colours.accent;
     } else if (!pass.look.list && !(col == pass.look.activeCol && row == pass.look.activeRow) &&
                m_view.selectionModel()->isSelected(m_view.model()->index(row - 1, col - 1))) {
         ground = blend(ground, colours.accent, 0.16);
     }
     pass.painter.fillRect(rect, ground);
-    const QColor line = pass.isListRow(row) ? ground : colours.line;
+    const QColor line = pass.standsOut(row, format) ? ground : colours.line;
     if (m_grid.GridShowHoriz()) {
         pass.painter.fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), line);
     }
@@ -278,7 +283,7 @@ QRect SheetPainter::overflowRect(const Pass& pass, int col, int row, HAlign alig
 
 QColor SheetPainter::textColour(const Pass& pass, int row, const CellFormat& format) const {
     const ThemeColours& colours = pass.colours;
-    if (pass.isListRow(row)) return colours.accentText;
+    if (pass.standsOut(row, format)) return colours.accentText;
     const bool plainGround = format.backColor == White;
     if (!format.hasForeColor) return plainGround ? colours.text : themeColours(false).text;
     const QColor wanted = screenColour(format.foreColor);
@@ -360,6 +365,11 @@ void SheetPainter::paintActive(Pass& pass) {
         pass.painter.setPen(accent);
         pass.painter.drawRect(rect.adjusted(0, 0, -1, -1));
         if (pass.look.focus) pass.painter.drawRect(rect.adjusted(1, 1, -2, -2));
+    } else if (!pass.standsOut(pass.look.activeRow, m_grid.formatAt(pass.sheet, pass.look.activeCol,
+                                                                    pass.look.activeRow))) {
+        pass.painter.setPen(themeColours(false).accent);
+        pass.painter.drawRect(rect.adjusted(0, 0, -2, -2));
+        if (pass.look.focus) pass.painter.drawRect(rect.adjusted(1, 1, -3, -3));
     } else if (pass.look.focus) {
         pass.painter.setPen(QPen(blend(pass.colours.accent, pass.colours.accentText, 0.6)));
         pass.painter.drawRect(rect.adjusted(1, 1, -3, -3));
