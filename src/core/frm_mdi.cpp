@@ -11,6 +11,8 @@
 #include "platform/message_box.h"
 #include "platform/theme.h"
 #include "sets/frm_set_list.h"
+#include "team/frm_schedule.h"
+#include "team/frm_special_music.h"
 
 #include <QCloseEvent>
 #include <QMdiSubWindow>
@@ -93,9 +95,10 @@ void frmMDI::wireModules() {
     onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
     onEvent(this, Command10, &QToolButton::clicked, &frmMDI::Command10_Click);
     onEvent(this, Command11, &QToolButton::clicked, &frmMDI::Command11_Click);
-    for (QToolButton* button : {cmdHistory, cmdPastSets, cmdEmail, cmdScheduling, Command1})
-        standsLater(button);
-    for (QAction* item : mnuUtilities.actions()) standsLater(*item);
+    for (QToolButton* button : {cmdHistory, cmdPastSets, cmdEmail, Command1}) standsLater(button);
+    onEvent(this, cmdScheduling, &QToolButton::clicked, &frmMDI::cmdScheduling_Click);
+    onEvent(this, &mnuSpecialMusic, &QAction::triggered, &frmMDI::mnuSpecialMusic_Click);
+    for (QAction* item : {&mnuImportSet, &mnuBackupFiles, &mnuCCLI}) standsLater(*item);
 }
 
 void frmMDI::showReminderNotes() {
@@ -132,6 +135,9 @@ void frmMDI::cmdSongMgmt_Click() {
     setMousePointer(MousePointer::Arrow);
 }
 
+void frmMDI::cmdScheduling_Click() { showModule<frmSchedule>(); }
+
+void frmMDI::mnuSpecialMusic_Click() { showModule<frmSpecialMusic>(); }
 void frmMDI::cmdSheetMusic_Click() { showModule<SheetMusic>(); }
 
 void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }

@@ -51,6 +51,8 @@ private:
 
     void cmdSetList_Click();
     void cmdSongMgmt_Click();
+    void cmdScheduling_Click();
+    void mnuSpecialMusic_Click();
     void cmdSheetMusic_Click();
     void cmdAbout_Click();
     void Command10_Click();

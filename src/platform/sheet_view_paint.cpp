@@ -13,6 +13,7 @@
 namespace {
 
 constexpr int Padding = 6;
+constexpr int LinesPadding = 8;
 constexpr int NarrowPadding = 2;
 constexpr int NarrowColumn = 40;
 constexpr int HandleWidth = 22;
@@ -310,7 +311,8 @@ void SheetPainter::paintText(Pass& pass, int col, int row, const CellFormat& for
             rect.setRight(handle.left() - 1);
         }
     }
-    const bool lines = text.contains(QLatin1Char('\n'));
+    const bool wraps = col == pass.look.wrapCol;
+    const bool lines = wraps || text.contains(QLatin1Char('\n'));
     QString visible = text;
     QRect clip = rect;
     bool centred = false;  // the text stays over its cell's middle, however far it may run
@@ -333,7 +335,7 @@ void SheetPainter::paintText(Pass& pass, int col, int row, const CellFormat& for
     int flags = format.hAlign == HAlign::Left    ? Qt::AlignLeft
                 : format.hAlign == HAlign::Right ? Qt::AlignRight
                                                  : Qt::AlignHCenter;
-    flags |= lines ? 0 : int(Qt::TextSingleLine);
+    flags |= wraps ? int(Qt::TextWordWrap) : lines ? 0 : int(Qt::TextSingleLine);
     const int lineCount = int(text.count(QLatin1Char('\n'))) + 1;
     flags |= lineCount * type.metrics.lineSpacing() > rect.height() && lines ? Qt::AlignTop
                                                                              : Qt::AlignVCenter;
@@ -399,6 +401,16 @@ QPixmap SheetPainter::picture(const QByteArray& file) {
     pixmap.loadFromData(file);
     m_pictures.insert(file.constData(), {file, pixmap});
     return pixmap;
+}
+
+int SheetPainter::wrappedHeight(int col, int row, int width) {
+    const int sheet = m_grid.ActiveSheet();
+    const QString text = shown(m_grid.textAt(sheet, col, row));
+    if (text.isEmpty()) return 0;
+    const QRect room(0, 0, std::max(width - 2 * Padding, 1), 0);
+    const QRect needed =
+        face(m_grid.formatAt(sheet, col, row)).metrics.boundingRect(room, Qt::TextWordWrap, text);
+    return needed.height() + LinesPadding;
 }
 
 int SheetPainter::wantedWidth(int col, int row) {
