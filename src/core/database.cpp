@@ -4,9 +4,8 @@
 #include "core/paths.h"
 #include "core/run_time_error.h"
 
-#include <sqlite3.h>
-
 #include <cstring>
+#include <sqlite3.h>
 
 Connection dbConn;
 
@@ -14,9 +13,6 @@ namespace {
 
 // How long a statement waits for another program's lock, in milliseconds.
 constexpr int LockWait = 2000;
-
-// A store that cannot be opened, by the platform's number for it.
-constexpr int CannotOpen = -2147467259;
 
 int collate(void*, int sizeA, const void* a, int sizeB, const void* b) {
     return compareTexts({static_cast<const char*>(a), static_cast<size_t>(sizeA)},
@@ -32,8 +28,10 @@ int authorize(void*, int action, const char*, const char*, const char*, const ch
         case SQLITE_UPDATE:
         case SQLITE_DELETE:
         case SQLITE_FUNCTION:
-        case SQLITE_RECURSIVE: return SQLITE_OK;
-        default: return SQLITE_DENY;
+        case SQLITE_RECURSIVE:
+            return SQLITE_OK;
+        default:
+            return SQLITE_DENY;
     }
 }
 
@@ -80,20 +78,22 @@ void Connection::Open(const QString& path) {
     if (m_handle) throw RunTimeError(RunTimeError::ObjectIsOpen);
     const QString file = resolvedPath(path);
     sqlite3* handle = nullptr;
-    int result = sqlite3_open_v2(file.toUtf8().constData(), &handle, SQLITE_OPEN_READWRITE, nullptr);
+    int result =
+        sqlite3_open_v2(file.toUtf8().constData(), &handle, SQLITE_OPEN_READWRITE, nullptr);
     if (result == SQLITE_OK) {
         setUp(handle);
         // Opening reads nothing: a first look tells whether the file is a database.
         sqlite3_set_authorizer(handle, nullptr, nullptr);
-        result = sqlite3_exec(handle, "SELECT count(*) FROM sqlite_master", nullptr, nullptr,
-                              nullptr);
+        result =
+            sqlite3_exec(handle, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
         sqlite3_set_authorizer(handle, authorize, nullptr);
     }
     if (result != SQLITE_OK && result != SQLITE_BUSY) {
         const QString why = QString::fromUtf8(sqlite3_errmsg(handle));
         sqlite3_close(handle);
-        throw RunTimeError(CannotOpen, QStringLiteral("The database \"%1\" cannot be opened: %2.")
-                                           .arg(file, why));
+        throw RunTimeError(
+            RunTimeError::StoreFailed,
+            QStringLiteral("The database \"%1\" cannot be opened: %2.").arg(file, why));
     }
     m_handle = handle;
 }

@@ -5,9 +5,12 @@
 #include "core/frm_about.h"
 #include "core/frm_splash.h"
 #include "core/paths.h"
+#include "maintenance/frm_backup.h"
+#include "maintenance/frm_notes.h"
 #include "platform/desktop.h"
 #include "platform/message_box.h"
 #include "platform/theme.h"
+#include "reports/frm_history.h"
 #include "sets/frm_set_list.h"
 
 #include <QCloseEvent>
@@ -85,13 +88,15 @@ void frmMDI::setUpUtilities() {
 
 void frmMDI::wireModules() {
     onEvent(this, cmdSetList, &QToolButton::clicked, &frmMDI::cmdSetList_Click);
+    onEvent(this, cmdHistory, &QToolButton::clicked, &frmMDI::cmdHistory_Click);
+    onEvent(this, Command1, &QToolButton::clicked, &frmMDI::Command1_Click);
     onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
     onEvent(this, Command10, &QToolButton::clicked, &frmMDI::Command10_Click);
     onEvent(this, Command11, &QToolButton::clicked, &frmMDI::Command11_Click);
-    for (QToolButton* button :
-         {cmdSongMgmt, cmdHistory, cmdPastSets, cmdSheetMusic, cmdEmail, cmdScheduling, Command1})
+    for (QToolButton* button : {cmdSongMgmt, cmdPastSets, cmdSheetMusic, cmdEmail, cmdScheduling})
         standsLater(button);
-    for (QAction* item : mnuUtilities.actions()) standsLater(*item);
+    onEvent(this, &mnuBackupFiles, &QAction::triggered, &frmMDI::mnuBackupFiles_Click);
+    for (QAction* item : {&mnuSpecialMusic, &mnuImportSet, &mnuCCLI}) standsLater(*item);
 }
 
 void frmMDI::showReminderNotes() {
@@ -118,6 +123,19 @@ void frmMDI::cmdSetList_Click() {
     frmSetList::instance().centre();
     frmSetList::instance().Show();
 }
+
+void frmMDI::cmdHistory_Click() {
+    setMousePointer(MousePointer::Hourglass);
+    showModule<frmHistory>();
+    setMousePointer(MousePointer::Arrow);
+}
+
+void frmMDI::Command1_Click() {
+    frmNotes::instance().centre();
+    frmNotes::instance().Show();
+}
+
+void frmMDI::mnuBackupFiles_Click() { showModule<frmBackup>(); }
 
 void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }
 

@@ -49,6 +49,9 @@ private:
     void dressButtons();
 
     void cmdSetList_Click();
+    void cmdHistory_Click();
+    void Command1_Click();
+    void mnuBackupFiles_Click();
     void cmdAbout_Click();
     void Command10_Click();
     void Command11_Click();

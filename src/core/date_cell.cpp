@@ -1,0 +1,12 @@
+#include "core/date_cell.h"
+
+#include "core/sheet_grid.h"
+
+void setUpDateCell(SheetGrid& grid, int col, int row) {
+    grid.Col(col);
+    grid.Row(row);
+    grid.CellType(CellKind::Date);
+    grid.TypeDateCentury(false);
+    grid.TypeDateFormat(2);
+    grid.TypeSpin(true);
+}
