@@ -1,5 +1,6 @@
 #include "core/frm_mdi.h"
 
+#include "catalogue/frm_song_admin.h"
 #include "core/database.h"
 #include "core/dates.h"
 #include "core/frm_about.h"
@@ -88,12 +89,13 @@ void frmMDI::setUpUtilities() {
 
 void frmMDI::wireModules() {
     onEvent(this, cmdSetList, &QToolButton::clicked, &frmMDI::cmdSetList_Click);
+    onEvent(this, cmdSongMgmt, &QToolButton::clicked, &frmMDI::cmdSongMgmt_Click);
     onEvent(this, cmdHistory, &QToolButton::clicked, &frmMDI::cmdHistory_Click);
     onEvent(this, Command1, &QToolButton::clicked, &frmMDI::Command1_Click);
     onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
     onEvent(this, Command10, &QToolButton::clicked, &frmMDI::Command10_Click);
     onEvent(this, Command11, &QToolButton::clicked, &frmMDI::Command11_Click);
-    for (QToolButton* button : {cmdSongMgmt, cmdPastSets, cmdSheetMusic, cmdEmail, cmdScheduling})
+    for (QToolButton* button : {cmdPastSets, cmdSheetMusic, cmdEmail, cmdScheduling})
         standsLater(button);
     onEvent(this, &mnuBackupFiles, &QAction::triggered, &frmMDI::mnuBackupFiles_Click);
     for (QAction* item : {&mnuSpecialMusic, &mnuImportSet, &mnuCCLI}) standsLater(*item);
@@ -122,6 +124,15 @@ void frmMDI::showReminderNotes() {
 void frmMDI::cmdSetList_Click() {
     frmSetList::instance().centre();
     frmSetList::instance().Show();
+}
+
+void frmMDI::cmdSongMgmt_Click() {
+    setMousePointer(MousePointer::Hourglass);
+    frmSongAdmin::instance().Show();
+    doEvents();
+    frmSongAdmin::instance().loadSongMgmt();
+    frmSongAdmin::instance().centre();
+    setMousePointer(MousePointer::Arrow);
 }
 
 void frmMDI::cmdHistory_Click() {

@@ -49,6 +49,7 @@ private:
     void dressButtons();
 
     void cmdSetList_Click();
+    void cmdSongMgmt_Click();
     void cmdHistory_Click();
     void Command1_Click();
     void mnuBackupFiles_Click();

@@ -6,10 +6,20 @@
 #include "platform/desktop.h"
 
 #include <QFile>
+#include <QProcess>
 
 #include <sqlite3.h>
 
 namespace {
+
+void makeSample(const QString& folder) {
+    QProcess maker;
+    maker.start(QStringLiteral(BUILD_TREE "/lorvanite_make_sample"),
+                {QStringLiteral(SOURCE_TREE "/sample"), QStringLiteral(PROGRAM_TREE), folder,
+                 QStringLiteral("2026-11-21")});
+    if (!maker.waitForFinished(120000) || maker.exitCode() != 0)
+        QTest::qFail(maker.readAllStandardError().constData(), __FILE__, __LINE__);
+}
 
 // A connection beside the program's, as another tool would open the file.
 class SideDoor {
@@ -44,8 +54,11 @@ private:
 
 }  // namespace
 
-World::World() {
-    copyTree(QStringLiteral(PROGRAM_TREE), folder());
+World::World(WorldTree tree) {
+    if (tree == WorldTree::Sample)
+        makeSample(folder());
+    else
+        copyTree(QStringLiteral(PROGRAM_TREE), folder());
     setProgramFolder(folder());
     setToday(QDate(2026, 11, 21));
     setEndOfProcess([this](int status) { endStatus = status; });
