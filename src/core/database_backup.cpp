@@ -75,7 +75,8 @@ void checkIsWhole(sqlite3* handle) {
     if (sqlite3_step(statement.get()) != SQLITE_ROW) fail(handle);
     const QString verdict =
         QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0)));
-    if (verdict != QLatin1String("ok")) fail(QStringLiteral("The file is damaged: ") + verdict);
+    if (verdict != QLatin1String("ok"))
+        fail(QStringLiteral("The file is damaged: ") + verdict.simplified());
 }
 
 void checkHasAllTables(sqlite3* handle) {

@@ -1,8 +1,8 @@
 #include "maintenance/frm_notes.h"
 
 #include "core/database.h"
-#include "core/date_cell.h"
 #include "core/dates.h"
+#include "core/sheet_grid_date_cell.h"
 #include "platform/message_box.h"
 
 namespace {

@@ -36,6 +36,7 @@ void showProgress(int done, int total) {
 frmHistory::frmHistory() {
     setupUi(this);
     bar = {bar_0, bar_1, bar_2, bar_3, bar_4, bar_5, bar_6, bar_7, bar_8, bar_9, bar_10, bar_11};
+    for (HistoryBar* item : bar) item->raise();
     setUpList();
     onEvent(this, cmdLoadYear, &QPushButton::clicked, &frmHistory::cmdLoadYear_Click);
     onEvent(this, fpH, &SheetView::Click, &frmHistory::fpH_Click);

@@ -1,6 +1,6 @@
 #include "sets/set_grid.h"
 
-#include "core/date_cell.h"
+#include "core/sheet_grid_date_cell.h"
 
 void setUpSet(SheetGrid& grid) {
     grid.MaxCols(2);

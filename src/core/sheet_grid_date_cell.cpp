@@ -1,4 +1,4 @@
-#include "core/date_cell.h"
+#include "core/sheet_grid_date_cell.h"
 
 #include "core/sheet_grid.h"
 
