@@ -78,5 +78,4 @@ private:
     std::vector<SeenFileDialog> m_fileDialogs;
     std::function<void(QWidget*)> m_look;
     QTimer m_timer;
-    QWidget* m_answered = nullptr;
 };
