@@ -29,6 +29,8 @@ frmNotes::frmNotes() {
 void frmNotes::setUpGrids() {
     fpNotes->MaxCols(NoteUntil);
     fpNotes->RowHeadersShow(false);
+    fpNotes->GridShowHoriz(false);
+    fpNotes->GridShowVert(false);
     fpNotes->SetText(NoteDate, 0, QStringLiteral("Date"));
     fpNotes->SetText(NoteText, 0, QStringLiteral("Note"));
     fpNotes->SetText(NoteUntil, 0, QStringLiteral("Notify Until"));

@@ -8,6 +8,7 @@
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QStorageInfo>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 #include <functional>
@@ -66,6 +67,19 @@ private:
     std::function<void()> m_lookAround;
 };
 
+// Rows as airy as those of the grids.
+class AiryRows : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        return QStyledItemDelegate::sizeHint(option, index).expandedTo(QSize(0, RowHeight));
+    }
+
+private:
+    static constexpr int RowHeight = 26;
+};
+
 }  // namespace
 
 FolderBrowser::FolderBrowser(QWidget* parent)
@@ -84,6 +98,9 @@ FolderBrowser::FolderBrowser(QWidget* parent)
     layout->addWidget(File1, 2, 0);
     layout->setRowStretch(1, 1);
     layout->setRowStretch(2, 1);
+    for (QAbstractItemView* list :
+         {static_cast<QAbstractItemView*>(Dir1), static_cast<QAbstractItemView*>(File1)})
+        list->setItemDelegate(new AiryRows(list));
     setUpTree();
     listDrives();
     connect(Drive1, &QComboBox::activated, this, &FolderBrowser::Drive1_Change);
@@ -98,6 +115,14 @@ void FolderBrowser::setUpTree() {
     m_folders.setReadOnly(true);
     m_folders.setRootPath(QString());
     Dir1->setModel(&m_folders);
+    // Folders come in by and by and are sorted then; the one on view stays in sight.
+    connect(&m_folders, &QAbstractItemModel::layoutAboutToBeChanged, this, [this] {
+        const QRect place = Dir1->visualRect(Dir1->currentIndex());
+        m_inSight = Dir1->viewport()->rect().intersects(place);
+    });
+    connect(&m_folders, &QAbstractItemModel::layoutChanged, this, [this] {
+        if (m_inSight) Dir1->scrollTo(Dir1->currentIndex());
+    });
     Dir1->setHeaderHidden(true);
     for (int column = 1; column < m_folders.columnCount(); ++column) Dir1->hideColumn(column);
     Dir1->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);

@@ -55,4 +55,5 @@ private:
     QFileSystemModel m_folders;
     QString m_path;
     QString m_pattern = QStringLiteral("*");
+    bool m_inSight = false;  // the folder on view, before the tree is sorted anew
 };

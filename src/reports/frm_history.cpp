@@ -52,7 +52,7 @@ void frmHistory::setUpList() {
     fpH->GridShowVert(false);
     fpH->ColWidth(SongID, 2.12);
     fpH->ColWidth(SongTitle, 18.12);
-    fpH->ColWidth(TimesPlayed, 11.78);
+    fpH->ColWidth(TimesPlayed, 15);  // so that its head is not cut
     fpH->setReadOnly(true);
     fpH->setFillColumn(SongTitle);
 }

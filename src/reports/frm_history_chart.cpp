@@ -31,7 +31,6 @@ constexpr QColor BarRed(255, 0, 0);
 
 void HistoryBackdrop::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.fillRect(rect(), palette().base());
     painter.translate(-pos());
     const int left = barLeft(0);
     const int right = barLeft(Months - 1) + BarWidth;
@@ -44,11 +43,11 @@ void HistoryBackdrop::paintEvent(QPaintEvent*) {
         painter.setPen(marked ? strong : faint);
         painter.drawLine(left, y, right, y);
         if (!marked || n == 0) continue;
-        painter.setPen(palette().color(QPalette::Text));
+        painter.setPen(palette().color(QPalette::WindowText));
         painter.drawText(QRect(0, y - Step / 2, left - NumberGap, Step),
                          Qt::AlignRight | Qt::AlignVCenter, QString::number(n));
     }
-    painter.setPen(palette().color(QPalette::Text));
+    painter.setPen(palette().color(QPalette::WindowText));
     for (int month = 0; month < Months; ++month)
         painter.drawText(QRect(barLeft(month), Foot, BarWidth, NameHeight), Qt::AlignCenter,
                          monthName(month).left(3));

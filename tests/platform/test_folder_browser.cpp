@@ -88,6 +88,18 @@ private Q_SLOTS:
         QCOMPARE(filesOf(browser), QStringList{"b.set"});
     }
 
+    void folderOnViewStaysInSightWhileTheTreeFills() {
+        for (int i = 0; i < 300; ++i)
+            QDir().mkpath(world->path(QStringLiteral("many/folder %1").arg(i)));
+        FolderBrowser browser;
+        browser.show();
+        QSignalSpy sorted(browser.Dir1->model(), &QAbstractItemModel::layoutChanged);
+        browser.Path(world->path("many/folder 299"));
+        QTRY_VERIFY(sorted.count() > 0);
+        const QRect place = browser.Dir1->visualRect(browser.Dir1->currentIndex());
+        QVERIFY(browser.Dir1->viewport()->rect().intersects(place));
+    }
+
     void clickedFileIsTheFileOfTheBrowser() {
         touch("sets/a.set");
         touch("sets/b.set");

@@ -180,11 +180,11 @@ private Q_SLOTS:
         const QImage shot = w.grab().toImage();
         QCOMPARE(shot.pixelColor(w.bar[2]->geometry().center()), QColor(255, 0, 0));
         QCOMPARE(shot.pixelColor(w.bar[3]->geometry().left() + 10, 190),
-                 w.palette().color(QPalette::Base));
+                 w.palette().color(QPalette::Window));
         int inked = 0;
         for (int x = 0; x < 44; ++x)
             for (int y = 206; y < 228; ++y)
-                inked += shot.pixelColor(w.bar[3]->x() + x, y) != w.palette().color(QPalette::Base);
+                inked += shot.pixelColor(w.bar[3]->x() + x, y) != w.palette().color(QPalette::Window);
         QVERIFY(inked > 20);
     }
 
