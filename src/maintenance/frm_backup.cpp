@@ -8,25 +8,38 @@
 #include "platform/file_copy.h"
 #include "platform/message_box.h"
 
-#include <algorithm>
-
 namespace {
 
-const QString DatabaseFile = QStringLiteral("db1.mdb");
+// What a command proposes as the file's name, and what it reports before the folder.
+struct Words {
+    const char* proposal;
+    const char* report;
+};
 
 // What can be copied, by the index of its box. The database has no folder.
 struct Thing {
-    const char* name;
     const char* folder;
+    Words out;
+    Words back;
 };
-constexpr Thing Things[] = {{"Database", ""},
-                            {"Saved Sets", "\\saved sets"},
-                            {"Set Designs", "\\set designs"},
-                            {"Schedules", "\\schedules"}};
-
-QString nameOf(const Thing& thing) { return QLatin1String(thing.name); }
+constexpr Thing Things[] = {
+    {"",
+     {"Copy Database Here", "Copied Database To: "},
+     {"Restore Database From", "Restored Database To: "}},
+    {"\\saved sets",
+     {"Copy Saved Sets Here", "Copied Saved Sets To: "},
+     {"Restore Saved Sets From", "Restored Saved Sets To: "}},
+    {"\\set designs",
+     {"Copy Set Designs Here", "Copied Set Designs To: "},
+     {"Restore Set Designs From", "Restored Set Designs To: "}},
+    {"\\schedules",
+     {"Copy Schedules Here", "Copied Schedules To: "},
+     {"Restore Schedules From", "Restored Schedules To: "}},
+};
 
 bool isDatabase(const Thing& thing) { return !*thing.folder; }
+
+QString databaseIn(const QString& folder) { return folder + QStringLiteral("/db1.mdb"); }
 
 // Asks for a folder by the save dialog: the proposed name tells what to do and is thrown away.
 // False after a cancel.
@@ -42,43 +55,43 @@ bool chooseFolder(const QString& proposal, QString& folder) {
 void copyOut(const Thing& thing, const QString& folder) {
     const QString own = programFolder() + QLatin1String(thing.folder);
     if (isDatabase(thing))
-        backUpDatabase(dbConn, folder + QLatin1Char('/') + DatabaseFile);
+        backUpDatabase(dbConn, databaseIn(folder));
     else
         copyFolder(own, folder + QLatin1String(thing.folder));
 }
 
 void copyBack(const Thing& thing, const QString& folder) {
     if (isDatabase(thing))
-        restoreDatabase(dbConn, folder + QLatin1Char('/') + DatabaseFile);
+        restoreDatabase(dbConn, databaseIn(folder));
     else
         // The chosen folder itself holds the files, other than in the backup: this is meant.
         copyFolder(folder, programFolder() + QLatin1String(thing.folder));
 }
 
-// The words and the way in which the two commands differ.
-struct Direction {
-    QString proposal;     // with the thing's name
-    QString done;         // the same, followed by the folder
-    QString description;  // before the description of a failure
-    BoxIcon icon;         // of a failure
+// In what the two commands differ.
+struct Command {
+    Words Thing::*words;
     void (*copy)(const Thing& thing, const QString& folder);
+    const char* description;  // before the description of a failure
+    BoxIcon icon;             // of a failure
 };
 
-void copyTicked(const std::array<QCheckBox*, 4>& boxes, const Direction& direction) {
+void copyTicked(const std::array<QCheckBox*, 4>& boxes, const Command& command) {
     QString report;
     try {
         for (size_t i = 0; i < boxes.size(); ++i) {
+            const Words& words = Things[i].*command.words;
             QString folder;
-            if (!boxes[i]->isChecked() ||
-                !chooseFolder(direction.proposal.arg(nameOf(Things[i])), folder))
+            if (!boxes[i]->isChecked() || !chooseFolder(QLatin1String(words.proposal), folder))
                 continue;
-            direction.copy(Things[i], folder);
-            report += direction.done.arg(nameOf(Things[i])) + folder + QStringLiteral("\r\r");
+            command.copy(Things[i], folder);
+            report += QLatin1String(words.report) + folder + QStringLiteral("\r\r");
         }
     } catch (const RunTimeError& error) {
-        messageBox(QStringLiteral("Error Number %1\r").arg(error.number()) + direction.description +
-                       error.description() + QStringLiteral("\rPlease Contact Lorvanite"),
-                   direction.icon, QStringLiteral("Error"));
+        messageBox(QStringLiteral("Error Number %1\r").arg(error.number()) +
+                       QLatin1String(command.description) + error.description() +
+                       QStringLiteral("\rPlease Contact Lorvanite"),
+                   command.icon, QStringLiteral("Error"));
         return;
     }
     if (!report.isEmpty()) messageBox(report, BoxIcon::None, QStringLiteral("Copy(s) Sucessfull!"));
@@ -96,14 +109,12 @@ frmBackup::frmBackup() {
 }
 
 void frmBackup::cmdBack_Click() {
-    copyTicked(ckBU, {QStringLiteral("Copy %1 Here"), QStringLiteral("Copied %1 To: "),
-                      QStringLiteral("Description: "), BoxIcon::Critical, copyOut});
+    copyTicked(ckBU, {&Thing::out, copyOut, "Description: ", BoxIcon::Critical});
 }
 
 void frmBackup::cmdRestore_Click() {
     // Neither colon nor picture in a restore's failure: this is meant.
-    copyTicked(ckBU, {QStringLiteral("Restore %1 From"), QStringLiteral("Restored %1 To: "),
-                      QStringLiteral("Description "), BoxIcon::None, copyBack});
+    copyTicked(ckBU, {&Thing::back, copyBack, "Description ", BoxIcon::None});
 }
 
 void frmBackup::lblReformatDB_Click() { reformatDatabase(); }
