@@ -76,6 +76,7 @@ void frmMDI::dressButtons() {
     };
     for (const auto& look : looks) look.button->setIcon(themedIcon(QLatin1String(look.icon)));
     setWindowIcon(themedIcon(QStringLiteral("app")));
+    mdiArea->setBackground(palette().brush(QPalette::Window));
 }
 
 void frmMDI::setUpUtilities() {
@@ -165,6 +166,12 @@ void frmMDI::Command11_Click() {
 void frmMDI::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
     cmdAbout->move(width() - cmdAbout->width() - px(AboutMargin), cmdAbout->y());
+}
+
+void frmMDI::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (g_instance == this && event->type() == QEvent::PaletteChange)
+        mdiArea->setBackground(palette().brush(QPalette::Window));
 }
 
 void frmMDI::closeEvent(QCloseEvent* event) {

@@ -37,6 +37,7 @@ SheetView::SheetView(QWidget* parent) : QTableView(parent), m(std::make_unique<P
     m->tabs->setExpanding(false);
     m->tabs->setAccessibleName(QStringLiteral("Pages"));
     m->tabs->hide();
+    setHorizontalScrollBar(m->pageBar);
     addScrollBarWidget(m->tabs, Qt::AlignLeft);
     connect(m->tabs, &QTabBar::currentChanged, this, &SheetView::tabPicked);
     connect(
@@ -72,11 +73,12 @@ void SheetView::setUpHeads() {
             commitEdit();
             flush();
         });
+        connect(head, &SheetHead::aboutToPaint, this, &SheetView::flush);
         connect(head, &SheetHead::clicked, this,
                 [this, cell](int section) { raiseClick(cell(section)); });
         connect(head, &SheetHead::rightClicked, this,
                 [this, cell, head](int section, const QPoint& place) {
-                    headRightClicked(cell(section), head->viewport()->mapTo(this, place));
+                    raiseRightClick(cell(section), head->viewport()->mapTo(this, place), false);
                 });
         connect(head, &SheetHead::buttonReleased, this, [this, head](const QMouseEvent* event) {
             raiseMouseUp(*event, *head->viewport());
@@ -113,15 +115,21 @@ void SheetView::becameDirty() {
 void SheetView::flush() {
     if (!m->pending || m->applying) return;
     m->pending = false;
+    // Where the program takes the focus elsewhere the user's text is taken first.
+    const bool leaves = m->delegate.editor() && !isActive(m->delegate.cell());
     const GridDirt dirt = takeDirt();
-    const QScopedValueRollback applying(m->applying, true);
     if (dirt.layout && !m->byUser) m->undo.clear();
-    if (dirt.layout || std::exchange(m->layoutWanted, false)) {
-        applyLayout();
-        viewport()->update();
-    } else if (dirt.firstRow <= dirt.lastRow) {
-        m->model.announceRows(dirt.firstRow, dirt.lastRow);
+    {
+        const QScopedValueRollback applying(m->applying, true);
+        if (std::exchange(m->layoutWanted, false) || dirt.layout) {
+            applyLayout();
+            viewport()->update();
+        } else if (dirt.firstRow <= dirt.lastRow) {
+            m->model.announceRows(dirt.firstRow, dirt.lastRow);
+        }
     }
+    if (leaves) commitEdit();
+    const QScopedValueRollback applying(m->applying, true);
     applyActiveCell();
 }
 
@@ -136,21 +144,25 @@ void SheetView::applyLayout() {
     applySizes();
     settleScrollBars();
     applyFill();
-    if (m->fillCol > 0) settleScrollBars();
+    if (m->fillCol != 0) settleScrollBars();
     setUpdatesEnabled(true);
     m->cols->viewport()->update();
     m->rows->viewport()->update();
 }
 
-// An editor stays open while its cell is on view and holds the text that the user began with.
+// An editor stays open while its cell is on view, has the focus, and holds the text that the user
+// began with: else the program has put something else there.
 void SheetView::dropLostEditor() {
     QWidget* editor = m->delegate.editor();
     if (!editor) return;
     const EditedCell& cell = m->delegate.cell();
-    const bool there = cell.sheet == ActiveSheet() && cell.row <= rowsOf(cell.sheet) &&
-                       cell.col <= colsOf(cell.sheet) &&
+    const bool there = cell.sheet == ActiveSheet() && isActive(cell) &&
                        textAt(cell.sheet, cell.col, cell.row) == cell.before;
     if (!there) closeEditor(editor, QAbstractItemDelegate::NoHint);
+}
+
+bool SheetView::isActive(const EditedCell& cell) const {
+    return cell.col == ActiveCol() && cell.row == ActiveRow();
 }
 
 void SheetView::applySpans() {
@@ -178,7 +190,8 @@ void SheetView::applySizes() {
         const bool hidden = isColHidden(sheet, col);
         if (m->cols->isSectionHidden(col - 1) != hidden) m->cols->setSectionHidden(col - 1, hidden);
         const int width = std::max(pixelsOfUnits(widthOf(sheet, col)), SmallestSection);
-        if (!hidden && col != m->fillCol && m->cols->sectionSize(col - 1) != width) {
+        const bool fills = m->fillCol == AllColumns || col == m->fillCol;
+        if (!hidden && !fills && m->cols->sectionSize(col - 1) != width) {
             m->cols->resizeSection(col - 1, width);
         }
     }
@@ -192,6 +205,10 @@ void SheetView::settleScrollBars() {
 }
 
 void SheetView::applyFill() {
+    if (m->fillCol == AllColumns) {
+        shareWidth();
+        return;
+    }
     const int col = m->fillCol;
     if (col < 1 || col > m->model.columnCount() || isColumnHidden(col - 1)) return;
     const int others = m->cols->length() - m->cols->sectionSize(col - 1);
@@ -201,6 +218,25 @@ void SheetView::applyFill() {
     if (m->cols->sectionSize(col - 1) == width) return;
     const QScopedValueRollback applying(m->applying, true);
     m->cols->resizeSection(col - 1, width);
+}
+
+// Every column gets its part of the view's width, and never less than its own.
+void SheetView::shareWidth() {
+    const QScopedValueRollback applying(m->applying, true);
+    const int sheet = ActiveSheet();
+    double units = 0;
+    for (int col = 1; col <= m->model.columnCount(); ++col)
+        if (!isColumnHidden(col - 1)) units += widthOf(sheet, col);
+    if (units <= 0) return;
+    const double unit = std::max(viewport()->width() / units, pixelsPerUnit());
+    double right = 0;
+    for (int col = 1; col <= m->model.columnCount(); ++col) {
+        if (isColumnHidden(col - 1)) continue;
+        const double left = right;
+        right += widthOf(sheet, col) * unit;
+        const int width = std::max(int(right) - int(left), SmallestSection);
+        if (m->cols->sectionSize(col - 1) != width) m->cols->resizeSection(col - 1, width);
+    }
 }
 
 void SheetView::applyTabs() {
@@ -213,6 +249,7 @@ void SheetView::applyTabs() {
     m->tabs->setCurrentIndex(ActiveSheet() - 1);
     m->tabs->setVisible(wanted);
     // The tabs stand beside the scroll bar, which is there as long as they are.
+    m->pageBar->setBeside(wanted ? m->tabs : nullptr);
     setHorizontalScrollBarPolicy(wanted ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAsNeeded);
 }
 
@@ -225,6 +262,10 @@ void SheetView::applyActiveCell() {
     QModelIndex wanted = m->model.indexOf(ActiveCol(), ActiveRow());
     const CellSpan span = spanAt(ActiveSheet(), ActiveCol(), ActiveRow());
     if (span.cols > 0) wanted = m->model.indexOf(span.col, span.row);
+    if (isReadOnly() && wanted.isValid() && isColumnHidden(wanted.column())) {
+        // The keyboard goes on from a column that is on view.
+        wanted = moveCursor(MoveHome, Qt::NoModifier).siblingAtRow(wanted.row());
+    }
     if (wanted == currentIndex()) return;
     if (!wanted.isValid()) {
         selectionModel()->clear();
@@ -241,6 +282,12 @@ void SheetView::colDragged(int col, int width) {
     const AddressedSheet here(*this, ActiveSheet());
     // A width that the user gives the filling column is to last.
     if (col == m->fillCol) m->fillCol = 0;
+    if (m->fillCol == AllColumns) {
+        m->fillCol = 0;
+        for (int other = 1; other <= m->model.columnCount(); ++other)
+            if (!isColumnHidden(other - 1))
+                ColWidth(other, m->cols->sectionSize(other - 1) / pixelsPerUnit());
+    }
     ColWidth(col, width / pixelsPerUnit());
     if (shown) {
         // What the grid has just been told is on the screen already.

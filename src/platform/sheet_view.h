@@ -9,6 +9,7 @@
 #include <vector>
 
 struct CellEdit;
+struct EditedCell;
 
 // Draws a SheetGrid and lets a person edit it like a spreadsheet. It is the grid: cell calls go to
 // it, and it shows them at the next turn of the event loop, one look for any number of writes.
@@ -28,7 +29,8 @@ public:
     bool isReadOnly() const;
 
     // The column that takes the width that the others leave over, on the screen only (ColWidth
-    // stays); 0 for none.
+    // stays); AllColumns shares it out in proportion to the widths, 0 leaves it empty.
+    static constexpr int AllColumns = -1;
     void setFillColumn(int col);
 
     // Shows pending changes now.
@@ -90,10 +92,12 @@ private:
     void applySpans();
     void applySizes();
     void applyFill();
+    void shareWidth();
     void settleScrollBars();
     void applyTabs();
     void applyActiveCell();
     void dropLostEditor();
+    bool isActive(const EditedCell& cell) const;
     void placeOverlays();
     void colDragged(int col, int width);
     void tabPicked(int tab);
@@ -104,7 +108,6 @@ private:
     void handlePressed(Cell cell);
     void raiseClick(Cell cell);
     void raiseRightClick(Cell cell, const QPoint& place, bool byKey);
-    void headRightClicked(Cell cell, const QPoint& place);
     void raiseMouseUp(const QMouseEvent& event, const QWidget& from);
     bool wantsShortcut(const QKeyEvent& event) const;
     bool runShortcut(QKeyEvent* event);

@@ -102,8 +102,8 @@ void SheetView::mouseDoubleClickEvent(QMouseEvent* event) {
     setCurrent(cell);
     if (handleRect(cell).contains(place)) {
         m->pressedHandle = cell;
-    } else {
-        edit(m->model.indexOf(cell.col, cell.row));
+    } else if (m->model.flags(currentIndex()) & Qt::ItemIsEditable) {
+        edit(currentIndex());
     }
 }
 
@@ -124,10 +124,6 @@ void SheetView::contextMenuEvent(QContextMenuEvent* event) {
     const bool pressing = m->rightPressed.isCell();
     if (std::exchange(m->rightReported, pressing)) return;
     raiseRightClick(cell, viewport()->mapTo(this, event->pos()), false);
-}
-
-void SheetView::headRightClicked(Cell cell, const QPoint& place) {
-    raiseRightClick(cell, place, false);
 }
 
 void SheetView::raiseClick(Cell cell) { Q_EMIT Click(cell.col, cell.row); }

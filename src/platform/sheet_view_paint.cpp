@@ -1,9 +1,9 @@
 #include "platform/sheet_view_paint.h"
 
 #include "platform/theme.h"
+#include "platform/theme_paint.h"
 
 #include <QPainter>
-#include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
@@ -28,23 +28,6 @@ QString shown(QString text) {
     text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
     while (text.endsWith(QLatin1Char('\n'))) text.chop(1);
     return text;
-}
-
-QColor blend(const QColor& under, const QColor& over, double share) {
-    const auto mix = [share](int a, int b) { return int(std::lround(a + (b - a) * share)); };
-    return QColor(mix(under.red(), over.red()), mix(under.green(), over.green()),
-                  mix(under.blue(), over.blue()));
-}
-
-void paintChevron(QPainter& painter, const QPointF& centre, const QColor& colour) {
-    QPainterPath path(centre + QPointF(-4, -2));
-    path.lineTo(centre + QPointF(0, 2));
-    path.lineTo(centre + QPointF(4, -2));
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(colour, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawPath(path);
-    painter.restore();
 }
 
 }  // namespace
@@ -140,7 +123,7 @@ void SheetPainter::paintGround(Pass& pass, int col, int row, const QRect& rect) 
     }
     if (pass.isListRow(row)) {
         ground = colours.accent;
-    } else if (!pass.look.list &&
+    } else if (!pass.look.list && !(col == pass.look.activeCol && row == pass.look.activeRow) &&
                m_view.selectionModel()->isSelected(m_view.model()->index(row - 1, col - 1))) {
         ground = blend(ground, colours.accent, 0.16);
     }
@@ -184,7 +167,7 @@ void SheetPainter::paintHandle(Pass& pass, const CellFormat& format, const QRect
     if (handle.isEmpty()) return;
     const QColor ink = format.backColor == White ? pass.colours.muted : QColor(Qt::black);
     if (format.kind != CellKind::Button) {
-        paintChevron(pass.painter, QRectF(handle).center(), ink);
+        paintChevron(pass.painter, handle, ink);
         return;
     }
     const QRectF button = QRectF(handle).adjusted(2.5, 2.5, -2.5, -2.5);

@@ -8,6 +8,7 @@
 #include <QFontDatabase>
 #include <QIconEngine>
 #include <QPainter>
+#include <QPointer>
 #include <QSvgRenderer>
 #include <QTimer>
 
@@ -73,6 +74,12 @@ double contrast(const QColor& a, const QColor& b) {
     const double la = luminance(a);
     const double lb = luminance(b);
     return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
+QColor blend(const QColor& under, const QColor& over, double share) {
+    const auto mix = [share](int a, int b) { return int(std::lround(a + (b - a) * share)); };
+    return QColor(mix(under.red(), over.red()), mix(under.green(), over.green()),
+                  mix(under.blue(), over.blue()));
 }
 
 QPalette themePalette(const ThemeColours& c) {
@@ -210,7 +217,9 @@ void loadIcons() {
 void applyTheme(QApplication& app) {
     applyFont(app);
     applyColours(desktopIsDark());
-    new DesktopWatch(app);
+    QApplication::setWindowIcon(themedIcon(QStringLiteral("app")));
+    static QPointer<DesktopWatch> watch;
+    if (!watch) watch = new DesktopWatch(app);
 }
 
 QIcon themedIcon(const QString& name) {
