@@ -52,9 +52,9 @@ void frmHistory::setUpList() {
     fpH->GridShowVert(false);
     fpH->ColWidth(SongID, 2.12);
     fpH->ColWidth(SongTitle, 18.12);
-    fpH->ColWidth(TimesPlayed, 15);  // so that its head is not cut
+    fpH->ColWidth(TimesPlayed, 11.78);
     fpH->setReadOnly(true);
-    fpH->setFillColumn(SongTitle);
+    fpH->setFillColumn(SheetView::AllColumns);
 }
 
 void frmHistory::load() {
