@@ -14,9 +14,6 @@ namespace {
 // How long a statement waits for another program's lock, in milliseconds.
 constexpr int LockWait = 2000;
 
-// A store that cannot be opened, by the platform's number for it.
-constexpr int CannotOpen = -2147467259;
-
 int collate(void*, int sizeA, const void* a, int sizeB, const void* b) {
     return compareTexts({static_cast<const char*>(a), static_cast<size_t>(sizeA)},
                         {static_cast<const char*>(b), static_cast<size_t>(sizeB)});
@@ -95,7 +92,8 @@ void Connection::Open(const QString& path) {
         const QString why = QString::fromUtf8(sqlite3_errmsg(handle));
         sqlite3_close(handle);
         throw RunTimeError(
-            CannotOpen, QStringLiteral("The database \"%1\" cannot be opened: %2.").arg(file, why));
+            RunTimeError::StoreFailed,
+            QStringLiteral("The database \"%1\" cannot be opened: %2.").arg(file, why));
     }
     m_handle = handle;
 }

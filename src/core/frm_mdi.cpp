@@ -7,9 +7,12 @@
 #include "core/frm_about.h"
 #include "core/frm_splash.h"
 #include "core/paths.h"
+#include "maintenance/frm_backup.h"
+#include "maintenance/frm_notes.h"
 #include "platform/desktop.h"
 #include "platform/message_box.h"
 #include "platform/theme.h"
+#include "reports/frm_history.h"
 #include "sets/frm_set_list.h"
 #include "team/frm_schedule.h"
 #include "team/frm_special_music.h"
@@ -91,14 +94,17 @@ void frmMDI::setUpUtilities() {
 void frmMDI::wireModules() {
     onEvent(this, cmdSetList, &QToolButton::clicked, &frmMDI::cmdSetList_Click);
     onEvent(this, cmdSongMgmt, &QToolButton::clicked, &frmMDI::cmdSongMgmt_Click);
+    onEvent(this, cmdHistory, &QToolButton::clicked, &frmMDI::cmdHistory_Click);
     onEvent(this, cmdSheetMusic, &QToolButton::clicked, &frmMDI::cmdSheetMusic_Click);
-    onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
+    onEvent(this, cmdScheduling, &QToolButton::clicked, &frmMDI::cmdScheduling_Click);
+    onEvent(this, Command1, &QToolButton::clicked, &frmMDI::Command1_Click);
     onEvent(this, Command10, &QToolButton::clicked, &frmMDI::Command10_Click);
     onEvent(this, Command11, &QToolButton::clicked, &frmMDI::Command11_Click);
-    for (QToolButton* button : {cmdHistory, cmdPastSets, cmdEmail, Command1}) standsLater(button);
-    onEvent(this, cmdScheduling, &QToolButton::clicked, &frmMDI::cmdScheduling_Click);
+    onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
     onEvent(this, &mnuSpecialMusic, &QAction::triggered, &frmMDI::mnuSpecialMusic_Click);
-    for (QAction* item : {&mnuImportSet, &mnuBackupFiles, &mnuCCLI}) standsLater(*item);
+    onEvent(this, &mnuBackupFiles, &QAction::triggered, &frmMDI::mnuBackupFiles_Click);
+    for (QToolButton* button : {cmdPastSets, cmdEmail}) standsLater(button);
+    for (QAction* item : {&mnuImportSet, &mnuCCLI}) standsLater(*item);
 }
 
 void frmMDI::showReminderNotes() {
@@ -139,6 +145,18 @@ void frmMDI::cmdScheduling_Click() { showModule<frmSchedule>(); }
 
 void frmMDI::mnuSpecialMusic_Click() { showModule<frmSpecialMusic>(); }
 void frmMDI::cmdSheetMusic_Click() { showModule<SheetMusic>(); }
+void frmMDI::cmdHistory_Click() {
+    setMousePointer(MousePointer::Hourglass);
+    showModule<frmHistory>();
+    setMousePointer(MousePointer::Arrow);
+}
+
+void frmMDI::Command1_Click() {
+    frmNotes::instance().centre();
+    frmNotes::instance().Show();
+}
+
+void frmMDI::mnuBackupFiles_Click() { showModule<frmBackup>(); }
 
 void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }
 

@@ -54,6 +54,9 @@ private:
     void cmdScheduling_Click();
     void mnuSpecialMusic_Click();
     void cmdSheetMusic_Click();
+    void cmdHistory_Click();
+    void Command1_Click();
+    void mnuBackupFiles_Click();
     void cmdAbout_Click();
     void Command10_Click();
     void Command11_Click();

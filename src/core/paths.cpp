@@ -19,6 +19,10 @@ bool canWriteIn(const QString& folder) {
     return probe.open();
 }
 
+qsizetype lastSeparator(const QString& path) {
+    return std::max(path.lastIndexOf(QLatin1Char('/')), path.lastIndexOf(QLatin1Char('\\')));
+}
+
 QString chooseFolder() {
     const QString own = QCoreApplication::applicationDirPath();
     if (canWriteIn(own)) return own;
@@ -58,10 +62,10 @@ QString resolvedPath(const QString& path) {
     return plain;
 }
 
-QString fileNameOf(const QString& path) {
-    const qsizetype cut =
-        std::max(path.lastIndexOf(QLatin1Char('/')), path.lastIndexOf(QLatin1Char('\\')));
-    return path.mid(cut + 1);
+QString fileNameOf(const QString& path) { return path.mid(lastSeparator(path) + 1); }
+
+QString folderOf(const QString& path) {
+    return path.left(std::max<qsizetype>(lastSeparator(path), 0));
 }
 
 bool replaceFile(const QString& path, const QByteArray& content) {

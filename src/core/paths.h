@@ -21,6 +21,9 @@ QString resolvedPath(const QString& path);
 // The name behind the last separator of either kind.
 QString fileNameOf(const QString& path);
 
+// The path up to that separator, without it; empty where there is none.
+QString folderOf(const QString& path);
+
 // Replaces a file whole: after the call the file holds all of `content`, or what it held before.
 // False where it could not be written.
 bool replaceFile(const QString& path, const QByteArray& content);

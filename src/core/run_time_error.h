@@ -24,6 +24,7 @@ public:
         ObjectIsOpen = 3705,
         ObjectIsClosed = 3704,
         StatementRefused = -2147217900,
+        StoreFailed = -2147467259,
         DialogCancelled = 32755,
     };
 

@@ -1,0 +1,33 @@
+// Song Play History: which songs were played in a year and how often, and in which months a song
+// was played.
+#pragma once
+
+#include "core/form.h"
+#include "platform/sheet_view.h"
+#include "reports/frm_history_chart.h"
+#include "ui_frm_history.h"
+
+#include <array>
+
+class frmHistory : public Form<frmHistory>, public Ui::frmHistory {
+public:
+    frmHistory();
+
+    OnFailure onFailure() const override { return OnFailure::EndsCommand; }
+
+    // One bar a month; January is 0.
+    std::array<HistoryBar*, HistoryChart::Months> bar;
+
+    // Lists the songs played in the year of cmbYear with their counts, and lays the bars down.
+    // The status bar tells how far it is.
+    void loadYear();
+
+private:
+    void setUpList();
+    void load();
+    void resetBars(int foot);
+    void chartSong(int row);
+
+    void cmdLoadYear_Click();
+    void fpH_Click(int col, int row);
+};

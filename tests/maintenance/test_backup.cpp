@@ -1,0 +1,444 @@
+// The window that copies the data away and back, and empties the database.
+#include "catalogue/frm_song_admin.h"
+#include "core/database.h"
+#include "core/dates.h"
+#include "maintenance/frm_backup.h"
+#include "support/registry.h"
+#include "support/world.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace {
+
+const QString Done = QStringLiteral("Copy(s) Sucessfull!");
+const QString Warning = QStringLiteral(
+    "Clicking 'YES' below will erase all the information in the database.\r\r"
+    "PROCEED WITH CAUTION");
+
+enum Box { Database, SavedSets, SetDesigns, Schedules };
+
+}  // namespace
+
+class TestBackup : public WindowTest {
+    Q_OBJECT
+
+    QTemporaryDir m_sticks;
+
+    // A stick of its own for each test.
+    QString stick(const QString& path = {}) const {
+        const QString name = QStringLiteral("/%1 %2").arg(
+            QLatin1String(QTest::currentTestFunction()), QLatin1String(QTest::currentDataTag()));
+        QDir().mkpath(m_sticks.path() + name);
+        return m_sticks.path() + name + path;
+    }
+
+    frmBackup& open() {
+        if (!world->isRunning()) world->start();
+        click(world->main().Command10);
+        pickMenuItem(world->main().mnuUtilities, world->main().mnuBackupFiles);
+        world->statements.clear();
+        return frmBackup::instance();
+    }
+
+    void tick(std::initializer_list<Box> boxes) {
+        for (const Box box : boxes) {
+            QCheckBox* check = frmBackup::instance().ckBU[box];
+            QTest::mouseClick(check, Qt::LeftButton, {}, QPoint(8, check->height() / 2));
+        }
+    }
+
+    static void write(const QString& path, const QByteArray& content) {
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
+        file.write(content);
+    }
+
+    static QByteArray read(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+    }
+
+    // The user goes to a folder and keeps the name that is offered.
+    void chooseIn(const QString& folder, const QString& proposal) {
+        world->answers.file(folder + QLatin1Char('/') + proposal);
+    }
+
+    void addSong(const QString& title) {
+        world->sql(QStringLiteral("INSERT INTO songs (title) VALUES ('%1')").arg(title));
+    }
+
+    QStringList titles() { return world->rows("SELECT title FROM songs ORDER BY ID"); }
+
+    void expectError(int number, const QString& part, QMessageBox::Icon icon) {
+        world->answers.custom(QStringLiteral("error box"), [=](QWidget* modal) {
+            auto* box = qobject_cast<QMessageBox*>(modal);
+            QVERIFY(box);
+            box->accept();
+            QCOMPARE(box->windowTitle(), QStringLiteral("Error"));
+            QCOMPARE(box->icon(), icon);
+            const QStringList lines = box->text().split(QLatin1Char('\n'));
+            QCOMPARE(lines.size(), 3);
+            QCOMPARE(lines[0], QStringLiteral("Error Number %1").arg(number));
+            QVERIFY2(
+                lines[1].startsWith(icon == QMessageBox::Critical ? QLatin1String("Description: ")
+                                                                  : QLatin1String("Description ")),
+                qPrintable(lines[1]));
+            QVERIFY2(lines[1].contains(part), qPrintable(lines[1]));
+            QCOMPARE(lines[2], QStringLiteral("Please Contact Lorvanite"));
+        });
+    }
+
+private Q_SLOTS:
+    void windowShowsWhatCanBeCopied() {
+        const frmBackup& w = open();
+        QCOMPARE(w.windowTitle(), QStringLiteral("Backup Files"));
+        QStringList captions;
+        for (QCheckBox* box : w.ckBU) {
+            captions.append(box->text().remove(QLatin1Char('&')));
+            QVERIFY(!box->isChecked());
+        }
+        QCOMPARE(captions, (QStringList{"Database", "Saved Sets", "Set Designs", "Schedules"}));
+        QCOMPARE(w.cmdBack->accessibleName(), QStringLiteral("Save"));
+        QCOMPARE(w.cmdRestore->accessibleName(), QStringLiteral("Restore"));
+        QCOMPARE(w.lblReformatDB->accessibleName(), QStringLiteral("Reformat Database"));
+    }
+
+    void nothingTickedGivesNoDialogAndNoBox() {
+        const frmBackup& w = open();
+        click(w.cmdBack);
+        click(w.cmdRestore);
+        QVERIFY(world->answers.fileDialogs().empty());
+    }
+
+    void allCancelledGivesNoBox() {
+        const frmBackup& w = open();
+        tick({Database, SavedSets, SetDesigns, Schedules});
+        for (QPushButton* button : {w.cmdBack, w.cmdRestore}) {
+            for (int i = 0; i < 4; ++i) world->answers.cancelFile();
+            click(button);
+            QVERIFY(world->answers.isEmpty());
+        }
+        QStringList proposals;
+        for (const auto& dialog : world->answers.fileDialogs()) {
+            proposals.append(dialog.proposed);
+            QVERIFY(dialog.saves);
+            QVERIFY(dialog.filters.join(QString()).contains(QLatin1Char('*')));
+        }
+        QCOMPARE(proposals, (QStringList{"Copy Database Here", "Copy Saved Sets Here",
+                                         "Copy Set Designs Here", "Copy Schedules Here",
+                                         "Restore Database From", "Restore Saved Sets From",
+                                         "Restore Set Designs From", "Restore Schedules From"}));
+        QVERIFY(QDir(stick()).isEmpty());
+    }
+
+    void everythingGoesToAStickAndBack() {
+        addSong("Stille Nacht \u2013 \u00e4\u4e2d");
+        write(world->path("saved sets/Set For 11_22_26.set"), "set");
+        write(world->path("set designs/Sunday.sdl"), "design");
+        write(world->path("schedules/Winter.scd"), "schedule");
+        write(world->path("sheetmusic/Song.stp"), "chart");
+        const frmBackup& w = open();
+        tick({Database, SavedSets, SetDesigns, Schedules});
+        for (const char* what : {"Database", "Saved Sets", "Set Designs", "Schedules"})
+            chooseIn(stick(), QStringLiteral("Copy %1 Here").arg(QLatin1String(what)));
+        world->answers.box(QStringLiteral("Copied Database To: %1\r\rCopied Saved Sets To: %1\r\r"
+                                          "Copied Set Designs To: %1\r\r"
+                                          "Copied Schedules To: %1\r\r")
+                               .arg(stick()),
+                           QMessageBox::NoIcon, Done);
+        click(w.cmdBack);
+        QCOMPARE(QDir(stick()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+                 (QStringList{"db1.mdb", "saved sets", "schedules", "set designs"}));
+        QVERIFY(world->statements.isEmpty());
+
+        world->sql("DELETE FROM songs");
+        write(world->path("saved sets/Set For 11_22_26.set"), "spoiled");
+        QFile::remove(world->path("set designs/Sunday.sdl"));
+        QDir(world->path("schedules")).removeRecursively();
+        // The folder itself is chosen here, not the one that holds it.
+        chooseIn(stick(), "Restore Database From");
+        chooseIn(stick("/saved sets"), "Restore Saved Sets From");
+        chooseIn(stick("/set designs"), "Restore Set Designs From");
+        chooseIn(stick("/schedules"), "Restore Schedules From");
+        world->answers.box(
+            QStringLiteral("Restored Database To: %1\r\rRestored Saved Sets To: %1/saved sets\r\r"
+                           "Restored Set Designs To: %1/set designs\r\r"
+                           "Restored Schedules To: %1/schedules\r\r")
+                .arg(stick()),
+            QMessageBox::NoIcon, Done);
+        click(w.cmdRestore);
+        QCOMPARE(titles(), QStringList{"Stille Nacht \u2013 \u00e4\u4e2d"});
+        QCOMPARE(read(world->path("saved sets/Set For 11_22_26.set")), QByteArray("set"));
+        QCOMPARE(read(world->path("set designs/Sunday.sdl")), QByteArray("design"));
+        QCOMPARE(read(world->path("schedules/Winter.scd")), QByteArray("schedule"));
+        QCOMPARE(read(world->path("sheetmusic/Song.stp")), QByteArray("chart"));
+    }
+
+    void openConnectionGoesOnWithTheRestoredDatabase() {
+        addSong("Old");
+        const frmBackup& w = open();
+        tick({Database});
+        chooseIn(stick(), "Copy Database Here");
+        world->answers.box(QStringLiteral("Copied Database To: %1\r\r").arg(stick()),
+                           QMessageBox::NoIcon, Done);
+        click(w.cmdBack);
+        addSong("New");
+        chooseIn(stick(), "Restore Database From");
+        world->answers.box(QStringLiteral("Restored Database To: %1\r\r").arg(stick()),
+                           QMessageBox::NoIcon, Done);
+        click(w.cmdRestore);
+        Recordset rs;
+        rs.Open("SELECT title FROM songs", dbConn, CursorType::Dynamic, LockType::ReadOnly);
+        QCOMPARE(rs.Fields("title"), QStringLiteral("Old"));
+        rs.MoveNext();
+        QVERIFY(rs.EOF_());
+    }
+
+    void firstCancelledSecondIsCopiedAndReportedAlone() {
+        write(world->path("saved sets/a.set"), "a");
+        const frmBackup& w = open();
+        tick({Database, SavedSets});
+        world->answers.cancelFile();
+        chooseIn(stick(), "Copy Saved Sets Here");
+        world->answers.box(QStringLiteral("Copied Saved Sets To: %1\r\r").arg(stick()),
+                           QMessageBox::NoIcon, Done);
+        click(w.cmdBack);
+        QVERIFY(!QFile::exists(stick("/db1.mdb")));
+        QCOMPARE(read(stick("/saved sets/a.set")), QByteArray("a"));
+    }
+
+    void nameThatIsTypedIsThrownAway() {
+        const frmBackup& w = open();
+        tick({Database});
+        world->answers.file(stick("/my own name.txt"));
+        world->answers.box(QStringLiteral("Copied Database To: %1\r\r").arg(stick()),
+                           QMessageBox::NoIcon, Done);
+        click(w.cmdBack);
+        QCOMPARE(QDir(stick()).entryList(QDir::Files), QStringList{"db1.mdb"});
+    }
+
+    void restoredSetsOverwriteAndOtherFilesStay() {
+        write(world->path("saved sets/a.set"), "program's a");
+        write(world->path("saved sets/b.set"), "program's b");
+        write(stick("/saved sets/a.set"), "stick's a");
+        write(stick("/saved sets/years/2025/\u00e4.set"), "deep");
+        const frmBackup& w = open();
+        tick({SavedSets});
+        chooseIn(stick("/saved sets"), "Restore Saved Sets From");
+        world->answers.box(QStringLiteral("Restored Saved Sets To: %1/saved sets\r\r").arg(stick()),
+                           QMessageBox::NoIcon, Done);
+        click(w.cmdRestore);
+        QCOMPARE(read(world->path("saved sets/a.set")), QByteArray("stick's a"));
+        QCOMPARE(read(world->path("saved sets/b.set")), QByteArray("program's b"));
+        QCOMPARE(read(world->path("saved sets/years/2025/\u00e4.set")), QByteArray("deep"));
+    }
+
+    void restoreFromTheFolderAboveBringsTheFolderItself() {
+        write(stick("/saved sets/a.set"), "a");
+        const frmBackup& w = open();
+        tick({SavedSets});
+        chooseIn(stick(), "Restore Saved Sets From");
+        world->answers.box(QStringLiteral("Restored Saved Sets To: %1\r\r").arg(stick()),
+                           QMessageBox::NoIcon, Done);
+        click(w.cmdRestore);
+        QCOMPARE(read(world->path("saved sets/saved sets/a.set")), QByteArray("a"));
+    }
+
+    void folderWithoutADatabaseGivesTheErrorBoxOnRestore() {
+        addSong("Kept");
+        const frmBackup& w = open();
+        tick({Database});
+        chooseIn(stick(), "Restore Database From");
+        expectError(53, "db1.mdb", QMessageBox::NoIcon);
+        click(w.cmdRestore);
+        QCOMPARE(titles(), QStringList{"Kept"});
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    void missingFolderGivesTheErrorBoxOnBackupAndEndsTheLoop() {
+        write(world->path("set designs/Sunday.sdl"), "design");
+        QDir(world->path("saved sets")).removeRecursively();
+        const frmBackup& w = open();
+        tick({SavedSets, SetDesigns});
+        chooseIn(stick(), "Copy Saved Sets Here");
+        expectError(76, "saved sets", QMessageBox::Critical);
+        click(w.cmdBack);
+        QVERIFY(QDir(stick()).isEmpty());
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    void whatWasCopiedBeforeAFailureStaysWithoutAReport() {
+        QDir(world->path("schedules")).removeRecursively();
+        const frmBackup& w = open();
+        tick({Database, Schedules});
+        chooseIn(stick(), "Copy Database Here");
+        chooseIn(stick(), "Copy Schedules Here");
+        expectError(76, "schedules", QMessageBox::Critical);
+        click(w.cmdBack);
+        QCOMPARE(QDir(stick()).entryList(QDir::Files), QStringList{"db1.mdb"});
+    }
+
+    void copyOntoItselfGivesTheErrorBoxAndLosesNothing() {
+        addSong("Kept");
+        write(world->path("saved sets/a.set"), "a");
+        const frmBackup& w = open();
+        tick({Database});
+        chooseIn(world->folder(), "Copy Database Here");
+        expectError(70, "itself", QMessageBox::Critical);
+        click(w.cmdBack);
+        tick({Database, SavedSets});
+        chooseIn(world->folder(), "Copy Saved Sets Here");
+        expectError(70, "itself", QMessageBox::Critical);
+        click(w.cmdBack);
+        chooseIn(world->folder(), "Restore Saved Sets From");
+        expectError(70, "itself", QMessageBox::NoIcon);
+        click(w.cmdRestore);
+        addSong("After");
+        QCOMPARE(titles(), (QStringList{"Kept", "After"}));
+        QCOMPARE(read(world->path("saved sets/a.set")), QByteArray("a"));
+    }
+
+    void databaseThatIsNoneOrDamagedOrLacksATableLeavesTheRunningOne_data() {
+        QTest::addColumn<QString>("spoil");
+        QTest::addColumn<QString>("why");
+        QTest::newRow("no database") << "letter"
+                                     << "not a database";
+        QTest::newRow("empty file") << "empty"
+                                    << "no such table: songs";
+        QTest::newRow("cut") << "cut"
+                             << "malformed";
+        QTest::newRow("damaged page") << "page"
+                                      << "";
+        QTest::newRow("no table") << "DROP TABLE notes"
+                                  << "no such table: notes";
+        QTest::newRow("no column") << "ALTER TABLE songs DROP COLUMN CCLI"
+                                   << "no such column: CCLI";
+    }
+    void databaseThatIsNoneOrDamagedOrLacksATableLeavesTheRunningOne() {
+        QFETCH(QString, spoil);
+        QFETCH(QString, why);
+        const QString file = world->path("db1.mdb");
+        world->sql(
+            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 3000) "
+            "INSERT INTO songs (title) SELECT 'Song number ' || i FROM n");
+        if (spoil.contains(QLatin1Char(' '))) {
+            world->sql(spoil);
+            QVERIFY(QFile::rename(file, stick("/db1.mdb")));
+            QVERIFY(QFile::copy(PROGRAM_TREE "/db1.mdb", file));
+        } else {
+            QByteArray bytes = read(file);
+            if (spoil == QLatin1String("letter")) bytes = QByteArray("Dear all,\n").repeated(500);
+            if (spoil == QLatin1String("empty")) bytes.clear();
+            if (spoil == QLatin1String("cut")) bytes.truncate(bytes.size() / 2);
+            if (spoil == QLatin1String("page"))
+                bytes.replace(bytes.size() / 2, 8192, QByteArray(8192, '\x5a'));
+            write(stick("/db1.mdb"), bytes);
+        }
+        const QByteArray running = read(file);
+        const frmBackup& w = open();
+        tick({Database});
+        chooseIn(stick(), "Restore Database From");
+        expectError(-2147467259, why, QMessageBox::NoIcon);
+        click(w.cmdRestore);
+        QCOMPARE(read(file), running);
+        click(world->main().Command1);
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    void answeringNoLeavesEveryTable() {
+        fillAllTables();
+        const frmBackup& w = open();
+        world->answers.question(Warning, QMessageBox::No, "WARNING!");
+        click(w.lblReformatDB);
+        QVERIFY(world->statements.isEmpty());
+        for (const char* table : {"songs", "categories", "played_on", "schedule", "personell",
+                                  "vacation", "notes", "special_music"})
+            QCOMPARE(rowsIn(table), 1);
+    }
+
+    void resetEmptiesSixTablesInOrderAndLeavesTheRest() {
+        fillAllTables();
+        write(world->path("saved sets/a.set"), "a");
+        const int settings = rowsIn("prefs");
+        const frmBackup& w = open();
+        world->answers.question(Warning, QMessageBox::Yes, "WARNING!");
+        world->answers.box("Your database is empty.", QMessageBox::Information);
+        w.lblReformatDB->setFocus();
+        QTest::keyClick(w.lblReformatDB, Qt::Key_Space);
+        settle();
+        QCOMPARE(world->statements,
+                 (QStringList{"DELETE * FROM songs [4]", "DELETE * FROM categories [4]",
+                              "DELETE * FROM played_on [4]", "DELETE * FROM schedule [4]",
+                              "DELETE * FROM personell [4]", "DELETE * FROM vacation [4]"}));
+        for (const char* table :
+             {"songs", "categories", "played_on", "schedule", "personell", "vacation"})
+            QCOMPARE(rowsIn(table), 0);
+        QCOMPARE(rowsIn("notes"), 1);
+        QCOMPARE(rowsIn("special_music"), 1);
+        QCOMPARE(rowsIn("prefs"), settings);
+        QCOMPARE(rowsIn("transpose"), 25);
+        QCOMPARE(read(world->path("saved sets/a.set")), QByteArray("a"));
+    }
+
+    void notesStillComeUpAtStartAfterAReset() {
+        world->sql("INSERT INTO notes (notes, notify_date) VALUES ('Due', '12/24/26')");
+        world->answers.box("Due\r", QMessageBox::Information, "Reminder Notes");
+        const frmBackup& w = open();
+        world->answers.question(Warning, QMessageBox::Yes, "WARNING!");
+        world->answers.box("Your database is empty.", QMessageBox::Information);
+        click(w.lblReformatDB);
+        world->stop();
+        world->answers.box("Due\r", QMessageBox::Information, "Reminder Notes");
+        world->start();
+    }
+
+    void openSongWindowIsNotRefreshedAndOpensEmptyAfterAReset() {
+        addSong("Shown");
+        world->start();
+        click(world->main().cmdSongMgmt);
+        const frmBackup& w = open();
+        world->answers.question(Warning, QMessageBox::Yes, "WARNING!");
+        world->answers.box("Your database is empty.", QMessageBox::Information);
+        click(w.lblReformatDB);
+        QCOMPARE(frmSongAdmin::instance().fpSongList2->GetText(2, 1), QStringLiteral("Shown"));
+        frmSongAdmin::instance().Unload();
+        settle();
+        click(world->main().cmdSongMgmt);
+        QCOMPARE(frmSongAdmin::instance().fpSongList2->MaxRows(), 0);
+        QCOMPARE(frmSongAdmin::instance().lblStat->text(),
+                 QStringLiteral("0 Songs In The Database"));
+    }
+
+    void failingDeleteEndsTheProgramWithTheTablesBeforeItEmpty() {
+        fillAllTables();
+        world->sql("DROP TABLE schedule");
+        const frmBackup& w = open();
+        world->answers.question(Warning, QMessageBox::Yes, "WARNING!");
+        world->answers.runTimeError(-2147217900, "no such table: schedule");
+        click(w.lblReformatDB);
+        QCOMPARE(world->endStatus, 1);
+        QCOMPARE(rowsIn("played_on"), 0);
+        QCOMPARE(rowsIn("personell"), 1);
+    }
+
+private:
+    int rowsIn(const char* table) {
+        return world->rows(QStringLiteral("SELECT count(*) FROM ") + QLatin1String(table))
+            .value(0)
+            .toInt();
+    }
+
+    void fillAllTables() {
+        world->sql(
+            "INSERT INTO songs (title) VALUES ('a'); INSERT INTO categories (name) VALUES ('a');"
+            "INSERT INTO played_on (title) VALUES ('a'); INSERT INTO schedule (player) VALUES "
+            "('a'); INSERT INTO personell (fName) VALUES ('a'); INSERT INTO vacation DEFAULT "
+            "VALUES; INSERT INTO notes (notes, notify_date) VALUES ('a', ''); INSERT INTO "
+            "special_music (song_name) VALUES ('a');");
+    }
+};
+
+LORVANITE_TEST(TestBackup)
+#include "test_backup.moc"
