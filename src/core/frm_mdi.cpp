@@ -5,6 +5,7 @@
 #include "core/frm_about.h"
 #include "core/frm_splash.h"
 #include "core/paths.h"
+#include "mail/frm_email.h"
 #include "platform/desktop.h"
 #include "platform/message_box.h"
 #include "platform/theme.h"
@@ -85,11 +86,12 @@ void frmMDI::setUpUtilities() {
 
 void frmMDI::wireModules() {
     onEvent(this, cmdSetList, &QToolButton::clicked, &frmMDI::cmdSetList_Click);
+    onEvent(this, cmdEmail, &QToolButton::clicked, &frmMDI::cmdEmail_Click);
     onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
     onEvent(this, Command10, &QToolButton::clicked, &frmMDI::Command10_Click);
     onEvent(this, Command11, &QToolButton::clicked, &frmMDI::Command11_Click);
     for (QToolButton* button :
-         {cmdSongMgmt, cmdHistory, cmdPastSets, cmdSheetMusic, cmdEmail, cmdScheduling, Command1})
+         {cmdSongMgmt, cmdHistory, cmdPastSets, cmdSheetMusic, cmdScheduling, Command1})
         standsLater(button);
     for (QAction* item : mnuUtilities.actions()) standsLater(*item);
 }
@@ -118,6 +120,8 @@ void frmMDI::cmdSetList_Click() {
     frmSetList::instance().centre();
     frmSetList::instance().Show();
 }
+
+void frmMDI::cmdEmail_Click() { showModule<frmEmail>(); }
 
 void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }
 

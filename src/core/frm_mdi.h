@@ -49,6 +49,7 @@ private:
     void dressButtons();
 
     void cmdSetList_Click();
+    void cmdEmail_Click();
     void cmdAbout_Click();
     void Command10_Click();
     void Command11_Click();
