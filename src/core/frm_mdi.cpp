@@ -1,5 +1,6 @@
 #include "core/frm_mdi.h"
 
+#include "catalogue/frm_song_admin.h"
 #include "core/database.h"
 #include "core/dates.h"
 #include "core/frm_about.h"
@@ -86,12 +87,12 @@ void frmMDI::setUpUtilities() {
 
 void frmMDI::wireModules() {
     onEvent(this, cmdSetList, &QToolButton::clicked, &frmMDI::cmdSetList_Click);
+    onEvent(this, cmdSongMgmt, &QToolButton::clicked, &frmMDI::cmdSongMgmt_Click);
     onEvent(this, cmdEmail, &QToolButton::clicked, &frmMDI::cmdEmail_Click);
     onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
     onEvent(this, Command10, &QToolButton::clicked, &frmMDI::Command10_Click);
     onEvent(this, Command11, &QToolButton::clicked, &frmMDI::Command11_Click);
-    for (QToolButton* button :
-         {cmdSongMgmt, cmdHistory, cmdPastSets, cmdSheetMusic, cmdScheduling, Command1})
+    for (QToolButton* button : {cmdHistory, cmdPastSets, cmdSheetMusic, cmdScheduling, Command1})
         standsLater(button);
     for (QAction* item : mnuUtilities.actions()) standsLater(*item);
 }
@@ -119,6 +120,15 @@ void frmMDI::showReminderNotes() {
 void frmMDI::cmdSetList_Click() {
     frmSetList::instance().centre();
     frmSetList::instance().Show();
+}
+
+void frmMDI::cmdSongMgmt_Click() {
+    setMousePointer(MousePointer::Hourglass);
+    frmSongAdmin::instance().Show();
+    doEvents();
+    frmSongAdmin::instance().loadSongMgmt();
+    frmSongAdmin::instance().centre();
+    setMousePointer(MousePointer::Arrow);
 }
 
 void frmMDI::cmdEmail_Click() { showModule<frmEmail>(); }

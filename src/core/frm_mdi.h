@@ -49,6 +49,7 @@ private:
     void dressButtons();
 
     void cmdSetList_Click();
+    void cmdSongMgmt_Click();
     void cmdEmail_Click();
     void cmdAbout_Click();
     void Command10_Click();

@@ -19,21 +19,6 @@ bool canWriteIn(const QString& folder) {
     return probe.open();
 }
 
-// Files of the user's that stand already are kept.
-void copyTree(const QString& from, const QString& to) {
-    QDir().mkpath(to);
-    const auto entries = QDir(from).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot);
-    for (const QFileInfo& entry : entries) {
-        const QString target = to + QLatin1Char('/') + entry.fileName();
-        if (entry.isDir()) {
-            copyTree(entry.filePath(), target);
-        } else if (!entry.isExecutable() && !QFile::exists(target)) {
-            QFile::copy(entry.filePath(), target);
-            QFile(target).setPermissions(QFile::permissions(target) | QFile::WriteOwner);
-        }
-    }
-}
-
 QString chooseFolder() {
     const QString own = QCoreApplication::applicationDirPath();
     if (canWriteIn(own)) return own;
@@ -51,6 +36,20 @@ QString programFolder() {
 }
 
 void setProgramFolder(const QString& folder) { g_folder = folder; }
+
+void copyTree(const QString& from, const QString& to) {
+    QDir().mkpath(to);
+    const auto entries = QDir(from).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    for (const QFileInfo& entry : entries) {
+        const QString target = to + QLatin1Char('/') + entry.fileName();
+        if (entry.isDir()) {
+            copyTree(entry.filePath(), target);
+        } else if (!entry.isExecutable() && !QFile::exists(target)) {
+            QFile::copy(entry.filePath(), target);
+            QFile(target).setPermissions(QFile::permissions(target) | QFile::WriteOwner);
+        }
+    }
+}
 
 QString resolvedPath(const QString& path) {
     if (QFile::exists(path)) return path;

@@ -11,6 +11,10 @@ QString programFolder();
 // Makes another folder the program's.
 void setProgramFolder(const QString& folder);
 
+// Copies a folder with all below it, without executables. Files that stand at the target already
+// are kept.
+void copyTree(const QString& from, const QString& to);
+
 // The path with this platform's separators. A file that exists under the name as given keeps it.
 QString resolvedPath(const QString& path);
 

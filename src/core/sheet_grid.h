@@ -76,7 +76,7 @@ private:
 
 // What has changed since a view last looked.
 struct GridDirt {
-    bool any = false;
+    bool any = false;     // also where only the focus has moved
     bool layout = false;  // sizes, spans, hidden flags, widths, sheets: everything has to be redone
     int firstRow = 0;     // the rows of ActiveSheet whose cells have changed, 0 for the heads
     int lastRow = -1;
@@ -85,7 +85,8 @@ struct GridDirt {
 // Rows and columns count from 1; row 0 holds the column heads and column 0 the row heads. -1 as a
 // row or column of an address means "all", as an end it means "to the last". Cell calls address
 // the sheet `Sheet`. Reading beyond the grid's size yields no text and the plain format; writing
-// there has no effect. Nothing here raises an error unless its comment says so.
+// there has no effect. Nothing here raises an error unless its comment says so. A grid starts with
+// one sheet of 500 x 500 plain cells.
 class SheetGrid {
 public:
     SheetGrid();
@@ -133,7 +134,9 @@ public:
     // Removes `count` rows from `row` on; the rows below move up, MaxRows stays.
     void DeleteRows(int row, int count);
 
-    // Empties a block. With dataOnly true only texts and pictures go, with false the formats too.
+    // Empties a block; -1 as a start is the first data cell, so that heads go only where 0 names
+    // them. With dataOnly true only texts and pictures go. With false the spans and the cells' own
+    // formats go too, and the defaults of rows and columns that lie in the block as a whole.
     void ClearRange(int col, int row, int col2, int row2, bool dataOnly);
 
     // --- Cells ---------------------------------------------------------------------------------
@@ -143,7 +146,8 @@ public:
     QString GetText(int col, int row) const;
 
     // Writes a cell or a head. A date cell takes a date from 1/1/1990 to 12/31/2100, which it
-    // shows as "mm/dd/yy", or the empty text; any other text leaves it as it was.
+    // shows as "mm/dd/yy", or the empty text; any other text leaves it as it was. -1 writes all
+    // data cells of a row, a column or the sheet.
     void SetText(int col, int row, const QString& value);
 
     // The current cell, and with BlockMode true the block from (Col, Row) to (Col2, Row2) that
@@ -159,17 +163,22 @@ public:
     bool BlockMode() const { return m_blockMode; }
     void BlockMode(bool on) { m_blockMode = on; }
 
-    // Text of the current cell.
+    // Text of the current cell; a write goes to the block, by the rules of SetText.
     QString Text() const;
     void Text(const QString& text);
 
-    // The cell with the focus; (0, 0) where none has it.
+    // The cell with the focus; (0, 0) where none has it. The focus is lost where its cell goes;
+    // cells beyond the sheet on view cannot have it.
     int ActiveCol() const { return m_activeCol; }
     int ActiveRow() const { return m_activeRow; }
     void SetActiveCell(int col, int row);
 
-    // Format properties of the current cell. A write with -1 as row or column sets that row's,
-    // column's or sheet's default and drops what was set under it.
+    // Format properties of the current cell, looked up in the cell, then in its row's, its
+    // column's and its sheet's default. A write with -1 as column, row or both sets the default of
+    // that row, column or sheet and drops what was set under it; where a row and a column cross,
+    // the last write shows. Heads have the format of the head row (-1, 0) or column (0, -1) alone.
+    // Values that do not exist are left out, numbers are cut to their range: sizes 0 to 1000
+    // points, colours 24 bits, 0 to 1000 lines.
     int BackColor() const;
     void BackColor(int colour);
     int ForeColor() const;
@@ -204,8 +213,8 @@ public:
     QByteArray Picture() const;
     void Picture(const QByteArray& imageFile);
 
-    // Joins cells. A block that meets spans already there swallows them. Sizes below 1 and blocks
-    // beyond the grid are cut to it; a block of one cell makes no span.
+    // Joins data cells. A block that meets spans already there dissolves them. Sizes below 1 and
+    // blocks beyond the grid are cut to it; a block of one cell makes no span.
     void AddCellSpan(int col, int row, int numCols, int numRows);
 
     // The span that covers a cell. False, and the cell itself as 1 x 1, where none does.
@@ -213,7 +222,7 @@ public:
                      int& numRows) const;
     void RemoveCellSpan(int anchorCol, int anchorRow);
 
-    // One border on every cell of a block.
+    // Borders on every cell of a block; types can be added up. Style None takes them away.
     void SetCellBorder(int col, int row, int col2, int row2, BorderType type, int colour,
                        BorderStyle style);
 
@@ -223,15 +232,16 @@ public:
 
     // --- Columns and rows ----------------------------------------------------------------------
 
-    // Width in units of the width of "0" in Arial 10; -1 writes all columns. 0 to 1000.
+    // Width in units of the width of "0" in Arial 10, 8 at first; -1 writes all columns but the
+    // row heads'. 0 to 1000.
     double ColWidth(int col) const;
     void ColWidth(int col, double width);
 
-    // Height in points; -1 writes all rows. 0 to 1000.
+    // Height in points, 20 at first; -1 writes all rows but the heads'. 0 to 1000.
     double RowHeight(int row) const;
     void RowHeight(int row, double height);
 
-    // Hidden flag of the column `Col`, the row `Row`.
+    // Hidden flag of the column `Col`, the row `Row`, or of the block's; -1 writes all.
     bool ColHidden() const;
     void ColHidden(bool hidden);
     bool RowHidden() const;
@@ -278,10 +288,12 @@ public:
     // --- Files and memory ----------------------------------------------------------------------
 
     // Writes the whole grid with all sheets; the file is replaced whole or left as it was. With
-    // dataOnly true the formats, widths and heights stay out. False where it failed.
+    // dataOnly true only sizes, texts and pictures go out. False where it failed, or where the
+    // grid holds more than 8 million cells.
     bool SaveToFile(const QString& path, bool dataOnly) const;
 
-    // Replaces the whole grid by a file's. False, and the grid as it was, where the file is
+    // Replaces the whole grid by a file's, with its ActiveSheet; Col, Row and BlockMode stay, no
+    // cell has the focus. False, and the grid as it was, where the file is
     // missing, damaged, too large for its own counts or of a later version.
     bool LoadFromFile(const QString& path);
 

@@ -86,6 +86,10 @@ constexpr bool isKnown(SortOrder order) {
     return order >= SortOrder::None && order <= SortOrder::Descending;
 }
 
+// The head row and the head column, as long as nothing is set for them.
+inline const GridLine plainColHead{PlainRowHeight};
+inline const GridLine plainRowHead{PlainColWidth};
+
 // A block whose ends are inside a grid; empty where an end lies before its start.
 struct GridArea {
     int col = 0;
@@ -114,6 +118,9 @@ struct GridSheet {
     }
     const GridCell* cell(int col, int row) const;  // null where nothing was written
     GridCell& cellForWriting(int col, int row);    // the address has to be inside
+    // How many cells a row has after a write to a column: rows are filled from left to right, and
+    // the next few cells are made along with the first.
+    int rowCapacity(int col) const { return std::min(maxCols + 1, (col / 8 + 1) * 8); }
 
     // An address with -1 for "all" or "to the last", as data cells of the sheet; 0 is a head.
     GridArea area(int col, int row, int col2, int row2) const;

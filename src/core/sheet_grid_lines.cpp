@@ -29,9 +29,6 @@ const GridLine& lineIn(const GridLines& lines, int number, const GridLine& plain
     return it == lines.end() ? plain : it->second;
 }
 
-const GridLine plainRowHead{PlainColWidth};
-const GridLine plainColHead{PlainRowHeight};
-
 }  // namespace
 
 const GridCell* GridSheet::cell(int col, int row) const {
@@ -43,10 +40,7 @@ const GridCell* GridSheet::cell(int col, int row) const {
 GridCell& GridSheet::cellForWriting(int col, int row) {
     if (size_t(row) >= rows.size()) rows.resize(size_t(row) + 1);
     GridRow& cells = rows[size_t(row)];
-    // Rows are filled from left to right: the next few cells are made along with the first.
-    constexpr int Ahead = 8;
-    if (size_t(col) >= cells.size())
-        cells.resize(size_t(std::min(maxCols + 1, (col / Ahead + 1) * Ahead)));
+    if (size_t(col) >= cells.size()) cells.resize(size_t(rowCapacity(col)));
     return cells[size_t(col)];
 }
 

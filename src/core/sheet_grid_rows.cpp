@@ -1,4 +1,8 @@
-#include "core/sheet_grid_data.h"
+#include "core/grid_file.h"
+#include "core/paths.h"
+
+#include <QFile>
+#include <QFileInfo>
 
 namespace {
 
@@ -125,6 +129,28 @@ bool SheetGrid::LoadBlockFromBuffer(int col, int row, const CellBlock& buffer) {
         to.copyRow(r, col, block, r - row + 1, 1, target.col2 - col + 1);
     to.dropSpansIn(target);
     to.copySpans(block, {1, 1, target.col2 - col + 1, target.row2 - row + 1}, col, row);
+    touchLayout();
+    return true;
+}
+
+// --- Files -------------------------------------------------------------------------------------
+
+bool SheetGrid::SaveToFile(const QString& path, bool dataOnly) const {
+    const QByteArray bytes = writeGridFile(d->data, dataOnly);
+    return !bytes.isEmpty() && replaceFile(path, bytes);
+}
+
+bool SheetGrid::LoadFromFile(const QString& path) {
+    QFile file(resolvedPath(path));
+    if (!QFileInfo(file).isFile() || file.size() > MaxGridFileSize ||
+        !file.open(QIODevice::ReadOnly))
+        return false;
+    auto data = readGridFile(file.readAll());
+    if (!data) return false;
+    d->data = std::move(*data);
+    d->sheet = d->data.activeSheet;
+    m_activeCol = 0;
+    m_activeRow = 0;
     touchLayout();
     return true;
 }

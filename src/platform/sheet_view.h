@@ -6,6 +6,9 @@
 #include <QTableView>
 
 #include <memory>
+#include <vector>
+
+struct CellEdit;
 
 // Draws a SheetGrid and lets a person edit it like a spreadsheet. It is the grid: cell calls go to
 // it, and it shows them at the next turn of the event loop, one look for any number of writes.
@@ -13,6 +16,9 @@ class SheetView : public QTableView, public SheetGrid {
     Q_OBJECT
 
 public:
+    using QTableView::isRowHidden;
+    using SheetGrid::isRowHidden;
+
     explicit SheetView(QWidget* parent = nullptr);
     ~SheetView() override;
 
@@ -27,6 +33,9 @@ public:
 
     // Shows pending changes now.
     void flush();
+
+    // Takes the text of an open editor now. Clicks, shortcuts and the loss of the focus do so.
+    void commitEdit();
 
     // A cell's or head's place in this widget's coordinates, for pop-ups and tests; flushes first.
     QRect cellRect(int col, int row);
@@ -45,4 +54,75 @@ Q_SIGNALS:
 
 protected:
     void becameDirty() override;
+
+    bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void selectionChanged(const QItemSelection& selected,
+                          const QItemSelection& deselected) override;
+    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                     const QList<int>& roles) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+
+private:
+    struct Cell {
+        int col = -1;
+        int row = -1;
+        bool isCell() const { return col > 0 && row > 0; }
+        bool operator==(const Cell&) const = default;
+    };
+    struct Parts;
+
+    // What is shown (sheet_view.cpp).
+    void setUpHeads();
+    void applyLayout();
+    void applySpans();
+    void applySizes();
+    void applyFill();
+    void settleScrollBars();
+    void applyTabs();
+    void applyActiveCell();
+    void dropLostEditor();
+    void placeOverlays();
+    void colDragged(int col, int width);
+    void tabPicked(int tab);
+
+    // The mouse and the keys (sheet_view_input.cpp).
+    Cell cellAt(const QPoint& place) const;
+    QRect handleRect(Cell cell) const;
+    void handlePressed(Cell cell);
+    void raiseClick(Cell cell);
+    void raiseRightClick(Cell cell, const QPoint& place, bool byKey);
+    void headRightClicked(Cell cell, const QPoint& place);
+    void raiseMouseUp(const QMouseEvent& event, const QWidget& from);
+    bool wantsShortcut(const QKeyEvent& event) const;
+    bool runShortcut(QKeyEvent* event);
+    bool keyInList(const QKeyEvent& event);
+    bool keyInForm(const QKeyEvent& event);
+    bool moveActive(int cols, int rows);
+    bool tabToNext(bool forward);
+    void setCurrent(Cell cell);
+
+    // The user's edits (sheet_view_user.cpp).
+    std::vector<CellEdit> selectedCells() const;
+    void enter(int sheet, std::vector<CellEdit> edits);
+    void undoStep(bool forward);
+    void raiseChanges();
+    void copySelection();
+    void clearSelectedCells();
+    void paste();
+    void find(const QString& text, int step);
+
+    std::unique_ptr<Parts> m;
 };

@@ -90,13 +90,7 @@ void frmSetList::setUpGrids() {
     fpSongList1->setReadOnly(true);
     fpSongList1->setFillColumn(2);
 
-    fpSet->MaxCols(2);
-    fpSet->MaxRows(25);
-    fpSet->RowHeadersShow(false);
-    fpSet->SetText(1, 0, QStringLiteral("Service"));
-    fpSet->SetText(2, 0, QStringLiteral("Song"));
-    fpSet->SetText(1, 1, QStringLiteral("Set List For:"));
-    setUpDateCell(*fpSet);
+    setUpSet(*fpSet);
     fpSet->ColWidth(1, 19.25);
     fpSet->setFillColumn(2);
 }

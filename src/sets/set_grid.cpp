@@ -1,5 +1,15 @@
 #include "sets/set_grid.h"
 
+void setUpSet(SheetGrid& grid) {
+    grid.MaxCols(2);
+    grid.MaxRows(25);
+    grid.RowHeadersShow(false);
+    grid.SetText(1, 0, QStringLiteral("Service"));
+    grid.SetText(2, 0, QStringLiteral("Song"));
+    grid.SetText(1, 1, QStringLiteral("Set List For:"));
+    setUpDateCell(grid);
+}
+
 void setUpDateCell(SheetGrid& grid) {
     grid.Col(2);
     grid.Row(1);

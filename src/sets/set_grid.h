@@ -13,6 +13,9 @@ inline int clickedSetRow = 0;
 // The green of a title whose song has sheet music on file.
 constexpr int SheetMusicGreen = RGB(180, 255, 180);
 
+// Gives a grid the shape of an empty set: 2 columns, 25 rows, heads, label and date cell.
+void setUpSet(SheetGrid& grid);
+
 // Makes (2, 1) the date cell.
 void setUpDateCell(SheetGrid& grid);
 

@@ -167,6 +167,20 @@ private Q_SLOTS:
         main.mnuUtilities.close();
     }
 
+    void helpShowsTheGuideAndFindsInIt() {
+        world->start();
+        click(world->main().Command11);
+        QCOMPARE(world->main().CommonDlg.HelpCommand, 9);
+        const auto* help = world->main().findChild<QDialog*>("frmHelp");
+        QVERIFY(help && help->isVisible());
+        auto* text = help->findChild<QTextBrowser*>("txtGuide");
+        auto* find = help->findChild<QLineEdit*>("txtFind");
+        QVERIFY(text->toPlainText().size() > 1000);
+        QTest::keyClicks(find, "playlist");
+        QTest::keyClick(find, Qt::Key_Return);
+        QCOMPARE(text->textCursor().selectedText().toLower(), QStringLiteral("playlist"));
+    }
+
     void missingHelpFileIsTold() {
         QFile::remove(world->path("config/LORVANITEHELP.hlp"));
         world->start();

@@ -1,4 +1,6 @@
-// lorvanite_tests NAME [QtTest's options]: runs the tests of the file NAME.cpp.
+// lorvanite_tests NAME [QtTest's options]    runs the tests of the file NAME.cpp
+// lorvanite_tests --save-for-ever FOLDER     saves sets until it is killed
+#include "support/endless_saver.h"
 #include "support/registry.h"
 
 #include <QApplication>
@@ -42,6 +44,8 @@ int main(int argc, char** argv) {
     --argc;
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Lorvanite"));
+    if (name == QLatin1String("--save-for-ever"))
+        saveForEver(QString::fromLocal8Bit(argc > 1 ? argv[1] : "."));
     int ran = 0;
     int failed = 0;
     for (const Entry& entry : entries()) {

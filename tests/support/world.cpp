@@ -5,24 +5,20 @@
 #include "core/paths.h"
 #include "platform/desktop.h"
 
-#include <QDirIterator>
 #include <QFile>
+#include <QProcess>
 
 #include <sqlite3.h>
 
 namespace {
 
-void copyTree(const QString& from, const QString& to) {
-    QDirIterator it(from, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden,
-                    QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        it.next();
-        const QString target = to + it.filePath().mid(from.size());
-        if (it.fileInfo().isDir())
-            QDir().mkpath(target);
-        else if (!it.fileInfo().isExecutable())
-            QFile::copy(it.filePath(), target);
-    }
+void makeSample(const QString& folder) {
+    QProcess maker;
+    maker.start(QStringLiteral(BUILD_TREE "/lorvanite_make_sample"),
+                {QStringLiteral(SOURCE_TREE "/sample"), QStringLiteral(PROGRAM_TREE), folder,
+                 QStringLiteral("2026-11-21")});
+    if (!maker.waitForFinished(120000) || maker.exitCode() != 0)
+        QTest::qFail(maker.readAllStandardError().constData(), __FILE__, __LINE__);
 }
 
 // A connection beside the program's, as another tool would open the file.
@@ -58,8 +54,11 @@ private:
 
 }  // namespace
 
-World::World() {
-    copyTree(QStringLiteral(PROGRAM_TREE), folder());
+World::World(WorldTree tree) {
+    if (tree == WorldTree::Sample)
+        makeSample(folder());
+    else
+        copyTree(QStringLiteral(PROGRAM_TREE), folder());
     setProgramFolder(folder());
     setToday(QDate(2026, 11, 21));
     setEndOfProcess([this](int status) { endStatus = status; });

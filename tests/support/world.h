@@ -12,10 +12,13 @@
 
 #include <memory>
 
+enum class WorldTree { Delivered, Sample };
+
 class World {
 public:
-    // Copies the delivered tree into a temporary folder; today is Saturday, 11/21/2026.
-    World();
+    // Makes a temporary program folder, as delivered or with the sample; today is Saturday,
+    // 11/21/2026.
+    explicit World(WorldTree tree = WorldTree::Delivered);
 
     // Ends everything and fails the test for answers that were not used.
     ~World();

@@ -1,0 +1,178 @@
+// How fast a grid of 10,000 x 5 is filled, saved, loaded, sorted and searched, and the two ratios
+// that must hold: filling takes less than half the time of QStandardItemModel, saving and loading
+// at most 3 times one round trip of the bare texts through QJsonDocument. The program fails where
+// they do not.
+#include "core/sheet_grid.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QSaveFile>
+#include <QStandardItemModel>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <cstdio>
+
+namespace {
+
+constexpr int Rows = 10'000;
+constexpr int Cols = 5;
+
+const std::vector<QString>& texts() {
+    static const std::vector<QString> list = [] {
+        std::vector<QString> made;
+        for (int i = 0; i < Rows * Cols; ++i)
+            made.push_back(QStringLiteral("Song title %1").arg((i * 7919) % (Rows * Cols)));
+        return made;
+    }();
+    return list;
+}
+
+const QString& textOf(int col, int row) { return texts()[size_t((row - 1) * Cols + col - 1)]; }
+
+void fillGrid(SheetGrid& grid) {
+    grid.MaxCols(Cols);
+    grid.MaxRows(Rows);
+    for (int row = 1; row <= Rows; ++row)
+        for (int col = 1; col <= Cols; ++col) grid.SetText(col, row, textOf(col, row));
+}
+
+void fillModel(QStandardItemModel& model) {
+    for (int row = 1; row <= Rows; ++row)
+        for (int col = 1; col <= Cols; ++col)
+            model.setItem(row - 1, col - 1, new QStandardItem(textOf(col, row)));
+}
+
+void gridTrip(const SheetGrid& grid, const QString& path) {
+    SheetGrid loaded;
+    if (!grid.SaveToFile(path, false) || !loaded.LoadFromFile(path)) std::abort();
+}
+
+void jsonTrip(const QString& path) {
+    QJsonArray array;
+    for (int row = 1; row <= Rows; ++row) {
+        QJsonArray cells;
+        for (int col = 1; col <= Cols; ++col) cells.append(textOf(col, row));
+        array.append(cells);
+    }
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) std::abort();
+    file.write(QJsonDocument(array).toJson(QJsonDocument::Compact));
+    if (!file.commit()) std::abort();
+    QFile back(path);
+    if (!back.open(QIODevice::ReadOnly)) std::abort();
+    const QJsonArray read = QJsonDocument::fromJson(back.readAll()).array();
+    std::vector<QString> loaded;
+    for (const QJsonValue& row : read)
+        for (const QJsonValue& cell : row.toArray()) loaded.push_back(cell.toString());
+    if (loaded != texts()) std::abort();
+}
+
+void BM_FillGrid(benchmark::State& state) {
+    for (auto _ : state) {
+        SheetGrid grid;
+        fillGrid(grid);
+    }
+}
+BENCHMARK(BM_FillGrid)->Unit(benchmark::kMillisecond);
+
+void BM_FillStandardItemModel(benchmark::State& state) {
+    for (auto _ : state) {
+        QStandardItemModel model(Rows, Cols);
+        fillModel(model);
+    }
+}
+BENCHMARK(BM_FillStandardItemModel)->Unit(benchmark::kMillisecond);
+
+void BM_SaveAndLoadGrid(benchmark::State& state) {
+    const QTemporaryDir folder;
+    SheetGrid grid;
+    fillGrid(grid);
+    for (auto _ : state) gridTrip(grid, folder.filePath(QStringLiteral("grid.set")));
+}
+BENCHMARK(BM_SaveAndLoadGrid)->Unit(benchmark::kMillisecond);
+
+void BM_BareJsonRoundTrip(benchmark::State& state) {
+    const QTemporaryDir folder;
+    for (auto _ : state) jsonTrip(folder.filePath(QStringLiteral("bare.json")));
+}
+BENCHMARK(BM_BareJsonRoundTrip)->Unit(benchmark::kMillisecond);
+
+void BM_SortByHead(benchmark::State& state) {
+    SheetGrid grid;
+    fillGrid(grid);
+    for (auto _ : state) grid.SortByHead(2);
+}
+BENCHMARK(BM_SortByHead)->Unit(benchmark::kMillisecond);
+
+void BM_SortNonAscii(benchmark::State& state) {
+    SheetGrid grid;
+    fillGrid(grid);
+    for (int row = 1; row <= Rows; ++row)
+        grid.SetText(2, row, QStringLiteral("Großer Gott ") + textOf(2, row));
+    for (auto _ : state) grid.SortByHead(2);
+}
+BENCHMARK(BM_SortNonAscii)->Unit(benchmark::kMillisecond);
+
+void BM_SearchColToTheEnd(benchmark::State& state) {
+    SheetGrid grid;
+    fillGrid(grid);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(grid.SearchCol(2, 1, -1, QStringLiteral("nowhere")));
+}
+BENCHMARK(BM_SearchColToTheEnd)->Unit(benchmark::kMillisecond);
+
+// Seconds of the quickest of some runs of each, taken in turns.
+template <class A, class B>
+std::pair<double, double> quickest(A first, B second) {
+    const auto time = [](auto& run) {
+        const auto start = std::chrono::steady_clock::now();
+        run();
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    };
+    std::pair<double, double> best{1e9, 1e9};
+    for (int i = 0; i < 9; ++i) {
+        best.first = std::min(best.first, time(first));
+        best.second = std::min(best.second, time(second));
+    }
+    return best;
+}
+
+bool holds(const char* what, std::pair<double, double> seconds, double most) {
+    const double ratio = seconds.first / seconds.second;
+    std::printf("%-34s %7.2f ms against %7.2f ms: ratio %.2f, at most %.2f: %s\n", what,
+                seconds.first * 1000, seconds.second * 1000, ratio, most,
+                ratio <= most ? "holds" : "FAILS");
+    return ratio <= most;
+}
+
+bool ratiosHold() {
+    const auto fill = quickest(
+        [] {
+            SheetGrid grid;
+            fillGrid(grid);
+        },
+        [] {
+            QStandardItemModel model(Rows, Cols);
+            fillModel(model);
+        });
+    const QTemporaryDir folder;
+    SheetGrid grid;
+    fillGrid(grid);
+    const auto trip = quickest([&] { gridTrip(grid, folder.filePath(QStringLiteral("grid.set"))); },
+                               [&] { jsonTrip(folder.filePath(QStringLiteral("bare.json"))); });
+    const bool filled = holds("filling, grid : item model", fill, 0.5);
+    return holds("save and load, grid : bare JSON", trip, 3) && filled;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+    benchmark::RunSpecifiedBenchmarks();
+    return ratiosHold() ? 0 : 1;
+}

@@ -1,0 +1,51 @@
+// What a SheetView is made of. Only its own files look in here.
+#pragma once
+
+#include "platform/sheet_view.h"
+#include "platform/sheet_view_editors.h"
+#include "platform/sheet_view_edits.h"
+#include "platform/sheet_view_find.h"
+#include "platform/sheet_view_head.h"
+#include "platform/sheet_view_model.h"
+#include "platform/sheet_view_paint.h"
+
+#include <QTabBar>
+#include <QUndoStack>
+
+struct SheetView::Parts {
+    explicit Parts(SheetView& view)
+        : model(
+              view,
+              [&view](int col, int row, const QString& text) {
+                  const int sheet = view.ActiveSheet();
+                  view.enter(sheet, {{col, row, view.textAt(sheet, col, row), text}});
+              },
+              nullptr),
+          painter(view, view),
+          delegate(view, painter, nullptr),
+          cols(new SheetHead(Qt::Horizontal, view, &view)),
+          rows(new SheetHead(Qt::Vertical, view, &view)),
+          tabs(new QTabBar(&view)),
+          findBar(new FindBar(&view)) {}
+
+    SheetModel model;
+    SheetPainter painter;
+    SheetDelegate delegate;
+    SheetHead* cols;
+    SheetHead* rows;
+    QTabBar* tabs;
+    FindBar* findBar;
+    QUndoStack undo;
+    CellPlaces changed;  // cells whose Change has still to be raised
+    std::vector<CellSpan> spans;
+    int fillCol = 0;
+    bool layoutWanted = true;  // the whole layout has to be redone at the next look
+    bool pending = true;       // the grid has changes that are not shown
+    bool applying = false;     // the view follows the grid, not the other way round
+    bool byUser = false;       // the grid's changes come from an edit of the user
+    bool committing = false;   // an open editor's text is being taken
+    Cell pressed;              // under the left button
+    Cell pressedHandle;
+    Cell rightPressed;
+    bool rightReported = false;
+};

@@ -1,0 +1,360 @@
+// Saving a set, the played record, loading a set.
+#include "sets/set_grid.h"
+#include "sets/set_list_test.h"
+
+#include <QFile>
+
+#include <csignal>
+#include <sys/resource.h>
+
+namespace {
+
+const QString Question = QStringLiteral(
+    "Do you wish to set the Last Played field \rfor the selected songs to the date you've "
+    "selected?");
+
+}  // namespace
+
+class TestSavedSets : public SetListTest {
+    Q_OBJECT
+
+    // The window with a date and these titles in rows 2, 3, ...
+    frmSetList& openWith(const QString& date, const QStringList& titles) {
+        frmSetList& w = open();
+        fill(w, date, titles);
+        return w;
+    }
+
+    void fill(frmSetList& w, const QString& date, const QStringList& titles) {
+        if (!date.isEmpty()) typeInCell(w.fpSet, 2, 1, date);
+        for (int i = 0; i < titles.size(); ++i) w.fpSet->SetText(2, i + 2, titles[i]);
+        world->statements.clear();
+    }
+
+    QStringList addSongs(int count) {
+        QStringList titles;
+        for (int i = 1; i <= count; ++i) {
+            titles.append(QStringLiteral("Song %1").arg(i, 2, 10, QLatin1Char('0')));
+            addSong({.title = titles.back()});
+        }
+        return titles;
+    }
+
+    QStringList record() {
+        return world->rows("SELECT title, played_date, songID FROM played_on ORDER BY ID");
+    }
+
+    void save(frmSetList& w, QMessageBox::StandardButton answer, const QString& file) {
+        world->answers.question(Question, answer);
+        world->answers.file(world->path("saved sets/" + file));
+        click(w.cmdSaveSetList);
+    }
+
+private Q_SLOTS:
+    void saveRunsItsStatementsInOrderAndWritesTheFile() {
+        addSong({.title = "Alpha"});
+        addSong({.title = "Beta"});
+        frmSetList& w = openWith("11/22/26", {"Alpha", "Beta"});
+        world->answers.question(Question, QMessageBox::Yes);
+        world->answers.fileAsProposed();
+        click(w.cmdSaveSetList);
+        QCOMPARE(world->statements,
+                 (QStringList{"SELECT title FROM songs WHERE title = 'Alpha' [1]",
+                              "SELECT title FROM songs WHERE title = 'Beta' [1]",
+                              "SELECT * FROM played_on [1]",
+                              "DELETE * FROM played_on WHERE played_date = '11/22/26' [3]",
+                              "SELECT ID FROM songs WHERE title = 'Alpha' [1]",
+                              "INSERT INTO played_on (title, played_date, songID) VALUES ('Alpha', "
+                              "'11/22/26', 1) [3]",
+                              "SELECT ID FROM songs WHERE title = 'Beta' [1]",
+                              "INSERT INTO played_on (title, played_date, songID) VALUES ('Beta', "
+                              "'11/22/26', 2) [3]"}));
+        const auto& dialog = world->answers.fileDialogs().back();
+        QCOMPARE(dialog.proposed, QStringLiteral("Set For 11_22_26"));
+        QCOMPARE(dialog.folder, world->path("saved sets"));
+        QCOMPARE(dialog.filters, QStringList{"SET Files (*.set)"});
+        QVERIFY(dialog.saves);
+        SheetGrid read;
+        QVERIFY(read.LoadFromFile(world->path("saved sets/Set For 11_22_26.set")));
+        QCOMPARE(read.GetText(2, 1), QStringLiteral("11/22/26"));
+        QCOMPARE(read.GetText(2, 3), QStringLiteral("Beta"));
+        QCOMPARE(w.fpSet->GetText(2, 3), QStringLiteral("Beta"));
+    }
+
+    void setWithoutADateIsRefused() {
+        addSong({.title = "Alpha"});
+        frmSetList& w = openWith("", {"Alpha"});
+        world->answers.box("Please select a date for this set.");
+        click(w.cmdSaveSetList);
+        QVERIFY(world->statements.isEmpty());
+    }
+
+    void setWithoutAKnownSongIsRefused() {
+        frmSetList& w = openWith("11/22/26", {"Typed by hand"});
+        world->answers.box("Please select at least one song before saving the set list.");
+        click(w.cmdSaveSetList);
+        QVERIFY(record().isEmpty());
+    }
+
+    void firstSetOfANewDatabaseCanBeSaved() {
+        addSong({.title = "Alpha"});
+        frmSetList& w = openWith("11/22/26", {"Alpha"});
+        QCOMPARE(world->rows("SELECT count(*) FROM played_on"), QStringList{"0"});
+        save(w, QMessageBox::Yes, "a.set");
+        QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
+    }
+
+    void sameTitleInTwoRowsIsRecordedOnce() {
+        addSong({.title = "Alpha"});
+        frmSetList& w = openWith("11/22/26", {"Alpha", "Alpha"});
+        save(w, QMessageBox::Yes, "a.set");
+        QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
+    }
+
+    void titleThatIsAPieceOfAnEarlierOneDropsOut() {
+        addSong({.title = "Holy, Holy, Holy"});
+        addSong({.title = "Holy"});
+        addSong({.title = "holy"});
+        frmSetList& w = openWith("11/22/26", {"Holy, Holy, Holy", "Holy"});
+        save(w, QMessageBox::Yes, "a.set");
+        QCOMPARE(record(), QStringList{"Holy, Holy, Holy|11/22/26|1"});
+        w.fpSet->SetText(2, 2, QStringLiteral("Holy"));
+        w.fpSet->SetText(2, 3, QStringLiteral("Holy, Holy, Holy"));
+        save(w, QMessageBox::Yes, "b.set");
+        QCOMPARE(record(), (QStringList{"Holy|11/22/26|2", "Holy, Holy, Holy|11/22/26|1"}));
+    }
+
+    void typedTitleIsRecordedUnderTheSongBeforeIt() {
+        addSong({.title = "Alpha"});
+        frmSetList& w = openWith("11/22/26", {"Prelude", "Alpha", "Reading"});
+        save(w, QMessageBox::Yes, "a.set");
+        QCOMPARE(record(), (QStringList{"Alpha|11/22/26|1", "Reading|11/22/26|1"}));
+    }
+
+    void newSetReplacesTheRecordOfItsDateWholeAndNoOther() {
+        addSong({.title = "Alpha"});
+        world->sql(
+            "INSERT INTO played_on (title, played_date, songID) VALUES "
+            "('Gone', '11/22/26', 7), ('Kept', '11/15/26', 7)");
+        frmSetList& w = openWith("11/22/26", {"Alpha"});
+        save(w, QMessageBox::Yes, "a.set");
+        QCOMPARE(record(), (QStringList{"Kept|11/15/26|7", "Alpha|11/22/26|1"}));
+    }
+
+    void setOfTwentyThreeRecordedTitlesAsksNothingAndIsSaved() {
+        const QStringList titles = addSongs(23);
+        for (int i = 1; i <= 23; ++i) addPlayed(QString::number(i), {"11/22/26"});
+        const QStringList before = record();
+        frmSetList& w = openWith("11/22/26", titles);
+        world->answers.file(world->path("saved sets/full.set"));
+        click(w.cmdSaveSetList);
+        QCOMPARE(record(), before);
+        QCOMPARE(world->statements.back(), QStringLiteral("SELECT * FROM played_on [1]"));
+        QVERIFY(QFile::exists(world->path("saved sets/full.set")));
+    }
+
+    void setOfTwentyTwoRecordedTitlesAsks() {
+        const QStringList titles = addSongs(22);
+        for (int i = 1; i <= 22; ++i) addPlayed(QString::number(i), {"11/22/26"});
+        frmSetList& w = openWith("11/22/26", titles);
+        save(w, QMessageBox::No, "a.set");
+    }
+
+    void twentyFourthTitleEndsTheCommandBeforeAnythingIsWritten() {
+        const QStringList titles = addSongs(24);
+        frmSetList& w = openWith("11/22/26", titles);
+        world->answers.runTimeError(9, "Subscript out of range");
+        click(w.cmdSaveSetList);
+        QVERIFY(record().isEmpty());
+        QCOMPARE(world->endStatus, -1);
+        QVERIFY(w.isVisible());
+    }
+
+    void dateOfTenCharactersProposesNoNameAndTheSaveGoesOn() {
+        addSong({.title = "Alpha"});
+        // A design whose date cell is a plain one.
+        SheetGrid design;
+        design.MaxCols(2);
+        design.MaxRows(25);
+        const QString path = makeDefaultDesign({});
+        QVERIFY(design.SaveToFile(path, false));
+        frmSetList& w = openWith("11/22/2026", {"Alpha"});
+        QCOMPARE(w.fpSet->GetText(2, 1), QStringLiteral("11/22/2026"));
+        save(w, QMessageBox::Yes, "long.set");
+        QCOMPARE(world->answers.fileDialogs().back().proposed, QString());
+        QCOMPARE(record(), QStringList{"Alpha|11/22/2026|1"});
+        QVERIFY(QFile::exists(world->path("saved sets/long.set")));
+        // Seven characters give a name too.
+        typeInCell(w.fpSet, 2, 1, "1/05/03");
+        save(w, QMessageBox::No, "short.set");
+        QCOMPARE(world->answers.fileDialogs().back().proposed, QStringLiteral("Set For 1_05_03"));
+    }
+
+    void rowsBeyondTwentyFiveAreSavedButNotRecorded() {
+        addSong({.title = "Alpha"});
+        addSong({.title = "Beta"});
+        frmSetList& w = open();
+        click(w.Command9);
+        fill(w, "11/22/26", {"Alpha"});
+        w.fpSet->SetText(2, 26, QStringLiteral("Beta"));
+        save(w, QMessageBox::Yes, "a.set");
+        QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
+        SheetGrid read;
+        QVERIFY(read.LoadFromFile(world->path("saved sets/a.set")));
+        QCOMPARE(read.GetText(2, 26), QStringLiteral("Beta"));
+        QCOMPARE(read.MaxRows(), 50);
+    }
+
+    void noOnTheQuestionSavesTheFileAndTouchesNoTable() {
+        addSong({.title = "Alpha"});
+        frmSetList& w = openWith("11/22/26", {"Alpha"});
+        save(w, QMessageBox::No, "a.set");
+        QVERIFY(record().isEmpty());
+        QVERIFY(QFile::exists(world->path("saved sets/a.set")));
+    }
+
+    void cancelledDialogLeavesTheRecordInForce() {
+        addSong({.title = "Alpha"});
+        frmSetList& w = openWith("11/22/26", {"Alpha"});
+        world->answers.question(Question, QMessageBox::Yes);
+        world->answers.cancelFile();
+        click(w.cmdSaveSetList);
+        QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
+        QVERIFY(QDir(world->path("saved sets")).entryList({"*.set"}).isEmpty());
+    }
+
+    void savedSetAlwaysEndsInSet() {
+        addSong({.title = "Alpha"});
+        frmSetList& w = openWith("11/22/26", {"Alpha"});
+        save(w, QMessageBox::No, "Set For 11.22.26");
+        QVERIFY(QFile::exists(world->path("saved sets/Set For 11.22.26.set")));
+    }
+
+    void existingSetIsReplacedOnlyWhenSaidSo() {
+        addSong({.title = "Alpha"});
+        QFile old(world->path("saved sets/a.set"));
+        QVERIFY(old.open(QIODevice::WriteOnly));
+        old.write("old");
+        old.close();
+        frmSetList& w = openWith("11/22/26", {"Alpha"});
+        world->answers.question(Question, QMessageBox::No);
+        // The name comes without its ending: the question has to know the whole name.
+        world->answers.file(world->path("saved sets/a"));
+        world->answers.custom("overwrite question", [](QWidget* box) {
+            QTest::mouseClick(qobject_cast<QMessageBox*>(box)->button(QMessageBox::No),
+                              Qt::LeftButton);
+        });
+        world->answers.cancelFile();
+        click(w.cmdSaveSetList);
+        QVERIFY(old.open(QIODevice::ReadOnly));
+        QCOMPARE(old.readAll(), QByteArray("old"));
+    }
+
+    void apostropheInATitleEndsTheCommandBeforeAnythingIsWritten() {
+        addSong({.title = "Alpha"});
+        frmSetList& w = openWith("11/22/26", {"Alpha", "King's"});
+        world->answers.runTimeError(-2147217900);
+        click(w.cmdSaveSetList);
+        QVERIFY(record().isEmpty());
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    void titlesOfEveryScriptAreRecordedAndSaved() {
+        const QStringList titles = {QString::fromUtf8("Ευλόγει"), QString::fromUtf8("주 하나님"),
+                                    QString::fromUtf8("Cre\xCC\x81"
+                                                      "ateur")};
+        for (const QString& title : titles) addSong({.title = title});
+        frmSetList& w = openWith("11/22/26", titles);
+        save(w, QMessageBox::Yes, QString::fromUtf8("주일.set"));
+        QCOMPARE(world->rows("SELECT title FROM played_on ORDER BY ID"), titles);
+        SheetGrid read;
+        QVERIFY(read.LoadFromFile(world->path(QString::fromUtf8("saved sets/주일.set"))));
+        QCOMPARE(read.GetText(2, 4), titles[2]);
+    }
+
+    void fullDiskLeavesTheOldFileWhole() {
+        addSong({.title = "Alpha"});
+        frmSetList& w = openWith("11/22/26", {"Alpha"});
+        save(w, QMessageBox::No, "a.set");
+        QFile file(world->path("saved sets/a.set"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray before = file.readAll();
+        file.close();
+        w.fpSet->SetText(2, 2, QString(QLatin1Char('x')).repeated(200000));
+        w.fpSet->SetText(2, 3, QStringLiteral("Alpha"));
+        world->answers.question(Question, QMessageBox::No);
+        world->answers.file(world->path("saved sets/a.set"));
+        world->answers.custom("overwrite question", [](QWidget* box) {
+            // From here on files cannot grow beyond 64 KiB, as on a disk that is full.
+            std::signal(SIGXFSZ, SIG_IGN);
+            rlimit limit{65536, RLIM_INFINITY};
+            setrlimit(RLIMIT_FSIZE, &limit);
+            QTest::mouseClick(qobject_cast<QMessageBox*>(box)->button(QMessageBox::Yes),
+                              Qt::LeftButton);
+        });
+        click(w.cmdSaveSetList);
+        rlimit unlimited{RLIM_INFINITY, RLIM_INFINITY};
+        setrlimit(RLIMIT_FSIZE, &unlimited);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), before);
+        QCOMPARE(QDir(world->path("saved sets")).entryList(QDir::Files).size(), 1);
+    }
+
+    void loadedSetHasItsTitlesColoursAndADateCellAgain() {
+        frmSetList& w = open();
+        SheetGrid set;
+        set.MaxCols(2);
+        set.MaxRows(40);
+        set.SetText(2, 1, QStringLiteral("10/05/03"));
+        set.SetText(2, 40, QStringLiteral("Last"));
+        set.Col(2);
+        set.Row(40);
+        set.BackColor(SheetMusicGreen);
+        QVERIFY(set.SaveToFile(world->path("saved sets/a.set"), false));
+        world->answers.file(world->path("saved sets/a.set"));
+        click(w.Command13);
+        QCOMPARE(world->answers.fileDialogs().back().folder, world->path("saved sets"));
+        QVERIFY(world->statements.isEmpty());
+        QCOMPARE(w.fpSet->MaxRows(), 40);
+        QCOMPARE(w.fpSet->GetText(2, 40), QStringLiteral("Last"));
+        QCOMPARE(w.fpSet->formatAt(1, 2, 40).backColor, SheetMusicGreen);
+        QCOMPARE(w.fpSet->formatAt(1, 2, 1).kind, CellKind::Date);
+        QCOMPARE(w.fpSet->ColWidth(1), 22.63);
+        QCOMPARE(w.fpSet->ColWidth(2), 32.88);
+    }
+
+    void cancelledLoadLeavesTheSet() {
+        frmSetList& w = openWith("11/22/26", {"Alpha"});
+        world->answers.cancelFile();
+        click(w.Command13);
+        QCOMPARE(w.fpSet->GetText(2, 2), QStringLiteral("Alpha"));
+        QCOMPARE(w.fpSet->ColWidth(1), 19.25);
+    }
+
+    void damagedSetLeavesTheGridAsItWas() {
+        frmSetList& w = openWith("11/22/26", {"Alpha"});
+        QFile file(world->path("saved sets/bad.set"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("{\"format\":");
+        file.close();
+        world->answers.file(file.fileName());
+        click(w.Command13);
+        QCOMPARE(w.fpSet->GetText(2, 2), QStringLiteral("Alpha"));
+    }
+
+    void newDatesShowInTheNextSearchAndNotBefore() {
+        addCategories({"Praise"});
+        addSong({.title = "Alpha", .cat1 = "Praise"});
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        fill(w, "11/22/26", {"Alpha"});
+        save(w, QMessageBox::Yes, "a.set");
+        QCOMPARE(w.fpSongList1->GetText(5, 1), QString());
+        w.optPlayList[0]->click();
+        settle();
+        QCOMPARE(w.fpSongList1->GetText(5, 1), QStringLiteral("11/22/26"));
+    }
+};
+
+LORVANITE_TEST(TestSavedSets)
+#include "test_saved_sets.moc"

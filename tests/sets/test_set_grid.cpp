@@ -1,0 +1,354 @@
+// Laying out a set, and its design.
+#include "sets/set_grid.h"
+#include "sets/set_list_test.h"
+
+#include <QFile>
+
+class TestSetGrid : public SetListTest {
+    Q_OBJECT
+
+    // A catalogue of one song with sheet music and one without, both on the list.
+    frmSetList& openWithTwoSongs() {
+        addCategories({"Praise"});
+        addSong({.title = "Charted", .cat1 = "Praise", .fileLoco = "/charts/a.stp"});
+        addSong({.title = "Plain", .cat1 = "Praise"});
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        world->statements.clear();
+        return w;
+    }
+
+    int colourOf(frmSetList& w, int col, int row) {
+        return w.fpSet->formatAt(1, col, row).backColor;
+    }
+
+    void pickDesign(frmSetList& w, QAction& item) {
+        click(w.Command6);
+        QVERIFY(pickMenuItem(w.mnuSetD, item));
+    }
+
+private Q_SLOTS:
+    void setComesUpWithItsDateRowAndTwentyFiveRows() {
+        frmSetList& w = open();
+        QCOMPARE(w.fpSet->MaxRows(), 25);
+        QCOMPARE(w.fpSet->MaxCols(), 2);
+        QCOMPARE(w.fpSet->GetText(1, 1), QStringLiteral("Set List For:"));
+        QCOMPARE(w.fpSet->formatAt(1, 2, 1).kind, CellKind::Date);
+        QCOMPARE(w.fpSet->ColWidth(1), 19.25);
+        QCOMPARE(w.fpSet->ColWidth(2), 32.88);
+        QCOMPARE(w.fpSet->ActiveRow(), 0);
+    }
+
+    void defaultDesignComesUpWithTheWindow() {
+        makeDefaultDesign({"Opening", "Offering"});
+        frmSetList& w = open();
+        QCOMPARE(w.fpSet->GetText(1, 3), QStringLiteral("Offering"));
+    }
+
+    void missingOrDamagedDefaultDesignIsPassedOver() {
+        const QString path = makeDefaultDesign({"Opening"});
+        QFile file(path);
+        QVERIFY(file.resize(file.size() / 2));
+        frmSetList& w = open();
+        QCOMPARE(w.fpSet->MaxRows(), 25);
+        QCOMPARE(w.fpSet->GetText(1, 1), QStringLiteral("Set List For:"));
+    }
+
+    void clickedSongIsPlacedByTheNextClickIntoTheSet() {
+        frmSetList& w = openWithTwoSongs();
+        const QString id = w.fpSongList1->GetText(1, 1);
+        clickCell(w.fpSongList1, 2, 1);
+        QVERIFY(world->statements.isEmpty());
+        clickCell(w.fpSet, 1, 3);
+        QCOMPARE(world->statements,
+                 QStringList{"SELECT fileLoco FROM songs WHERE ID = " + id + " [1]"});
+        QCOMPARE(w.fpSet->GetText(2, 3), QStringLiteral("Charted"));
+        QCOMPARE(w.fpSet->GetText(1, 3), QString());
+        QCOMPARE(colourOf(w, 2, 3), RGB(180, 255, 180));
+        QCOMPARE(clickedSetRow, 3);
+        QCOMPARE(selectedSongRow, 0);
+    }
+
+    void secondClickIntoTheSetDoesNothing() {
+        frmSetList& w = openWithTwoSongs();
+        clickCell(w.fpSongList1, 2, 2);
+        clickCell(w.fpSet, 2, 3);
+        clickCell(w.fpSet, 2, 4);
+        QCOMPARE(w.fpSet->GetText(2, 3), QStringLiteral("Plain"));
+        QCOMPARE(w.fpSet->GetText(2, 4), QString());
+        QCOMPARE(colourOf(w, 2, 3), White);
+    }
+
+    void placedSongReplacesATitleAndLeavesAGreenCellGreen() {
+        frmSetList& w = openWithTwoSongs();
+        clickCell(w.fpSongList1, 2, 1);
+        clickCell(w.fpSet, 2, 3);
+        clickCell(w.fpSongList1, 2, 2);
+        clickCell(w.fpSet, 2, 3);
+        QCOMPARE(w.fpSet->GetText(2, 3), QStringLiteral("Plain"));
+        QCOMPARE(colourOf(w, 2, 3), SheetMusicGreen);
+    }
+
+    void clickOnAColumnHeadPutsTheTitleIntoTheHeadOfColumnTwo() {
+        frmSetList& w = openWithTwoSongs();
+        clickCell(w.fpSongList1, 2, 2);
+        clickCell(w.fpSet, 1, 0);
+        QCOMPARE(w.fpSet->GetText(2, 0), QStringLiteral("Plain"));
+        QCOMPARE(w.fpSet->MaxRows(), 25);
+    }
+
+    void titlePlacedInTheDateCellLeavesTheDateThatStands() {
+        frmSetList& w = openWithTwoSongs();
+        typeInCell(w.fpSet, 2, 1, "11/22/26");
+        clickCell(w.fpSongList1, 2, 2);
+        clickCell(w.fpSet, 2, 1);
+        QCOMPARE(w.fpSet->GetText(2, 1), QStringLiteral("11/22/26"));
+        QCOMPARE(selectedSongRow, 0);
+    }
+
+    void songCanBePlacedWithTheKeyboardAlone() {
+        frmSetList& w = openWithTwoSongs();
+        w.fpSongList1->setFocus();
+        w.fpSongList1->SetActiveCell(2, 2);
+        w.fpSongList1->flush();
+        QTest::keyClick(w.fpSongList1, Qt::Key_Return);
+        w.fpSet->setFocus();
+        w.fpSet->SetActiveCell(2, 5);
+        w.fpSet->flush();
+        QTest::keyClick(w.fpSet, Qt::Key_Return, Qt::ControlModifier);
+        settle();
+        QCOMPARE(w.fpSet->GetText(2, 5), QStringLiteral("Plain"));
+    }
+
+    void songThatWasDeletedMeanwhileEndsTheCommandOnly() {
+        frmSetList& w = openWithTwoSongs();
+        clickCell(w.fpSongList1, 2, 2);
+        world->sql("DELETE FROM songs");
+        world->answers.runTimeError(3021);
+        clickCell(w.fpSet, 2, 4);
+        QCOMPARE(w.fpSet->GetText(2, 4), QStringLiteral("Plain"));
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    void dateCellShowsTheSpecialMusicOfTheDate() {
+        world->sql(
+            "INSERT INTO special_music (song_name, play_date) VALUES "
+            "('Offertory: Solo, A. Rivera', '11/22/26'), ('Duet', '11/22/26'), "
+            "('Other', '11/29/26')");
+        frmSetList& w = open();
+        world->answers.box(
+            "Special Music Scheduled For This Date\r Offertory: Solo, A. Rivera Duet",
+            QMessageBox::Information);
+        typeInCell(w.fpSet, 2, 1, "11/22/26");
+        QCOMPARE(
+            world->statements,
+            QStringList{"SELECT song_name FROM special_music WHERE play_date = '11/22/26' [1]"});
+        QCOMPARE(w.lblSpecialMusic->text(), QStringLiteral("Special Music:  Solo, A. Rivera Duet"));
+        world->answers.box("Special Music Scheduled For This Date\r Other",
+                           QMessageBox::Information);
+        typeInCell(w.fpSet, 2, 1, "11/29/26");
+        QCOMPARE(w.lblSpecialMusic->text(), QStringLiteral("Special Music:  Other"));
+        typeInCell(w.fpSet, 2, 1, "12/06/26");
+        QCOMPARE(w.lblSpecialMusic->text(), QString());
+    }
+
+    void changeOfAnotherCellLooksNothingUp() {
+        frmSetList& w = open();
+        typeInCell(w.fpSet, 1, 1, "Set");
+        typeInCell(w.fpSet, 2, 2, "Typed");
+        QVERIFY(world->statements.isEmpty());
+        QCOMPARE(w.fpSet->GetText(2, 2), QStringLiteral("Typed"));
+    }
+
+    void deleteTextTakesTitleAndGreen() {
+        frmSetList& w = openWithTwoSongs();
+        clickCell(w.fpSongList1, 2, 1);
+        clickCell(w.fpSet, 2, 3);
+        clickCell(w.fpSet, 2, 3, Qt::RightButton);
+        QVERIFY(pickMenuItem(w.mnuDel, w.mnuDeleteFPSet));
+        QCOMPARE(w.fpSet->GetText(2, 3), QString());
+        QCOMPARE(colourOf(w, 2, 3), White);
+    }
+
+    void deleteTextOnAnEmptyWhiteCellChangesNothing() {
+        frmSetList& w = open();
+        const QString before = world->path("before.set");
+        const QString after = world->path("after.set");
+        QVERIFY(w.fpSet->SaveToFile(before, false));
+        clickCell(w.fpSet, 2, 4, Qt::RightButton);
+        QVERIFY(pickMenuItem(w.mnuDel, w.mnuDeleteFPSet));
+        QVERIFY(w.fpSet->SaveToFile(after, false));
+        QFile a(before);
+        QFile b(after);
+        QVERIFY(a.open(QIODevice::ReadOnly) && b.open(QIODevice::ReadOnly));
+        QCOMPARE(a.readAll(), b.readAll());
+    }
+
+    void rowsAreAddedAheadOfTheActiveOneAndDeleted() {
+        makeDefaultDesign({"Opening", "Offering"});
+        frmSetList& w = open();
+        clickCell(w.fpSet, 1, 3, Qt::RightButton);
+        QVERIFY(pickMenuItem(w.mnuDel, w.mnuAddRow));
+        QCOMPARE(w.fpSet->GetText(1, 3), QString());
+        QCOMPARE(w.fpSet->GetText(1, 4), QStringLiteral("Offering"));
+        // Row 1 is a row like any other.
+        clickCell(w.fpSet, 1, 1, Qt::RightButton);
+        QVERIFY(pickMenuItem(w.mnuDel, w.mnuDeleteRow));
+        QCOMPARE(w.fpSet->GetText(1, 1), QStringLiteral("Opening"));
+        QCOMPARE(w.fpSet->MaxRows(), 25);
+    }
+
+    void designIsSavedUnderItsEndingAndLoaded() {
+        frmSetList& w = open();
+        typeInCell(w.fpSet, 1, 2, "Opening");
+        world->answers.file(world->path("set designs/Mine"));
+        pickDesign(w, w.mnuSaveDesign);
+        QCOMPARE(world->answers.fileDialogs().back().folder, world->path("set designs"));
+        QCOMPARE(world->answers.fileDialogs().back().filters, QStringList{"SDL Files (*.sdl)"});
+        QVERIFY(QFile::exists(world->path("set designs/Mine.sdl")));
+        typeInCell(w.fpSet, 1, 2, "Changed");
+        world->answers.file(world->path("set designs/Mine.sdl"));
+        pickDesign(w, w.mnuLoadDesign);
+        QCOMPARE(w.fpSet->GetText(1, 2), QStringLiteral("Opening"));
+    }
+
+    void savingOverADesignAsksNothing() {
+        makeDefaultDesign({"Opening"});
+        frmSetList& w = open();
+        typeInCell(w.fpSet, 1, 2, "Second");
+        world->answers.file(world->path("set designs/Usual.sdl"));
+        pickDesign(w, w.mnuSaveDesign);
+        SheetGrid read;
+        QVERIFY(read.LoadFromFile(world->path("set designs/Usual.sdl")));
+        QCOMPARE(read.GetText(1, 2), QStringLiteral("Second"));
+    }
+
+    void cancelledDesignDialogLeavesAllAsItWas() {
+        makeDefaultDesign({"Opening"});
+        frmSetList& w = open();
+        typeInCell(w.fpSet, 2, 2, "Typed");
+        for (QAction* item : {&w.mnuSaveDesign, &w.mnuLoadDesign, &w.mnuSetDefault}) {
+            world->answers.cancelFile();
+            pickDesign(w, *item);
+            QVERIFY(world->answers.isEmpty());
+        }
+        QCOMPARE(w.fpSet->GetText(2, 2), QStringLiteral("Typed"));
+        QVERIFY(world->statements.isEmpty());
+    }
+
+    void clearedDesignKeepsTheDateRowAndTheGreen() {
+        frmSetList& w = openWithTwoSongs();
+        typeInCell(w.fpSet, 1, 4, "Opening");
+        clickCell(w.fpSongList1, 2, 1);
+        clickCell(w.fpSet, 2, 3);
+        pickDesign(w, w.mnuClearDesign);
+        QCOMPARE(w.fpSet->GetText(1, 1), QStringLiteral("Set List For:"));
+        QCOMPARE(w.fpSet->GetText(1, 4), QString());
+        QCOMPARE(w.fpSet->GetText(2, 3), QString());
+        QCOMPARE(colourOf(w, 2, 3), SheetMusicGreen);
+    }
+
+    void defaultDesignIsSetByItsPathAndShown() {
+        const QString path = makeDefaultDesign({"Opening"});
+        world->sql("UPDATE prefs SET var_value = '' WHERE var_name = 'DefaultSetList'");
+        frmSetList& w = open();
+        world->answers.file(path);
+        pickDesign(w, w.mnuSetDefault);
+        QCOMPARE(world->statements, QStringList{"UPDATE prefs SET var_value = '" + path +
+                                                "' WHERE var_name = 'DefaultSetList' [3]"});
+        QCOMPARE(w.fpSet->GetText(1, 2), QStringLiteral("Opening"));
+    }
+
+    void defaultDesignWithAnApostropheInItsPathIsRefused() {
+        const QString path = world->path("set designs/King's.sdl");
+        QVERIFY(QFile::copy(makeDefaultDesign({"Opening"}), path));
+        world->sql("UPDATE prefs SET var_value = '' WHERE var_name = 'DefaultSetList'");
+        frmSetList& w = open();
+        world->answers.file(path);
+        world->answers.runTimeError(-2147217900);
+        pickDesign(w, w.mnuSetDefault);
+        QCOMPARE(w.fpSet->GetText(1, 2), QString());
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    void clearSetWithoutADesignEmptiesAllButMakesTheDateCellAgain() {
+        frmSetList& w = openWithTwoSongs();
+        clickCell(w.fpSongList1, 2, 1);
+        clickCell(w.fpSet, 2, 3);
+        typeInCell(w.fpSet, 2, 1, "11/22/26");
+        world->statements.clear();
+        click(w.Command9);
+        QCOMPARE(world->statements,
+                 QStringList{"SELECT * FROM prefs WHERE var_name = 'DefaultSetList' [1]"});
+        QCOMPARE(w.fpSet->MaxRows(), 50);
+        QCOMPARE(w.fpSet->DataRowCnt(), 0);
+        QCOMPARE(colourOf(w, 2, 3), White);
+        QCOMPARE(w.fpSet->formatAt(1, 2, 1).kind, CellKind::Date);
+        QCOMPARE(w.fpSet->formatAt(1, 2, 2).kind, CellKind::Edit);
+        QCOMPARE(w.fpSet->ColWidth(1), 22.63);
+        QCOMPARE(w.fpSet->ColWidth(2), 32.88);
+        QCOMPARE(clickedSetRow, 3);
+    }
+
+    void clearSetBringsTheDefaultDesignBackWithAWhiteLeftColumn() {
+        SheetGrid design;
+        design.MaxCols(2);
+        design.MaxRows(30);
+        design.SetText(1, 2, QStringLiteral("Opening"));
+        design.Col(1);
+        design.Row(2);
+        design.BackColor(RGB(255, 0, 0));
+        design.Col(2);
+        design.BackColor(RGB(0, 0, 255));
+        const QString path = makeDefaultDesign({});
+        QVERIFY(design.SaveToFile(path, false));
+        frmSetList& w = open();
+        typeInCell(w.fpSet, 2, 2, "Typed");
+        click(w.Command9);
+        QCOMPARE(w.fpSet->MaxRows(), 30);
+        QCOMPARE(w.fpSet->GetText(1, 2), QStringLiteral("Opening"));
+        QCOMPARE(w.fpSet->GetText(2, 2), QString());
+        QCOMPARE(colourOf(w, 1, 2), White);
+        QCOMPARE(colourOf(w, 2, 2), RGB(0, 0, 255));
+        QVERIFY(!w.fpSet->BlockMode());
+    }
+
+    void whoServesIsAskedForByTheDate() {
+        world->sql(
+            "INSERT INTO schedule (player, instrument, pdate) VALUES "
+            "('Ann Lee', 'Piano', '11/22/26'), ('Bo Fox', 'Bass', '11/22/26'), "
+            "('Cy Orr', 'Drums', '11/29/26')");
+        frmSetList& w = open();
+        world->answers.box("Please select a date in order to view personell for that date.",
+                           QMessageBox::Information);
+        click(w.cmdPersonellAvail);
+        typeInCell(w.fpSet, 2, 1, "11/22/26");
+        world->statements.clear();
+        world->answers.box("Personell For 11/22/26\r\rPiano : Ann Lee\rBass : Bo Fox\r\r",
+                           QMessageBox::Information, "Personell");
+        click(w.cmdPersonellAvail);
+        QCOMPARE(world->statements,
+                 QStringList{"SELECT player, instrument FROM schedule WHERE pdate = '11/22/26' "
+                             "[1]"});
+    }
+
+    void missingPreferenceRowIsToldAndTheWindowStands() {
+        world->sql("DELETE FROM prefs WHERE var_name = 'DefaultSetList'");
+        world->answers.runTimeError(3021);
+        frmSetList& w = open();
+        QVERIFY(w.isVisible());
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    void reopenedWindowStartsOver() {
+        frmSetList& w = open();
+        typeInCell(w.fpSet, 2, 2, "Typed");
+        w.Unload();
+        settle();
+        QVERIFY(!frmSetList::isLoaded());
+        QCOMPARE(open().fpSet->GetText(2, 2), QString());
+    }
+};
+
+LORVANITE_TEST(TestSetGrid)
+#include "test_set_grid.moc"

@@ -1,0 +1,383 @@
+// Finding songs in the set window.
+#include "sets/set_grid.h"
+#include "sets/set_list_test.h"
+
+#include <QFile>
+
+namespace {
+
+const QString NoCategory = QStringLiteral("The first category box must be selected.");
+
+QString oneCategory(const QString& c) {
+    return QStringLiteral(
+               "SELECT * FROM songs WHERE (cat1 = '%1') OR (cat2 = '%1') OR (cat3 = "
+               "'%1') OR (cat4 = '%1') OR (cat5 = '%1') ORDER BY title; [1]")
+        .arg(c);
+}
+
+QString datesOf(const QString& id) {
+    return QStringLiteral(
+               "SELECT DISTINCT played_date FROM played_on WHERE (songID = %1) ORDER "
+               "BY played_date DESC [1]")
+        .arg(id);
+}
+
+bool hasPicture(SheetView* grid, int row) {
+    grid->Col(6);
+    grid->Row(row);
+    return !grid->Picture().isEmpty();
+}
+
+}  // namespace
+
+class TestSongPicker : public SetListTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void windowComesUpEmptyWithTheCategoriesInTableOrder() {
+        addCategories({"Praise", "Communion", "Advent"});
+        world->start();
+        world->statements.clear();
+        click(world->main().cmdSetList);
+        frmSetList& w = frmSetList::instance();
+        QCOMPARE(world->statements,
+                 (QStringList{"SELECT name FROM categories [1]",
+                              "SELECT * FROM prefs WHERE var_name = 'DefaultSetList' [1]"}));
+        QCOMPARE(w.windowTitle(), QStringLiteral("Pick Set"));
+        for (const QComboBox* box : {w.cmbCat1, w.cmbCat2}) {
+            QCOMPARE(box->count(), 3);
+            QCOMPARE(box->itemText(2), QStringLiteral("Advent"));
+            QVERIFY(box->currentText().isEmpty());
+        }
+        QCOMPARE(w.fpSongList1->MaxRows(), 0);
+        w.fpSongList1->Col(1);
+        QVERIFY(w.fpSongList1->ColHidden());
+        QVERIFY(w.optPlayList[0]->isChecked());
+    }
+
+    void searchRunsItsStatementsAndListsWhatItFinds() {
+        addCategories({"Praise", "Prayer"});
+        const QString b = addSong({.title = "Bread", .cat3 = "Praise", .artist = "A", .key = "G"});
+        const QString a = addSong({.title = "Abide", .cat1 = "praise", .key = "Eb"});
+        addSong({.title = "Other", .cat1 = "Prayer"});
+        addPlayed(b, {"10/05/25", "10/06/24"});
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        QCOMPARE(world->statements, (QStringList{oneCategory("Praise"), datesOf(a), datesOf(b)}));
+        QCOMPARE(columnOf(w.fpSongList1, 1), (QStringList{a, b}));
+        QCOMPARE(columnOf(w.fpSongList1, 2), (QStringList{"Abide", "Bread"}));
+        QCOMPARE(columnOf(w.fpSongList1, 3), (QStringList{"", "A"}));
+        QCOMPARE(columnOf(w.fpSongList1, 4), (QStringList{"Eb", "G"}));
+        QCOMPARE(columnOf(w.fpSongList1, 5), (QStringList{"", "10/06/24"}));
+    }
+
+    void songsAreFoundThatHaveBothCategoriesInAnyOfTheirSlots() {
+        addCategories({"Praise", "Advent"});
+        addSong({.title = "Both", .cat2 = "Advent", .cat5 = "Praise"});
+        addSong({.title = "One", .cat1 = "Praise"});
+        addSong({.title = "Two", .cat4 = "Advent"});
+        frmSetList& w = open();
+        type(w.cmbCat1, "Praise");
+        QVERIFY(world->statements.isEmpty());
+        pick(w.cmbCat2, "Advent");
+        QCOMPARE(world->statements.value(0),
+                 QStringLiteral(
+                     "SELECT * FROM songs WHERE ((cat1 = 'Praise') OR (cat2 = 'Praise') OR (cat3 "
+                     "= 'Praise') OR (cat4 = 'Praise') OR (cat5 = 'Praise')) AND ((cat1 = "
+                     "'Advent') or (cat2 = 'Advent') OR (cat3 = 'Advent') OR (cat4 = 'Advent') OR "
+                     "(cat5 = 'Advent')) ORDER BY title; [1]"));
+        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Both"});
+    }
+
+    void secondCategoryLikeTheFirstGivesTheSameSongs() {
+        addCategories({"Praise", "Advent"});
+        addSong({.title = "Both", .cat1 = "Advent", .cat2 = "Praise"});
+        addSong({.title = "One", .cat1 = "Praise"});
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        const QStringList alone = columnOf(w.fpSongList1, 2);
+        pick(w.cmbCat2, "Praise");
+        QCOMPARE(columnOf(w.fpSongList1, 2), alone);
+        QCOMPARE(alone, (QStringList{"Both", "One"}));
+    }
+
+    void hymnsWithASecondCategoryListTheSongsOfBothAndNoPicture() {
+        addCategories({"Praise"});
+        addSong({.title = "Hymn", .cat1 = "Praise", .cat2 = "Hymns", .soundFile = "/a.mp3"});
+        addSong({.title = "Song", .cat1 = "Praise", .soundFile = "/b.mp3"});
+        addSong({.title = "Far", .cat1 = "Hymns"});
+        frmSetList& w = open();
+        type(w.cmbCat2, "Hymns");
+        pick(w.cmbCat1, "Praise");
+        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Hymn"});
+        QVERIFY(!hasPicture(w.fpSongList1, 1));
+    }
+
+    void hymnIsAbsentFromItsOtherCategoryAndPresentByTitle() {
+        addCategories({"Praise"});
+        addSong({.title = "Old Hymn", .cat1 = "Praise", .cat4 = "Hymns"});
+        addSong({.title = "New Song", .cat1 = "Praise"});
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"New Song"});
+        QTest::keyClicks(w.txtSearch, "old hymn");
+        QTest::keyClick(w.txtSearch, Qt::Key_Return);
+        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Old Hymn"});
+    }
+
+    void onlyTheExactWordHymnsHides() {
+        addCategories({"Praise", "HYMNS"});
+        addSong({.title = "Shout", .cat1 = "Praise", .cat2 = "HYMNS"});
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Shout"});
+    }
+
+    void pictureMarksASongWithASoundFile() {
+        addCategories({"Praise"});
+        addSong({.title = "Loud", .cat1 = "Praise", .soundFile = "/a.mp3"});
+        addSong({.title = "Mute", .cat1 = "Praise"});
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        QVERIFY(hasPicture(w.fpSongList1, 1));
+        QVERIFY(!hasPicture(w.fpSongList1, 2));
+    }
+
+    void missingSoundPictureFailsTheSearchThatNeedsIt() {
+        addCategories({"Praise", "Prayer"});
+        addSong({.title = "A", .cat1 = "Praise"});
+        addSong({.title = "B", .cat1 = "Praise", .soundFile = "/a.mp3"});
+        addSong({.title = "C", .cat1 = "Praise"});
+        addSong({.title = "D", .cat1 = "Prayer"});
+        QFile::remove(world->path("config/sound.jpg"));
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Prayer");
+        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"D"});
+        world->answers.runTimeError(53);
+        pick(w.cmbCat1, "Praise");
+        QCOMPARE(columnOf(w.fpSongList1, 2), (QStringList{"A", "B"}));
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    void clearFollowedByARadioButtonSearchesWithTheFirstCategoryAlone() {
+        addCategories({"Praise", "Advent"});
+        addSong({.title = "Now", .cat1 = "Praise"});
+        addSong({.title = "Past", .cat1 = "Praise", .playlist = "Past"});
+        addSong({.title = "Third", .cat1 = "Praise", .playlist = ""});
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        pick(w.cmbCat2, "Advent");
+        QCOMPARE(w.fpSongList1->MaxRows(), 0);
+        world->statements.clear();
+        click(w.Command8);
+        QVERIFY(world->statements.isEmpty());
+        QVERIFY(w.cmbCat2->currentText().isEmpty());
+        w.optPlayList[1]->click();
+        settle();
+        QCOMPARE(world->statements.value(0), oneCategory("Praise"));
+        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Past"});
+        w.optPlayList[0]->click();
+        settle();
+        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Now"});
+    }
+
+    void emptyFirstCategoryIsToldAndTheListStays() {
+        addSong({.title = "A"});
+        frmSetList& w = open();
+        QTest::keyClicks(w.txtSearch, "a");
+        click(w.cmdSearchTitle);
+        world->answers.box(NoCategory);
+        w.optPlayList[1]->click();
+        settle();
+        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"A"});
+    }
+
+    void bothSearchesShowADifferentLastPlayed() {
+        addCategories({"Praise"});
+        const QString id = addSong({.title = "Song", .cat1 = "Praise"});
+        addPlayed(id, {"12/25/01", "06/01/03"});
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        QCOMPARE(columnOf(w.fpSongList1, 5), QStringList{"12/25/01"});
+        world->statements.clear();
+        QTest::keyClicks(w.txtSearch, "song");
+        click(w.cmdSearchTitle);
+        QCOMPARE(columnOf(w.fpSongList1, 5), QStringList{"06/01/03"});
+        QCOMPARE(world->statements,
+                 (QStringList{"SELECT * FROM SONGS [1]",
+                              "SELECT played_date FROM played_on WHERE songID = " + id +
+                                  " ORDER BY played_date [1]"}));
+    }
+
+    void listOfDatesShowsTheThirtySmallestWithTheGreatestOnTop() {
+        addCategories({"Praise"});
+        const QString id = addSong({.title = "Song", .cat1 = "Praise"});
+        QStringList dates;
+        for (int day = 1; day <= 31; ++day)
+            dates.append(QStringLiteral("03/%1/20").arg(day, 2, 10, QLatin1Char('0')));
+        dates.append("04/01/20");
+        addPlayed(id, dates);
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        QString expected;
+        for (int i = 29; i >= 0; --i) expected += dates[i] + QLatin1Char('\r');
+        world->answers.box(expected, QMessageBox::NoIcon, "Played Date History");
+        clickCell(w.fpSongList1, 5, 1);
+        QCOMPARE(selectedSongRow, 1);
+    }
+
+    void singleDateShowsNoBox() {
+        addCategories({"Praise"});
+        addPlayed(addSong({.title = "Song", .cat1 = "Praise"}), {"03/01/20"});
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        clickCell(w.fpSongList1, 5, 1);
+        QCOMPARE(selectedSongRow, 1);
+    }
+
+    void headClickSortsAscendingFirstAndFlips() {
+        addCategories({"Praise"});
+        addPlayed(addSong({.title = "B", .cat1 = "Praise"}), {"12/25/01"});
+        addPlayed(addSong({.title = "A", .cat1 = "Praise"}), {"06/01/03"});
+        addSong({.title = "C", .cat1 = "Praise"});
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        clickCell(w.fpSongList1, 2, 0);
+        QCOMPARE(columnOf(w.fpSongList1, 2), (QStringList{"A", "B", "C"}));
+        clickCell(w.fpSongList1, 2, 0);
+        QCOMPARE(columnOf(w.fpSongList1, 2), (QStringList{"C", "B", "A"}));
+        // The order is remembered across columns; dates sort as dates, the empty one last.
+        clickCell(w.fpSongList1, 5, 0);
+        QCOMPARE(columnOf(w.fpSongList1, 2), (QStringList{"B", "A", "C"}));
+        QCOMPARE(selectedSongRow, 0);
+    }
+
+    void titleSearchWithoutATextDoesNothing() {
+        frmSetList& w = open();
+        click(w.cmdSearchTitle);
+        QVERIFY(world->statements.isEmpty());
+    }
+
+    void titleSearchThatFindsNothingChangesNothing() {
+        addSong({.title = "Alpha"});
+        frmSetList& w = open();
+        QTest::keyClicks(w.txtSearch, "ALPH");
+        click(w.cmdSearchTitle);
+        w.txtSearch->setText("zzz");
+        click(w.cmdSearchTitle);
+        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Alpha"});
+    }
+
+    void titleSearchLeavesTheDateAndPictureOfTheOldFirstRow() {
+        addCategories({"Praise"});
+        addPlayed(addSong({.title = "Loud", .cat1 = "Praise", .soundFile = "/a.mp3"}),
+                  {"10/05/25"});
+        addSong({.title = "Quiet", .playlist = "Past"});
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        QTest::keyClicks(w.txtSearch, "quiet");
+        click(w.cmdSearchTitle);
+        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Quiet"});
+        QCOMPARE(columnOf(w.fpSongList1, 5), QStringList{"10/05/25"});
+        QVERIFY(hasPicture(w.fpSongList1, 1));
+    }
+
+    void titleSearchStopsBehindAHitWithoutADate() {
+        addPlayed(addSong({.title = "A one"}), {"10/05/25"});
+        addSong({.title = "A two"});
+        addPlayed(addSong({.title = "A three"}), {"10/05/25"});
+        frmSetList& w = open();
+        QTest::keyClicks(w.txtSearch, "a t");
+        world->answers.runTimeError(3705);
+        click(w.cmdSearchTitle);
+        QCOMPARE(columnOf(w.fpSongList1, 2), (QStringList{"A two", "A three"}));
+        QCOMPARE(world->endStatus, -1);
+        QVERIFY(w.isVisible());
+    }
+
+    void titleSearchKnowsLettersOfEveryScript() {
+        addSong({.title = QString::fromUtf8("Ευλόγει, η ψυχή μου")});
+        addSong({.title = QString::fromUtf8("주 하나님 지으신")});
+        addSong({.title = QString::fromUtf8("Cre\xCC\x81"
+                                            "ateur")});
+        frmSetList& w = open();
+        w.txtSearch->setText(QString::fromUtf8("ΨΥΧΉ"));
+        click(w.cmdSearchTitle);
+        QCOMPARE(w.fpSongList1->MaxRows(), 1);
+        w.txtSearch->setText(QString::fromUtf8("하나님"));
+        click(w.cmdSearchTitle);
+        QCOMPARE(w.fpSongList1->GetText(2, 1), QString::fromUtf8("주 하나님 지으신"));
+        w.txtSearch->setText(QString::fromUtf8("CRE\xCC\x81"));
+        click(w.cmdSearchTitle);
+        QCOMPARE(w.fpSongList1->GetText(2, 1), QString::fromUtf8("Cre\xCC\x81"
+                                                                 "ateur"));
+    }
+
+    void songMovesToThePastPlaylistAndTheListIsMadeAnew() {
+        addCategories({"Praise"});
+        addSong({.title = "Keep", .cat1 = "Praise"});
+        const QString id = addSong({.title = "Leave", .cat1 = "Praise"});
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        world->statements.clear();
+        clickCell(w.fpSongList1, 2, 2, Qt::RightButton);
+        QCOMPARE(w.mnuPastPlaylist.text(), QStringLiteral("Move To Past Playlist"));
+        QVERIFY(pickMenuItem(w.mnuPlaylistPast, w.mnuPastPlaylist));
+        QCOMPARE(world->statements.value(0),
+                 "UPDATE songs SET playlist = 'Past' WHERE ID = " + id + " [3]");
+        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Keep"});
+        w.optPlayList[1]->click();
+        settle();
+        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Leave"});
+        clickCell(w.fpSongList1, 2, 1, Qt::RightButton);
+        QCOMPARE(w.mnuCurrentPlaylist.text(), QStringLiteral("Move To Current Playlist"));
+        QVERIFY(pickMenuItem(w.mnuPlaylistCurrent, w.mnuCurrentPlaylist));
+        QCOMPARE(w.fpSongList1->MaxRows(), 0);
+    }
+
+    void moveAfterATitleSearchIsDoneAndItsRefreshStopsWithTheMessage() {
+        addSong({.title = "Leave"});
+        frmSetList& w = open();
+        QTest::keyClicks(w.txtSearch, "leave");
+        click(w.cmdSearchTitle);
+        world->answers.box(NoCategory);
+        clickCell(w.fpSongList1, 2, 1, Qt::RightButton);
+        QVERIFY(pickMenuItem(w.mnuPlaylistPast, w.mnuPastPlaylist));
+        QCOMPARE(world->rows("SELECT playlist FROM songs"), QStringList{"Past"});
+        QCOMPARE(w.fpSongList1->MaxRows(), 1);
+    }
+
+    void categoryWithAnApostropheEndsTheSearchAndTheProgramGoesOn() {
+        addCategories({"King's"});
+        frmSetList& w = open();
+        world->answers.runTimeError(-2147217900);
+        pick(w.cmbCat1, "King's");
+        QCOMPARE(world->endStatus, -1);
+        QVERIFY(w.isVisible());
+    }
+
+    void playedDateThatIsNoDateEndsTheSearch() {
+        addCategories({"Praise"});
+        addSong({.title = "A", .cat1 = "Praise"});
+        addPlayed(addSong({.title = "B", .cat1 = "Praise"}), {"at Easter"});
+        frmSetList& w = open();
+        world->answers.runTimeError(13);
+        pick(w.cmbCat1, "Praise");
+        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"A"});
+    }
+
+    void manyThousandSongsAreListed() {
+        addCategories({"Praise"});
+        world->sql(
+            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < "
+            "100000) INSERT INTO songs (title, cat1, playlist) SELECT printf('Song "
+            "%06d', i), CASE WHEN i % 20 THEN 'Other' ELSE 'Praise' END, 'Current' FROM n");
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        QCOMPARE(w.fpSongList1->MaxRows(), 5000);
+        QCOMPARE(w.fpSongList1->GetText(2, 5000), QStringLiteral("Song 100000"));
+    }
+};
+
+LORVANITE_TEST(TestSongPicker)
+#include "test_song_picker.moc"

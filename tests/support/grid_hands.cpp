@@ -1,0 +1,43 @@
+#include "support/grid_hands.h"
+
+#include "platform/sheet_view.h"
+#include "support/world.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QTest>
+
+void clickCell(SheetView* grid, int col, int row, Qt::MouseButton button) {
+    const QRect rect = grid->cellRect(col, row);
+    QVERIFY2(rect.isValid(), qPrintable(QStringLiteral("no cell %1, %2").arg(col).arg(row)));
+    const QPoint place = grid->mapToGlobal(QPoint(rect.left() + 4, rect.center().y()));
+    QWidget* target = grid->childAt(grid->mapFromGlobal(place));
+    QVERIFY(target);
+    QTest::mouseClick(target, button, {}, target->mapFromGlobal(place));
+    if (button == Qt::RightButton) {
+        const QPoint at = target->mapFromGlobal(place);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, at, place);
+        QCoreApplication::sendEvent(target, &event);
+    }
+    settle();
+}
+
+void typeInCell(SheetView* grid, int col, int row, const QString& text) {
+    grid->SetActiveCell(col, row);
+    grid->flush();
+    grid->setFocus();
+    QTest::keyClick(grid, Qt::Key_F2);
+    QWidget* editor = QApplication::focusWidget();
+    QVERIFY2(editor && editor != grid, "no editor came up");
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(editor, Qt::Key_Delete);
+    QTest::keyClicks(editor, text);
+    QTest::keyClick(editor, Qt::Key_Return);
+    settle();
+}
+
+QStringList columnOf(SheetView* grid, int col) {
+    QStringList texts;
+    for (int row = 1; row <= grid->MaxRows(); ++row) texts.append(grid->GetText(col, row));
+    return texts;
+}
