@@ -22,7 +22,7 @@ class TestMailNote : public MailTest {
     }
 
     frmEmail& handOver() {
-        world->start();
+        if (!world->isRunning()) world->start();
         write(QStringLiteral("config/email.html"), Exported);
         handOverStagedMail();
         settle();
