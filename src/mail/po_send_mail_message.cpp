@@ -67,17 +67,12 @@ QByteArray mailText(QString text) {
     return text.toUtf8();
 }
 
-// Either encoding keeps lines of any length; the shorter one is taken.
-const char* encoderOf(const QByteArray& text) {
-    const auto foreign = std::count_if(text.begin(), text.end(), [](char c) { return c < 0; });
-    return foreign * 6 > text.size() ? "base64" : "quoted-printable";
-}
-
+// Base64 keeps lines of any length, and its length is known before it is sent.
 void setText(curl_mimepart* part, const QString& text, const char* type) {
     const QByteArray bytes = mailText(text);
     curl_mime_data(part, bytes.constData(), size_t(bytes.size()));
     curl_mime_type(part, type);
-    curl_mime_encoder(part, encoderOf(bytes));
+    curl_mime_encoder(part, "base64");
 }
 
 QByteArray typeOf(const QString& path) {

@@ -111,7 +111,7 @@ CURLcode MailTalk::perform(CURL* curl) {
     // The last bytes may have left after the last look.
     curl_off_t sent = 0;
     curl_easy_getinfo(curl, CURLINFO_SIZE_UPLOAD_T, &sent);
-    if (m_isDataOpen && m_total > 0 && sent >= m_total) m_isAllSent = true;
+    if (m_isDataOpen && sent >= m_total) m_isAllSent = true;
     return code;
 }
 
