@@ -99,6 +99,9 @@ void addLines(const QTextFrame::iterator& from, const QTextFrame::iterator& end,
     for (auto it = from; it != end; ++it) {
         const auto* table = qobject_cast<const QTextTable*>(it.currentFrame());
         if (!it.currentFrame()) {
+            // An empty paragraph before a table is the document's own.
+            auto next = it;
+            if (it.currentBlock().length() == 1 && (++next).currentFrame()) continue;
             lines += it.currentBlock().text().replace(QChar::LineSeparator, QLatin1Char('\n'));
         } else if (!table) {
             addLines(it.currentFrame()->begin(), it.currentFrame()->end(), lines);

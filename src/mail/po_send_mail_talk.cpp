@@ -75,7 +75,7 @@ void MailTalk::prepare(CURL* curl, const MailHost& host, const QString& path, bo
         QStringLiteral("%1://%2:%3/%4").arg(host.scheme, host.host).arg(host.port).arg(path);
     m_curlSays[0] = '\0';
     m_wantsLogin = logsIn;
-    m_isLoggedIn = m_isInLogin = m_replyOpen = false;
+    m_isLoggedIn = m_isInLogin = m_isLeaving = m_replyOpen = false;
     m_command.clear();
     m_reply.clear();
     curl_easy_setopt(curl, CURLOPT_URL, url.toUtf8().constData());
@@ -196,6 +196,7 @@ QString MailTalk::withoutSecrets(QString line) const {
 void MailTalk::heard(const QString& line) {
     const QString shown = withoutSecrets(line);
     if (onStatus) onStatus(QStringLiteral("< ") + shown);
+    if (m_isLeaving) return;
     m_reply = m_replyOpen ? m_reply + QStringLiteral("\r\n") + shown : shown;
     const int code = codeOf(line);
     m_replyOpen = code != 0 && line.mid(3, 1) == QLatin1String("-");
@@ -220,7 +221,9 @@ void MailTalk::said(const QString& line) {
     else if (m_isInLogin)
         shown = Hidden;
     if (match.hasMatch()) m_isInLogin = true;
-    m_command = shown;
+    // The farewell's answer tells nothing about what went before.
+    m_isLeaving = line.compare(QLatin1String("QUIT"), Qt::CaseInsensitive) == 0;
+    if (!m_isLeaving) m_command = shown;
     if (onStatus) onStatus(QStringLiteral("> ") + shown);
 }
 

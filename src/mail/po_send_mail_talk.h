@@ -72,6 +72,7 @@ private:
     bool m_replyOpen = false;  // more lines of it follow
     bool m_isInLogin = false;  // what is said is secret
     bool m_isLoggedIn = false;
+    bool m_isLeaving = false;
     bool m_wantsLogin = false;
     bool m_isDataOpen = false;  // the server has asked for the letter
     bool m_isAllSent = false;

@@ -60,15 +60,18 @@ QByteArray MailServer::raw(int n) const {
 }
 
 Certificate::Certificate() {
-    const int status = QProcess::execute(
+    QProcess openssl;
+    openssl.start(
         QStringLiteral("openssl"),
         {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"),
          QStringLiteral("rsa:2048"), QStringLiteral("-nodes"), QStringLiteral("-days"),
          QStringLiteral("2"), QStringLiteral("-subj"), QStringLiteral("/CN=localhost"),
          QStringLiteral("-addext"), QStringLiteral("subjectAltName=DNS:localhost,IP:127.0.0.1"),
          QStringLiteral("-keyout"), folder.filePath(QStringLiteral("key.pem")),
-         QStringLiteral("-out"), file(), QStringLiteral("-batch"), QStringLiteral("-quiet")});
-    if (status != 0 || !QFile::exists(file())) fail(QStringLiteral("openssl made no certificate"));
+         QStringLiteral("-out"), file()});
+    openssl.waitForFinished(60000);
+    if (openssl.exitCode() != 0 || !QFile::exists(file()))
+        fail(QStringLiteral("openssl made no certificate"));
 }
 
 QJsonObject Certificate::settings() const {
