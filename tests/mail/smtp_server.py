@@ -17,11 +17,17 @@ import base64
 import email
 import email.policy
 import json
+import logging
 import pathlib
 import ssl
 import sys
+import warnings
 
 from aiosmtpd.smtp import SMTP, AuthResult
+
+# Logins without TLS and refused certificates are what is tested here.
+warnings.simplefilter("ignore")
+logging.disable(logging.CRITICAL)
 
 folder = pathlib.Path(sys.argv[1])
 settings = json.loads(sys.argv[2])
