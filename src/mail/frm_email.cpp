@@ -161,7 +161,7 @@ void frmEmail::resizeEvent(QResizeEvent* event) {
 // The panels float over the middle of the window.
 void frmEmail::placePanels() {
     for (QFrame* panel : {frmNote, frmConfig})
-        panel->move((width() - panel->width()) / 2, (height() - panel->height()) / 3);
+        panel->move((width() - panel->width()) / 2, (height() - panel->height()) / 4);
 }
 
 void frmEmail::closeEvent(QCloseEvent* event) {
