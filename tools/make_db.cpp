@@ -3,9 +3,8 @@
 #include <QFile>
 #include <QTextStream>
 
-#include <sqlite3.h>
-
 #include <cstdio>
+#include <sqlite3.h>
 
 int main(int argc, char** argv) {
     if (argc != 3) {

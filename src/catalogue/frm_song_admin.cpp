@@ -105,6 +105,8 @@ frmSongAdmin::frmSongAdmin() {
 
     fpSMsong->Row(RowID);
     fpSMsong->RowHidden(true);
+    // All fields are on view, and the dates take the rest of the height.
+    fpSMsong->setFixedHeight(fpSMsong->cellRect(1, SongRows).bottom() + 1 + fpSMsong->frameWidth());
     hideColumn(*fpdp, DateID);
     hideColumn(*fpdp, DateSongID);
     for (SheetView* grid : {fpSongList2, fpSMsong, fpdp, fpCat}) grid->SetActiveCell(0, 0);
@@ -153,6 +155,7 @@ void frmSongAdmin::wireSongs() {
     onEvent(this, fpSongList2, &SheetView::RightClick, &frmSongAdmin::fpSongList2_RightClick);
     onEvent(this, fpSMsong, &SheetView::Click, &frmSongAdmin::fpSMsong_Click);
     onEvent(this, fpSMsong, &SheetView::ButtonClicked, &frmSongAdmin::fpSMsong_ButtonClicked);
+    onEvent(this, fpSMsong, &SheetView::RightClick, &frmSongAdmin::fpSMsong_RightClick);
     onEvent(this, fpSMsong, &SheetView::MouseUp, &frmSongAdmin::fpSMsong_MouseUp);
     onEvent(this, fpdp, &SheetView::Change, &frmSongAdmin::fpdp_Change);
     onEvent(this, cmdAdd, &QPushButton::clicked, &frmSongAdmin::cmdAdd_Click);
@@ -352,6 +355,11 @@ void frmSongAdmin::Command12_Click() { loadSongList(); }
 void frmSongAdmin::fpSongList2_Click(int col, int row) { showSong(col, row); }
 
 void frmSongAdmin::fpSMsong_Click(int, int row) { fpSMsong->SetActiveCell(1, row); }
+
+// The menu acts on the row at the mouse, also where that is a label.
+void frmSongAdmin::fpSMsong_RightClick(int, int, int row, int, int) {
+    fpSMsong->SetActiveCell(1, row);
+}
 
 void frmSongAdmin::fpSMsong_MouseUp(int button, int, int x, int y) {
     if (button == ButtonRight) mnuDel.popup(fpSMsong->mapToGlobal(QPoint(x, y)));

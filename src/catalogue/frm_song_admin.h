@@ -45,6 +45,7 @@ private:
     void fpSongList2_RightClick(int clickType, int col, int row, int x, int y);
     void fpSMsong_Click(int col, int row);
     void fpSMsong_ButtonClicked(int col, int row, bool buttonDown);
+    void fpSMsong_RightClick(int clickType, int col, int row, int x, int y);
     void fpSMsong_MouseUp(int button, int shift, int x, int y);
     void fpdp_Change(int col, int row);
     void cmdAdd_Click();

@@ -3,18 +3,33 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 
 namespace {
 
 constexpr int MostRows = 12;
+constexpr int RowHeight = 26;    // pixels, for the usual font
+constexpr int TextMargin = 14;   // pixels, both sides together
 constexpr int LeastWidth = 140;  // pixels
 constexpr int MostWidth = 320;   // pixels
+
+// Rows as high as those of the grids.
+class RowDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        const QSize size = QStyledItemDelegate::sizeHint(option, index);
+        return {size.width() + TextMargin, std::max(size.height(), RowHeight)};
+    }
+};
 
 }  // namespace
 
 PopUpList::PopUpList(QWidget* parent) : QListWidget(parent) {
+    setItemDelegate(new RowDelegate(this));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setTextElideMode(Qt::ElideRight);
 }
@@ -37,10 +52,10 @@ void PopUpList::dismiss() {
 
 void PopUpList::fitToItems() {
     const int frame = 2 * frameWidth();
-    const int rowHeight = std::max(sizeHintForRow(0), fontMetrics().height());
+    const int rowHeight = std::max(sizeHintForRow(0), RowHeight);
     const int rows = std::clamp(count(), 1, MostRows);
     const int bar = count() > MostRows ? verticalScrollBar()->sizeHint().width() : 0;
-    const int wanted = sizeHintForColumn(0) + fontMetrics().averageCharWidth() * 2 + bar;
+    const int wanted = sizeHintForColumn(0) + bar;
     resize(std::clamp(wanted, LeastWidth, MostWidth) + frame, rows * rowHeight + frame);
 }
 

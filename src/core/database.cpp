@@ -4,9 +4,8 @@
 #include "core/paths.h"
 #include "core/run_time_error.h"
 
-#include <sqlite3.h>
-
 #include <cstring>
+#include <sqlite3.h>
 
 Connection dbConn;
 
@@ -32,8 +31,10 @@ int authorize(void*, int action, const char*, const char*, const char*, const ch
         case SQLITE_UPDATE:
         case SQLITE_DELETE:
         case SQLITE_FUNCTION:
-        case SQLITE_RECURSIVE: return SQLITE_OK;
-        default: return SQLITE_DENY;
+        case SQLITE_RECURSIVE:
+            return SQLITE_OK;
+        default:
+            return SQLITE_DENY;
     }
 }
 
@@ -80,20 +81,21 @@ void Connection::Open(const QString& path) {
     if (m_handle) throw RunTimeError(RunTimeError::ObjectIsOpen);
     const QString file = resolvedPath(path);
     sqlite3* handle = nullptr;
-    int result = sqlite3_open_v2(file.toUtf8().constData(), &handle, SQLITE_OPEN_READWRITE, nullptr);
+    int result =
+        sqlite3_open_v2(file.toUtf8().constData(), &handle, SQLITE_OPEN_READWRITE, nullptr);
     if (result == SQLITE_OK) {
         setUp(handle);
         // Opening reads nothing: a first look tells whether the file is a database.
         sqlite3_set_authorizer(handle, nullptr, nullptr);
-        result = sqlite3_exec(handle, "SELECT count(*) FROM sqlite_master", nullptr, nullptr,
-                              nullptr);
+        result =
+            sqlite3_exec(handle, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
         sqlite3_set_authorizer(handle, authorize, nullptr);
     }
     if (result != SQLITE_OK && result != SQLITE_BUSY) {
         const QString why = QString::fromUtf8(sqlite3_errmsg(handle));
         sqlite3_close(handle);
-        throw RunTimeError(CannotOpen, QStringLiteral("The database \"%1\" cannot be opened: %2.")
-                                           .arg(file, why));
+        throw RunTimeError(
+            CannotOpen, QStringLiteral("The database \"%1\" cannot be opened: %2.").arg(file, why));
     }
     m_handle = handle;
 }

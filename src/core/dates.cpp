@@ -48,9 +48,8 @@ std::optional<QDate> parseNumbers(QStringView text) {
         if (part[i] < 0) return std::nullopt;
     }
     if (at != text.size()) return std::nullopt;
-    if (digits[0] == 4) return digits[1] > 2 || digits[2] > 2
-                                   ? std::nullopt
-                                   : valid(part[0], part[1], part[2]);
+    if (digits[0] == 4)
+        return digits[1] > 2 || digits[2] > 2 ? std::nullopt : valid(part[0], part[1], part[2]);
     if (digits[0] > 2 || digits[1] > 2 || digits[2] == 3) return std::nullopt;
     return valid(fullYear(part[2], digits[2]), part[0], part[1]);
 }

@@ -6,14 +6,22 @@ namespace {
 
 QString usualDescription(int number) {
     switch (number) {
-        case RunTimeError::InvalidCall: return QStringLiteral("Invalid procedure call or argument");
-        case RunTimeError::Overflow: return QStringLiteral("Overflow");
-        case RunTimeError::SubscriptOutOfRange: return QStringLiteral("Subscript out of range");
-        case RunTimeError::TypeMismatch: return QStringLiteral("Type mismatch");
-        case RunTimeError::FileNotFound: return QStringLiteral("File not found");
-        case RunTimeError::PermissionDenied: return QStringLiteral("Permission denied");
-        case RunTimeError::PathAccess: return QStringLiteral("Path/File access error");
-        case RunTimeError::PathNotFound: return QStringLiteral("Path not found");
+        case RunTimeError::InvalidCall:
+            return QStringLiteral("Invalid procedure call or argument");
+        case RunTimeError::Overflow:
+            return QStringLiteral("Overflow");
+        case RunTimeError::SubscriptOutOfRange:
+            return QStringLiteral("Subscript out of range");
+        case RunTimeError::TypeMismatch:
+            return QStringLiteral("Type mismatch");
+        case RunTimeError::FileNotFound:
+            return QStringLiteral("File not found");
+        case RunTimeError::PermissionDenied:
+            return QStringLiteral("Permission denied");
+        case RunTimeError::PathAccess:
+            return QStringLiteral("Path/File access error");
+        case RunTimeError::PathNotFound:
+            return QStringLiteral("Path not found");
         case RunTimeError::NoCurrentRecord:
             return QStringLiteral("There is no current record: the table or the result is empty.");
         case RunTimeError::NoSuchItem:
@@ -22,8 +30,10 @@ QString usualDescription(int number) {
             return QStringLiteral("Operation is not allowed when the object is open.");
         case RunTimeError::ObjectIsClosed:
             return QStringLiteral("Operation is not allowed when the object is closed.");
-        case RunTimeError::DialogCancelled: return QStringLiteral("Cancel was selected.");
-        default: return QStringLiteral("Application-defined or object-defined error");
+        case RunTimeError::DialogCancelled:
+            return QStringLiteral("Cancel was selected.");
+        default:
+            return QStringLiteral("Application-defined or object-defined error");
     }
 }
 
@@ -32,9 +42,7 @@ QString usualDescription(int number) {
 RunTimeError::RunTimeError(int number) : RunTimeError(number, usualDescription(number)) {}
 
 RunTimeError::RunTimeError(int number, const QString& description)
-    : std::runtime_error(description.toStdString()),
-      m_number(number),
-      m_description(description) {}
+    : std::runtime_error(description.toStdString()), m_number(number), m_description(description) {}
 
 int toLong(const QString& text) {
     bool ok = false;

@@ -37,6 +37,7 @@ SheetView::SheetView(QWidget* parent) : QTableView(parent), m(std::make_unique<P
     m->tabs->setExpanding(false);
     m->tabs->setAccessibleName(QStringLiteral("Pages"));
     m->tabs->hide();
+    setHorizontalScrollBar(m->pageBar);
     addScrollBarWidget(m->tabs, Qt::AlignLeft);
     connect(m->tabs, &QTabBar::currentChanged, this, &SheetView::tabPicked);
     connect(
@@ -72,6 +73,7 @@ void SheetView::setUpHeads() {
             commitEdit();
             flush();
         });
+        connect(head, &SheetHead::aboutToPaint, this, &SheetView::flush);
         connect(head, &SheetHead::clicked, this,
                 [this, cell](int section) { raiseClick(cell(section)); });
         connect(head, &SheetHead::rightClicked, this,
@@ -113,15 +115,21 @@ void SheetView::becameDirty() {
 void SheetView::flush() {
     if (!m->pending || m->applying) return;
     m->pending = false;
+    // Where the program takes the focus elsewhere the user's text is taken first.
+    const bool leaves = m->delegate.editor() && !isActive(m->delegate.cell());
     const GridDirt dirt = takeDirt();
-    const QScopedValueRollback applying(m->applying, true);
     if (dirt.layout && !m->byUser) m->undo.clear();
-    if (dirt.layout || std::exchange(m->layoutWanted, false)) {
-        applyLayout();
-        viewport()->update();
-    } else if (dirt.firstRow <= dirt.lastRow) {
-        m->model.announceRows(dirt.firstRow, dirt.lastRow);
+    {
+        const QScopedValueRollback applying(m->applying, true);
+        if (std::exchange(m->layoutWanted, false) || dirt.layout) {
+            applyLayout();
+            viewport()->update();
+        } else if (dirt.firstRow <= dirt.lastRow) {
+            m->model.announceRows(dirt.firstRow, dirt.lastRow);
+        }
     }
+    if (leaves) commitEdit();
+    const QScopedValueRollback applying(m->applying, true);
     applyActiveCell();
 }
 
@@ -142,15 +150,19 @@ void SheetView::applyLayout() {
     m->rows->viewport()->update();
 }
 
-// An editor stays open while its cell is on view and holds the text that the user began with.
+// An editor stays open while its cell is on view, has the focus, and holds the text that the user
+// began with: else the program has put something else there.
 void SheetView::dropLostEditor() {
     QWidget* editor = m->delegate.editor();
     if (!editor) return;
     const EditedCell& cell = m->delegate.cell();
-    const bool there = cell.sheet == ActiveSheet() && cell.row <= rowsOf(cell.sheet) &&
-                       cell.col <= colsOf(cell.sheet) &&
+    const bool there = cell.sheet == ActiveSheet() && isActive(cell) &&
                        textAt(cell.sheet, cell.col, cell.row) == cell.before;
     if (!there) closeEditor(editor, QAbstractItemDelegate::NoHint);
+}
+
+bool SheetView::isActive(const EditedCell& cell) const {
+    return cell.col == ActiveCol() && cell.row == ActiveRow();
 }
 
 void SheetView::applySpans() {
@@ -213,6 +225,7 @@ void SheetView::applyTabs() {
     m->tabs->setCurrentIndex(ActiveSheet() - 1);
     m->tabs->setVisible(wanted);
     // The tabs stand beside the scroll bar, which is there as long as they are.
+    m->pageBar->setBeside(wanted ? m->tabs : nullptr);
     setHorizontalScrollBarPolicy(wanted ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAsNeeded);
 }
 
@@ -225,6 +238,10 @@ void SheetView::applyActiveCell() {
     QModelIndex wanted = m->model.indexOf(ActiveCol(), ActiveRow());
     const CellSpan span = spanAt(ActiveSheet(), ActiveCol(), ActiveRow());
     if (span.cols > 0) wanted = m->model.indexOf(span.col, span.row);
+    if (isReadOnly() && wanted.isValid() && isColumnHidden(wanted.column())) {
+        // The keyboard goes on from a column that is on view.
+        wanted = moveCursor(MoveHome, Qt::NoModifier).siblingAtRow(wanted.row());
+    }
     if (wanted == currentIndex()) return;
     if (!wanted.isValid()) {
         selectionModel()->clear();

@@ -9,6 +9,7 @@
 #include <vector>
 
 struct CellEdit;
+struct EditedCell;
 
 // Draws a SheetGrid and lets a person edit it like a spreadsheet. It is the grid: cell calls go to
 // it, and it shows them at the next turn of the event loop, one look for any number of writes.
@@ -94,6 +95,7 @@ private:
     void applyTabs();
     void applyActiveCell();
     void dropLostEditor();
+    bool isActive(const EditedCell& cell) const;
     void placeOverlays();
     void colDragged(int col, int width);
     void tabPicked(int tab);

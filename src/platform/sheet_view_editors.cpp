@@ -202,8 +202,10 @@ QWidget* SheetDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem
     editor->setFont(m_painter.fontOf(format));
     auto* line = qobject_cast<QLineEdit*>(editor);
     if (auto* combo = qobject_cast<QComboBox*>(editor)) {
+        combo->setCurrentIndex(combo->findText(m_cell.before, Qt::MatchFixedString));
         combo->setEditText(m_cell.before);
         line = combo->lineEdit();
+        line->setTextMargins(2, 0, 0, 0);
     } else {
         line->setText(m_cell.before);
         line->setAlignment((format.hAlign == HAlign::Right    ? Qt::AlignRight

@@ -36,11 +36,13 @@ QSize SheetHead::sizeHint() const {
 }
 
 void SheetHead::paintEvent(QPaintEvent* event) {
+    Q_EMIT aboutToPaint();
     QPainter painter(viewport());
     const ThemeColours& colours = themeColours(palette());
     const QRect dirty = event->rect();
-    painter.fillRect(dirty, colours.head);
     const bool across = orientation() == Qt::Horizontal;
+    painter.fillRect(dirty, across ? colours.head : colours.base);
+    if (!across) painter.fillRect(0, 0, width(), length() - offset(), colours.head);
     const int from = across ? dirty.left() : dirty.top();
     const int to = across ? dirty.right() : dirty.bottom();
     const int first = std::max(visualIndexAt(std::min(from, to)), 0);
@@ -57,7 +59,7 @@ void SheetHead::paintEvent(QPaintEvent* event) {
     if (across) {
         painter.drawLine(0, height() - 1, width(), height() - 1);
     } else {
-        painter.drawLine(width() - 1, 0, width() - 1, height());
+        painter.drawLine(width() - 1, 0, width() - 1, length() - offset() - 1);
     }
 }
 

@@ -22,8 +22,9 @@ Q_SIGNALS:
     void rightClicked(int section, const QPoint& place);
     // Any button went up.
     void buttonReleased(QMouseEvent* event);
-    // Something is about to be looked at: the grid's changes have to be shown first.
+    // The mouse is about to be looked at: what is pending has to be done first.
     void aboutToAct();
+    void aboutToPaint();
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -102,8 +102,8 @@ void SheetView::mouseDoubleClickEvent(QMouseEvent* event) {
     setCurrent(cell);
     if (handleRect(cell).contains(place)) {
         m->pressedHandle = cell;
-    } else {
-        edit(m->model.indexOf(cell.col, cell.row));
+    } else if (m->model.flags(currentIndex()) & Qt::ItemIsEditable) {
+        edit(currentIndex());
     }
 }
 

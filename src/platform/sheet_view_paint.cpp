@@ -140,7 +140,7 @@ void SheetPainter::paintGround(Pass& pass, int col, int row, const QRect& rect) 
     }
     if (pass.isListRow(row)) {
         ground = colours.accent;
-    } else if (!pass.look.list &&
+    } else if (!pass.look.list && !(col == pass.look.activeCol && row == pass.look.activeRow) &&
                m_view.selectionModel()->isSelected(m_view.model()->index(row - 1, col - 1))) {
         ground = blend(ground, colours.accent, 0.16);
     }

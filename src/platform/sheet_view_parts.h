@@ -9,8 +9,27 @@
 #include "platform/sheet_view_model.h"
 #include "platform/sheet_view_paint.h"
 
+#include <QScrollBar>
 #include <QTabBar>
 #include <QUndoStack>
+
+// A scroll bar that is as high as the page tabs beside it.
+class PageScrollBar : public QScrollBar {
+public:
+    explicit PageScrollBar(QWidget* parent) : QScrollBar(Qt::Horizontal, parent) {}
+
+    void setBeside(const QWidget* tabs) {
+        m_tabs = tabs;
+        updateGeometry();
+    }
+    QSize sizeHint() const override {
+        const QSize plain = QScrollBar::sizeHint();
+        return m_tabs ? QSize(plain.width(), m_tabs->sizeHint().height()) : plain;
+    }
+
+private:
+    const QWidget* m_tabs = nullptr;
+};
 
 struct SheetView::Parts {
     explicit Parts(SheetView& view)
@@ -26,6 +45,7 @@ struct SheetView::Parts {
           cols(new SheetHead(Qt::Horizontal, view, &view)),
           rows(new SheetHead(Qt::Vertical, view, &view)),
           tabs(new QTabBar(&view)),
+          pageBar(new PageScrollBar(&view)),
           findBar(new FindBar(&view)) {}
 
     SheetModel model;
@@ -34,6 +54,7 @@ struct SheetView::Parts {
     SheetHead* cols;
     SheetHead* rows;
     QTabBar* tabs;
+    PageScrollBar* pageBar;
     FindBar* findBar;
     QUndoStack undo;
     CellPlaces changed;  // cells whose Change has still to be raised

@@ -24,9 +24,15 @@ void SheetView::commitEdit() {
 }
 
 void SheetView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
-    if (editor == m->delegate.editor()) m->delegate.forget();
+    // What took its text may have closed it.
+    if (editor != m->delegate.editor()) return;
+    const Cell cell{m->delegate.cell().col, m->delegate.cell().row};
+    m->delegate.forget();
     QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
     viewport()->update();
+    flush();
+    // The focus goes on from the cell, unless the program has put it elsewhere.
+    if (currentIndex() != m->model.indexOf(cell.col, cell.row)) return;
     switch (hint) {
         case QAbstractItemDelegate::EditNextItem:
             tabToNext(true);

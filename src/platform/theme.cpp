@@ -8,6 +8,7 @@
 #include <QFontDatabase>
 #include <QIconEngine>
 #include <QPainter>
+#include <QPointer>
 #include <QSvgRenderer>
 #include <QTimer>
 
@@ -210,7 +211,9 @@ void loadIcons() {
 void applyTheme(QApplication& app) {
     applyFont(app);
     applyColours(desktopIsDark());
-    new DesktopWatch(app);
+    QApplication::setWindowIcon(themedIcon(QStringLiteral("app")));
+    static QPointer<DesktopWatch> watch;
+    if (!watch) watch = new DesktopWatch(app);
 }
 
 QIcon themedIcon(const QString& name) {

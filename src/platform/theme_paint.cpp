@@ -2,6 +2,8 @@
 
 #include "platform/theme.h"
 
+#include <QAbstractScrollArea>
+#include <QGroupBox>
 #include <QPainter>
 #include <QPainterPath>
 #include <QWidget>
@@ -11,6 +13,8 @@
 namespace {
 
 constexpr double Radius = 5;
+constexpr int TitleMargin = 12;
+constexpr double ScrollThickness = 6;
 
 QColor blend(const QColor& under, const QColor& over, double share) {
     const auto mix = [share](int a, int b) { return int(std::lround(a + (b - a) * share)); };
@@ -167,15 +171,23 @@ bool paintThemePrimitive(QStyle::PrimitiveElement element, const QStyleOption& o
             checkBox(painter, option, true);
             return true;
         case QStyle::PE_Frame:
-            frame(painter, option, true);
+            frame(painter, option, qobject_cast<const QAbstractScrollArea*>(widget) != nullptr);
+            return true;
+        case QStyle::PE_PanelScrollAreaCorner:
+            painter.fillRect(option.rect, colours.window);
             return true;
         case QStyle::PE_FrameMenu:
         case QStyle::PE_FrameTabWidget:
             frame(painter, option, false);
             return true;
-        case QStyle::PE_FrameGroupBox:
-            box(painter, option.rect, Qt::transparent, colours.line);
+        case QStyle::PE_FrameGroupBox: {
+            // The title stands above the frame.
+            const auto* group = qobject_cast<const QGroupBox*>(widget);
+            const int above =
+                group && !group->title().isEmpty() ? option.fontMetrics.height() + 4 : 0;
+            box(painter, option.rect.adjusted(0, above, 0, 0), Qt::transparent, colours.line);
             return true;
+        }
         case QStyle::PE_FrameWindow:
             frame(painter, option, false);
             return true;
@@ -267,8 +279,16 @@ void paintScrollBar(const QStyleOptionSlider& bar, const QRect& slider, QPainter
     painter.setPen(Qt::NoPen);
     painter.setBrush(blend(colours.line, colours.muted, active ? 0.7 : 0.35));
     const bool across = bar.orientation == Qt::Horizontal;
-    const QRectF handle =
-        QRectF(slider).adjusted(across ? 2 : 3, across ? 3 : 2, across ? -2 : -3, across ? -3 : -2);
+    QRectF handle = slider;
+    const QPointF middle = handle.center();
+    if (across) {
+        handle.setHeight(ScrollThickness);
+        handle.adjust(2, 0, -2, 0);
+    } else {
+        handle.setWidth(ScrollThickness);
+        handle.adjust(0, 2, 0, -2);
+    }
+    handle.moveCenter(middle);
     const double radius = (across ? handle.height() : handle.width()) / 2;
     painter.drawRoundedRect(handle, radius, radius);
 }
@@ -281,7 +301,8 @@ void paintTitleBar(const QStyleOptionTitleBar& bar,
     const QColor ink = active ? colours.accentText : colours.muted;
     painter.save();
     painter.fillRect(bar.rect, ground);
-    const QRect label = part(QStyle::SC_TitleBarLabel).adjusted(8, 0, -8, 0);
+    QRect label = part(QStyle::SC_TitleBarLabel);
+    label.setLeft(bar.rect.left() + TitleMargin);
     QFont font = painter.font();
     font.setWeight(QFont::DemiBold);
     painter.setFont(font);

@@ -4,11 +4,14 @@
 #include "platform/theme_paint.h"
 
 #include <QAbstractScrollArea>
+#include <QApplication>
+#include <QCalendarWidget>
 #include <QComboBox>
 #include <QEvent>
 #include <QPainter>
 #include <QPushButton>
 #include <QStyleOption>
+#include <QTextCharFormat>
 
 #include <algorithm>
 
@@ -59,6 +62,22 @@ QRect scrollPart(const QStyleOptionSlider& bar, QStyle::SubControl part) {
     return QStyle::visualRect(bar.direction, bar.rect, rect.translated(bar.rect.topLeft()));
 }
 
+// A calendar has a quiet head and no red days.
+void dressCalendar(QCalendarWidget& calendar) {
+    const ThemeColours& colours = themeColours(QApplication::palette());
+    QTextCharFormat plain;
+    plain.setForeground(colours.text);
+    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday}) {
+        calendar.setWeekdayTextFormat(day, plain);
+    }
+    auto* bar = calendar.findChild<QWidget*>(QStringLiteral("qt_calendar_navigationbar"));
+    if (!bar) return;
+    QPalette palette;
+    palette.setColor(QPalette::Highlight, colours.head);
+    palette.setColor(QPalette::HighlightedText, colours.text);
+    bar->setPalette(palette);
+}
+
 }  // namespace
 
 ThemeStyle::ThemeStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
@@ -66,13 +85,15 @@ ThemeStyle::ThemeStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 void ThemeStyle::polish(QWidget* widget) {
     QProxyStyle::polish(widget);
     if (isBar(widget)) {
-        QPalette palette = widget->palette();
-        palette.setColor(QPalette::Window, themeColours(palette).bar);
+        // The application's palette is new before its widgets' are.
+        QPalette palette;
+        palette.setColor(QPalette::Window, themeColours(QApplication::palette()).bar);
         widget->setPalette(palette);
         widget->setAutoFillBackground(true);
         widget->installEventFilter(this);
     }
     if (qobject_cast<QAbstractScrollArea*>(widget)) widget->installEventFilter(this);
+    if (auto* calendar = qobject_cast<QCalendarWidget*>(widget)) dressCalendar(*calendar);
     if (qobject_cast<QPushButton*>(widget) && isPrimary(widget)) {
         QFont font = widget->font();
         font.setWeight(QFont::DemiBold);
@@ -160,13 +181,38 @@ QSize ThemeStyle::sizeFromContents(ContentsType type, const QStyleOption* option
                     wanted.setHeight(std::max(wanted.height(), ControlHeight));
             }
             break;
-        case CT_MenuItem:
-            wanted.setHeight(std::max(wanted.height() + 2, wanted.height()));
-            break;
         default:
             break;
     }
     return wanted;
+}
+
+QRect ThemeStyle::subElementRect(SubElement element, const QStyleOption* option,
+                                 const QWidget* widget) const {
+    const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    if (element != SE_LineEditContents) return rect;
+    const auto* line = qstyleoption_cast<const QStyleOptionFrame*>(option);
+    return line && line->lineWidth > 0 ? rect.adjusted(4, 0, -4, 0) : rect;
+}
+
+QIcon ThemeStyle::standardIcon(StandardPixmap picture, const QStyleOption* option,
+                               const QWidget* widget) const {
+    switch (picture) {
+        case SP_MessageBoxInformation:
+            return themedIcon(QStringLiteral("about"));
+        case SP_MessageBoxQuestion:
+            return themedIcon(QStringLiteral("help"));
+        case SP_MessageBoxWarning:
+            return themedIcon(QStringLiteral("warning"));
+        case SP_MessageBoxCritical:
+            return themedIcon(QStringLiteral("critical"));
+        case SP_ArrowLeft:
+            return themedIcon(QStringLiteral("previous"));
+        case SP_ArrowRight:
+            return themedIcon(QStringLiteral("next"));
+        default:
+            return QProxyStyle::standardIcon(picture, option, widget);
+    }
 }
 
 QRect ThemeStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,

@@ -7,6 +7,11 @@
 frmSetList::frmSetList() {
     setupUi(this);
     optPlayList = {optPlayList_0, optPlayList_1};
+    // What is typed into a category box starts no search: only a pick from its list does.
+    for (QComboBox* box : {cmbCat1, cmbCat2}) {
+        box->setCompleter(nullptr);
+        disconnect(box->lineEdit(), &QLineEdit::editingFinished, box, nullptr);
+    }
     setUpMenus();
     setUpGrids();
     wirePicker();

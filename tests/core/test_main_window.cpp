@@ -191,6 +191,17 @@ private Q_SLOTS:
         click(world->main().Command11);
     }
 
+    void statusLineShowsTheNewestText() {
+        world->start();
+        StatusLine* line = world->main().SB;
+        for (int i = 1; i <= 100; ++i) line->SimpleText(QStringLiteral("%1%").arg(i));
+        QCOMPARE(line->SimpleText(), QStringLiteral("100%"));
+        QTRY_COMPARE(line->currentMessage(), QStringLiteral("100%"));
+        QTest::qWait(120);
+        line->SimpleText(QStringLiteral("at once"));
+        QCOMPARE(line->currentMessage(), QStringLiteral("at once"));
+    }
+
     void closingTheMainWindowUnloadsTheModulesAndEndsTheProcess() {
         world->start();
         click(world->main().cmdAbout);

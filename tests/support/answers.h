@@ -3,7 +3,6 @@
 
 #include <QMessageBox>
 #include <QObject>
-#include <QPointer>
 #include <QString>
 #include <QTimer>
 
@@ -79,5 +78,4 @@ private:
     std::vector<SeenFileDialog> m_fileDialogs;
     std::function<void(QWidget*)> m_look;
     QTimer m_timer;
-    QPointer<QWidget> m_answered;  // a later box may stand at the same address
 };

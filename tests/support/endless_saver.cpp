@@ -1,12 +1,28 @@
 #include "support/endless_saver.h"
 
-#include "core/dates.h"
+#include "core/database.h"
 #include "core/frm_mdi.h"
 #include "core/paths.h"
 #include "sets/frm_set_list.h"
 #include "support/answers.h"
 
+#include <QFile>
+
 #include <cstdio>
+
+namespace {
+
+// The round after the one on record: a set that is recorded whole is not asked about again.
+int firstRound() {
+    Recordset rs;
+    rs.Open(QStringLiteral("SELECT title FROM played_on"), dbConn, CursorType::Dynamic,
+            LockType::ReadOnly);
+    const int round = rs.EOF_() ? 1 : rs.Fields("title").mid(6, 1).toInt() + 1;
+    rs.Close();
+    return round;
+}
+
+}  // namespace
 
 void saveForEver(const QString& folder) {
     setProgramFolder(folder);
@@ -16,15 +32,16 @@ void saveForEver(const QString& folder) {
     window.Show();
     Answers answers;
     window.fpSet->SetText(2, 1, QStringLiteral("11/22/26"));
-    for (int round = 1;; ++round) {
+    for (int round = firstRound();; ++round) {
         // Songs of every round are in the catalogue, under this name with the row behind it.
         for (int row = 2; row <= 24; ++row)
             window.fpSet->SetText(2, row, QStringLiteral("Round %1, %2").arg(round % 9).arg(row));
         answers.custom(QStringLiteral("question"), [](QWidget* box) {
             qobject_cast<QMessageBox*>(box)->button(QMessageBox::Yes)->click();
         });
-        answers.file(folder + QStringLiteral("/saved sets/kill.set"));
-        if (round > 1)
+        const QString file = folder + QStringLiteral("/saved sets/kill.set");
+        answers.file(file);
+        if (QFile::exists(file))
             answers.custom(QStringLiteral("overwrite question"), [](QWidget* box) {
                 qobject_cast<QMessageBox*>(box)->button(QMessageBox::Yes)->click();
             });

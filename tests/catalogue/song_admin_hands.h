@@ -1,0 +1,51 @@
+// The song window as the tests open and use it.
+#pragma once
+
+#include "catalogue/frm_song_admin.h"
+#include "support/grid_hands.h"
+#include "support/world.h"
+
+#include <QMdiSubWindow>
+
+#include <sqlite3.h>
+
+class SongAdminTest : public WindowTest {
+protected:
+    // Starts the program, opens the song window and empties the statement log.
+    frmSongAdmin& open() {
+        world->start();
+        openAgain();
+        world->statements.clear();
+        return window();
+    }
+
+    void openAgain() { click(world->main().cmdSongMgmt); }
+
+    static frmSongAdmin& window() { return frmSongAdmin::instance(); }
+
+    // Shows the song with this title by a click on it in the list.
+    void showSong(const QString& title) {
+        const int row = int(columnOf(window().fpSongList2, 2).indexOf(title)) + 1;
+        QVERIFY2(row > 0, qPrintable(title + QStringLiteral(" is not in the list")));
+        clickCell(window().fpSongList2, 2, row);
+    }
+
+    void typeInSong(int row, const QString& text) { typeInCell(window().fpSMsong, 1, row, text); }
+
+    static QString songValue(int row) { return window().fpSMsong->GetText(1, row); }
+};
+
+// Another program that holds the database file for itself while this lives.
+class FileHeld {
+public:
+    explicit FileHeld(const QString& file) {
+        sqlite3_open(file.toUtf8().constData(), &m_db);
+        sqlite3_exec(m_db, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+    }
+    ~FileHeld() { sqlite3_close(m_db); }
+    FileHeld(const FileHeld&) = delete;
+    FileHeld& operator=(const FileHeld&) = delete;
+
+private:
+    sqlite3* m_db = nullptr;
+};

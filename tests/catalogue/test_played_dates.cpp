@@ -1,0 +1,208 @@
+// The dates on which a song was played.
+#include "catalogue/song_admin_hands.h"
+#include "support/registry.h"
+
+namespace {
+
+const QString ThreeDates = QStringLiteral(
+    "INSERT INTO songs (ID, title, cat1) VALUES (4, 'Song', 'Praise');"
+    "INSERT INTO played_on (ID, title, played_date, songID) VALUES (11, 'Song', '12/31/05', 4), "
+    "(12, 'Song', '01/01/06', 4), (15, 'Song', '06/12/04', 4), (16, 'Else', '06/12/04', 9)");
+
+QString insertion(const QString& title, const QString& date) {
+    return QStringLiteral(
+               "INSERT INTO played_on (title, played_date, songID) VALUES "
+               "('%1', '%2', 4); [3]")
+        .arg(title, date);
+}
+
+QString deletion(int id) {
+    return QStringLiteral("DELETE FROM played_on WHERE ID = %1 [3]").arg(id);
+}
+
+}  // namespace
+
+class TestPlayedDates : public SongAdminTest {
+    Q_OBJECT
+
+    frmSongAdmin& openSong() {
+        frmSongAdmin& w = open();
+        showSong("Song");
+        world->statements.clear();
+        return w;
+    }
+
+    QStringList dates() {
+        return world->rows("SELECT title, played_date FROM played_on WHERE songID = 4 ORDER BY ID");
+    }
+
+private Q_SLOTS:
+    void datesStandInTheTablesOrder() {
+        world->sql(ThreeDates);
+        frmSongAdmin& w = openSong();
+        QCOMPARE(columnOf(w.fpdp, 1), (QStringList{"11", "12", "15", ""}));
+        QCOMPARE(columnOf(w.fpdp, 2), (QStringList{"12/31/05", "01/01/06", "06/12/04", ""}));
+        QCOMPARE(columnOf(w.fpdp, 3), (QStringList{"4", "4", "4", ""}));
+        QCOMPARE(w.fpdp->GetText(2, 0), QStringLiteral("Last Played"));
+    }
+
+    void songWithoutDatesKeepsOneEmptyRow() {
+        world->sql(ThreeDates + ";INSERT INTO songs (title) VALUES ('New')");
+        frmSongAdmin& w = openSong();
+        showSong("New");
+        QCOMPARE(columnOf(w.fpdp, 2), QStringList{""});
+        QCOMPARE(columnOf(w.fpdp, 1), QStringList{""});
+    }
+
+    void updateWithoutAChangeStoresTheSameDatesAnew() {
+        world->sql(ThreeDates);
+        frmSongAdmin& w = openSong();
+        click(w.cmdAdd);
+        QCOMPARE(world->statements.size(), 7);
+        QVERIFY(world->statements.first().startsWith("UPDATE songs SET title = 'Song'"));
+        QCOMPARE(world->statements.mid(1),
+                 (QStringList{deletion(11), insertion("Song", "12/31/05"), deletion(12),
+                              insertion("Song", "01/01/06"), deletion(15),
+                              insertion("Song", "06/12/04")}));
+        QCOMPARE(dates(), (QStringList{"Song|12/31/05", "Song|01/01/06", "Song|06/12/04"}));
+        QCOMPARE(world->rows("SELECT ID FROM played_on WHERE songID = 4 AND ID <= 16"),
+                 QStringList());
+        QCOMPARE(world->rows("SELECT ID FROM played_on WHERE songID = 9"), QStringList{"16"});
+    }
+
+    void emptiedDateIsRemoved() {
+        world->sql(ThreeDates);
+        frmSongAdmin& w = openSong();
+        typeInCell(w.fpdp, 2, 2, "");
+        click(w.cmdAdd);
+        QCOMPARE(world->statements.mid(1),
+                 (QStringList{deletion(11), insertion("Song", "12/31/05"), deletion(12),
+                              deletion(15), insertion("Song", "06/12/04")}));
+        QCOMPARE(dates(), (QStringList{"Song|12/31/05", "Song|06/12/04"}));
+    }
+
+    void dateTypedInTheOnlyRowIsAdded() {
+        world->sql("INSERT INTO songs (ID, title, cat1) VALUES (4, 'Song', 'Praise')");
+        frmSongAdmin& w = openSong();
+        typeInCell(w.fpdp, 2, 1, "11/15/26");
+        click(w.cmdAdd);
+        QCOMPARE(world->statements.mid(1), QStringList{insertion("Song", "11/15/26")});
+        QCOMPARE(dates(), QStringList{"Song|11/15/26"});
+        click(w.Command12);
+        QCOMPARE(w.fpSongList2->GetText(5, 1), QStringLiteral("11/15/26"));
+    }
+
+    void datesTypedInTheSpareRowsAreAdded() {
+        world->sql(ThreeDates);
+        frmSongAdmin& w = openSong();
+        typeInCell(w.fpdp, 2, 4, "11/15/26");
+        QCOMPARE(w.fpdp->MaxRows(), 5);
+        typeInCell(w.fpdp, 2, 5, "11/22/26");
+        click(w.cmdAdd);
+        QCOMPARE(dates(), (QStringList{"Song|12/31/05", "Song|01/01/06", "Song|06/12/04",
+                                       "Song|11/15/26", "Song|11/22/26"}));
+    }
+
+    void newTitleGoesIntoAllDates() {
+        world->sql(ThreeDates);
+        frmSongAdmin& w = openSong();
+        typeInSong(2, "Singer's Song");
+        click(w.cmdAdd);
+        QCOMPARE(dates(), (QStringList{"Singers Song|12/31/05", "Singers Song|01/01/06",
+                                       "Singers Song|06/12/04"}));
+    }
+
+    void newSongWithDatesOnViewStopsAtTheConversionAndCostsNoDate() {
+        world->sql(ThreeDates);
+        frmSongAdmin& w = openSong();
+        click(w.cmdClear);
+        QCOMPARE(columnOf(w.fpdp, 2), (QStringList{"12/31/05", "01/01/06", "06/12/04", ""}));
+        typeInSong(2, "New");
+        typeInSong(5, "Praise");
+        world->answers.runTimeError(13);
+        click(w.cmdAdd);
+        QCOMPARE(world->endStatus, 1);
+        QCOMPARE(world->statements.size(), 1);
+        QVERIFY(world->statements.first().startsWith("INSERT INTO songs "));
+        QCOMPARE(world->rows("SELECT title FROM songs ORDER BY ID"), (QStringList{"Song", "New"}));
+        QCOMPARE(world->rows("SELECT ID, played_date FROM played_on WHERE songID = 4 ORDER BY ID"),
+                 (QStringList{"11|12/31/05", "12|01/01/06", "15|06/12/04"}));
+    }
+
+    void datesStayOnViewAfterAnUpdateToo() {
+        world->sql(ThreeDates);
+        frmSongAdmin& w = openSong();
+        click(w.cmdAdd);
+        typeInSong(2, "New");
+        typeInSong(5, "Praise");
+        world->answers.runTimeError(13);
+        click(w.cmdAdd);
+        QCOMPARE(world->endStatus, 1);
+        QCOMPARE(dates(), (QStringList{"Song|12/31/05", "Song|01/01/06", "Song|06/12/04"}));
+    }
+
+    void newSongWithoutDatesOnViewIsAdded() {
+        world->sql("INSERT INTO songs (ID, title, cat1) VALUES (4, 'Song', 'Praise')");
+        frmSongAdmin& w = openSong();
+        click(w.cmdClear);
+        typeInSong(2, "New");
+        typeInSong(5, "Praise");
+        click(w.cmdAdd);
+        QCOMPARE(world->endStatus, -1);
+        QCOMPARE(world->rows("SELECT title FROM songs ORDER BY ID"), (QStringList{"Song", "New"}));
+    }
+
+    void dateOfAnotherFormIsStoredAsTyped_data() {
+        QTest::addColumn<QString>("date");
+        QTest::newRow("year first") << "2005-06-12";
+        QTest::newRow("words") << "Easter 2005";
+        QTest::newRow("before the grid's dates") << "12/31/85";
+        QTest::newRow("Korean") << QString::fromUtf8("2005년 6월 12일");
+    }
+    void dateOfAnotherFormIsStoredAsTyped() {
+        QFETCH(QString, date);
+        world->sql(ThreeDates);
+        frmSongAdmin& w = openSong();
+        typeInCell(w.fpdp, 2, 1, date);
+        click(w.cmdAdd);
+        QCOMPARE(dates(), (QStringList{"Song|" + date, "Song|01/01/06", "Song|06/12/04"}));
+        showSong("Song");
+        QCOMPARE(w.fpdp->GetText(2, 1), date);
+    }
+
+    void dateWithAnApostropheEndsTheProgramAndKeepsTheRowsBefore() {
+        world->sql(ThreeDates);
+        frmSongAdmin& w = openSong();
+        typeInCell(w.fpdp, 2, 4, "New Year's");
+        world->answers.runTimeError(-2147217900);
+        click(w.cmdAdd);
+        QCOMPARE(world->endStatus, 1);
+        QCOMPARE(dates(), (QStringList{"Song|12/31/05", "Song|01/01/06", "Song|06/12/04"}));
+    }
+
+    void manyDatesAreAllShown() {
+        world->sql(
+            "INSERT INTO songs (ID, title, cat1) VALUES (4, 'Song', 'Praise');"
+            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 400) "
+            "INSERT INTO played_on (played_date, songID) SELECT printf('%02d/%02d/26', "
+            "1 + i % 12, 1 + i % 28), 4 FROM n");
+        frmSongAdmin& w = openSong();
+        QCOMPARE(w.fpdp->MaxRows(), 401);
+        QCOMPARE(w.fpdp->GetText(1, 400), QStringLiteral("400"));
+    }
+
+    void lockedFileAtTheDatesLosesNone() {
+        world->sql(ThreeDates);
+        frmSongAdmin& w = openSong();
+        {
+            const FileHeld held(world->path("db1.mdb"));
+            world->answers.runTimeError(-2147217900, "locked");
+            click(w.cmdAdd);
+        }
+        QCOMPARE(world->endStatus, 1);
+        QCOMPARE(dates(), (QStringList{"Song|12/31/05", "Song|01/01/06", "Song|06/12/04"}));
+    }
+};
+
+LORVANITE_TEST(TestPlayedDates)
+#include "test_played_dates.moc"

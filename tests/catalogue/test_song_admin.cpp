@@ -1,0 +1,610 @@
+// Songs: the list, the song on view, storing and deleting.
+#include "catalogue/song_admin_hands.h"
+#include "core/database.h"
+#include "support/registry.h"
+
+#include <QMenu>
+#include <QPushButton>
+#include <QScreen>
+
+namespace {
+
+const QString SongsStatement = QStringLiteral("SELECT * FROM songs ORDER BY title [1]");
+const QString NamesStatement = QStringLiteral("SELECT name FROM categories [1]");
+
+QString datesStatement(int songID) {
+    return QStringLiteral("SELECT played_date FROM played_on WHERE (songID = %1) [1]").arg(songID);
+}
+
+void clickButtonOfCell(SheetView* grid, int col, int row) {
+    const QRect rect = grid->cellRect(col, row);
+    const QPoint place = grid->mapToGlobal(QPoint(rect.right() - 8, rect.center().y()));
+    QWidget* target = grid->childAt(grid->mapFromGlobal(place));
+    QTest::mouseClick(target, Qt::LeftButton, {}, target->mapFromGlobal(place));
+    settle();
+}
+
+}  // namespace
+
+class TestSongAdmin : public SongAdminTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void windowOpensWithItsHeadsAndHiddenCells() {
+        frmSongAdmin& w = open();
+        QVERIFY(w.isVisible());
+        QCOMPARE(w.windowTitle(), QStringLiteral("Song Administration"));
+        QStringList heads;
+        for (int col = 2; col <= 5; ++col) heads.append(w.fpSongList2->GetText(col, 0));
+        QCOMPARE(heads, (QStringList{"Title", "Artist", "Key", "Last Played"}));
+        QStringList labels;
+        for (int row = 1; row <= 13; ++row) labels.append(w.fpSMsong->GetText(0, row));
+        QCOMPARE(labels, (QStringList{"ID", "Title", "Artist", "Key", "Category 1", "Category 2",
+                                      "Category 3", "Category 4", "Category 5", "SheetMusic",
+                                      "Playlist", "CCLI #", "Sound File"}));
+        QVERIFY(w.fpSMsong->SheetGrid::isRowHidden(1, 1));
+        QVERIFY(!w.fpSMsong->SheetGrid::isRowHidden(1, 2));
+        QVERIFY(w.fpdp->isColHidden(1, 1));
+        QVERIFY(!w.fpdp->isColHidden(1, 2));
+        QVERIFY(w.fpdp->isColHidden(1, 3));
+        QVERIFY(w.fpSongList2->isColHidden(1, 1));
+        QCOMPARE(w.fpdp->GetText(2, 0), QStringLiteral("Date Played"));
+        for (const SheetView* grid : {w.fpSongList2, w.fpSMsong, w.fpdp, w.fpCat}) {
+            QCOMPARE(grid->ActiveCol(), 0);
+            QCOMPARE(grid->ActiveRow(), 0);
+        }
+        QVERIFY(w.frmCat->isHidden());
+        QVERIFY(w.txtCats->isHidden());
+    }
+
+    void valueCellsAreOfTheirKinds() {
+        frmSongAdmin& w = open();
+        for (int row = 2; row <= 13; ++row) {
+            CellKind kind = CellKind::Edit;
+            if ((row >= 5 && row <= 9) || row == 11) kind = CellKind::Combo;
+            if (row == 10 || row == 13) kind = CellKind::Button;
+            QCOMPARE(w.fpSMsong->formatAt(1, 1, row).kind, kind);
+        }
+        QCOMPARE(w.fpSMsong->formatAt(1, 1, 11).comboList, QStringLiteral("Current\tPast"));
+    }
+
+    void statementsOfTheOpeningAreInOrder() {
+        world->sql(
+            "INSERT INTO songs (ID, title) VALUES (4, 'b'), (7, 'C'), (9, 'a');"
+            "INSERT INTO played_on (songID, played_date) VALUES (7, '01/02/26')");
+        world->start();
+        world->statements.clear();
+        openAgain();
+        QCOMPARE(world->statements, (QStringList{NamesStatement, SongsStatement, datesStatement(9),
+                                                 datesStatement(4), datesStatement(7)}));
+        QCOMPARE(columnOf(window().fpSongList2, 1), (QStringList{"9", "4", "7"}));
+        QCOMPARE(columnOf(window().fpSongList2, 5), (QStringList{"", "", "01/02/26"}));
+    }
+
+    void emptySongsTableLoadsAndEndsNormally() {
+        frmSongAdmin& w = open();
+        QCOMPARE(w.fpSongList2->MaxRows(), 0);
+        QCOMPARE(w.lblStat->text(), QStringLiteral("0 Songs In The Database"));
+        QVERIFY(!QApplication::overrideCursor());
+        click(w.Command12);
+        QCOMPARE(world->statements, QStringList{SongsStatement});
+        QCOMPARE(w.fpSongList2->MaxRows(), 0);
+        QVERIFY(!QApplication::overrideCursor());
+        clickCell(w.fpSongList2, 2, 0);
+        QCOMPARE(w.fpSongList2->SortKey(1), 2);
+    }
+
+    void listShowsIdTitleArtistAndKeyOfEachSong() {
+        world->sql(
+            "INSERT INTO songs (title, artist, dakey) VALUES ('Doxology', 'Ken', 'G'), "
+            "('Abide with Me', 'Lyte', 'Eb')");
+        frmSongAdmin& w = open();
+        QCOMPARE(columnOf(w.fpSongList2, 1), (QStringList{"2", "1"}));
+        QCOMPARE(columnOf(w.fpSongList2, 2), (QStringList{"Abide with Me", "Doxology"}));
+        QCOMPARE(columnOf(w.fpSongList2, 3), (QStringList{"Lyte", "Ken"}));
+        QCOMPARE(columnOf(w.fpSongList2, 4), (QStringList{"Eb", "G"}));
+        QCOMPARE(w.lblStat->text(), QStringLiteral("2 Songs In The Database"));
+    }
+
+    void songThatWasNeverPlayedHasAnEmptyLastPlayedCell() {
+        world->sql("INSERT INTO songs (title) VALUES ('New')");
+        frmSongAdmin& w = open();
+        QString text;
+        QVERIFY(!w.fpSongList2->GetText(5, 1, text));
+        QCOMPARE(text, QString());
+    }
+
+    void lastPlayedIsTheLatestInTimeNotInText() {
+        world->sql(
+            "INSERT INTO songs (title) VALUES ('Song');"
+            "INSERT INTO played_on (songID, played_date) VALUES (1, '12/31/05'), (1, '01/01/06'), "
+            "(1, '11/30/05')");
+        frmSongAdmin& w = open();
+        QCOMPARE(w.fpSongList2->GetText(5, 1), QStringLiteral("01/01/06"));
+    }
+
+    void lastPlayedPassesOverWhatIsNoDate() {
+        world->sql(
+            "INSERT INTO songs (title) VALUES ('a'), ('b'), ('c');"
+            "INSERT INTO played_on (songID, played_date) VALUES (1, ''), (1, '03/04/26'), "
+            "(1, NULL), (1, 'soon'), (2, NULL), (3, 'Easter'), (3, '04/05/26'), (3, '04/04/26')");
+        frmSongAdmin& w = open();
+        QCOMPARE(columnOf(w.fpSongList2, 5), (QStringList{"03/04/26", "", "04/05/26"}));
+    }
+
+    void progressIsToldForEachSong() {
+        world->sql("INSERT INTO songs (title) VALUES ('a'), ('b'), ('c')");
+        frmSongAdmin& w = open();
+        QStringList seen;
+        dbConn.onStatement([&](const QString&, CursorType, LockType) {
+            seen.append(world->main().SB->SimpleText());
+            QCOMPARE(QApplication::overrideCursor() != nullptr, true);
+        });
+        click(w.Command12);
+        dbConn.onStatement({});
+        QCOMPARE(seen.mid(2), (QStringList{"Loading....33% Complete", "Loading....66% Complete"}));
+        QCOMPARE(world->main().SB->SimpleText(), QStringLiteral("Loading....100% Complete"));
+    }
+
+    void thousandsOfSongsLoadInOrder() {
+        world->sql(
+            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 3000) "
+            "INSERT INTO songs (title) SELECT printf('Song %04d', 3001 - i) FROM n;"
+            "INSERT INTO played_on (songID, played_date) SELECT ID, '02/03/26' FROM songs");
+        frmSongAdmin& w = open();
+        QCOMPARE(w.fpSongList2->MaxRows(), 3000);
+        QCOMPARE(w.lblStat->text(), QStringLiteral("3000 Songs In The Database"));
+        QCOMPARE(w.fpSongList2->GetText(2, 1), QStringLiteral("Song 0001"));
+        QCOMPARE(w.fpSongList2->GetText(1, 3000), QStringLiteral("1"));
+        QCOMPARE(w.fpSongList2->GetText(5, 2999), QStringLiteral("02/03/26"));
+    }
+
+    void clickOnASongShowsAllItsFields() {
+        world->sql(
+            "INSERT INTO songs VALUES (5, 'Title', 'Artist', 'G', 'c1', 'c2', 'c3', 'c4', 'c5', "
+            "'Past', 'C:\\charts\\a.stp', '12345', '/music/a.mp3')");
+        frmSongAdmin& w = open();
+        showSong("Title");
+        QCOMPARE(columnOf(w.fpSMsong, 1),
+                 (QStringList{"5", "Title", "Artist", "G", "c1", "c2", "c3", "c4", "c5",
+                              "C:\\charts\\a.stp", "Past", "12345", "/music/a.mp3"}));
+        QCOMPARE(world->statements, (QStringList{"SELECT * FROM songs WHERE ID = 5 [1]",
+                                                 "SELECT * FROM played_on WHERE songID = 5 [1]"}));
+    }
+
+    void columnsWithoutValueShowEmpty() {
+        world->sql("INSERT INTO songs (title) VALUES (NULL)");
+        frmSongAdmin& w = open();
+        clickCell(w.fpSongList2, 2, 1);
+        QCOMPARE(songValue(1), QStringLiteral("1"));
+        for (int row = 2; row <= 13; ++row) QCOMPARE(songValue(row), QString());
+        world->answers.box("Title and Category 1 must be filled in.");
+        click(w.cmdAdd);
+    }
+
+    void newSongIsStoredAsTyped() {
+        world->sql("INSERT INTO categories (name) VALUES ('Praise'), ('Lent')");
+        frmSongAdmin& w = open();
+        typeInSong(2, "Be Thou My Vision");
+        typeInSong(4, "Eb");
+        typeInSong(5, "Praise");
+        typeInSong(6, "Lent");
+        typeInSong(11, "Current");
+        typeInSong(12, "30639");
+        click(w.cmdAdd);
+        QCOMPARE(world->statements,
+                 QStringList{"INSERT INTO songs (title, dakey, cat1, cat2, cat3, cat4, cat5, "
+                             "playlist, fileLoco, CCLI, soundFile) VALUES ('Be Thou My Vision', "
+                             "'Eb', 'Praise', 'Lent', '', '', '', 'Current', '', '30639', ''); "
+                             "[3]"});
+        QCOMPARE(world->rows("SELECT title, dakey, cat1, cat2, playlist, CCLI FROM songs"),
+                 QStringList{"Be Thou My Vision|Eb|Praise|Lent|Current|30639"});
+        for (int row = 1; row <= 13; ++row) QCOMPARE(songValue(row), QString());
+    }
+
+    void shownSongIsUpdated() {
+        world->sql(
+            "INSERT INTO songs VALUES (5, 'Title', 'Artist', 'G', 'c1', 'c2', 'c3', 'c4', 'c5', "
+            "'Past', '/charts/a.stp', '12345', '/music/a.mp3')");
+        frmSongAdmin& w = open();
+        showSong("Title");
+        typeInSong(2, "Other");
+        world->statements.clear();
+        click(w.cmdAdd);
+        QCOMPARE(world->statements,
+                 QStringList{"UPDATE songs SET title = 'Other', dakey = 'G', cat1 = 'c1', cat2 = "
+                             "'c2', cat3 = 'c3', cat4 = 'c4', cat5 = 'c5', playlist = 'Past', "
+                             "fileLoco = '/charts/a.stp', CCLI = '12345', soundFile = "
+                             "'/music/a.mp3' WHERE ID = 5 [3]"});
+        QCOMPARE(world->rows("SELECT * FROM songs"),
+                 QStringList{"5|Other|Artist|G|c1|c2|c3|c4|c5|Past|/charts/a.stp|12345|"
+                             "/music/a.mp3"});
+        for (int row = 1; row <= 13; ++row) QCOMPARE(songValue(row), QString());
+    }
+
+    void addWithAnEmptyPlaylistWritesEmptyText() {
+        frmSongAdmin& w = open();
+        typeInSong(2, "Song");
+        typeInSong(5, "Praise");
+        click(w.cmdAdd);
+        QCOMPARE(world->rows("SELECT playlist, typeof(playlist) FROM songs"), QStringList{"|text"});
+    }
+
+    void titleAndFirstCategoryAreRequired() {
+        frmSongAdmin& w = open();
+        const QString refusal = "Title and Category 1 must be filled in.";
+        world->answers.box(refusal);
+        click(w.cmdAdd);
+        typeInSong(2, "Song");
+        world->answers.box(refusal);
+        click(w.cmdAdd);
+        typeInSong(2, "");
+        typeInSong(5, "Praise");
+        world->answers.box(refusal);
+        click(w.cmdAdd);
+        QVERIFY(world->statements.isEmpty());
+        QCOMPARE(songValue(5), QStringLiteral("Praise"));
+    }
+
+    void artistIsShownAndNeverStored() {
+        world->sql("INSERT INTO songs (title, artist, cat1) VALUES ('Song', 'Old', 'Praise')");
+        frmSongAdmin& w = open();
+        showSong("Song");
+        QCOMPARE(songValue(3), QStringLiteral("Old"));
+        typeInSong(3, "New");
+        click(w.cmdAdd);
+        typeInSong(2, "Second");
+        typeInSong(3, "Someone");
+        typeInSong(5, "Praise");
+        click(w.cmdAdd);
+        QCOMPARE(world->rows("SELECT title, artist FROM songs ORDER BY ID"),
+                 (QStringList{"Song|Old", "Second|"}));
+    }
+
+    void titleWithOneApostropheIsStoredWithoutIt() {
+        frmSongAdmin& w = open();
+        typeInSong(2, "God's Grace");
+        typeInSong(4, "B'");
+        typeInSong(5, "Praise");
+        click(w.cmdAdd);
+        QCOMPARE(world->rows("SELECT title, dakey FROM songs"), QStringList{"Gods Grace|B"});
+        QCOMPARE(world->rows("SELECT * FROM songs WHERE title = 'God''s Grace'"), QStringList());
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    void titleWithMoreApostrophesEndsTheProgram_data() {
+        QTest::addColumn<QString>("title");
+        QTest::newRow("two") << "God's People's Song";
+        QTest::newRow("three") << "'Tis God's People's Song";
+    }
+    void titleWithMoreApostrophesEndsTheProgram() {
+        QFETCH(QString, title);
+        frmSongAdmin& w = open();
+        typeInSong(2, title);
+        typeInSong(5, "Praise");
+        world->answers.runTimeError(-2147217900);
+        click(w.cmdAdd);
+        QCOMPARE(world->endStatus, 1);
+        QCOMPARE(world->rows("SELECT * FROM songs"), QStringList());
+    }
+
+    void chartPathAndLicenceNumberLoseAllApostrophes() {
+        frmSongAdmin& w = open();
+        typeInSong(2, "Song");
+        typeInSong(5, "Praise");
+        typeInSong(10, "/John's 'best' charts/a.stp");
+        typeInSong(12, "'12'34'");
+        click(w.cmdAdd);
+        QCOMPARE(world->rows("SELECT fileLoco, CCLI FROM songs"),
+                 QStringList{"/Johns best charts/a.stp|1234"});
+    }
+
+    void apostropheInACategoryOrASoundFileEndsTheProgram_data() {
+        QTest::addColumn<int>("row");
+        QTest::newRow("category 1") << 5;
+        QTest::newRow("category 5") << 9;
+        QTest::newRow("playlist") << 11;
+        QTest::newRow("sound file") << 13;
+    }
+    void apostropheInACategoryOrASoundFileEndsTheProgram() {
+        QFETCH(int, row);
+        frmSongAdmin& w = open();
+        typeInSong(2, "Song");
+        typeInSong(5, "Praise");
+        w.fpSMsong->SetText(1, row, "Men's");
+        world->answers.runTimeError(-2147217900);
+        click(w.cmdAdd);
+        QCOMPARE(world->endStatus, 1);
+        QCOMPARE(world->rows("SELECT * FROM songs"), QStringList());
+    }
+
+    void titlesOfAllScriptsComeBackAsTyped_data() {
+        QTest::addColumn<QString>("title");
+        QTest::newRow("Greek") << QString::fromUtf8("Κύριε ἐλέησον");
+        QTest::newRow("Korean") << QString::fromUtf8("주 하나님 지으신 모든 세계");
+        QTest::newRow("combining") << QString::fromUtf8("Noe\xCC\x88l a\xCC\x81");
+        QTest::newRow("beyond the first plane") << QString::fromUtf8("𝄞 Hymn");
+        QTest::newRow("marks of SQL") << "a\"b;--%_[c]";
+    }
+    void titlesOfAllScriptsComeBackAsTyped() {
+        QFETCH(QString, title);
+        frmSongAdmin& w = open();
+        typeInSong(2, title);
+        typeInSong(5, "Praise");
+        click(w.cmdAdd);
+        click(w.Command12);
+        QCOMPARE(columnOf(w.fpSongList2, 2), QStringList{title});
+        showSong(title);
+        QCOMPARE(songValue(2), title);
+        QCOMPARE(world->rows("SELECT title FROM songs"), QStringList{title});
+    }
+
+    void listStaysOldAfterAnUpdateUntilTheReload() {
+        world->sql("INSERT INTO songs (title, cat1) VALUES ('Old', 'Praise')");
+        frmSongAdmin& w = open();
+        showSong("Old");
+        typeInSong(2, "New");
+        click(w.cmdAdd);
+        QCOMPARE(columnOf(w.fpSongList2, 2), QStringList{"Old"});
+        // The shown title too comes from the list.
+        showSong("Old");
+        QCOMPARE(songValue(2), QStringLiteral("Old"));
+        click(w.cmdClear);
+        typeInSong(2, "Another");
+        typeInSong(5, "Praise");
+        click(w.cmdAdd);
+        QCOMPARE(columnOf(w.fpSongList2, 2), QStringList{"Old"});
+        QCOMPARE(w.lblStat->text(), QStringLiteral("1 Songs In The Database"));
+        click(w.Command12);
+        QCOMPARE(columnOf(w.fpSongList2, 2), (QStringList{"Another", "New"}));
+        QCOMPARE(w.lblStat->text(), QStringLiteral("2 Songs In The Database"));
+    }
+
+    void deletingASongLeavesItsDates() {
+        world->sql(
+            "INSERT INTO songs (title) VALUES ('Keep'), ('Lose');"
+            "INSERT INTO played_on (title, songID, played_date) VALUES ('Lose', 2, '01/02/26'), "
+            "('Lose', 2, '01/09/26')");
+        frmSongAdmin& w = open();
+        showSong("Lose");
+        world->statements.clear();
+        click(w.cmdDel);
+        QCOMPARE(world->statements, (QStringList{"DELETE FROM songs WHERE ID = 2 [3]",
+                                                 SongsStatement, datesStatement(1)}));
+        QCOMPARE(columnOf(w.fpSongList2, 2), QStringList{"Keep"});
+        QCOMPARE(world->rows("SELECT songID, played_date FROM played_on"),
+                 (QStringList{"2|01/02/26", "2|01/09/26"}));
+        QCOMPARE(songValue(1), QString());
+        QCOMPARE(world->rows("SELECT played_on.ID FROM played_on JOIN songs "
+                             "ON songs.ID = played_on.songID"),
+                 QStringList());
+    }
+
+    void deletingWithoutASongIsRefused() {
+        world->sql("INSERT INTO songs (title) VALUES ('Keep')");
+        frmSongAdmin& w = open();
+        world->answers.box("Select a song to delete first.");
+        click(w.cmdDel);
+        showSong("Keep");
+        click(w.cmdClear);
+        world->statements.clear();
+        world->answers.box("Select a song to delete first.");
+        click(w.cmdDel);
+        QVERIFY(world->statements.isEmpty());
+    }
+
+    void clearedSongIsANewOne() {
+        world->sql("INSERT INTO songs (title, cat1) VALUES ('Song', 'Praise')");
+        frmSongAdmin& w = open();
+        showSong("Song");
+        click(w.cmdClear);
+        for (int row = 1; row <= 13; ++row) QCOMPARE(songValue(row), QString());
+        QCOMPARE(w.fpSMsong->GetText(0, 2), QStringLiteral("Title"));
+        typeInSong(2, "Song");
+        typeInSong(5, "Praise");
+        click(w.cmdAdd);
+        QCOMPARE(world->rows("SELECT ID, title FROM songs"), (QStringList{"1|Song", "2|Song"}));
+    }
+
+    void headSortsAndFlipsAlsoAcrossColumns() {
+        world->sql(
+            "INSERT INTO songs (title, dakey) VALUES ('Aleph', 'C'), ('Beth', 'A'), "
+            "('Gimel', 'B')");
+        frmSongAdmin& w = open();
+        clickCell(w.fpSongList2, 2, 0);
+        QCOMPARE(columnOf(w.fpSongList2, 2), (QStringList{"Aleph", "Beth", "Gimel"}));
+        clickCell(w.fpSongList2, 4, 0);
+        QCOMPARE(columnOf(w.fpSongList2, 4), (QStringList{"C", "B", "A"}));
+        clickCell(w.fpSongList2, 2, 0);
+        QCOMPARE(columnOf(w.fpSongList2, 2), (QStringList{"Aleph", "Beth", "Gimel"}));
+        QVERIFY(world->statements.isEmpty());
+        QCOMPARE(columnOf(w.fpSongList2, 1), (QStringList{"1", "2", "3"}));
+    }
+
+    void headOfLastPlayedSortsByTime() {
+        world->sql(
+            "INSERT INTO songs (title) VALUES ('a'), ('b'), ('c'), ('d');"
+            "INSERT INTO played_on (songID, played_date) VALUES (1, '12/31/05'), (2, '01/01/06'), "
+            "(3, '06/01/99')");
+        frmSongAdmin& w = open();
+        clickCell(w.fpSongList2, 5, 0);
+        QCOMPARE(columnOf(w.fpSongList2, 5), (QStringList{"06/01/99", "12/31/05", "01/01/06", ""}));
+    }
+
+    void storedDateOfAnyFormStandsInTheListAsItIs() {
+        world->sql(
+            "INSERT INTO songs (title) VALUES ('a'), ('b'), ('c');"
+            "INSERT INTO played_on (songID, played_date) VALUES (1, '2005-06-12'), "
+            "(2, '12/31/85'), (3, 'Easter')");
+        frmSongAdmin& w = open();
+        const QStringList asStored{"2005-06-12", "12/31/85", "Easter"};
+        QCOMPARE(columnOf(w.fpSongList2, 5), asStored);
+        click(w.Command12);
+        QCOMPARE(columnOf(w.fpSongList2, 5), asStored);
+    }
+
+    void sortedSongIsTheOneThatIsShown() {
+        world->sql("INSERT INTO songs (title, CCLI) VALUES ('a', '11'), ('b', '22')");
+        frmSongAdmin& w = open();
+        clickCell(w.fpSongList2, 2, 0);
+        clickCell(w.fpSongList2, 2, 0);
+        clickCell(w.fpSongList2, 2, 1);
+        QCOMPARE(songValue(2), QStringLiteral("b"));
+        QCOMPARE(songValue(12), QStringLiteral("22"));
+    }
+
+    void clickOnALabelGoesToItsValue() {
+        frmSongAdmin& w = open();
+        clickCell(w.fpSMsong, 0, 4);
+        QCOMPARE(w.fpSMsong->ActiveCol(), 1);
+        QCOMPARE(w.fpSMsong->ActiveRow(), 4);
+    }
+
+    void rightClickMenuClearsTheActiveValue() {
+        world->sql("INSERT INTO songs (title, dakey, cat1) VALUES ('Song', 'G', 'Praise')");
+        frmSongAdmin& w = open();
+        showSong("Song");
+        clickCell(w.fpSMsong, 0, 4);
+        clickCell(w.fpSMsong, 1, 4, Qt::RightButton);
+        QVERIFY(w.mnuDel.isVisible());
+        QCOMPARE(w.mnuDeleteDoIt.text(), QStringLiteral("Delete"));
+        QVERIFY(pickMenuItem(w.mnuDel, w.mnuDeleteDoIt));
+        QCOMPARE(songValue(4), QString());
+        QCOMPARE(songValue(2), QStringLiteral("Song"));
+        QCOMPARE(songValue(5), QStringLiteral("Praise"));
+    }
+
+    void rightClickMenuActsOnTheRowAtTheMouse() {
+        world->sql("INSERT INTO songs (title, dakey, cat1) VALUES ('Song', 'G', 'Praise')");
+        frmSongAdmin& w = open();
+        showSong("Song");
+        clickCell(w.fpSMsong, 1, 2);
+        clickCell(w.fpSMsong, 0, 5, Qt::RightButton);
+        QVERIFY(pickMenuItem(w.mnuDel, w.mnuDeleteDoIt));
+        QCOMPARE(songValue(2), QStringLiteral("Song"));
+        QCOMPARE(songValue(4), QStringLiteral("G"));
+        QCOMPARE(songValue(5), QString());
+        QCOMPARE(w.fpSMsong->GetText(0, 5), QStringLiteral("Category 1"));
+    }
+
+    void leftClickBringsUpNoMenu() {
+        frmSongAdmin& w = open();
+        clickCell(w.fpSMsong, 1, 4);
+        QVERIFY(!w.mnuDel.isVisible());
+    }
+
+    void chartIsChosenInTheChartFolder() {
+        frmSongAdmin& w = open();
+        QVERIFY(QDir(world->folder()).mkpath("sheetmusic"));
+        const QString chart = world->path("sheetmusic/Song.stp");
+        QFile file(chart);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.close();
+        // What another window has left in the dialog.
+        world->main().CommonDlg.Filter = "SET Files|*.set";
+        world->main().CommonDlg.DialogTitle = "Save Set";
+        world->main().CommonDlg.FileName = "x.set";
+        world->answers.file(chart);
+        clickButtonOfCell(w.fpSMsong, 1, 10);
+        QCOMPARE(songValue(10), QDir::toNativeSeparators(chart));
+        const auto& seen = world->answers.fileDialogs().front();
+        QVERIFY(!seen.saves);
+        QCOMPARE(seen.proposed, QString());
+        QCOMPARE(QFileInfo(seen.folder), QFileInfo(world->path("sheetmusic")));
+        QVERIFY(!seen.filters.contains("SET Files (*.set)"));
+        QVERIFY(world->main().CommonDlg.CancelError);
+    }
+
+    void soundFileIsChosen() {
+        frmSongAdmin& w = open();
+        const QString sound = world->path("song.mp3");
+        QFile file(sound);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.close();
+        world->main().CommonDlg.InitDir = world->folder();
+        world->answers.file(sound);
+        clickButtonOfCell(w.fpSMsong, 1, 13);
+        QCOMPARE(songValue(13), QDir::toNativeSeparators(sound));
+        QCOMPARE(world->main().CommonDlg.InitDir, world->folder());
+    }
+
+    void cancelledChoiceLeavesTheWindowAsItWas() {
+        world->sql(
+            "INSERT INTO songs (title, cat1, fileLoco, soundFile) VALUES "
+            "('Song', 'Praise', '/a.stp', '/a.mp3')");
+        frmSongAdmin& w = open();
+        showSong("Song");
+        const QStringList before = columnOf(w.fpSMsong, 1);
+        for (const int row : {10, 13}) {
+            world->answers.cancelFile();
+            clickButtonOfCell(w.fpSMsong, 1, row);
+        }
+        QCOMPARE(columnOf(w.fpSMsong, 1), before);
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    void lockedFileAtAddEndsTheProgram() {
+        frmSongAdmin& w = open();
+        typeInSong(2, "Song");
+        typeInSong(5, "Praise");
+        {
+            const FileHeld held(world->path("db1.mdb"));
+            world->answers.runTimeError(-2147217900, "locked");
+            click(w.cmdAdd);
+        }
+        QCOMPARE(world->endStatus, 1);
+        QCOMPARE(world->rows("SELECT * FROM songs"), QStringList());
+    }
+
+    void lockedFileAtReloadEndsTheProgram() {
+        frmSongAdmin& w = open();
+        {
+            const FileHeld held(world->path("db1.mdb"));
+            world->answers.runTimeError(-2147217900, "locked");
+            click(w.Command12);
+        }
+        QCOMPARE(world->endStatus, 1);
+        QVERIFY(!QApplication::overrideCursor());
+    }
+
+    void closedWindowOpensAnew() {
+        world->sql("INSERT INTO songs (title) VALUES ('Song')");
+        frmSongAdmin& w = open();
+        showSong("Song");
+        w.Unload();
+        settle();
+        QVERIFY(!frmSongAdmin::isLoaded());
+        openAgain();
+        QCOMPARE(songValue(1), QString());
+        QCOMPARE(columnOf(window().fpSongList2, 2), QStringList{"Song"});
+        openAgain();
+        QCOMPARE(world->main().mdiArea->subWindowList().size(), 1);
+    }
+
+    void windowStandsWholeInTheMainWindow() {
+        open();
+        const QMdiSubWindow* frame = world->main().mdiArea->subWindowList().constFirst();
+        QVERIFY2(world->main().mdiArea->rect().contains(frame->geometry()),
+                 qPrintable(QStringLiteral("%1 x %2").arg(frame->width()).arg(frame->height())));
+    }
+
+    void everyControlHasANameAndIsReachedInReadingOrder() {
+        frmSongAdmin& w = open();
+        const QList<QWidget*> inReadingOrder = {
+            w.fpSongList2, w.Command12, w.cmdDefineCat, w.fpSMsong, w.fpdp,
+            w.cmdAdd,      w.cmdDel,    w.cmdClear,     w.fpCat,    w.txtName,
+            w.txtDesc,     w.cmdAddCat, w.cmdDelCat,    w.Command1, w.Command4};
+        for (const QWidget* control : inReadingOrder) {
+            QVERIFY2(!control->accessibleName().isEmpty(), qPrintable(control->objectName()));
+            QVERIFY2(control->focusPolicy() & Qt::TabFocus, qPrintable(control->objectName()));
+        }
+        QList<QWidget*> chain{w.fpSongList2};
+        for (QWidget* next = w.fpSongList2->nextInFocusChain(); next != w.fpSongList2;
+             next = next->nextInFocusChain())
+            if (inReadingOrder.contains(next)) chain.append(next);
+        QCOMPARE(chain, inReadingOrder);
+    }
+};
+
+LORVANITE_TEST(TestSongAdmin)
+#include "test_song_admin.moc"
