@@ -153,7 +153,9 @@ void frmEmail::sendMail() {
     poSendMail.Send();
     txtServer->setText(poSendMail.SMTPHost);
     setMousePointer(MousePointer::Arrow);
-    if (!txtTemp->document()->isEmpty()) txtMsg->setPlainText(textOf(*txtTemp));
+    // What was typed or handed over during the send stays.
+    if (!txtTemp->document()->isEmpty() && textOf(*txtMsg) == poSendMail.Message)
+        txtMsg->setPlainText(textOf(*txtTemp));
     cmdSend->setEnabled(true);
 }
 

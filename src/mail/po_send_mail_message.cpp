@@ -83,9 +83,33 @@ QByteArray typeOf(const QString& path) {
     return type.toLatin1();
 }
 
+// An attachment, held open from the start so that a new file of its name is never mixed into it.
+struct OpenFile {
+    explicit OpenFile(const QString& path) : file(path) {}
+    QFile file;
+    qint64 left = 0;  // bytes that were announced and are not sent yet
+};
+
+size_t readFile(char* buffer, size_t size, size_t count, void* source) {
+    auto* open = static_cast<OpenFile*>(source);
+    const qint64 wanted = std::min(qint64(size * count), open->left);
+    if (wanted == 0) return 0;
+    const qint64 got = open->file.read(buffer, wanted);
+    // A file that was cut meanwhile is not delivered as a half.
+    if (got <= 0) return CURL_READFUNC_ABORT;
+    open->left -= got;
+    return size_t(got);
+}
+
+void closeFile(void* source) { delete static_cast<OpenFile*>(source); }
+
 bool setFile(curl_mimepart* part, const QString& path) {
     const QString file = resolvedPath(path);
-    if (curl_mime_filedata(part, QFile::encodeName(file).constData()) != CURLE_OK) return false;
+    auto open = std::make_unique<OpenFile>(file);
+    if (!open->file.open(QIODevice::ReadOnly)) return false;
+    open->left = open->file.size();
+    curl_mime_data_cb(part, open->left, readFile, nullptr, closeFile, open.get());
+    (void)open.release();
     CurlList own;
     append(own, "Content-Disposition: " + attachmentDisposition(QFileInfo(file).fileName()));
     curl_mime_headers(part, own.release(), 1);
@@ -121,6 +145,13 @@ void addLines(const QTextFrame::iterator& from, const QTextFrame::iterator& end,
     }
 }
 
+// An address as all servers take it: a domain of any language in its plain form.
+QByteArray plainAddress(const QString& address) {
+    const QByteArray domain = QUrl::toAce(address.section(QLatin1Char('@'), -1));
+    if (isPlain(address) || domain.isEmpty()) return address.toUtf8();
+    return address.section(QLatin1Char('@'), 0, -2).toUtf8() + '@' + domain;
+}
+
 }  // namespace
 
 void append(CurlList& list, const QByteArray& line) {
@@ -137,9 +168,9 @@ QByteArray encodedHeader(const QString& text) {
 
 QByteArray encodedMailbox(const QString& address, const QString& name) {
     const QString shown = withoutControls(name).simplified();
-    if (shown.isEmpty()) return address.toUtf8();
-    return (isPlain(shown) ? quoted(shown) : encodedWords(shown)) + "\r\n <" + address.toUtf8() +
-           '>';
+    if (shown.isEmpty()) return plainAddress(address);
+    return (isPlain(shown) ? quoted(shown) : encodedWords(shown)) + "\r\n <" +
+           plainAddress(address) + '>';
 }
 
 QByteArray attachmentDisposition(const QString& fileName) {
@@ -171,7 +202,7 @@ CurlList headersOf(const MailLetter& letter) {
     append(list, "To: " + boxes.join(",\r\n "));
     append(list, "Subject: " + encodedHeader(letter.Subject));
     append(list, "Message-ID: <" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces) + '@' +
-                     QUrl::toAce(letter.From.section(QLatin1Char('@'), -1)) + '>');
+                     plainAddress(letter.From).split('@').last() + '>');
     if (letter.Priority >= 1 && letter.Priority <= 5)
         append(list, "X-Priority: " + QByteArray::number(letter.Priority));
     if (letter.Receipt)

@@ -227,6 +227,19 @@ private Q_SLOTS:
         QVERIFY(server.said().isEmpty());
     }
 
+    void anAttachmentCutDuringTheSendIsNotDelivered() {
+        QJsonObject settings = faulty(QStringLiteral("stalls in data"));
+        settings[QStringLiteral("wait")] = 1;
+        MailServer server(settings);
+        frmEmail& mail = openLargeLetter(server);
+        QTimer::singleShot(500, this, [&] { QFile::resize(mail.txtAttach->text(), 1024 * 1024); });
+        expectFailure();
+        click(mail.cmdSend);
+        expectFailureHolds({QStringLiteral("An attachment was changed"), NothingDelivered});
+        QVERIFY(server.hears(QStringLiteral("cut off")));
+        QVERIFY(!server.said().contains(QStringLiteral("whole")));
+    }
+
     void closingTheWindowInTheMiddleDeliversNothing() {
         QJsonObject settings = faulty(QStringLiteral("stalls in data"));
         settings[QStringLiteral("wait")] = 3;

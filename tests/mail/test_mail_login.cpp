@@ -31,6 +31,16 @@ class TestMailLogin : public MailTest {
         return mail;
     }
 
+    frmEmail& openWithPopLogin(const QString& server, const QString& popServer) {
+        frmEmail& mail = openLetter(server);
+        click(mail.cmdConfig);
+        click(mail.optPOPauthentication);
+        mail.txtPopServer->setText(popServer);
+        mail.txtUserName->setText(User);
+        mail.txtPassword->setText(Password);
+        return mail;
+    }
+
     void trustCertificate() {
         writeLibrarySettings({{QStringLiteral("CAFile"), m_certificate.file()},
                               {QStringLiteral("Timeout"), QStringLiteral("10")}});
@@ -160,16 +170,35 @@ private Q_SLOTS:
         QCOMPARE(server.letters(), 1);
     }
 
+    void noPasswordGoesOverAnOpenWire() {
+        // Not the loopback's usual name, so it counts as a wire that others may listen to.
+        const QString elsewhere = QStringLiteral("127.1");
+        MailServer server(withLogin());
+        frmEmail& mail = openWithLogin(server.address(elsewhere));
+        expectFailure();
+        click(mail.cmdSend);
+        QVERIFY2(failure().contains(QStringLiteral("the password is not sent without one")),
+                 qPrintable(failure()));
+        QVERIFY(server.said().isEmpty());
+        MailServer pop({{QStringLiteral("login"), QJsonArray{User, Password}}},
+                       QStringLiteral("pop3_server.py"));
+        click(mail.cmdConfig);
+        click(mail.optAuthentication);
+        click(mail.optPOPauthentication);
+        mail.txtPopServer->setText(pop.address(elsewhere));
+        expectFailure();
+        click(mail.cmdSend);
+        QVERIFY2(failure().contains(QStringLiteral("the password is not sent without one")),
+                 qPrintable(failure()));
+        QVERIFY(pop.said().isEmpty());
+        QVERIFY(server.said().isEmpty());
+    }
+
     void popLoginComesFirst() {
         MailServer pop({{QStringLiteral("login"), QJsonArray{User, Password}}},
                        QStringLiteral("pop3_server.py"));
         MailServer server({});
-        frmEmail& mail = openLetter(server.address());
-        click(mail.cmdConfig);
-        click(mail.optPOPauthentication);
-        mail.txtPopServer->setText(pop.address());
-        mail.txtUserName->setText(User);
-        mail.txtPassword->setText(Password);
+        frmEmail& mail = openWithPopLogin(server.address(), pop.address());
         expectSuccess();
         click(mail.cmdSend);
         QCOMPARE(pop.said(), (QStringList{QStringLiteral("USER ") + User,
@@ -188,12 +217,7 @@ private Q_SLOTS:
         MailServer pop({{QStringLiteral("login"), QJsonArray{User, QStringLiteral("other")}}},
                        QStringLiteral("pop3_server.py"));
         MailServer server({});
-        frmEmail& mail = openLetter(server.address());
-        click(mail.cmdConfig);
-        click(mail.optPOPauthentication);
-        mail.txtPopServer->setText(pop.address());
-        mail.txtUserName->setText(User);
-        mail.txtPassword->setText(Password);
+        frmEmail& mail = openWithPopLogin(server.address(), pop.address());
         expectFailure();
         click(mail.cmdSend);
         QVERIFY2(failure().contains(QStringLiteral("refused the login: -ERR no such login")),

@@ -213,6 +213,17 @@ private Q_SLOTS:
         QVERIFY(mail.cmdSend->isEnabled());
     }
 
+    void whatIsTypedDuringTheSendStays() {
+        addTeam();
+        MailServer server({{QStringLiteral("wait"), 1}});
+        frmEmail& mail = openLetter(server.address());
+        QTimer::singleShot(500, &mail, [&] { handOverMail(QStringLiteral("<HTML>next</HTML>")); });
+        expectSuccess();
+        click(mail.cmdSend);
+        QCOMPARE(contentOf(server.letter(1), QStringLiteral("text/html")), QByteArray("See you"));
+        QCOMPARE(mail.txtMsg->toPlainText(), QStringLiteral("<HTML>next</HTML>"));
+    }
+
     void everyProtocolLineIsAStatus() {
         addTeam();
         MailServer server({});

@@ -101,6 +101,14 @@ private Q_SLOTS:
         QVERIFY(encodedHeader(QString(5000, QLatin1Char('x'))).contains("\r\n "));
     }
 
+    void mailboxesOfAnyLanguage() {
+        QCOMPARE(encodedMailbox(QStringLiteral("a@b"), QString()), QByteArray("a@b"));
+        QCOMPARE(encodedMailbox(QStringLiteral("a@b"), QStringLiteral("O'Neil, \"A\"")),
+                 QByteArray("\"O'Neil, \\\"A\\\"\"\r\n <a@b>"));
+        QCOMPARE(encodedMailbox(QStringLiteral("a@bücher.example"), QStringLiteral("Zoë")),
+                 QByteArray("=?UTF-8?B?Wm/Dqw==?=\r\n <a@xn--bcher-kva.example>"));
+    }
+
     void fileNamesOfAnyLanguage() {
         QCOMPARE(attachmentDisposition(QStringLiteral("a \"b\" \\c.txt")),
                  QByteArray("attachment; filename=\"a \\\"b\\\" \\\\c.txt\""));
