@@ -235,6 +235,8 @@ QString MailTalk::explain(CURLcode code, const QString& server) const {
         return QStringLiteral(
                    "The server \"%1\" offers no login. Untick the authentication if it needs none.")
             .arg(server);
+    if (code == CURLE_ABORTED_BY_CALLBACK)
+        return QStringLiteral("An attachment was changed while it was sent.");
     const QString detail =
         withoutSecrets(m_curlSays[0] ? QString::fromUtf8(m_curlSays)
                                      : QString::fromUtf8(curl_easy_strerror(code)));
