@@ -7,6 +7,7 @@
 #include "core/frm_about.h"
 #include "core/frm_splash.h"
 #include "core/paths.h"
+#include "mail/frm_email.h"
 #include "maintenance/frm_backup.h"
 #include "maintenance/frm_notes.h"
 #include "platform/desktop.h"
@@ -33,10 +34,6 @@ void showModule() {
     Module::instance().Show();
     Module::instance().centre();
 }
-
-// Module windows that come with a later version stay shut.
-void standsLater(QToolButton* button) { button->setEnabled(false); }
-void standsLater(QAction& item) { item.setEnabled(false); }
 
 }  // namespace
 
@@ -96,6 +93,7 @@ void frmMDI::wireModules() {
     onEvent(this, cmdSongMgmt, &QToolButton::clicked, &frmMDI::cmdSongMgmt_Click);
     onEvent(this, cmdHistory, &QToolButton::clicked, &frmMDI::cmdHistory_Click);
     onEvent(this, cmdSheetMusic, &QToolButton::clicked, &frmMDI::cmdSheetMusic_Click);
+    onEvent(this, cmdEmail, &QToolButton::clicked, &frmMDI::cmdEmail_Click);
     onEvent(this, cmdScheduling, &QToolButton::clicked, &frmMDI::cmdScheduling_Click);
     onEvent(this, Command1, &QToolButton::clicked, &frmMDI::Command1_Click);
     onEvent(this, Command10, &QToolButton::clicked, &frmMDI::Command10_Click);
@@ -103,8 +101,10 @@ void frmMDI::wireModules() {
     onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
     onEvent(this, &mnuSpecialMusic, &QAction::triggered, &frmMDI::mnuSpecialMusic_Click);
     onEvent(this, &mnuBackupFiles, &QAction::triggered, &frmMDI::mnuBackupFiles_Click);
-    for (QToolButton* button : {cmdPastSets, cmdEmail}) standsLater(button);
-    for (QAction* item : {&mnuImportSet, &mnuCCLI}) standsLater(*item);
+    // These windows come with a later version.
+    cmdPastSets->setEnabled(false);
+    mnuImportSet.setEnabled(false);
+    mnuCCLI.setEnabled(false);
 }
 
 void frmMDI::showReminderNotes() {
@@ -157,6 +157,7 @@ void frmMDI::Command1_Click() {
 }
 
 void frmMDI::mnuBackupFiles_Click() { showModule<frmBackup>(); }
+void frmMDI::cmdEmail_Click() { showModule<frmEmail>(); }
 
 void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }
 
