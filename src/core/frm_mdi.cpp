@@ -1,6 +1,7 @@
 #include "core/frm_mdi.h"
 
 #include "catalogue/frm_song_admin.h"
+#include "charts/sheet_music.h"
 #include "core/database.h"
 #include "core/dates.h"
 #include "core/frm_about.h"
@@ -11,6 +12,8 @@
 #include "platform/message_box.h"
 #include "platform/theme.h"
 #include "sets/frm_set_list.h"
+#include "team/frm_schedule.h"
+#include "team/frm_special_music.h"
 
 #include <QCloseEvent>
 #include <QMdiSubWindow>
@@ -74,6 +77,7 @@ void frmMDI::dressButtons() {
     };
     for (const auto& look : looks) look.button->setIcon(themedIcon(QLatin1String(look.icon)));
     setWindowIcon(themedIcon(QStringLiteral("app")));
+    mdiArea->setBackground(palette().brush(QPalette::Window));
 }
 
 void frmMDI::setUpUtilities() {
@@ -88,13 +92,15 @@ void frmMDI::setUpUtilities() {
 void frmMDI::wireModules() {
     onEvent(this, cmdSetList, &QToolButton::clicked, &frmMDI::cmdSetList_Click);
     onEvent(this, cmdSongMgmt, &QToolButton::clicked, &frmMDI::cmdSongMgmt_Click);
+    onEvent(this, cmdSheetMusic, &QToolButton::clicked, &frmMDI::cmdSheetMusic_Click);
     onEvent(this, cmdEmail, &QToolButton::clicked, &frmMDI::cmdEmail_Click);
     onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
     onEvent(this, Command10, &QToolButton::clicked, &frmMDI::Command10_Click);
     onEvent(this, Command11, &QToolButton::clicked, &frmMDI::Command11_Click);
-    for (QToolButton* button : {cmdHistory, cmdPastSets, cmdSheetMusic, cmdScheduling, Command1})
-        standsLater(button);
-    for (QAction* item : mnuUtilities.actions()) standsLater(*item);
+    for (QToolButton* button : {cmdHistory, cmdPastSets, Command1}) standsLater(button);
+    onEvent(this, cmdScheduling, &QToolButton::clicked, &frmMDI::cmdScheduling_Click);
+    onEvent(this, &mnuSpecialMusic, &QAction::triggered, &frmMDI::mnuSpecialMusic_Click);
+    for (QAction* item : {&mnuImportSet, &mnuBackupFiles, &mnuCCLI}) standsLater(*item);
 }
 
 void frmMDI::showReminderNotes() {
@@ -131,6 +137,11 @@ void frmMDI::cmdSongMgmt_Click() {
     setMousePointer(MousePointer::Arrow);
 }
 
+void frmMDI::cmdScheduling_Click() { showModule<frmSchedule>(); }
+
+void frmMDI::mnuSpecialMusic_Click() { showModule<frmSpecialMusic>(); }
+void frmMDI::cmdSheetMusic_Click() { showModule<SheetMusic>(); }
+
 void frmMDI::cmdEmail_Click() { showModule<frmEmail>(); }
 
 void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }
@@ -150,6 +161,12 @@ void frmMDI::Command11_Click() {
 void frmMDI::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
     cmdAbout->move(width() - cmdAbout->width() - px(AboutMargin), cmdAbout->y());
+}
+
+void frmMDI::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (g_instance == this && event->type() == QEvent::PaletteChange)
+        mdiArea->setBackground(palette().brush(QPalette::Window));
 }
 
 void frmMDI::closeEvent(QCloseEvent* event) {

@@ -40,6 +40,7 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
@@ -50,6 +51,9 @@ private:
 
     void cmdSetList_Click();
     void cmdSongMgmt_Click();
+    void cmdScheduling_Click();
+    void mnuSpecialMusic_Click();
+    void cmdSheetMusic_Click();
     void cmdEmail_Click();
     void cmdAbout_Click();
     void Command10_Click();

@@ -78,7 +78,7 @@ void SheetView::setUpHeads() {
                 [this, cell](int section) { raiseClick(cell(section)); });
         connect(head, &SheetHead::rightClicked, this,
                 [this, cell, head](int section, const QPoint& place) {
-                    headRightClicked(cell(section), head->viewport()->mapTo(this, place));
+                    raiseRightClick(cell(section), head->viewport()->mapTo(this, place), false);
                 });
         connect(head, &SheetHead::buttonReleased, this, [this, head](const QMouseEvent* event) {
             raiseMouseUp(*event, *head->viewport());
@@ -105,6 +105,22 @@ void SheetView::setFillColumn(int col) {
     m->layoutWanted = true;
 }
 
+void SheetView::setWrapColumn(int col) {
+    m->wrapCol = col;
+    m->layoutWanted = true;
+    becameDirty();
+}
+
+void SheetView::setColumnZoom(double factor) {
+    m->zoom = factor;
+    m->layoutWanted = true;
+    becameDirty();
+}
+
+int SheetView::columnPixels(int col) const {
+    return pixelsOfUnits(widthOf(ActiveSheet(), col) * m->zoom);
+}
+
 // --- Following the grid ------------------------------------------------------------------------
 
 void SheetView::becameDirty() {
@@ -126,6 +142,7 @@ void SheetView::flush() {
             viewport()->update();
         } else if (dirt.firstRow <= dirt.lastRow) {
             m->model.announceRows(dirt.firstRow, dirt.lastRow);
+            applyWrap(dirt.firstRow, dirt.lastRow);
         }
     }
     if (leaves) commitEdit();
@@ -144,7 +161,8 @@ void SheetView::applyLayout() {
     applySizes();
     settleScrollBars();
     applyFill();
-    if (m->fillCol > 0) settleScrollBars();
+    if (m->fillCol != 0) settleScrollBars();
+    applyWrap(1, m->model.rowCount());
     setUpdatesEnabled(true);
     m->cols->viewport()->update();
     m->rows->viewport()->update();
@@ -189,8 +207,9 @@ void SheetView::applySizes() {
     for (int col = 1; col <= colsOf(sheet); ++col) {
         const bool hidden = isColHidden(sheet, col);
         if (m->cols->isSectionHidden(col - 1) != hidden) m->cols->setSectionHidden(col - 1, hidden);
-        const int width = std::max(pixelsOfUnits(widthOf(sheet, col)), SmallestSection);
-        if (!hidden && col != m->fillCol && m->cols->sectionSize(col - 1) != width) {
+        const int width = std::max(columnPixels(col), SmallestSection);
+        const bool fills = m->fillCol == AllColumns || col == m->fillCol;
+        if (!hidden && !fills && m->cols->sectionSize(col - 1) != width) {
             m->cols->resizeSection(col - 1, width);
         }
     }
@@ -204,15 +223,53 @@ void SheetView::settleScrollBars() {
 }
 
 void SheetView::applyFill() {
+    if (m->fillCol == AllColumns) {
+        shareWidth();
+        return;
+    }
     const int col = m->fillCol;
     if (col < 1 || col > m->model.columnCount() || isColumnHidden(col - 1)) return;
     const int others = m->cols->length() - m->cols->sectionSize(col - 1);
-    const int own = pixelsOfUnits(widthOf(ActiveSheet(), col));
+    const int own = columnPixels(col);
     // Half of its width is the least that the column keeps where the view is narrow.
     const int width = std::max({viewport()->width() - others, own / 2, SmallestSection});
     if (m->cols->sectionSize(col - 1) == width) return;
     const QScopedValueRollback applying(m->applying, true);
     m->cols->resizeSection(col - 1, width);
+    applyWrap(1, m->model.rowCount());
+}
+
+// Rows are as high as their broken texts need, and at least as high as they are given.
+void SheetView::applyWrap(int firstRow, int lastRow) {
+    if (m->wrapCol < 1 || m->wrapCol > m->model.columnCount()) return;
+    const int sheet = ActiveSheet();
+    const int width = m->cols->sectionSize(m->wrapCol - 1);
+    for (int row = std::max(firstRow, 1); row <= std::min(lastRow, m->model.rowCount()); ++row) {
+        if (isRowHidden(sheet, row)) continue;
+        const int height = std::max({pixelsOfPoints(heightOf(sheet, row)), SmallestSection,
+                                     m->painter.wrappedHeight(m->wrapCol, row, width)});
+        if (m->rows->sectionSize(row - 1) != height) m->rows->resizeSection(row - 1, height);
+    }
+}
+
+// Every column gets its part of the view's width, and never less than its own.
+void SheetView::shareWidth() {
+    const QScopedValueRollback applying(m->applying, true);
+    const int sheet = ActiveSheet();
+    double units = 0;
+    for (int col = 1; col <= m->model.columnCount(); ++col)
+        if (!isColumnHidden(col - 1)) units += widthOf(sheet, col);
+    if (units <= 0) return;
+    const double unit = std::max(viewport()->width() / units, pixelsPerUnit() * m->zoom);
+    double right = 0;
+    for (int col = 1; col <= m->model.columnCount(); ++col) {
+        if (isColumnHidden(col - 1)) continue;
+        const double left = right;
+        right += widthOf(sheet, col) * unit;
+        const int width = std::max(int(right) - int(left), SmallestSection);
+        if (m->cols->sectionSize(col - 1) != width) m->cols->resizeSection(col - 1, width);
+    }
+    applyWrap(1, m->model.rowCount());
 }
 
 void SheetView::applyTabs() {
@@ -258,13 +315,20 @@ void SheetView::colDragged(int col, int width) {
     const AddressedSheet here(*this, ActiveSheet());
     // A width that the user gives the filling column is to last.
     if (col == m->fillCol) m->fillCol = 0;
-    ColWidth(col, width / pixelsPerUnit());
+    if (m->fillCol == AllColumns) {
+        m->fillCol = 0;
+        for (int other = 1; other <= m->model.columnCount(); ++other)
+            if (!isColumnHidden(other - 1))
+                ColWidth(other, m->cols->sectionSize(other - 1) / pixelsPerUnit() / m->zoom);
+    }
+    ColWidth(col, width / pixelsPerUnit() / m->zoom);
     if (shown) {
         // What the grid has just been told is on the screen already.
         takeDirt();
         m->pending = false;
     }
     applyFill();
+    applyWrap(1, m->model.rowCount());
     viewport()->update();
 }
 
@@ -335,6 +399,7 @@ void SheetView::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     SheetLook look;
     look.list = isReadOnly();
+    look.wrapCol = m->wrapCol;
     look.focus = hasFocus() || (m->delegate.editor() && m->delegate.editor()->hasFocus());
     if (currentIndex().isValid()) {
         look.activeCol = currentIndex().column() + 1;

@@ -29,8 +29,17 @@ public:
     bool isReadOnly() const;
 
     // The column that takes the width that the others leave over, on the screen only (ColWidth
-    // stays); 0 for none.
+    // stays); AllColumns shares it out in proportion to the widths, 0 leaves it empty.
+    static constexpr int AllColumns = -1;
     void setFillColumn(int col);
+
+    // The column whose texts break into lines. Its rows grow with them on the screen only
+    // (RowHeight stays); 0 for none.
+    void setWrapColumn(int col);
+
+    // How much wider than ColWidth the columns are on the screen (ColWidth stays), for texts in the
+    // desktop's font; 1 at first.
+    void setColumnZoom(double factor);
 
     // Shows pending changes now.
     void flush();
@@ -91,6 +100,9 @@ private:
     void applySpans();
     void applySizes();
     void applyFill();
+    void shareWidth();
+    void applyWrap(int firstRow, int lastRow);
+    int columnPixels(int col) const;
     void settleScrollBars();
     void applyTabs();
     void applyActiveCell();
@@ -106,7 +118,6 @@ private:
     void handlePressed(Cell cell);
     void raiseClick(Cell cell);
     void raiseRightClick(Cell cell, const QPoint& place, bool byKey);
-    void headRightClicked(Cell cell, const QPoint& place);
     void raiseMouseUp(const QMouseEvent& event, const QWidget& from);
     bool wantsShortcut(const QKeyEvent& event) const;
     bool runShortcut(QKeyEvent* event);

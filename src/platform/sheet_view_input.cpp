@@ -126,10 +126,6 @@ void SheetView::contextMenuEvent(QContextMenuEvent* event) {
     raiseRightClick(cell, viewport()->mapTo(this, event->pos()), false);
 }
 
-void SheetView::headRightClicked(Cell cell, const QPoint& place) {
-    raiseRightClick(cell, place, false);
-}
-
 void SheetView::raiseClick(Cell cell) { Q_EMIT Click(cell.col, cell.row); }
 
 void SheetView::raiseRightClick(Cell cell, const QPoint& place, bool byKey) {

@@ -76,6 +76,12 @@ double contrast(const QColor& a, const QColor& b) {
     return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
 }
 
+QColor blend(const QColor& under, const QColor& over, double share) {
+    const auto mix = [share](int a, int b) { return int(std::lround(a + (b - a) * share)); };
+    return QColor(mix(under.red(), over.red()), mix(under.green(), over.green()),
+                  mix(under.blue(), over.blue()));
+}
+
 QPalette themePalette(const ThemeColours& c) {
     QPalette palette;
     const struct {

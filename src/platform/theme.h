@@ -38,6 +38,9 @@ QPalette themePalette(const ThemeColours& colours);
 // How well one colour stands out on another, 1 to 21; text needs 4.5.
 double contrast(const QColor& a, const QColor& b);
 
+// A colour between two: `share` 0 gives the first, 1 the second.
+QColor blend(const QColor& under, const QColor& over, double share);
+
 // A picture of the program's own set, by its file's name without ".svg", in the accent colour of
 // the palette in force at each painting. An empty icon where the set has no such picture.
 QIcon themedIcon(const QString& name);

@@ -8,19 +8,11 @@
 #include <QPainterPath>
 #include <QWidget>
 
-#include <cmath>
-
 namespace {
 
 constexpr double Radius = 5;
 constexpr int TitleMargin = 12;
 constexpr double ScrollThickness = 6;
-
-QColor blend(const QColor& under, const QColor& over, double share) {
-    const auto mix = [share](int a, int b) { return int(std::lround(a + (b - a) * share)); };
-    return QColor(mix(under.red(), over.red()), mix(under.green(), over.green()),
-                  mix(under.blue(), over.blue()));
-}
 
 // A painter with soft edges, put back at the end.
 class Soft {
@@ -44,18 +36,6 @@ void box(QPainter& painter, const QRect& rect, const QColor& fill, const QColor&
     painter.setBrush(fill);
     const double inset = width / 2;
     painter.drawRoundedRect(QRectF(rect).adjusted(inset, inset, -inset, -inset), radius, radius);
-}
-
-void chevron(QPainter& painter, const QRect& place, const QColor& colour, bool up = false) {
-    const Soft soft(painter);
-    const QPointF centre = QRectF(place).center();
-    const double dir = up ? -1 : 1;
-    QPainterPath path(centre + QPointF(-4, -2 * dir));
-    path.lineTo(centre + QPointF(0, 2 * dir));
-    path.lineTo(centre + QPointF(4, -2 * dir));
-    painter.setPen(QPen(colour, 1.7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawPath(path);
 }
 
 bool isOn(const QStyleOption& option, QStyle::StateFlag flag) { return option.state & flag; }
@@ -152,6 +132,18 @@ void frame(QPainter& painter, const QStyleOption& option, bool showsFocus) {
 
 }  // namespace
 
+void paintChevron(QPainter& painter, const QRect& place, const QColor& colour, bool up) {
+    const Soft soft(painter);
+    const QPointF centre = QRectF(place).center();
+    const double dir = up ? -1 : 1;
+    QPainterPath path(centre + QPointF(-4, -2 * dir));
+    path.lineTo(centre + QPointF(0, 2 * dir));
+    path.lineTo(centre + QPointF(4, -2 * dir));
+    painter.setPen(QPen(colour, 1.7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPath(path);
+}
+
 bool isPrimary(const QWidget* widget) { return widget && widget->property("primary").toBool(); }
 
 bool paintThemePrimitive(QStyle::PrimitiveElement element, const QStyleOption& option,
@@ -217,10 +209,10 @@ bool paintThemePrimitive(QStyle::PrimitiveElement element, const QStyleOption& o
             box(painter, option.rect, Qt::transparent, colours.accent, 1.4, 4);
             return true;
         case QStyle::PE_IndicatorArrowDown:
-            chevron(painter, option.rect, colours.muted);
+            paintChevron(painter, option.rect, colours.muted);
             return true;
         case QStyle::PE_IndicatorArrowUp:
-            chevron(painter, option.rect, colours.muted, true);
+            paintChevron(painter, option.rect, colours.muted, true);
             return true;
         default:
             return false;
@@ -251,7 +243,7 @@ void paintComboBox(const QStyleOptionComboBox& combo, const QRect& arrow, QPaint
         field(painter, combo, combo.editable ? colours.base : colours.button);
     }
     const bool enabled = isOn(combo, QStyle::State_Enabled);
-    chevron(painter, arrow, enabled ? colours.muted : colours.line);
+    paintChevron(painter, arrow, enabled ? colours.muted : colours.line);
 }
 
 void paintSpinBox(const QStyleOptionSpinBox& spin, const QRect& up, const QRect& down,
@@ -266,8 +258,8 @@ void paintSpinBox(const QStyleOptionSpinBox& spin, const QRect& up, const QRect&
         return spin.stepEnabled & step && isOn(spin, QStyle::State_Enabled) ? colours.muted
                                                                             : colours.line;
     };
-    chevron(painter, up.adjusted(0, 2, 0, 0), ink(QAbstractSpinBox::StepUpEnabled), true);
-    chevron(painter, down.adjusted(0, 0, 0, -2), ink(QAbstractSpinBox::StepDownEnabled));
+    paintChevron(painter, up.adjusted(0, 2, 0, 0), ink(QAbstractSpinBox::StepUpEnabled), true);
+    paintChevron(painter, down.adjusted(0, 0, 0, -2), ink(QAbstractSpinBox::StepDownEnabled));
 }
 
 void paintScrollBar(const QStyleOptionSlider& bar, const QRect& slider, QPainter& painter) {

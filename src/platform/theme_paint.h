@@ -1,4 +1,4 @@
-// The shapes of the theme's controls. Only its style uses them.
+// The shapes of the theme's controls.
 #pragma once
 
 #include <QStyleOption>
@@ -6,6 +6,9 @@
 #include <functional>
 
 class QPainter;
+
+// The arrow of what opens a list or steps a number, in the middle of its place.
+void paintChevron(QPainter& painter, const QRect& place, const QColor& colour, bool up = false);
 
 // Whether a button is the strong one of its window.
 bool isPrimary(const QWidget* widget);

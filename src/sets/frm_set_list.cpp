@@ -93,11 +93,11 @@ void frmSetList::setUpGrids() {
     fpSongList1->Col(6);
     fpSongList1->CellType(CellKind::Picture);
     fpSongList1->setReadOnly(true);
-    fpSongList1->setFillColumn(2);
+    fpSongList1->setFillColumn(SheetView::AllColumns);
 
     setUpSet(*fpSet);
     fpSet->ColWidth(1, 19.25);
-    fpSet->setFillColumn(2);
+    fpSet->setFillColumn(SheetView::AllColumns);
 }
 
 void frmSetList::load() {

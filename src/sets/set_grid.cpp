@@ -1,5 +1,7 @@
 #include "sets/set_grid.h"
 
+#include "core/sheet_grid_dates.h"
+
 void setUpSet(SheetGrid& grid) {
     grid.MaxCols(2);
     grid.MaxRows(25);
@@ -10,14 +12,7 @@ void setUpSet(SheetGrid& grid) {
     setUpDateCell(grid);
 }
 
-void setUpDateCell(SheetGrid& grid) {
-    grid.Col(2);
-    grid.Row(1);
-    grid.CellType(CellKind::Date);
-    grid.TypeDateCentury(false);
-    grid.TypeDateFormat(2);
-    grid.TypeSpin(true);
-}
+void setUpDateCell(SheetGrid& grid) { setUpDateCells(grid, 2, 1); }
 
 void setUpSetWidths(SheetGrid& grid) {
     grid.ColWidth(2, 32.88);

@@ -202,6 +202,17 @@ private Q_SLOTS:
         for (int row = 1; row <= 13; ++row) QCOMPARE(songValue(row), QString());
     }
 
+    void textStillBeingTypedIsStoredToo() {
+        world->sql("INSERT INTO songs (ID, title, cat1) VALUES (5, 'Old', 'Praise')");
+        frmSongAdmin& w = open();
+        showSong("Old");
+        clickCell(w.fpSMsong, 1, 4);
+        QTest::keyClicks(w.fpSMsong, "F");
+        QTest::keyClicks(QApplication::focusWidget(), "#m");
+        click(w.cmdAdd);
+        QCOMPARE(world->rows("SELECT title, dakey FROM songs"), QStringList{"Old|F#m"});
+    }
+
     void shownSongIsUpdated() {
         world->sql(
             "INSERT INTO songs VALUES (5, 'Title', 'Artist', 'G', 'c1', 'c2', 'c3', 'c4', 'c5', "
