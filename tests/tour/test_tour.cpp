@@ -1,13 +1,19 @@
 // The tour: the road of a set through the real windows, over the sample folder. It leaves a picture
 // of each window in build/tour.
 #include "catalogue/frm_song_admin.h"
+#include "charts/frm_transpose.h"
+#include "charts/sheet_music.h"
 #include "core/frm_splash.h"
+#include "mail/frm_email.h"
+#include "maintenance/frm_notes.h"
 #include "platform/desktop.h"
 #include "platform/theme.h"
+#include "reports/frm_history.h"
 #include "sets/frm_set_list.h"
 #include "support/grid_hands.h"
 #include "support/registry.h"
 #include "support/world.h"
+#include "team/frm_schedule.h"
 
 #include <QMdiSubWindow>
 #include <QMessageBox>
@@ -126,6 +132,46 @@ private Q_SLOTS:
         QVERIFY(columnOf(w.fpdp, 2).contains(QStringLiteral("11/22/26")));
         picture(&world->main(), QStringLiteral("played"));
         w.Unload();
+    }
+
+    void chartIsOpenedAndItsCopyTransposed() {
+        click(world->main().cmdSheetMusic);
+        SheetMusic& w = SheetMusic::instance();
+        world->answers.file(world->path("sheetmusic/Amazing Grace.stp"));
+        w.mnuOpen->trigger();
+        settle();
+        QVERIFY(!w.fpSong->GetText(1, 1).isEmpty());
+        picture(&world->main(), QStringLiteral("sheet-music"));
+        w.mnuTranspose->trigger();
+        settle();
+        frmTranspose& copy = frmTranspose::instance();
+        QTest::keyClick(copy.Slider1, Qt::Key_Right);
+        settle();
+        QCOMPARE(copy.lblNumSteps->text(), QStringLiteral("Changed By 1 Semi-Tones"));
+        picture(&world->main(), QStringLiteral("transpose"));
+        copy.Unload();
+        w.Unload();
+    }
+
+    void weeksArePlanned() {
+        click(world->main().cmdScheduling);
+        frmSchedule& w = frmSchedule::instance();
+        typeInCell(w.fpPickDate, 1, 1, QStringLiteral("11/22/26"));
+        typeInCell(w.fpPickDate, 2, 1, QStringLiteral("3"));
+        click(w.cmdLoadDates);
+        click(w.cmdRefresh);
+        QVERIFY(w.fpSchedule->MaxRows() >= 48);
+        picture(&world->main(), QStringLiteral("scheduling"));
+        w.Unload();
+        click(world->main().cmdHistory);
+        picture(&world->main(), QStringLiteral("song-history"));
+        frmHistory::instance().Unload();
+        click(world->main().Command1);
+        picture(&world->main(), QStringLiteral("notes"));
+        frmNotes::instance().Unload();
+        click(world->main().cmdEmail);
+        picture(&world->main(), QStringLiteral("e-mail"));
+        frmEmail::instance().Unload();
     }
 
     void aboutAndHelpStand() {

@@ -1,0 +1,106 @@
+// The menu and the file buttons of the song on view.
+#include "catalogue/song_admin_hands.h"
+#include "support/registry.h"
+
+namespace {
+
+void clickButtonOfCell(SheetView* grid, int col, int row) {
+    const QRect rect = grid->cellRect(col, row);
+    const QPoint place = grid->mapToGlobal(QPoint(rect.right() - 8, rect.center().y()));
+    QWidget* target = grid->childAt(grid->mapFromGlobal(place));
+    QTest::mouseClick(target, Qt::LeftButton, {}, target->mapFromGlobal(place));
+    settle();
+}
+
+}  // namespace
+
+class TestSongMenus : public SongAdminTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void rightClickMenuClearsTheActiveValue() {
+        world->sql("INSERT INTO songs (title, dakey, cat1) VALUES ('Song', 'G', 'Praise')");
+        frmSongAdmin& w = open();
+        showSong("Song");
+        clickCell(w.fpSMsong, 0, 4);
+        clickCell(w.fpSMsong, 1, 4, Qt::RightButton);
+        QVERIFY(w.mnuDel.isVisible());
+        QCOMPARE(w.mnuDeleteDoIt.text(), QStringLiteral("Delete"));
+        QVERIFY(pickMenuItem(w.mnuDel, w.mnuDeleteDoIt));
+        QCOMPARE(songValue(4), QString());
+        QCOMPARE(songValue(2), QStringLiteral("Song"));
+        QCOMPARE(songValue(5), QStringLiteral("Praise"));
+    }
+
+    void rightClickMenuActsOnTheRowAtTheMouse() {
+        world->sql("INSERT INTO songs (title, dakey, cat1) VALUES ('Song', 'G', 'Praise')");
+        frmSongAdmin& w = open();
+        showSong("Song");
+        clickCell(w.fpSMsong, 1, 2);
+        clickCell(w.fpSMsong, 0, 5, Qt::RightButton);
+        QVERIFY(pickMenuItem(w.mnuDel, w.mnuDeleteDoIt));
+        QCOMPARE(songValue(2), QStringLiteral("Song"));
+        QCOMPARE(songValue(4), QStringLiteral("G"));
+        QCOMPARE(songValue(5), QString());
+        QCOMPARE(w.fpSMsong->GetText(0, 5), QStringLiteral("Category 1"));
+    }
+
+    void leftClickBringsUpNoMenu() {
+        frmSongAdmin& w = open();
+        clickCell(w.fpSMsong, 1, 4);
+        QVERIFY(!w.mnuDel.isVisible());
+    }
+
+    void chartIsChosenInTheChartFolder() {
+        frmSongAdmin& w = open();
+        QVERIFY(QDir(world->folder()).mkpath("sheetmusic"));
+        const QString chart = world->path("sheetmusic/Song.stp");
+        QFile file(chart);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.close();
+        // What another window has left in the dialog.
+        world->main().CommonDlg.Filter = "SET Files|*.set";
+        world->main().CommonDlg.DialogTitle = "Save Set";
+        world->main().CommonDlg.FileName = "x.set";
+        world->answers.file(chart);
+        clickButtonOfCell(w.fpSMsong, 1, 10);
+        QCOMPARE(songValue(10), QDir::toNativeSeparators(chart));
+        const auto& seen = world->answers.fileDialogs().front();
+        QVERIFY(!seen.saves);
+        QCOMPARE(seen.proposed, QString());
+        QCOMPARE(QFileInfo(seen.folder), QFileInfo(world->path("sheetmusic")));
+        QVERIFY(!seen.filters.contains("SET Files (*.set)"));
+        QVERIFY(world->main().CommonDlg.CancelError);
+    }
+
+    void soundFileIsChosen() {
+        frmSongAdmin& w = open();
+        const QString sound = world->path("song.mp3");
+        QFile file(sound);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.close();
+        world->main().CommonDlg.InitDir = world->folder();
+        world->answers.file(sound);
+        clickButtonOfCell(w.fpSMsong, 1, 13);
+        QCOMPARE(songValue(13), QDir::toNativeSeparators(sound));
+        QCOMPARE(world->main().CommonDlg.InitDir, world->folder());
+    }
+
+    void cancelledChoiceLeavesTheWindowAsItWas() {
+        world->sql(
+            "INSERT INTO songs (title, cat1, fileLoco, soundFile) VALUES "
+            "('Song', 'Praise', '/a.stp', '/a.mp3')");
+        frmSongAdmin& w = open();
+        showSong("Song");
+        const QStringList before = columnOf(w.fpSMsong, 1);
+        for (const int row : {10, 13}) {
+            world->answers.cancelFile();
+            clickButtonOfCell(w.fpSMsong, 1, row);
+        }
+        QCOMPARE(columnOf(w.fpSMsong, 1), before);
+        QCOMPARE(world->endStatus, -1);
+    }
+};
+
+LORVANITE_TEST(TestSongMenus)
+#include "test_song_menus.moc"
