@@ -184,7 +184,8 @@ private Q_SLOTS:
         int inked = 0;
         for (int x = 0; x < 44; ++x)
             for (int y = 206; y < 228; ++y)
-                inked += shot.pixelColor(w.bar[3]->x() + x, y) != w.palette().color(QPalette::Window);
+                inked +=
+                    shot.pixelColor(w.bar[3]->x() + x, y) != w.palette().color(QPalette::Window);
         QVERIFY(inked > 20);
     }
 
