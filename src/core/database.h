@@ -72,8 +72,8 @@ public:
     // True where there is no current row. Raises 3704 where the recordset is closed.
     bool EOF_() const;
 
-    // The value of a column of the current row as text, NULL as the empty text. Names ignore case.
-    // Raises 3021 without a current row, 3265 without such a column.
+    // The value of a column of the current row as text, NULL as the empty text, which is null then.
+    // Names ignore case. Raises 3021 without a current row, 3265 without such a column.
     QString Fields(QAnyStringView name) const;
 
     // To the next row. Raises 3021 without a current row.

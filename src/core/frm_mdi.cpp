@@ -1,11 +1,13 @@
 #include "core/frm_mdi.h"
 
 #include "catalogue/frm_song_admin.h"
+#include "charts/sheet_music.h"
 #include "core/database.h"
 #include "core/dates.h"
 #include "core/frm_about.h"
 #include "core/frm_splash.h"
 #include "core/paths.h"
+#include "mail/frm_email.h"
 #include "maintenance/frm_backup.h"
 #include "maintenance/frm_notes.h"
 #include "platform/desktop.h"
@@ -13,6 +15,8 @@
 #include "platform/theme.h"
 #include "reports/frm_history.h"
 #include "sets/frm_set_list.h"
+#include "team/frm_schedule.h"
+#include "team/frm_special_music.h"
 
 #include <QCloseEvent>
 #include <QMdiSubWindow>
@@ -30,10 +34,6 @@ void showModule() {
     Module::instance().Show();
     Module::instance().centre();
 }
-
-// Module windows that come with a later version stay shut.
-void standsLater(QToolButton* button) { button->setEnabled(false); }
-void standsLater(QAction& item) { item.setEnabled(false); }
 
 }  // namespace
 
@@ -92,14 +92,19 @@ void frmMDI::wireModules() {
     onEvent(this, cmdSetList, &QToolButton::clicked, &frmMDI::cmdSetList_Click);
     onEvent(this, cmdSongMgmt, &QToolButton::clicked, &frmMDI::cmdSongMgmt_Click);
     onEvent(this, cmdHistory, &QToolButton::clicked, &frmMDI::cmdHistory_Click);
+    onEvent(this, cmdSheetMusic, &QToolButton::clicked, &frmMDI::cmdSheetMusic_Click);
+    onEvent(this, cmdEmail, &QToolButton::clicked, &frmMDI::cmdEmail_Click);
+    onEvent(this, cmdScheduling, &QToolButton::clicked, &frmMDI::cmdScheduling_Click);
     onEvent(this, Command1, &QToolButton::clicked, &frmMDI::Command1_Click);
-    onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
     onEvent(this, Command10, &QToolButton::clicked, &frmMDI::Command10_Click);
     onEvent(this, Command11, &QToolButton::clicked, &frmMDI::Command11_Click);
-    for (QToolButton* button : {cmdPastSets, cmdSheetMusic, cmdEmail, cmdScheduling})
-        standsLater(button);
+    onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
+    onEvent(this, &mnuSpecialMusic, &QAction::triggered, &frmMDI::mnuSpecialMusic_Click);
     onEvent(this, &mnuBackupFiles, &QAction::triggered, &frmMDI::mnuBackupFiles_Click);
-    for (QAction* item : {&mnuSpecialMusic, &mnuImportSet, &mnuCCLI}) standsLater(*item);
+    // These windows come with a later version.
+    cmdPastSets->setEnabled(false);
+    mnuImportSet.setEnabled(false);
+    mnuCCLI.setEnabled(false);
 }
 
 void frmMDI::showReminderNotes() {
@@ -136,6 +141,10 @@ void frmMDI::cmdSongMgmt_Click() {
     setMousePointer(MousePointer::Arrow);
 }
 
+void frmMDI::cmdScheduling_Click() { showModule<frmSchedule>(); }
+
+void frmMDI::mnuSpecialMusic_Click() { showModule<frmSpecialMusic>(); }
+void frmMDI::cmdSheetMusic_Click() { showModule<SheetMusic>(); }
 void frmMDI::cmdHistory_Click() {
     setMousePointer(MousePointer::Hourglass);
     showModule<frmHistory>();
@@ -148,6 +157,7 @@ void frmMDI::Command1_Click() {
 }
 
 void frmMDI::mnuBackupFiles_Click() { showModule<frmBackup>(); }
+void frmMDI::cmdEmail_Click() { showModule<frmEmail>(); }
 
 void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }
 

@@ -51,9 +51,13 @@ private:
 
     void cmdSetList_Click();
     void cmdSongMgmt_Click();
+    void cmdScheduling_Click();
+    void mnuSpecialMusic_Click();
+    void cmdSheetMusic_Click();
     void cmdHistory_Click();
     void Command1_Click();
     void mnuBackupFiles_Click();
+    void cmdEmail_Click();
     void cmdAbout_Click();
     void Command10_Click();
     void Command11_Click();

@@ -2,7 +2,7 @@
 
 #include "core/database.h"
 #include "core/dates.h"
-#include "core/sheet_grid_date_cell.h"
+#include "core/sheet_grid_dates.h"
 #include "platform/message_box.h"
 
 namespace {
@@ -43,7 +43,7 @@ void frmNotes::setUpGrids() {
     fpNotifyUntil->MaxRows(1);
     fpNotifyUntil->ColHeadersShow(false);
     fpNotifyUntil->RowHeadersShow(false);
-    setUpDateCell(*fpNotifyUntil, 1, 1);
+    setUpDateCells(*fpNotifyUntil, 1, 1);
     fpNotifyUntil->setFillColumn(1);
 }
 

@@ -29,6 +29,15 @@ QList<FileFilter> filtersOf(const QString& filter) {
     return filters;
 }
 
+// One file's path, or the folder of several and their names in it, NUL between them.
+QString joinedNames(const QStringList& files) {
+    if (files.size() < 2) return QDir::toNativeSeparators(files.value(0));
+    const QDir folder = QFileInfo(files.first()).dir();
+    QStringList parts{folder.path()};
+    for (const QString& file : files) parts += folder.relativeFilePath(file);
+    return QDir::toNativeSeparators(parts.join(QChar(u'\0')));
+}
+
 // A file dialog that gives a name to save under one of its filter's endings before it looks
 // whether the file exists.
 class FileDialog : public QFileDialog {
@@ -77,7 +86,10 @@ void CommonDialog::show(bool saves) {
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::DontConfirmOverwrite, !(Flags & OverwritePrompt));
     dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog.setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    const bool takesSeveral = !saves && (Flags & AllowMultiselect);
+    dialog.setFileMode(saves          ? QFileDialog::AnyFile
+                       : takesSeveral ? QFileDialog::ExistingFiles
+                                      : QFileDialog::ExistingFile);
     if (!DialogTitle.isEmpty()) dialog.setWindowTitle(DialogTitle);
     if (!InitDir.isEmpty()) dialog.setDirectory(resolvedPath(InitDir));
     QStringList names;
@@ -96,7 +108,7 @@ void CommonDialog::show(bool saves) {
         if (CancelError) throw RunTimeError(RunTimeError::DialogCancelled);
         return;
     }
-    FileName = QDir::toNativeSeparators(dialog.selectedFiles().value(0));
+    FileName = joinedNames(dialog.selectedFiles());
 }
 
 void CommonDialog::ShowHelp() {

@@ -9,19 +9,22 @@ class QWidget;
 // Set the members, show it, read FileName. The members keep what they hold between uses.
 class CommonDialog {
 public:
-    enum Flag { OverwritePrompt = 2 };
+    enum Flag { OverwritePrompt = 2, AllowMultiselect = 0x200 };
 
     bool CancelError = false;  // a cancel raises error 32755
     QString Filter;            // pairs "Description|*.ext;*.ext2", joined by "|"
     int FilterIndex = 1;       // the pair shown first, from 1
     QString InitDir;           // the folder to start in; either separator
-    QString FileName;          // the name proposed, and afterwards the one chosen
+    QString FileName;          // the name proposed, and afterwards the one chosen; of several
+                               // chosen the folder and each name in it, NUL between them
     QString DialogTitle;       // empty: the platform's usual title
     int Flags = 0;
+    int MaxFileSize = 0;  // kept for the callers' sake: a result of any length fits
     int HelpCommand = 0;
     QString HelpFile;
 
-    // Waits for the choice of an existing file. A cancel leaves FileName and, where CancelError is
+    // Waits for the choice of an existing file, or of several where Flags has AllowMultiselect. A
+    // cancel leaves FileName and, where CancelError is
     // set, raises 32755.
     void ShowOpen();
 

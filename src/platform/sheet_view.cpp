@@ -105,6 +105,22 @@ void SheetView::setFillColumn(int col) {
     m->layoutWanted = true;
 }
 
+void SheetView::setWrapColumn(int col) {
+    m->wrapCol = col;
+    m->layoutWanted = true;
+    becameDirty();
+}
+
+void SheetView::setColumnZoom(double factor) {
+    m->zoom = factor;
+    m->layoutWanted = true;
+    becameDirty();
+}
+
+int SheetView::columnPixels(int col) const {
+    return pixelsOfUnits(widthOf(ActiveSheet(), col) * m->zoom);
+}
+
 // --- Following the grid ------------------------------------------------------------------------
 
 void SheetView::becameDirty() {
@@ -126,6 +142,7 @@ void SheetView::flush() {
             viewport()->update();
         } else if (dirt.firstRow <= dirt.lastRow) {
             m->model.announceRows(dirt.firstRow, dirt.lastRow);
+            applyWrap(dirt.firstRow, dirt.lastRow);
         }
     }
     if (leaves) commitEdit();
@@ -145,6 +162,7 @@ void SheetView::applyLayout() {
     settleScrollBars();
     applyFill();
     if (m->fillCol != 0) settleScrollBars();
+    applyWrap(1, m->model.rowCount());
     setUpdatesEnabled(true);
     m->cols->viewport()->update();
     m->rows->viewport()->update();
@@ -189,7 +207,7 @@ void SheetView::applySizes() {
     for (int col = 1; col <= colsOf(sheet); ++col) {
         const bool hidden = isColHidden(sheet, col);
         if (m->cols->isSectionHidden(col - 1) != hidden) m->cols->setSectionHidden(col - 1, hidden);
-        const int width = std::max(pixelsOfUnits(widthOf(sheet, col)), SmallestSection);
+        const int width = std::max(columnPixels(col), SmallestSection);
         const bool fills = m->fillCol == AllColumns || col == m->fillCol;
         if (!hidden && !fills && m->cols->sectionSize(col - 1) != width) {
             m->cols->resizeSection(col - 1, width);
@@ -212,12 +230,26 @@ void SheetView::applyFill() {
     const int col = m->fillCol;
     if (col < 1 || col > m->model.columnCount() || isColumnHidden(col - 1)) return;
     const int others = m->cols->length() - m->cols->sectionSize(col - 1);
-    const int own = pixelsOfUnits(widthOf(ActiveSheet(), col));
+    const int own = columnPixels(col);
     // Half of its width is the least that the column keeps where the view is narrow.
     const int width = std::max({viewport()->width() - others, own / 2, SmallestSection});
     if (m->cols->sectionSize(col - 1) == width) return;
     const QScopedValueRollback applying(m->applying, true);
     m->cols->resizeSection(col - 1, width);
+    applyWrap(1, m->model.rowCount());
+}
+
+// Rows are as high as their broken texts need, and at least as high as they are given.
+void SheetView::applyWrap(int firstRow, int lastRow) {
+    if (m->wrapCol < 1 || m->wrapCol > m->model.columnCount()) return;
+    const int sheet = ActiveSheet();
+    const int width = m->cols->sectionSize(m->wrapCol - 1);
+    for (int row = std::max(firstRow, 1); row <= std::min(lastRow, m->model.rowCount()); ++row) {
+        if (isRowHidden(sheet, row)) continue;
+        const int height = std::max({pixelsOfPoints(heightOf(sheet, row)), SmallestSection,
+                                     m->painter.wrappedHeight(m->wrapCol, row, width)});
+        if (m->rows->sectionSize(row - 1) != height) m->rows->resizeSection(row - 1, height);
+    }
 }
 
 // Every column gets its part of the view's width, and never less than its own.
@@ -228,7 +260,7 @@ void SheetView::shareWidth() {
     for (int col = 1; col <= m->model.columnCount(); ++col)
         if (!isColumnHidden(col - 1)) units += widthOf(sheet, col);
     if (units <= 0) return;
-    const double unit = std::max(viewport()->width() / units, pixelsPerUnit());
+    const double unit = std::max(viewport()->width() / units, pixelsPerUnit() * m->zoom);
     double right = 0;
     for (int col = 1; col <= m->model.columnCount(); ++col) {
         if (isColumnHidden(col - 1)) continue;
@@ -237,6 +269,7 @@ void SheetView::shareWidth() {
         const int width = std::max(int(right) - int(left), SmallestSection);
         if (m->cols->sectionSize(col - 1) != width) m->cols->resizeSection(col - 1, width);
     }
+    applyWrap(1, m->model.rowCount());
 }
 
 void SheetView::applyTabs() {
@@ -286,15 +319,16 @@ void SheetView::colDragged(int col, int width) {
         m->fillCol = 0;
         for (int other = 1; other <= m->model.columnCount(); ++other)
             if (!isColumnHidden(other - 1))
-                ColWidth(other, m->cols->sectionSize(other - 1) / pixelsPerUnit());
+                ColWidth(other, m->cols->sectionSize(other - 1) / pixelsPerUnit() / m->zoom);
     }
-    ColWidth(col, width / pixelsPerUnit());
+    ColWidth(col, width / pixelsPerUnit() / m->zoom);
     if (shown) {
         // What the grid has just been told is on the screen already.
         takeDirt();
         m->pending = false;
     }
     applyFill();
+    applyWrap(1, m->model.rowCount());
     viewport()->update();
 }
 
@@ -365,6 +399,7 @@ void SheetView::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     SheetLook look;
     look.list = isReadOnly();
+    look.wrapCol = m->wrapCol;
     look.focus = hasFocus() || (m->delegate.editor() && m->delegate.editor()->hasFocus());
     if (currentIndex().isValid()) {
         look.activeCol = currentIndex().column() + 1;

@@ -33,6 +33,14 @@ public:
     static constexpr int AllColumns = -1;
     void setFillColumn(int col);
 
+    // The column whose texts break into lines. Its rows grow with them on the screen only
+    // (RowHeight stays); 0 for none.
+    void setWrapColumn(int col);
+
+    // How much wider than ColWidth the columns are on the screen (ColWidth stays), for texts in the
+    // desktop's font; 1 at first.
+    void setColumnZoom(double factor);
+
     // Shows pending changes now.
     void flush();
 
@@ -93,6 +101,8 @@ private:
     void applySizes();
     void applyFill();
     void shareWidth();
+    void applyWrap(int firstRow, int lastRow);
+    int columnPixels(int col) const;
     void settleScrollBars();
     void applyTabs();
     void applyActiveCell();

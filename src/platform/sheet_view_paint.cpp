@@ -13,17 +13,20 @@
 namespace {
 
 constexpr int Padding = 6;
+constexpr int LinesPadding = 8;
 constexpr int NarrowPadding = 2;
 constexpr int NarrowColumn = 40;
 constexpr int HandleWidth = 22;
 constexpr int ButtonWidth = 28;
 constexpr int MaxPictures = 64;
+constexpr int MaxShown = 8192;  // characters of a text; no screen shows more in a line
 constexpr double ReadableContrast = 4.5;
 
 int paddingOf(const QRect& cell) { return cell.width() < NarrowColumn ? NarrowPadding : Padding; }
 
 // Carriage returns of texts are line ends on the screen.
 QString shown(QString text) {
+    text.truncate(MaxShown);
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
     while (text.endsWith(QLatin1Char('\n'))) text.chop(1);
@@ -60,7 +63,10 @@ struct SheetPainter::Pass {
     int lastCol;
     int cols;
 
-    bool isListRow(int row) const { return look.list && row == look.activeRow; }
+    // A list's active row takes the accent colour; a cell's own ground stays seen there too.
+    bool standsOut(int row, const CellFormat& format) const {
+        return look.list && row == look.activeRow && format.backColor == White;
+    }
 };
 
 void SheetPainter::paint(QPainter& painter, const QRect& dirty, const SheetLook& look) {
@@ -121,14 +127,14 @@ void SheetPainter::paintGround(Pass& pass, int col, int row, const QRect& rect) 
     if (format.backColor == White) {
         ground = pass.look.list && row % 2 == 0 ? colours.alternate : colours.base;
     }
-    if (pass.isListRow(row)) {
+    if (pass.standsOut(row, format)) {
         ground = colours.accent;
     } else if (!pass.look.list && !(col == pass.look.activeCol && row == pass.look.activeRow) &&
                m_view.selectionModel()->isSelected(m_view.model()->index(row - 1, col - 1))) {
         ground = blend(ground, colours.accent, 0.16);
     }
     pass.painter.fillRect(rect, ground);
-    const QColor line = pass.isListRow(row) ? ground : colours.line;
+    const QColor line = pass.standsOut(row, format) ? ground : colours.line;
     if (m_grid.GridShowHoriz()) {
         pass.painter.fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), line);
     }
@@ -277,7 +283,7 @@ QRect SheetPainter::overflowRect(const Pass& pass, int col, int row, HAlign alig
 
 QColor SheetPainter::textColour(const Pass& pass, int row, const CellFormat& format) const {
     const ThemeColours& colours = pass.colours;
-    if (pass.isListRow(row)) return colours.accentText;
+    if (pass.standsOut(row, format)) return colours.accentText;
     const bool plainGround = format.backColor == White;
     if (!format.hasForeColor) return plainGround ? colours.text : themeColours(false).text;
     const QColor wanted = screenColour(format.foreColor);
@@ -305,7 +311,8 @@ void SheetPainter::paintText(Pass& pass, int col, int row, const CellFormat& for
             rect.setRight(handle.left() - 1);
         }
     }
-    const bool lines = text.contains(QLatin1Char('\n'));
+    const bool wraps = col == pass.look.wrapCol;
+    const bool lines = wraps || text.contains(QLatin1Char('\n'));
     QString visible = text;
     QRect clip = rect;
     bool centred = false;  // the text stays over its cell's middle, however far it may run
@@ -328,7 +335,7 @@ void SheetPainter::paintText(Pass& pass, int col, int row, const CellFormat& for
     int flags = format.hAlign == HAlign::Left    ? Qt::AlignLeft
                 : format.hAlign == HAlign::Right ? Qt::AlignRight
                                                  : Qt::AlignHCenter;
-    flags |= lines ? 0 : int(Qt::TextSingleLine);
+    flags |= wraps ? int(Qt::TextWordWrap) : lines ? 0 : int(Qt::TextSingleLine);
     const int lineCount = int(text.count(QLatin1Char('\n'))) + 1;
     flags |= lineCount * type.metrics.lineSpacing() > rect.height() && lines ? Qt::AlignTop
                                                                              : Qt::AlignVCenter;
@@ -358,6 +365,11 @@ void SheetPainter::paintActive(Pass& pass) {
         pass.painter.setPen(accent);
         pass.painter.drawRect(rect.adjusted(0, 0, -1, -1));
         if (pass.look.focus) pass.painter.drawRect(rect.adjusted(1, 1, -2, -2));
+    } else if (!pass.standsOut(pass.look.activeRow, m_grid.formatAt(pass.sheet, pass.look.activeCol,
+                                                                    pass.look.activeRow))) {
+        pass.painter.setPen(themeColours(false).accent);
+        pass.painter.drawRect(rect.adjusted(0, 0, -2, -2));
+        if (pass.look.focus) pass.painter.drawRect(rect.adjusted(1, 1, -3, -3));
     } else if (pass.look.focus) {
         pass.painter.setPen(QPen(blend(pass.colours.accent, pass.colours.accentText, 0.6)));
         pass.painter.drawRect(rect.adjusted(1, 1, -3, -3));
@@ -389,6 +401,16 @@ QPixmap SheetPainter::picture(const QByteArray& file) {
     pixmap.loadFromData(file);
     m_pictures.insert(file.constData(), {file, pixmap});
     return pixmap;
+}
+
+int SheetPainter::wrappedHeight(int col, int row, int width) {
+    const int sheet = m_grid.ActiveSheet();
+    const QString text = shown(m_grid.textAt(sheet, col, row));
+    if (text.isEmpty()) return 0;
+    const QRect room(0, 0, std::max(width - 2 * Padding, 1), 0);
+    const QRect needed =
+        face(m_grid.formatAt(sheet, col, row)).metrics.boundingRect(room, Qt::TextWordWrap, text);
+    return needed.height() + LinesPadding;
 }
 
 int SheetPainter::wantedWidth(int col, int row) {

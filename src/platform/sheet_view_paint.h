@@ -17,6 +17,7 @@ struct SheetLook {
     bool focus = false;
     int activeCol = 0;
     int activeRow = 0;
+    int wrapCol = 0;  // its texts break into lines
     int editCol = 0;  // the cell under an open editor
     int editRow = 0;
 };
@@ -44,6 +45,9 @@ public:
 
     // The width that a cell's text would like to have.
     int wantedWidth(int col, int row);
+
+    // The height that a cell's text needs when it breaks into lines in a column of this width.
+    int wrappedHeight(int col, int row, int width);
 
     // The font of a cell.
     const QFont& fontOf(const CellFormat& format) { return face(format).font; }

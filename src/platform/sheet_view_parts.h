@@ -60,6 +60,8 @@ struct SheetView::Parts {
     CellPlaces changed;  // cells whose Change has still to be raised
     std::vector<CellSpan> spans;
     int fillCol = 0;
+    int wrapCol = 0;
+    double zoom = 1;
     bool layoutWanted = true;  // the whole layout has to be redone at the next look
     bool pending = true;       // the grid has changes that are not shown
     bool applying = false;     // the view follows the grid, not the other way round

@@ -83,6 +83,6 @@ private:
     void takeFocusOff();
     bool chooseDesign(void (CommonDialog::*show)());
     void showPlayedDates(const QString& id);
-    void moveToPlaylist(const QString& playlist);
+    void movePlaylist(const QString& statement);
     bool holdsKnownTitle();
 };

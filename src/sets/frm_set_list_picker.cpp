@@ -188,14 +188,17 @@ void frmSetList::fpSongList1_RightClick(int, int col, int row, int x, int y) {
     menu.popup(fpSongList1->mapToGlobal(QPoint(x, y)));
 }
 
-void frmSetList::mnuPastPlaylist_Click() { moveToPlaylist(QStringLiteral("Past")); }
+void frmSetList::mnuPastPlaylist_Click() {
+    movePlaylist(QStringLiteral("UPDATE songs SET playlist = 'Past' WHERE ID = "));
+}
 
-void frmSetList::mnuCurrentPlaylist_Click() { moveToPlaylist(QStringLiteral("Current")); }
+void frmSetList::mnuCurrentPlaylist_Click() {
+    movePlaylist(QStringLiteral("UPDATE songs SET playlist = 'Current' WHERE ID = "));
+}
 
-void frmSetList::moveToPlaylist(const QString& playlist) {
+void frmSetList::movePlaylist(const QString& statement) {
     Recordset rs;
-    rs.Open(QStringLiteral("UPDATE songs SET playlist = '") + playlist +
-                QStringLiteral("' WHERE ID = ") + fpSongList1->GetText(1, fpSongList1->ActiveRow()),
-            dbConn, CursorType::Dynamic, LockType::Optimistic);
+    rs.Open(statement + fpSongList1->GetText(1, fpSongList1->ActiveRow()), dbConn,
+            CursorType::Dynamic, LockType::Optimistic);
     searchByCategory();
 }

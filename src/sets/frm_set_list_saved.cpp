@@ -30,15 +30,15 @@ Titles titlesOf(const SheetGrid& set) {
 
 // A title that is a piece of what stands above it counts as a double: this is meant.
 Titles withoutDoubles(const Titles& titles) {
-    Titles unique;
+    Titles uniqueTitles;
     size_t m = 0;
     QString seen;
     for (const QString& title : titles) {
         if (seen.contains(title)) continue;
         seen += title + QLatin1Char('\r');
-        unique[m++] = title;
+        uniqueTitles[m++] = title;
     }
-    return unique;
+    return uniqueTitles;
 }
 
 int countRecorded(const Titles& titles, const QString& date) {

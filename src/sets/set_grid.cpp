@@ -1,6 +1,6 @@
 #include "sets/set_grid.h"
 
-#include "core/sheet_grid_date_cell.h"
+#include "core/sheet_grid_dates.h"
 
 void setUpSet(SheetGrid& grid) {
     grid.MaxCols(2);
@@ -12,7 +12,7 @@ void setUpSet(SheetGrid& grid) {
     setUpDateCell(grid);
 }
 
-void setUpDateCell(SheetGrid& grid) { setUpDateCell(grid, 2, 1); }
+void setUpDateCell(SheetGrid& grid) { setUpDateCells(grid, 2, 1); }
 
 void setUpSetWidths(SheetGrid& grid) {
     grid.ColWidth(2, 32.88);

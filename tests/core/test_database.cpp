@@ -7,6 +7,7 @@
 #include "support/world.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 
 #include <sqlite3.h>
@@ -248,6 +249,7 @@ private Q_SLOTS:
                          QFile::ReadGroup | QFile::ExeGroup;
         QFile::setPermissions(world->path("db1.mdb"), all);
         QFile::setPermissions(world->folder(), all);
+        QFile::setPermissions(QFileInfo(world->folder()).path(), all | QFile::WriteOwner);
         const bool isRoot = geteuid() == 0;
         if (isRoot) QCOMPARE(seteuid(65534), 0);
         openDatabase();

@@ -342,6 +342,21 @@ private Q_SLOTS:
         QCOMPARE(w.fpSet->GetText(2, 2), QStringLiteral("Alpha"));
     }
 
+    void movedProgramFolderStillFindsItsSetsAndDesigns() {
+        addSong({.title = "Alpha", .fileLoco = "/old/place/sheetmusic/Alpha.stp"});
+        frmSetList& w = openWith("11/22/26", {"Alpha"});
+        save(w, QMessageBox::No, "a.set");
+        world->move();
+        frmSetList& moved = open();
+        world->answers.file(QStringLiteral("a.set"));
+        click(moved.Command13);
+        QCOMPARE(world->answers.fileDialogs().back().folder, world->path("saved sets"));
+        QCOMPARE(moved.fpSet->GetText(2, 2), QStringLiteral("Alpha"));
+        // A song's chart goes on naming the old place.
+        QCOMPARE(world->rows("SELECT fileLoco FROM songs"),
+                 QStringList{"/old/place/sheetmusic/Alpha.stp"});
+    }
+
     void newDatesShowInTheNextSearchAndNotBefore() {
         addCategories({"Praise"});
         addSong({.title = "Alpha", .cat1 = "Praise"});

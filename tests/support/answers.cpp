@@ -11,9 +11,6 @@ namespace {
 
 constexpr int LookEvery = 5;  // milliseconds
 
-// A mark on the box itself: the next one can stand at the same address.
-constexpr const char* Answered = "answered";
-
 QString lines(QString text) {
     text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
     return text;
@@ -127,8 +124,13 @@ void Answers::custom(const QString& what, std::function<void(QWidget*)> act) {
 
 void Answers::look() {
     QWidget* modal = QApplication::activeModalWidget();
-    if (!modal || !modal->isVisible() || modal->property(Answered).toBool()) return;
-    modal->setProperty(Answered, true);
+    if (!modal || !modal->isVisible()) {
+        m_answered = nullptr;
+        return;
+    }
+    // A file dialog comes up a second time where its question about overwriting was denied.
+    if (modal == m_answered) return;
+    m_answered = modal;
     if (m_look) m_look(modal);
     if (m_queue.empty()) {
         unexpected(modal, QStringLiteral("nothing"));

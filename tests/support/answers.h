@@ -3,6 +3,7 @@
 
 #include <QMessageBox>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 #include <QTimer>
 
@@ -78,4 +79,5 @@ private:
     std::vector<SeenFileDialog> m_fileDialogs;
     std::function<void(QWidget*)> m_look;
     QTimer m_timer;
+    QPointer<QWidget> m_answered;  // a later box may lie at the same address
 };

@@ -5,6 +5,7 @@
 #include "core/paths.h"
 #include "platform/desktop.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 
@@ -54,7 +55,8 @@ private:
 
 }  // namespace
 
-World::World(WorldTree tree) {
+World::World(WorldTree tree) : m_folder(m_dir.filePath(QStringLiteral("program"))) {
+    QDir().mkpath(m_folder);
     if (tree == WorldTree::Sample)
         makeSample(folder());
     else
@@ -98,6 +100,15 @@ void World::sql(const QString& statements_) {
 
 QStringList World::rows(const QString& query) {
     return SideDoor(path(QStringLiteral("db1.mdb"))).run(query);
+}
+
+void World::move() {
+    stop();
+    endStatus = -1;
+    const QString place = m_dir.filePath(QStringLiteral("elsewhere"));
+    if (!QDir().rename(m_folder, place)) QTest::qFail("not moved", __FILE__, __LINE__);
+    m_folder = place;
+    setProgramFolder(place);
 }
 
 void settle() {

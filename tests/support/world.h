@@ -29,10 +29,13 @@ public:
     // Closes the main window, as at the end of the program.
     void stop();
 
+    // Ends the program and moves its folder elsewhere.
+    void move();
+
     bool isRunning() const { return m_main != nullptr; }
     frmMDI& main() { return *m_main; }
 
-    QString folder() const { return m_dir.path(); }
+    QString folder() const { return m_folder; }
     QString path(const QString& relative) const { return folder() + QLatin1Char('/') + relative; }
 
     // Runs statements on the database file beside the program, over a connection of their own.
@@ -52,6 +55,7 @@ public:
 
 private:
     QTemporaryDir m_dir;
+    QString m_folder;
     std::unique_ptr<frmMDI> m_main;
 };
 

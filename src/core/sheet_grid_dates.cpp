@@ -1,8 +1,6 @@
-#include "core/sheet_grid_date_cell.h"
+#include "core/sheet_grid_dates.h"
 
-#include "core/sheet_grid.h"
-
-void setUpDateCell(SheetGrid& grid, int col, int row) {
+void setUpDateCells(SheetGrid& grid, int col, int row) {
     grid.Col(col);
     grid.Row(row);
     grid.CellType(CellKind::Date);

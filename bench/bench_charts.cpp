@@ -1,0 +1,191 @@
+// How long a chart's page takes to paint, and a transposition of a chart of 20 pages, the latter
+// also as a ratio to a bare loop that puts the same strings together.
+#include "charts/chart_page.h"
+#include "charts/chart_view.h"
+#include "charts/transposer.h"
+#include "platform/sheet_view.h"
+#include "platform/theme.h"
+
+#include <QApplication>
+#include <QImage>
+#include <QPainter>
+
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+constexpr int Pages = 20;
+constexpr int CellsBetweenChords = 3;
+constexpr int Rounds = 101;
+
+const QString RootNotes = QStringLiteral("C,C#:Db,D,Eb,E,F,F#,G,G#:Ab,A,Bb,B");
+const QString TwoUp = QStringLiteral("D,Eb,E,F,F#,G,Ab,A,Bb,B,C,C#");
+const QStringList Chords = {"C", "Am7", "F#m7", "Ebmaj7/Bb", "Gsus4", "D/F#", "Bb", "E7", "Cadd9"};
+
+void fillPage(SheetGrid& chart) {
+    int next = 0;
+    for (int row = FirstChordRow; row <= 39; row += 2) {
+        for (int col = 1; col <= ChartCols; col += CellsBetweenChords)
+            chart.SetText(col, row, Chords[next++ % Chords.size()]);
+        chart.SetText(
+            1, row + 1,
+            QStringLiteral("Abide with me, fast falls the eventide, the darkness deepens"));
+    }
+    for (int row = 1; row <= LastTitleRow; ++row) chart.SetText(1, row, QStringLiteral("A title"));
+}
+
+void fillChart(SheetGrid& chart) {
+    setUpChart(chart);
+    fillPage(chart);
+    for (int page = 2; page <= Pages; ++page) {
+        addChartPage(chart, [](const QString&) {});
+        fillPage(chart);
+    }
+}
+
+// The whole page as a window of its height shows it.
+void paintPage(benchmark::State& state) {
+    SheetView view;
+    setUpChartView(view);
+    fillPage(view);
+    view.resize(view.width(), 900);
+    view.show();
+    view.flush();
+    QImage image(view.viewport()->size(), QImage::Format_RGB32);
+    for (auto turn : state) {
+        view.viewport()->render(&image);
+        benchmark::DoNotOptimize(image.constBits());
+    }
+}
+BENCHMARK(paintPage)->Unit(benchmark::kMillisecond);
+
+// From one page to the other, with all that a change of the page asks for.
+void switchPage(benchmark::State& state) {
+    SheetView view;
+    setUpChartView(view);
+    fillPage(view);
+    addChartPage(view, [](const QString&) {});
+    fillPage(view);
+    view.resize(view.width(), 900);
+    view.show();
+    QImage image(view.viewport()->size(), QImage::Format_RGB32);
+    for (auto turn : state) {
+        view.ActiveSheet(3 - view.ActiveSheet());
+        view.flush();
+        view.viewport()->render(&image);
+        benchmark::DoNotOptimize(image.constBits());
+    }
+}
+BENCHMARK(switchPage)->Unit(benchmark::kMillisecond);
+
+// A pass over a chart that stands without a screen.
+class Pass {
+public:
+    Pass() {
+        fillChart(m_chart);
+        m_transposer.setRootNotes(RootNotes);
+        m_transposer.setKeyNotes(TwoUp);
+    }
+    void operator()() { m_transposer.transposeChart(m_chart); }
+
+private:
+    SheetGrid m_chart;
+    Transposer m_transposer;
+};
+
+void transpose(benchmark::State& state) {
+    Pass pass;
+    for (auto turn : state) pass();
+}
+BENCHMARK(transpose)->Unit(benchmark::kMillisecond);
+
+// In the window's own grid, with the look that follows the pass.
+void transposeOnView(benchmark::State& state) {
+    SheetView view;
+    setUpChartView(view);
+    fillChart(view);
+    view.resize(view.width(), 500);
+    view.show();
+    Transposer transposer;
+    transposer.setRootNotes(RootNotes);
+    transposer.setKeyNotes(TwoUp);
+    for (auto turn : state) {
+        transposer.transposeChart(view);
+        view.flush();
+    }
+}
+BENCHMARK(transposeOnView)->Unit(benchmark::kMillisecond);
+
+// The same strings from a plain list, each side split and put together with an entry of the key.
+class BareLoop {
+public:
+    BareLoop() {
+        SheetGrid chart;
+        fillChart(chart);
+        for (int page = 1; page <= Pages; ++page)
+            for (int row = FirstChordRow; row <= ChartRows; row += 2)
+                for (int col = 1; col <= ChartCols; ++col)
+                    m_texts.push_back(chart.textAt(page, col, row));
+        m_results.resize(m_texts.size());
+    }
+    void operator()() {
+        for (size_t i = 0; i < m_texts.size(); ++i) {
+            const QString& text = m_texts[i];
+            if (text.isEmpty()) continue;
+            const qsizetype slash = text.indexOf(QLatin1Char('/'));
+            m_results[i] =
+                slash < 0 ? moved(text)
+                          : moved(text.left(slash)) + QLatin1Char('/') + moved(text.mid(slash + 1));
+        }
+        benchmark::DoNotOptimize(m_results.data());
+    }
+
+private:
+    QString moved(const QString& side) const {
+        const ChordSplit split = splitChord(side);
+        return m_key[split.note.isEmpty() ? 0 : split.note[0].unicode() % 12] + split.suffix;
+    }
+
+    const QStringList m_key = TwoUp.split(QLatin1Char(','));
+    std::vector<QString> m_texts;
+    std::vector<QString> m_results;
+};
+
+void bareLoop(benchmark::State& state) {
+    BareLoop loop;
+    for (auto turn : state) loop();
+}
+BENCHMARK(bareLoop)->Unit(benchmark::kMillisecond);
+
+// Both in turn, so that a change of the machine's speed meets both.
+double ratioOfPassToBareLoop() {
+    Pass pass;
+    BareLoop loop;
+    const auto seconds = [](auto& act) {
+        const auto start = std::chrono::steady_clock::now();
+        act();
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    };
+    std::vector<double> ratios;
+    for (int round = 0; round < Rounds; ++round) {
+        const double ours = seconds(pass);
+        ratios.push_back(ours / seconds(loop));
+    }
+    std::sort(ratios.begin(), ratios.end());
+    return ratios[ratios.size() / 2];
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    applyTheme(app);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    std::printf("a pass takes %.2f times the bare loop\n", ratioOfPassToBareLoop());
+}

@@ -1,0 +1,119 @@
+#include "charts/chart_page.h"
+
+#include "core/sheet_grid.h"
+
+namespace {
+
+void setSizes(SheetGrid& chart) {
+    chart.MaxCols(ChartCols);
+    chart.ColWidth(-1, ChartColWidth);
+    chart.MaxRows(ChartRows);
+    chart.RowHeight(-1, ChartRowHeight);
+}
+
+void setFont(SheetGrid& chart, double points) {
+    chart.Col(-1);
+    chart.Row(-1);
+    chart.FontName(QStringLiteral("Arial"));
+    chart.FontSize(points);
+    chart.FontBold(true);
+}
+
+void hideHeads(SheetGrid& chart) {
+    chart.ColHeadersShow(false);
+    chart.RowHeadersShow(false);
+}
+
+void spanRow(SheetGrid& chart, int row) { chart.AddCellSpan(1, row, chart.MaxCols(), 1); }
+
+void centreRow(SheetGrid& chart, int row) {
+    chart.Col(1);
+    chart.Row(row);
+    chart.TypeHAlign(HAlign::Centre);
+}
+
+void joinRow(SheetGrid& chart, int row) {
+    spanRow(chart, row);
+    centreRow(chart, row);
+}
+
+void joinTitleAndLyrics(SheetGrid& chart) {
+    for (int row = 1; row <= LastTitleRow; ++row) joinRow(chart, row);
+    for (int row = FirstLyricRow; row <= chart.MaxRows(); row += 2) joinRow(chart, row);
+}
+
+void joinLastRows(SheetGrid& chart) {
+    spanRow(chart, chart.MaxRows() - 1);
+    centreRow(chart, chart.MaxRows());
+    centreRow(chart, chart.MaxRows() - 1);
+}
+
+void alignRows(SheetGrid& chart, int row, int row2, HAlign align) {
+    chart.Col(1);
+    chart.Col2(chart.MaxCols());
+    chart.Row(row);
+    chart.Row2(row2);
+    chart.BlockMode(true);
+    chart.TypeHAlign(align);
+    chart.BlockMode(false);
+}
+
+}  // namespace
+
+void setUpChart(SheetGrid& chart) {
+    setSizes(chart);
+    // A quarter point less than on the pages that are added: this is meant.
+    setFont(chart, 9.75);
+    hideHeads(chart);
+    chart.AllowCellOverflow(true);
+    joinTitleAndLyrics(chart);
+    joinLastRows(chart);
+}
+
+void addChartPage(SheetGrid& chart, const std::function<void(const QString&)>& status) {
+    status(QStringLiteral("Loading New Page"));
+    chart.TabStripPolicy(TabStrip::Never);
+    chart.SheetCount(chart.SheetCount() + 1);
+    chart.ActiveSheet(chart.SheetCount());
+    status(QStringLiteral("Resizing Columns And Rows"));
+    setSizes(chart);
+    status(QStringLiteral("Setting Font Information"));
+    setFont(chart, 10);
+    chart.TypeHAlign(HAlign::Centre);
+    status(QStringLiteral("Adding Cell Formats"));
+    joinTitleAndLyrics(chart);
+    alignRows(chart, 1, LastTitleRow, HAlign::Centre);
+    joinLastRows(chart);
+    // The last odd row counts as a chord row here, so it is left-aligned, unlike on the first page.
+    for (int row = FirstChordRow; row <= chart.MaxRows(); row += 2)
+        alignRows(chart, row, row, HAlign::Left);
+    hideHeads(chart);
+    chart.TabStripPolicy(TabStrip::AsNeeded);
+}
+
+void clearChartPage(SheetGrid& chart) {
+    chart.ClearRange(1, 1, chart.MaxCols(), chart.MaxRows(), true);
+    const int rows = chart.MaxRows();
+    chart.MaxRows(0);
+    chart.MaxRows(rows);
+    joinTitleAndLyrics(chart);
+    // The last row and not the one above it, which stays in separate cells: this is meant.
+    joinRow(chart, chart.MaxRows());
+}
+
+void formatChartCopy(SheetGrid& copy) {
+    for (int page = 1; page <= copy.SheetCount(); ++page) {
+        copy.Sheet(page);
+        copy.ActiveSheet(page);
+        copy.TabStripPolicy(TabStrip::Never);
+        setSizes(copy);
+        setFont(copy, 10);
+        copy.TypeHAlign(HAlign::Centre);
+        copy.TypeHAlign(HAlign::Left);
+        joinTitleAndLyrics(copy);
+        joinLastRows(copy);
+        hideHeads(copy);
+        copy.TabStripPolicy(TabStrip::AsNeeded);
+        copy.AllowCellOverflow(true);
+    }
+}

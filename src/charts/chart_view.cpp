@@ -1,0 +1,18 @@
+#include "charts/chart_view.h"
+
+#include "charts/chart_page.h"
+#include "platform/sheet_view.h"
+#include "platform/theme.h"
+
+#include <QHeaderView>
+#include <QScrollBar>
+
+void setUpChartView(SheetView& view) {
+    view.setPalette(themePalette(themeColours(false)));
+    view.setAutoFillBackground(true);  // panels lie behind, and the strip of tabs has no ground
+    setUpChart(view);
+    view.flush();
+    view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    view.setFixedWidth(view.horizontalHeader()->length() + 2 * view.frameWidth() +
+                       view.verticalScrollBar()->sizeHint().width());
+}

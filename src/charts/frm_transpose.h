@@ -1,0 +1,30 @@
+// Transpose SheetMusic: a copy of the chart, moved by semi-tones.
+#pragma once
+
+#include "charts/transposer.h"
+#include "core/form.h"
+#include "platform/sheet_view.h"
+#include "ui_assign_panel.h"
+#include "ui_frm_transpose.h"
+
+class frmTranspose : public Form<frmTranspose>,
+                     public Ui::frmTranspose,
+                     public Ui::AssignPanel,
+                     public Transposer {
+public:
+    frmTranspose();
+
+    // One pass over the copy as it stands, by the distance of Slider1. Passes add up.
+    void transposePreview();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void load();
+
+    void Slider1_Scroll(int action);
+    void cmdReset_Click();
+    void cmdSaveSetList_Click();
+    void cmdSaveAssigned_Click();
+};

@@ -1,0 +1,196 @@
+#include "charts/sheet_music.h"
+
+#include "charts/chart_files.h"
+#include "charts/chart_page.h"
+#include "charts/chart_view.h"
+#include "charts/frm_transpose.h"
+#include "core/frm_mdi.h"
+#include "platform/desktop.h"
+#include "platform/message_box.h"
+#include "platform/theme.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int WindowWidth = 12045;  // twips
+constexpr int WindowHeight = 7935;  // twips
+constexpr int AboveTheGrid = 400;   // twips
+constexpr int LeastHeight = 5400;   // twips
+constexpr int Margin = 12;          // pixels
+
+}  // namespace
+
+SheetMusic::SheetMusic() {
+    Ui::SheetMusic::setupUi(this);
+    notes = {notes_0, notes_1, notes_2, notes_3};
+    mnuSubMove.setText(QStringLiteral("Move"));
+    mnuMove.setTitle(QStringLiteral("dMove"));
+    mnuMove.addAction(&mnuSubMove);
+    setUpAssignPanel(frmAssign, *this);
+    wireMenus();
+    wireGrid();
+    wireImport();
+    wirePalette();
+    dressButtons();
+    setMinimumHeight(px(LeastHeight));
+    setDesignSize(QSize(px(WindowWidth), px(WindowHeight)));
+    atEdge(onFailure(), [this] { load(); });
+}
+
+void SheetMusic::wireMenus() {
+    onEvent(this, mnuNew, &QAction::triggered, &SheetMusic::mnuNew_Click);
+    onEvent(this, mnuOpen, &QAction::triggered, &SheetMusic::mnuOpen_Click);
+    onEvent(this, mnuSave, &QAction::triggered, &SheetMusic::mnuSave_Click);
+    onEvent(this, mnuAttachToDB, &QAction::triggered, &SheetMusic::mnuAttachToDB_Click);
+    onEvent(this, mnuImport, &QAction::triggered, &SheetMusic::mnuImport_Click);
+    // "Close" stands in the menu and carries no command: this is meant.
+    onEvent(this, mnuAddPage, &QAction::triggered, &SheetMusic::addPage);
+    onEvent(this, mnuDelPage, &QAction::triggered, &SheetMusic::mnuDelPage_Click);
+    onEvent(this, mnuNoteMaker, &QAction::triggered, &SheetMusic::mnuNoteMaker_Click);
+    onEvent(this, mnuTranspose, &QAction::triggered, &SheetMusic::copyToTranspose);
+    onEvent(this, &mnuSubMove, &QAction::triggered, &SheetMusic::mnuSubMove_Click);
+    // What goes out of a chart comes with a later version.
+    for (QAction* item : {mnuPrint, mnuToEmail, mnuToHTML, mnuLyrics}) item->setEnabled(false);
+}
+
+void SheetMusic::wireGrid() {
+    onEvent(this, fpSong, &SheetView::Click, &SheetMusic::fpSong_Click);
+    onEvent(this, fpSong, &SheetView::RightClick, &SheetMusic::fpSong_RightClick);
+    onEvent(this, fpAttach, &SheetView::Click, &SheetMusic::fpAttach_Click);
+    onEvent(this, cmdSaveAssigned, &QToolButton::clicked, &SheetMusic::cmdSaveAssigned_Click);
+    onEvent(this, cmdCloseAssign, &QToolButton::clicked, &SheetMusic::cmdCloseAssign_Click);
+}
+
+void SheetMusic::dressButtons() {
+    cmdCh->setIcon(themedIcon(QStringLiteral("chord")));
+    cmdCLRnotes->setIcon(themedIcon(QStringLiteral("clear")));
+    Command17->setIcon(themedIcon(QStringLiteral("close")));
+    Command11->setIcon(themedIcon(QStringLiteral("help")));
+    setWindowIcon(themedIcon(QStringLiteral("sheet-music")));
+}
+
+void SheetMusic::load() {
+    resize(px(WindowWidth), px(WindowHeight));
+    const int bar = std::min(menuBar->sizeHint().height(), px(AboveTheGrid));
+    menuBar->setGeometry(0, px(AboveTheGrid) - bar, width(), bar);
+    setUpChartView(*fpSong);
+    fpSong->move((width() - fpSong->width()) / 2, px(AboveTheGrid));
+    setUpImportList();
+    fillNotes();
+}
+
+void SheetMusic::resizeEvent(QResizeEvent* event) {
+    FormBase::resizeEvent(event);
+    Form_Resize();
+}
+
+// The user changes the height only.
+void SheetMusic::Form_Resize() {
+    if (QWidget* frame = parentWidget())
+        frame->setFixedWidth(frame->width() + px(WindowWidth) - width());
+    fpSong->resize(fpSong->width(), height() - px(AboveTheGrid));
+    // The panels stay as high as the grid that they lie behind.
+    for (QWidget* panel : {frmImport, frmAssign})
+        panel->resize(panel->width(), height() - panel->y() - Margin);
+}
+
+// --- The page ----------------------------------------------------------------------------------
+
+void SheetMusic::addPage() {
+    setMousePointer(MousePointer::Hourglass);
+    addChartPage(*fpSong, [](const QString& text) { frmMDI::instance().SB->SimpleText(text); });
+    setMousePointer(MousePointer::Arrow);
+    frmMDI::instance().SB->SimpleText(QString());
+}
+
+void SheetMusic::mnuNew_Click() { clearChartPage(*fpSong); }
+
+void SheetMusic::mnuDelPage_Click() {
+    if (messageBox(QStringLiteral("Delete the selected page?"), BoxIcon::None,
+                   QStringLiteral("Lorvanite"), BoxButtons::YesNo) == BoxAnswer::Yes)
+        fpSong->DeleteSheets(fpSong->Sheet(), 1);
+}
+
+void SheetMusic::fpSong_Click(int col, int row) {
+    if (pendingChord.isEmpty()) return;
+    // The row's role is not looked at: on a title or lyric row the chord replaces the whole line.
+    fpSong->SetText(col, row, pendingChord);
+    pendingChord.clear();
+}
+
+void SheetMusic::fpSong_RightClick(int, int col, int row, int x, int y) {
+    fpSong->SetActiveCell(col, row);
+    mnuMove.popup(fpSong->mapToGlobal(QPoint(x, y)));
+}
+
+void SheetMusic::mnuSubMove_Click() {
+    fpSong->Col(fpSong->ActiveCol());
+    fpSong->Row(fpSong->ActiveRow());
+    pendingChord = fpSong->Text();
+    fpSong->Text(QString());
+}
+
+void SheetMusic::picChord_dropped(const QPoint& place) {
+    const QPoint inGrid = fpSong->mapFromGlobal(place);
+    if (fpSong->rect().contains(inGrid)) fpSong_DragDrop(picChord, inGrid.x(), inGrid.y());
+}
+
+void SheetMusic::fpSong_DragDrop(QWidget* source, int x, int y) {
+    source->move(fpSong->pos() + QPoint(x - source->width() / 2, y - source->height() / 2));
+}
+
+// --- Files and songs ---------------------------------------------------------------------------
+
+void SheetMusic::mnuOpen_Click() {
+    if (!chooseChart(&CommonDialog::ShowOpen)) return;
+    fpSong->LoadFromFile(frmMDI::instance().CommonDlg.FileName);
+}
+
+void SheetMusic::mnuSave_Click() { saveChart(*fpSong, frmAssign, *this); }
+
+void SheetMusic::mnuAttachToDB_Click() { showAssignPanel(frmAssign, *this); }
+
+void SheetMusic::fpAttach_Click(int, int row) {
+    lblAssignSong->setText(QStringLiteral("Assign To: ") + fpAttach->GetText(2, row));
+}
+
+void SheetMusic::cmdSaveAssigned_Click() { saveAssigned(*this); }
+
+void SheetMusic::cmdCloseAssign_Click() {
+    sendToBottom(frmAssign);
+    fpSong->setFocus();
+}
+
+// --- The copy for the transpose window ---------------------------------------------------------
+
+void SheetMusic::formatPreviewPages() {
+    SheetView* fpPreview = frmTranspose::instance().fpPreview;
+    fpPreview->hide();
+    setMousePointer(MousePointer::Hourglass);
+    doEvents();
+    formatChartCopy(*fpPreview);
+    fpPreview->show();
+    setMousePointer(MousePointer::Arrow);
+}
+
+void SheetMusic::copyToTranspose() {
+    SheetView* fpPreview = frmTranspose::instance().fpPreview;
+    // Pages that a longer chart has left in the copy stay there: this is meant.
+    if (fpSong->SheetCount() > 1) fpPreview->SheetCount(fpSong->SheetCount());
+    formatPreviewPages();
+    for (int page = 1; page <= fpSong->SheetCount(); ++page) {
+        for (SheetView* grid : {fpSong, fpPreview}) grid->Sheet(page);
+        for (SheetView* grid : {fpSong, fpPreview}) grid->ActiveSheet(page);
+        CellBlock buffer;
+        if (!fpSong->SaveBlockToBuffer(1, 1, fpSong->MaxCols(), fpSong->MaxRows(), buffer)) {
+            messageBox(QStringLiteral("save to buffer failed"));
+            return;
+        }
+        if (!fpPreview->LoadBlockFromBuffer(1, 1, buffer))
+            messageBox(QStringLiteral("Load from buffer failed"));
+        fpPreview->AllowCellOverflow(true);
+    }
+    fpPreview->ActiveSheet(1);
+    frmTranspose::instance().Show();
+}

@@ -1,0 +1,122 @@
+// The panels of the chart window: the import and the note maker.
+#include "charts/chart_files.h"
+#include "charts/chart_import.h"
+#include "charts/chord_palette.h"
+#include "charts/sheet_music.h"
+#include "core/frm_mdi.h"
+#include "platform/message_box.h"
+
+namespace {
+
+constexpr int NoteHeight = 26;  // pixels
+
+// The text of the item that is picked in a list, empty where none is.
+QString pickOf(const QListWidget* list) {
+    const QList<QListWidgetItem*> picked = list->selectedItems();
+    return picked.isEmpty() ? QString() : picked.first()->text();
+}
+
+}  // namespace
+
+// --- The import --------------------------------------------------------------------------------
+
+void SheetMusic::wireImport() {
+    onEvent(this, fpLoad, &SheetView::Click, &SheetMusic::fpLoad_Click);
+    onEvent(this, Command2, &QPushButton::clicked, &SheetMusic::Command2_Click);
+    onEvent(this, Command3, &QPushButton::clicked, &SheetMusic::Command3_Click);
+    onEvent(this, FlatBttn2, &QPushButton::clicked, &SheetMusic::FlatBttn2_Click);
+    onEvent(this, FlatBttn1, &QPushButton::clicked, &SheetMusic::FlatBttn1_Click);
+    onEvent(this, Command11, &QToolButton::clicked, &SheetMusic::Command11_Click);
+    onEvent(this, cmdDone, &QPushButton::clicked, &SheetMusic::cmdDone_Click);
+}
+
+void SheetMusic::setUpImportList() {
+    fpLoad->MaxCols(1);
+    fpLoad->MaxRows(ImportRows);
+    fpLoad->ColHeadersShow(false);
+    fpLoad->RowHeadersShow(false);
+    fpLoad->GridShowVert(false);
+    fpLoad->setReadOnly(true);
+    fpLoad->setFillColumn(1);
+    sendToBottom(frmImport);
+}
+
+void SheetMusic::mnuImport_Click() {
+    if (!chooseMusicFile(QStringLiteral("Text Files(*.txt, *.rtf)|*.txt;*.rtf"),
+                         &CommonDialog::ShowOpen))
+        return;
+    listLines(*fpLoad, frmMDI::instance().CommonDlg.FileName);
+    raisePanel(frmImport);
+}
+
+void SheetMusic::fpLoad_Click(int col, int row) { markLine(*fpLoad, col, row, importMode); }
+
+void SheetMusic::Command2_Click() { importMode = QStringLiteral("title"); }
+
+void SheetMusic::Command3_Click() { importMode = QStringLiteral("chords"); }
+
+void SheetMusic::FlatBttn2_Click() { importMode = QStringLiteral("lyrics"); }
+
+void SheetMusic::FlatBttn1_Click() {
+    clearMarks(*fpLoad);
+    importMode.clear();
+}
+
+void SheetMusic::Command11_Click() {
+    messageBox(QStringLiteral("To import a song you must assign the rows  \r"
+                              "in the imported song to be a title, chord, or lyric row.  \r"
+                              "To do so, click on the Title button, then click on your \r"
+                              "imported songs' title.  Click on the Chords button then \r"
+                              "click on all of the chord rows in the song.  Do the same \r"
+                              "for Lyrics: Click on the Lyric button then click on all \r"
+                              "of the lyric lines in the song.  When finished, click done."),
+               BoxIcon::Information);
+}
+
+void SheetMusic::cmdDone_Click() {
+    layMarkedLines(*fpLoad, *fpSong, [this] { addPage(); });
+    sendToBottom(frmImport);
+    fpSong->setFocus();
+}
+
+// --- The note maker ----------------------------------------------------------------------------
+
+void SheetMusic::wirePalette() {
+    onEvent(this, picChord, &DragPanel::dropped, &SheetMusic::picChord_dropped);
+    for (size_t i = 0; i < notes.size(); ++i) {
+        connect(notes[i], &QListWidget::itemSelectionChanged, this,
+                [this, i] { notes_Click(int(i)); });
+    }
+    onEvent(this, cmdCh, &QToolButton::clicked, &SheetMusic::cmdCh_Click);
+    onEvent(this, cmdCLRnotes, &QToolButton::clicked, &SheetMusic::cmdCLRnotes_Click);
+    onEvent(this, Command17, &QToolButton::clicked, &SheetMusic::Command17_Click);
+}
+
+void SheetMusic::fillNotes() {
+    const std::array<QStringList, 4> parts = chordParts();
+    for (size_t i = 0; i < notes.size(); ++i) {
+        for (const QString& text : parts[i]) {
+            auto* item = new QListWidgetItem(text, notes[i]);
+            item->setSizeHint(QSize(0, NoteHeight));
+        }
+    }
+    picChord->hide();
+}
+
+void SheetMusic::mnuNoteMaker_Click() { picChord->show(); }
+
+void SheetMusic::Command17_Click() { picChord->hide(); }
+
+void SheetMusic::notes_Click(int index) {
+    QListWidget* list = notes.at(size_t(index));
+    if (pickOf(list) == ClearMark) list->clearSelection();
+}
+
+void SheetMusic::cmdCh_Click() {
+    pendingChord =
+        chordOf({pickOf(notes[0]), pickOf(notes[1]), pickOf(notes[2]), pickOf(notes[3])});
+}
+
+void SheetMusic::cmdCLRnotes_Click() {
+    for (QListWidget* list : notes) list->clearSelection();
+}

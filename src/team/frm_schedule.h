@@ -1,0 +1,112 @@
+// Scheduling: the team's people on the left, the schedule of the coming weeks on the right.
+#pragma once
+
+#include "core/form.h"
+#include "core/sheet_grid.h"
+#include "platform/common_dialog.h"
+#include "platform/sheet_view.h"
+#include "ui_frm_schedule.h"
+
+#include <QAction>
+#include <QDate>
+#include <QMenu>
+
+#include <vector>
+
+class frmSchedule : public Form<frmSchedule>, public Ui::frmSchedule {
+public:
+    frmSchedule();
+
+    // The offers of one date, sorted: column 1, a row an offer. Never on the screen.
+    SheetGrid fpTemp;
+
+    // The menu of a right click on fpSchedule.
+    QMenu mnuD;
+    QAction mnuDelete, mnuInsertPlayer, mnuInsertWeek;
+
+    // What stripApostrophes has let through since it was last emptied.
+    QString cleaned;
+
+    // --- People ---
+
+    // Fills cmbPersonell, by last name.
+    void loadPersonnelList();
+
+    // Shows one person's record; an ID that no one has leaves lblHidPersonID. Raises 13 where a
+    // stored vacation day is no date.
+    void showPerson(int id);
+
+    // Appends the text to `cleaned`, without its apostrophes.
+    void stripApostrophes(const QString& text);
+
+    // --- The schedule ---
+
+    // Offers in every week's column 4 who can serve on its date, and writes the recorded songs of
+    // the date into column 3. Raises 3021 where no person is entered or no song recorded.
+    void refreshAvailability();
+
+    // Shows the schedule of the start-up, if one is wanted, with its reminder lines. Raises what a
+    // bad date or interval of the special music raises.
+    void showStartSchedule();
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void wirePeople();
+    void wireSchedule();
+    void setUpMenu();
+    void setUpPeopleGrids();
+    void setUpSchedule();
+    void load();
+    void paintBars();
+
+    // People: frm_schedule_people.cpp
+    void cmbPersonell_Click(int item);
+    void cmdAddPlayer_Click();
+    void cmdDeletePlayer_Click();
+    void cmdClrPlayer_Click();
+    void storePerson(const QStringList& values);
+    QStringList readFields();
+    QString readVacation();
+    void selectShownPerson();
+
+    // Weeks: frm_schedule_weeks.cpp
+    void cmdLoadDates_Click();
+    void fpSchedule_Change(int col, int row);
+    void fpSchedule_RightClick(int clickType, int col, int row, int x, int y);
+    void mnuDelete_Click();
+    void mnuInsertPlayer_Click();
+    void mnuInsertWeek_Click();
+    void dropTitle();
+    void writeDates(const QDate& start, double weeks);
+    void writeTitle(const QDate& start, double weeks);
+    void writeHead(int row, const QString& headOfTeam);
+    void setColumnWidths(double notes, double songs, double team);
+    void showSchedule(bool on);
+    int lastRowOfBlock(int row) const;
+
+    // Availability: frm_schedule_availability.cpp
+    void cmdRefresh_Click();
+    bool isAvailabilityKnown();
+    void offerPeople();
+    void offerInWeek(int dateRow);
+    void fillSetLists(int firstRow, int weeks);
+    int weeksOfGrid() const;
+
+    // Files: frm_schedule_files.cpp
+    void cmdSaveSched_Click();
+    void cmdLoadSched_Click();
+    void cmdClearSched_Click();
+    void chkShow_MouseUp(bool ticked);
+    void finalise();
+    void finaliseWeek(int row, const QString& date);
+    QString proposedName() const;
+    void refreshSetListOf(int row, const QString& date);
+    bool chooseFile(void (CommonDialog::*show)(), const QString& proposed);
+    void showFile(const QString& path);
+
+    // Reminders: frm_schedule_reminders.cpp
+    void writeReminders();
+    void writeRemindersOf(int row, const QDate& date);
+};

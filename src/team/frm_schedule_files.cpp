@@ -1,0 +1,179 @@
+// Finalising, the schedule's files, the schedule of the start-up.
+#include "core/database.h"
+#include "core/dates.h"
+#include "core/frm_mdi.h"
+#include "core/paths.h"
+#include "core/run_time_error.h"
+#include "platform/message_box.h"
+#include "team/frm_schedule.h"
+#include "team/schedule_rows.h"
+
+namespace {
+
+QString setting(const QString& query) {
+    Recordset rs;
+    rs.Open(query, dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    return rs.Fields("var_value");
+}
+
+QString scheduleToUse() {
+    return setting(QStringLiteral("SELECT * FROM prefs WHERE var_name = 'ScedToUse'"));
+}
+
+// `where` is the statement's end behind the value.
+void storeSetting(const QString& value, const QString& where) {
+    Recordset rs;
+    rs.Open(QStringLiteral("UPDATE prefs SET var_value = '") + value + where, dbConn,
+            CursorType::Dynamic, LockType::Optimistic);
+}
+
+// Runs a step whose failure changes nothing about the steps behind it.
+template <typename Step>
+void ignoringFailure(Step step) {
+    try {
+        step();
+    } catch (const RunTimeError&) {
+        // Meant: a load goes on with whatever it can do.
+        return;
+    }
+}
+
+}  // namespace
+
+bool frmSchedule::chooseFile(void (CommonDialog::*show)(), const QString& proposed) {
+    CommonDialog& dialog = frmMDI::instance().CommonDlg;
+    dialog.Flags = CommonDialog::OverwritePrompt;
+    dialog.Filter = QStringLiteral("SCD Files|*.scd");
+    dialog.InitDir = programFolder() + QStringLiteral("\\schedules\\");
+    dialog.FileName = proposed;
+    return dialog.chosen(show);
+}
+
+// --- Saving ------------------------------------------------------------------------------------
+
+void frmSchedule::cmdSaveSched_Click() {
+    if (messageBox(
+            QStringLiteral("Would you like to finalize this schedule and save the players list?"),
+            BoxIcon::None, QStringLiteral("Save Players List"),
+            BoxButtons::YesNo) == BoxAnswer::Yes)
+        finalise();
+    if (!chooseFile(&CommonDialog::ShowSave, proposedName())) return;
+    if (!fpSchedule->SaveToFile(frmMDI::instance().CommonDlg.FileName, false))
+        messageBox(QStringLiteral("File did not save, try again or contact Lorvanite."),
+                   BoxIcon::Information);
+}
+
+void frmSchedule::finalise() {
+    const int last = fpSchedule->DataRowCnt();
+    for (int row = FirstHeadRow; row <= last; ++row) {
+        int col = 0;
+        int anchor = 0;
+        int cols = 0;
+        int rows = 0;
+        if (fpSchedule->GetCellSpan(NotesColumn, row, col, anchor, cols, rows))
+            fpSchedule->RemoveCellSpan(col, anchor);
+        if (const auto date = parseDate(fpSchedule->GetText(DateColumn, row)))
+            finaliseWeek(row, formatDate(*date));
+    }
+}
+
+// A date is always finalised anew. The look goes one row beyond the week, to the head of the next
+// one: a "Personell" head is passed over, and a "Worship Team" head fails as any text without a
+// colon does, with this week's rows stored. This is meant.
+void frmSchedule::finaliseWeek(int row, const QString& date) {
+    Recordset rs;
+    rs.Open(QStringLiteral("DELETE FROM schedule WHERE pdate = '") + date + QLatin1Char('\''),
+            dbConn, CursorType::Dynamic, LockType::Optimistic);
+    for (int k = row; k < row + WeekRows; ++k) {
+        const QString text = fpSchedule->GetText(TeamColumn, k);
+        if (text.isEmpty() || text == QLatin1String("Personell")) continue;
+        const qsizetype colon = text.indexOf(QLatin1Char(':'));
+        if (colon < 0) throw RunTimeError(RunTimeError::InvalidCall);
+        rs.Open(QStringLiteral("INSERT INTO schedule (player, instrument, pdate) VALUES ('") +
+                    text.mid(colon + 1) + QStringLiteral("', '") + text.left(colon) +
+                    QStringLiteral("', '") + date + QStringLiteral("')"),
+                dbConn, CursorType::Dynamic, LockType::Optimistic);
+    }
+}
+
+// The dates of the title: "06_12_05 to 07_03_05". Raises 5 where the title has none.
+QString frmSchedule::proposedName() const {
+    QString title = fpSchedule->GetText(1, 1);
+    const qsizetype slash = title.indexOf(QLatin1Char('/'));
+    if (slash < 2) throw RunTimeError(RunTimeError::InvalidCall);
+    return title.mid(slash - 2).replace(QLatin1Char('/'), QLatin1Char('_'));
+}
+
+// --- Loading -----------------------------------------------------------------------------------
+
+void frmSchedule::cmdLoadSched_Click() {
+    if (!chooseFile(&CommonDialog::ShowOpen, QString())) return;
+    fpSchedule->LoadFromFile(frmMDI::instance().CommonDlg.FileName);
+    // Not the widths of a new schedule: this is meant.
+    setColumnWidths(26.88, 27.0, 18.38);
+    ignoringFailure([this] { refreshAvailability(); });
+    const int last = fpSchedule->DataRowCnt();
+    for (int row = 1; row <= last; ++row) {
+        if (const auto date = parseDate(fpSchedule->GetText(DateColumn, row)))
+            ignoringFailure([&] { refreshSetListOf(row, formatDate(*date)); });
+    }
+    showSchedule(true);
+}
+
+void frmSchedule::refreshSetListOf(int row, const QString& date) {
+    Recordset rs;
+    rs.Open(QStringLiteral("SELECT played_date, title FROM played_on WHERE played_date = '") +
+                date + QLatin1Char('\''),
+            dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    for (; !rs.EOF_(); rs.MoveNext()) fpSchedule->SetText(SongsColumn, row++, rs.Fields("title"));
+}
+
+void frmSchedule::cmdClearSched_Click() {
+    fpSchedule->ClearRange(1, 1, -1, -1, true);
+    dropTitle();
+    showSchedule(false);
+}
+
+// --- The start-up ------------------------------------------------------------------------------
+
+void frmSchedule::showFile(const QString& path) {
+    // A file that is missing or damaged leaves the grid as it is, without a word: this is meant.
+    fpSchedule->LoadFromFile(path);
+    showSchedule(true);
+    fpSchedule->SetActiveCell(0, 0);
+}
+
+void frmSchedule::chkShow_MouseUp(bool ticked) {
+    if (!ticked) {
+        showSchedule(false);
+    } else if (messageBox(QStringLiteral("Would you like to pick a schedule to display?"),
+                          BoxIcon::None, QStringLiteral("Lorvanite"),
+                          BoxButtons::YesNo) == BoxAnswer::Yes) {
+        if (!chooseFile(&CommonDialog::ShowOpen, QString())) return;
+        const QString path = frmMDI::instance().CommonDlg.FileName;
+        showFile(path);
+        storeSetting(path, QStringLiteral("' WHERE var_name = 'ScedToUse'"));
+    } else {
+        showFile(scheduleToUse());
+    }
+    storeSetting(ticked ? QStringLiteral("true") : QStringLiteral("false"),
+                 QStringLiteral("' WHERE var_name = 'SchedOnStartUp'"));
+}
+
+void frmSchedule::showStartSchedule() {
+    QString path;
+    const QString wanted =
+        setting(QStringLiteral("SELECT * FROM prefs WHERE var_name = 'SchedOnStartUp'"));
+    if (wanted == QLatin1String("true")) path = scheduleToUse();
+    chkShow->setChecked(!path.isEmpty());
+    if (path.isEmpty()) {
+        showSchedule(false);
+    } else {
+        showFile(path);
+        writeReminders();
+        setColumnWidths(31.0, 26.87, 18.37);
+    }
+    fpSchedule->EditModeReplace(true);
+    // The first person and the first set have to be entered in a program that opens.
+    if (isAvailabilityKnown()) refreshAvailability();
+}

@@ -1,0 +1,326 @@
+// Charts on the disk, and their tie to a song.
+#include "charts/chart_test.h"
+#include "sets/frm_set_list.h"
+#include "sets/set_grid.h"
+
+#include <QFile>
+
+namespace {
+
+const QString Filter = QStringLiteral("STP Files (*.stp)");
+const QString Question =
+    QStringLiteral("Would you like to associate this music to a song in the database?");
+const QString NotSaved = QStringLiteral("File did not save, try again or contact Lorvanite.");
+const QString NoSong = QStringLiteral("Please select a song title to assign this file to.");
+const QString SongStatement = QStringLiteral("SELECT ID, title FROM songs ORDER BY title [1]");
+
+QString native(const QString& path) { return QDir::toNativeSeparators(path); }
+
+}  // namespace
+
+class TestChartFiles : public ChartTest {
+    Q_OBJECT
+
+    // Writes the chart's first page and some of each further one.
+    static void write(SheetMusic& w, int pages) {
+        for (int page = 1; page <= pages; ++page) {
+            if (page > 1) w.addPage();
+            w.fpSong->SetText(1, 1, QString("Title %1").arg(page));
+            w.fpSong->SetText(3 + page % 30, 5, "F#m7");
+            w.fpSong->SetText(1, 6, QString::fromUtf8("Großer Gott, wir loben dich €"));
+            w.fpSong->SetText(1, 42, QString("foot %1").arg(page));
+        }
+    }
+
+    // Everything that a chart's file has to keep, as text.
+    static QString stateOf(const SheetGrid* chart) {
+        QString state;
+        for (int page = 1; page <= chart->SheetCount(); ++page) {
+            state += QString("%1x%2").arg(chart->colsOf(page)).arg(chart->rowsOf(page));
+            for (int row = 1; row <= chart->rowsOf(page); ++row) {
+                state += QString("\n%1:").arg(chart->heightOf(page, row));
+                for (int col = 1; col <= chart->colsOf(page); ++col) {
+                    const CellFormat f = chart->formatAt(page, col, row);
+                    const CellSpan span = chart->spanAt(page, col, row);
+                    state += QString("%1|%2|%3|%4|%5|%6|%7 ")
+                                 .arg(chart->textAt(page, col, row))
+                                 .arg(int(f.hAlign))
+                                 .arg(f.fontName)
+                                 .arg(f.fontSize)
+                                 .arg(f.fontBold)
+                                 .arg(span.cols)
+                                 .arg(chart->widthOf(page, col));
+                }
+            }
+        }
+        return state + QString::number(chart->AllowCellOverflow());
+    }
+
+    QString save(SheetMusic& w, const QString& name, QMessageBox::StandardButton tie) {
+        const QString path = world->path("sheetmusic/" + name);
+        world->answers.file(path);
+        world->answers.question(Question, tie);
+        pick(w.mnuFile, w.mnuSave);
+        return path;
+    }
+
+private Q_SLOTS:
+    void savedAndNotTied() {
+        const QString id = addSong("Abide");
+        SheetMusic& w = open();
+        write(w, 1);
+        const QString path = save(w, "abide", QMessageBox::No);
+        QVERIFY(QFile::exists(path + ".stp"));
+        QCOMPARE(fileLocoOf(id), QString());
+        QVERIFY(world->statements.isEmpty());
+        QVERIFY(!isOnTop(w.frmAssign));
+        const auto& dialog = world->answers.fileDialogs().at(0);
+        QVERIFY(dialog.saves);
+        QCOMPARE(dialog.filters, QStringList{Filter});
+        QCOMPARE(dialog.folder, world->path("sheetmusic"));
+        QCOMPARE(dialog.proposed, QString());
+        QCOMPARE(world->main().CommonDlg.Flags, 2);
+    }
+
+    void savedAndTied() {
+        const QString other = addSong("Blest");
+        const QString id = addSong("Abide");
+        SheetMusic& w = open();
+        const QString path = save(w, "abide.stp", QMessageBox::Yes);
+        QVERIFY(isOnTop(w.frmAssign));
+        QCOMPARE(columnOf(w.fpAttach, 1), (QStringList{id, other}));
+        QCOMPARE(columnOf(w.fpAttach, 2), (QStringList{"Abide", "Blest"}));
+        w.fpAttach->Col(1);
+        QVERIFY(w.fpAttach->ColHidden());
+        QCOMPARE(w.lblAssign->text(), "Song Location: " + native(path));
+        clickCell(w.fpAttach, 2, 1);
+        QCOMPARE(w.lblAssignSong->text(), QStringLiteral("Assign To: Abide"));
+        world->answers.box("Done!", QMessageBox::Information);
+        click(w.cmdSaveAssigned);
+        QCOMPARE(fileLocoOf(id), native(path));
+        QCOMPARE(fileLocoOf(other), QString());
+        QCOMPARE(world->statements,
+                 (QStringList{SongStatement, QString("UPDATE songs SET fileLoco = '%1' WHERE ID = "
+                                                     "%2 [3]")
+                                                 .arg(native(path), id)}));
+        // The panel stays, and another song can be given the same file.
+        QVERIFY(isOnTop(w.frmAssign));
+        clickCell(w.fpAttach, 2, 2);
+        world->answers.box("Done!", QMessageBox::Information);
+        click(w.cmdSaveAssigned);
+        QCOMPARE(fileLocoOf(other), native(path));
+        click(w.cmdCloseAssign);
+        QVERIFY(!isOnTop(w.frmAssign));
+    }
+
+    void failingSaveStillAsks() {
+        const QString id = addSong("Abide");
+        SheetMusic& w = open();
+        write(w, 1);
+        const QString before = stateOf(w.fpSong);
+        QDir().mkpath(world->path("sheetmusic/folder.stp/inside"));
+        world->answers.custom("folder as file", [&](QWidget* dialog) {
+            // The dialog takes no folder: the name is made one after it has looked.
+            QDir().rename(world->path("sheetmusic/folder.stp"), world->path("sheetmusic/later"));
+            auto* edit = dialog->findChild<QLineEdit*>("fileNameEdit");
+            edit->setText(world->path("sheetmusic/later/gone/abide.stp"));
+            QDir().mkpath(world->path("sheetmusic/later/gone"));
+            QMetaObject::invokeMethod(dialog, "accept");
+            QDir(world->path("sheetmusic/later")).removeRecursively();
+        });
+        world->answers.box(NotSaved, QMessageBox::Information);
+        world->answers.question(Question, QMessageBox::Yes);
+        pick(w.mnuFile, w.mnuSave);
+        QVERIFY(isOnTop(w.frmAssign));
+        QCOMPARE(columnOf(w.fpAttach, 1), QStringList{id});
+        QCOMPARE(stateOf(w.fpSong), before);
+    }
+
+    void existingFileIsAskedAbout() {
+        SheetMusic& w = open();
+        makeFile("sheetmusic/abide.stp", "old");
+        const QString path = world->path("sheetmusic/abide.stp");
+        world->answers.file(path);
+        world->answers.custom("overwrite", [](QWidget* box) {
+            // The file dialog comes back, and is given up.
+            auto* dialog = qobject_cast<QDialog*>(box->parentWidget());
+            QTimer::singleShot(0, dialog, &QDialog::reject);
+            QTest::mouseClick(qobject_cast<QMessageBox*>(box)->button(QMessageBox::No),
+                              Qt::LeftButton);
+        });
+        pick(w.mnuFile, w.mnuSave);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("old"));
+    }
+
+    void cancelledDialogsSayNothing() {
+        SheetMusic& w = open();
+        write(w, 2);
+        const QString before = stateOf(w.fpSong);
+        world->answers.cancelFile();
+        pick(w.mnuFile, w.mnuSave);
+        world->answers.cancelFile();
+        pick(w.mnuFile, w.mnuOpen);
+        QCOMPARE(stateOf(w.fpSong), before);
+        QVERIFY(!isOnTop(w.frmAssign));
+        QVERIFY(world->statements.isEmpty());
+    }
+
+    void attachTwiceListsEverySongTwice() {
+        const QString b = addSong("Blest");
+        const QString a = addSong("abide");
+        SheetMusic& w = open();
+        pick(w.mnuFile, w.mnuAttachToDB);
+        click(w.cmdCloseAssign);
+        pick(w.mnuFile, w.mnuAttachToDB);
+        QCOMPARE(columnOf(w.fpAttach, 1), (QStringList{a, b, a, b}));
+        QCOMPARE(columnOf(w.fpAttach, 2), (QStringList{"abide", "Blest", "abide", "Blest"}));
+        QCOMPARE(world->statements, (QStringList{SongStatement, SongStatement}));
+        QVERIFY(isOnTop(w.frmAssign));
+    }
+
+    void attachBeforeAnyDialogWritesAnEmptyPath() {
+        const QString id = addSong("Abide");
+        world->sql("UPDATE songs SET fileLoco = 'old.stp'");
+        SheetMusic& w = open();
+        pick(w.mnuFile, w.mnuAttachToDB);
+        QCOMPARE(w.lblAssign->text(), QStringLiteral("Song Location: "));
+        clickCell(w.fpAttach, 2, 1);
+        world->answers.box("Done!", QMessageBox::Information);
+        click(w.cmdSaveAssigned);
+        QCOMPARE(fileLocoOf(id), QString());
+        QCOMPARE(world->statements.last(),
+                 QString("UPDATE songs SET fileLoco = '' WHERE ID = %1 [3]").arg(id));
+    }
+
+    void attachTakesTheNameThatTheLastDialogLeft() {
+        addSong("Abide");
+        SheetMusic& w = open();
+        const QString path = save(w, "one.stp", QMessageBox::No);
+        world->answers.file(path);
+        pick(w.mnuFile, w.mnuOpen);
+        QCOMPARE(world->answers.fileDialogs().at(1).proposed, QStringLiteral("one.stp"));
+        pick(w.mnuFile, w.mnuAttachToDB);
+        QCOMPARE(w.lblAssign->text(), "Song Location: " + native(path));
+        // Also when another window has used the dialog.
+        world->main().CommonDlg.FileName = "elsewhere.set";
+        pick(w.mnuFile, w.mnuAttachToDB);
+        QCOMPARE(w.lblAssign->text(), QStringLiteral("Song Location: elsewhere.set"));
+    }
+
+    void withoutAnActiveRowASongIsAskedFor() {
+        addSong("Abide");
+        SheetMusic& w = open();
+        pick(w.mnuFile, w.mnuAttachToDB);
+        world->answers.box(NoSong, QMessageBox::Information);
+        click(w.cmdSaveAssigned);
+        QCOMPARE(world->statements, QStringList{SongStatement});
+        QVERIFY(isOnTop(w.frmAssign));
+    }
+
+    void apostropheInThePathEndsTheProgram() {
+        const QString id = addSong("Abide");
+        SheetMusic& w = open();
+        save(w, "Pat's.stp", QMessageBox::Yes);
+        clickCell(w.fpAttach, 2, 1);
+        world->answers.runTimeError(-2147217900);
+        click(w.cmdSaveAssigned);
+        QCOMPARE(world->endStatus, 1);
+        QCOMPARE(fileLocoOf(id), QString());
+        QVERIFY(QFile::exists(world->path("sheetmusic/Pat's.stp")));
+    }
+
+    void songsThatCannotBeReadStopAttachButNotSave() {
+        SheetMusic& w = open();
+        world->sql("DROP TABLE songs");
+        save(w, "abide.stp", QMessageBox::Yes);
+        QVERIFY(isOnTop(w.frmAssign));
+        QCOMPARE(w.fpAttach->MaxRows(), 0);
+        QCOMPARE(world->endStatus, -1);
+        click(w.cmdCloseAssign);
+        world->answers.runTimeError(-2147217900, "no such table: songs");
+        pick(w.mnuFile, w.mnuAttachToDB);
+        QCOMPARE(world->endStatus, 1);
+        QVERIFY(!isOnTop(w.frmAssign));
+    }
+
+    void chartsComeBackAsTheyWereSaved_data() {
+        QTest::addColumn<int>("pages");
+        QTest::newRow("1 page") << 1;
+        QTest::newRow("3 pages") << 3;
+        QTest::newRow("40 pages") << 40;
+    }
+    void chartsComeBackAsTheyWereSaved() {
+        QFETCH(int, pages);
+        SheetMusic& w = open();
+        write(w, pages);
+        const QString before = stateOf(w.fpSong);
+        const QString path = save(w, "chart.stp", QMessageBox::No);
+        w.Unload();
+        settle();
+        SheetMusic& again = open();
+        again.addPage();
+        again.addPage();
+        again.fpSong->SetText(1, 4, "to be lost");
+        world->answers.file(path);
+        pick(again.mnuFile, again.mnuOpen);
+        QCOMPARE(again.fpSong->SheetCount(), pages);
+        QCOMPARE(stateOf(again.fpSong), before);
+        QVERIFY(!again.fpSong->ColHeadersShow() && !again.fpSong->RowHeadersShow());
+    }
+
+    void openingADamagedFileLeavesTheChart() {
+        SheetMusic& w = open();
+        write(w, 2);
+        const QString before = stateOf(w.fpSong);
+        const QString path = save(w, "good.stp", QMessageBox::No);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        file.resize(file.size() / 2);
+        file.close();
+        for (const QString& bad : {path, makeFile("sheetmusic/empty.stp", ""),
+                                   makeFile("sheetmusic/noise.stp", QByteArray(4096, '\xa5'))}) {
+            world->answers.file(bad);
+            pick(w.mnuFile, w.mnuOpen);
+            QCOMPARE(stateOf(w.fpSong), before);
+        }
+    }
+
+    void longPathKeepsItsWholeText() {
+        addSong("Abide");
+        SheetMusic& w = open();
+        const QString name = QString(120, 'x') + QString::fromUtf8(" ü & <b>.stp");
+        const QString path = save(w, name, QMessageBox::Yes);
+        QCOMPARE(w.lblAssign->text(), "Song Location: " + native(path));
+        QCOMPARE(w.width(), 803);
+        clickCell(w.fpAttach, 2, 1);
+        world->answers.box("Done!", QMessageBox::Information);
+        click(w.cmdSaveAssigned);
+        QCOMPARE(world->rows("SELECT fileLoco FROM songs"), QStringList{native(path)});
+    }
+
+    void setGridShowsATiedSongGreen() {
+        const QString id = addSong("Abide");
+        world->sql("UPDATE songs SET playlist = 'Current'");
+        SheetMusic& w = open();
+        save(w, "abide.stp", QMessageBox::Yes);
+        clickCell(w.fpAttach, 2, 1);
+        world->answers.box("Done!", QMessageBox::Information);
+        click(w.cmdSaveAssigned);
+        click(world->main().cmdSetList);
+        auto& set = frmSetList::instance();
+        set.txtSearch->setText("Abide");
+        click(set.cmdSearchTitle);
+        clickCell(set.fpSongList1, 2, 1);
+        clickCell(set.fpSet, 2, 4);
+        QCOMPARE(set.fpSet->GetText(2, 4), QStringLiteral("Abide"));
+        set.fpSet->Col(2);
+        set.fpSet->Row(4);
+        QCOMPARE(set.fpSet->BackColor(), SheetMusicGreen);
+        QVERIFY(!fileLocoOf(id).isEmpty());
+    }
+};
+
+LORVANITE_TEST(TestChartFiles)
+#include "test_chart_files.moc"

@@ -1,0 +1,370 @@
+// The chart's page: its rows, its commands and the mouse.
+#include "charts/chart_test.h"
+#include "platform/desktop.h"
+
+#include <QImage>
+#include <QMdiSubWindow>
+#include <QTabBar>
+
+namespace {
+
+constexpr int Width = 803;  // 12045 twips
+
+bool isSpanned(const SheetGrid* chart, int page, int row) {
+    return chart->spanAt(page, 20, row) == CellSpan{1, row, 37, 1};
+}
+
+HAlign alignOf(const SheetGrid* chart, int page, int row, int col = 1) {
+    return chart->formatAt(page, col, row).hAlign;
+}
+
+// How a row is told: "span centre", "cells left".
+QString roleOf(const SheetGrid* chart, int page, int row) {
+    QString role = isSpanned(chart, page, row) ? "span" : "cells";
+    for (const int col : {1, 19, 37}) {
+        if (isSpanned(chart, page, row) && col > 1) break;
+        const QString align =
+            alignOf(chart, page, row, col) == HAlign::Centre ? " centre" : " left";
+        if (!role.endsWith(align)) role += align;
+    }
+    return role;
+}
+
+// Drags a widget's inside from its place to another of its window.
+void drag(QWidget* handle, const QPoint& from, QWidget* window, const QPoint& to) {
+    const auto move = [handle](const QPoint& place, Qt::MouseButtons buttons) {
+        QMouseEvent event(QEvent::MouseMove, place, handle->mapToGlobal(place), Qt::NoButton,
+                          buttons, {});
+        QCoreApplication::sendEvent(handle, &event);
+    };
+    const QPoint end = handle->mapFrom(window, to);
+    move(from, Qt::NoButton);
+    QTest::mousePress(handle, Qt::LeftButton, {}, from);
+    move(end, Qt::LeftButton);
+    QTest::mouseRelease(handle, Qt::LeftButton, {}, end);
+    settle();
+}
+
+}  // namespace
+
+class TestChartPage : public ChartTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void windowOpensInTheMiddleWithOnePage() {
+        SheetMusic& w = open();
+        QCOMPARE(w.windowTitle(), QStringLiteral("SheetMusic"));
+        QCOMPARE(w.size(), QSize(803, 529));
+        QCOMPARE(w.parentWidget()->x(), (world->main().width() - w.parentWidget()->width()) / 2);
+        QCOMPARE(w.fpSong->SheetCount(), 1);
+        QCOMPARE(w.fpSong->height(), w.height() - 26);
+        QVERIFY(w.menuBar->height() <= w.fpSong->y());
+        QVERIFY(!isOnTop(w.frmAssign));
+        QVERIFY(!isOnTop(w.frmImport));
+        QVERIFY(w.pendingChord.isEmpty() && w.importMode.isEmpty());
+        QVERIFY(world->statements.isEmpty());
+    }
+
+    void rowsHaveTheirRoles_data() {
+        QTest::addColumn<bool>("added");
+        QTest::newRow("first page") << false;
+        QTest::newRow("added page") << true;
+    }
+    void rowsHaveTheirRoles() {
+        QFETCH(bool, added);
+        SheetMusic& w = open();
+        if (added) pick(w.mnuPage, w.mnuAddPage);
+        const int page = added ? 2 : 1;
+        QCOMPARE(w.fpSong->SheetCount(), page);
+        QCOMPARE(w.fpSong->ActiveSheet(), page);
+        QCOMPARE(w.fpSong->rowsOf(page), 42);
+        QCOMPARE(w.fpSong->colsOf(page), 37);
+        for (int row = 1; row <= 42; ++row) {
+            const bool text = row <= 3 || (row >= 6 && row % 2 == 0);
+            QString role = text ? "span centre" : "cells left";
+            if (row == 4 && added) role = "cells centre";  // as the page's default
+            if (row == 41) role = added ? "span left" : "span centre";
+            QVERIFY2(roleOf(w.fpSong, page, row) == role,
+                     qPrintable(QString("row %1 %2").arg(row).arg(roleOf(w.fpSong, page, row))));
+            const CellFormat format = w.fpSong->formatAt(page, 5, row);
+            QCOMPARE(format.fontName, QStringLiteral("Arial"));
+            QCOMPARE(format.fontSize, added ? 10.0 : 9.75);
+            QVERIFY(format.fontBold);
+            QCOMPARE(w.fpSong->heightOf(page, row), 14.88);
+        }
+        for (int col = 1; col <= 37; ++col) QCOMPARE(w.fpSong->widthOf(page, col), 2.5);
+        QVERIFY(!w.fpSong->ColHeadersShow() && !w.fpSong->RowHeadersShow());
+        QVERIFY(w.fpSong->AllowCellOverflow());
+        QCOMPARE(w.fpSong->TabStripPolicy(), TabStrip::AsNeeded);
+        QCOMPARE(world->main().SB->SimpleText(), QString());
+    }
+
+    void clickWithoutAWaitingChordChangesNothing() {
+        SheetMusic& w = open();
+        clickCell(w.fpSong, 4, 5);
+        QCOMPARE(w.fpSong->DataRowCnt(), 0);
+        w.pendingChord = "Am7";
+        clickCell(w.fpSong, 4, 5);
+        QCOMPARE(w.fpSong->GetText(4, 5), QStringLiteral("Am7"));
+        QVERIFY(w.pendingChord.isEmpty());
+        clickCell(w.fpSong, 6, 5);
+        clickCell(w.fpSong, 4, 5);
+        QCOMPARE(rowOf(w.fpSong, 1, 5), QStringList{"Am7"});
+    }
+
+    void chordDroppedOnALyricRowReplacesTheLine() {
+        SheetMusic& w = open();
+        type(w.fpSong, 1, 6, "Abide with me");
+        w.pendingChord = "D";
+        clickCell(w.fpSong, 9, 6);
+        QCOMPARE(w.fpSong->GetText(1, 6), QStringLiteral("D"));
+        QCOMPARE(rowOf(w.fpSong, 1, 6), QStringList{"D"});
+    }
+
+    void moveTakesAChordToTheNextClick() {
+        SheetMusic& w = open();
+        type(w.fpSong, 3, 7, "F#m");
+        clickCell(w.fpSong, 3, 7, Qt::RightButton);
+        QVERIFY(pickMenuItem(w.mnuMove, w.mnuSubMove));
+        QCOMPARE(w.pendingChord, QStringLiteral("F#m"));
+        QCOMPARE(w.fpSong->GetText(3, 7), QString());
+        clickCell(w.fpSong, 12, 9);
+        QCOMPARE(rowOf(w.fpSong, 1, 9), QStringList{"F#m"});
+        QCOMPARE(w.fpSong->GetText(12, 9), QStringLiteral("F#m"));
+    }
+
+    void moveOfAnEmptyCellDropsNothing() {
+        SheetMusic& w = open();
+        type(w.fpSong, 5, 5, "G");
+        w.pendingChord = "C";
+        clickCell(w.fpSong, 8, 5, Qt::RightButton);
+        QCOMPARE(w.fpSong->ActiveCol(), 8);
+        QCOMPARE(w.fpSong->ActiveRow(), 5);
+        QVERIFY(pickMenuItem(w.mnuMove, w.mnuSubMove));
+        QVERIFY(w.pendingChord.isEmpty());
+        clickCell(w.fpSong, 5, 5);
+        QCOMPARE(rowOf(w.fpSong, 1, 5), QStringList{"G"});
+    }
+
+    void moveOnALyricRowPicksUpTheWholeLine() {
+        SheetMusic& w = open();
+        type(w.fpSong, 1, 8, "Fast falls the eventide");
+        clickCell(w.fpSong, 20, 8, Qt::RightButton);
+        QVERIFY(pickMenuItem(w.mnuMove, w.mnuSubMove));
+        QCOMPARE(w.pendingChord, QStringLiteral("Fast falls the eventide"));
+        QVERIFY(rowOf(w.fpSong, 1, 8).isEmpty());
+        clickCell(w.fpSong, 30, 10);
+        QCOMPARE(lyricsOf(w.fpSong, 1), (QStringList{"", "", "Fast falls the eventide"}));
+    }
+
+    void newClearsThePageOnViewOnly() {
+        SheetMusic& w = open();
+        pick(w.mnuPage, w.mnuAddPage);
+        pick(w.mnuPage, w.mnuAddPage);
+        for (int page = 1; page <= 3; ++page) {
+            w.fpSong->ActiveSheet(page);
+            type(w.fpSong, 1, 1, QString("Page %1").arg(page));
+            type(w.fpSong, 7, 5, "C");
+        }
+        w.fpSong->ActiveSheet(2);
+        pick(w.mnuFile, w.mnuNew);
+        QCOMPARE(w.fpSong->SheetCount(), 3);
+        QCOMPARE(w.fpSong->ActiveSheet(), 2);
+        QCOMPARE(w.fpSong->DataRowCnt(), 0);
+        for (const int page : {1, 3}) {
+            QCOMPARE(w.fpSong->textAt(page, 1, 1), QString("Page %1").arg(page));
+            QCOMPARE(w.fpSong->textAt(page, 7, 5), QStringLiteral("C"));
+            QVERIFY(isSpanned(w.fpSong, page, 41));
+        }
+    }
+
+    void afterNewRow41IsInSeparateCells() {
+        SheetMusic& w = open();
+        QVERIFY(isSpanned(w.fpSong, 1, 41));
+        pick(w.mnuFile, w.mnuNew);
+        QCOMPARE(w.fpSong->MaxRows(), 42);
+        for (int row = 1; row <= 42; ++row) {
+            const bool text = row <= 3 || (row >= 6 && row % 2 == 0);
+            QCOMPARE(roleOf(w.fpSong, 1, row),
+                     text ? QStringLiteral("span centre") : QStringLiteral("cells left"));
+            QCOMPARE(w.fpSong->heightOf(1, row), 14.88);
+        }
+        // On an added page the chord rows come up as the page's default.
+        pick(w.mnuPage, w.mnuAddPage);
+        QVERIFY(isSpanned(w.fpSong, 2, 41));
+        pick(w.mnuFile, w.mnuNew);
+        QCOMPARE(roleOf(w.fpSong, 2, 41), QStringLiteral("cells centre"));
+        QCOMPARE(roleOf(w.fpSong, 2, 5), QStringLiteral("cells centre"));
+    }
+
+    void deletePageAsks() {
+        SheetMusic& w = open();
+        pick(w.mnuPage, w.mnuAddPage);
+        w.fpSong->SetText(1, 1, "second");
+        world->answers.question("Delete the selected page?", QMessageBox::No);
+        pick(w.mnuPage, w.mnuDelPage);
+        QCOMPARE(w.fpSong->SheetCount(), 2);
+        world->answers.question("Delete the selected page?", QMessageBox::Yes);
+        pick(w.mnuPage, w.mnuDelPage);
+        QCOMPARE(w.fpSong->SheetCount(), 1);
+        QCOMPARE(w.fpSong->GetText(1, 1), QString());
+        // Of the only page the grid decides: it stays.
+        type(w.fpSong, 1, 1, "first");
+        world->answers.question("Delete the selected page?", QMessageBox::Yes);
+        pick(w.mnuPage, w.mnuDelPage);
+        QCOMPARE(w.fpSong->SheetCount(), 1);
+        QCOMPARE(w.fpSong->GetText(1, 1), QStringLiteral("first"));
+    }
+
+    void tabsAreTheWayBetweenPages() {
+        SheetMusic& w = open();
+        auto* tabs = w.fpSong->findChild<QTabBar*>();
+        QVERIFY(tabs && !tabs->isVisible());
+        pick(w.mnuPage, w.mnuAddPage);
+        QVERIFY(tabs->isVisible());
+        QCOMPARE(tabs->count(), 2);
+        type(w.fpSong, 1, 1, "second");
+        QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(0).center());
+        settle();
+        QCOMPARE(w.fpSong->Sheet(), 1);
+        type(w.fpSong, 1, 1, "first");
+        QCOMPARE(w.fpSong->textAt(2, 1, 1), QStringLiteral("second"));
+        QCOMPARE(w.fpSong->textAt(1, 1, 1), QStringLiteral("first"));
+    }
+
+    void closeInTheMenuDoesNothing() {
+        SheetMusic& w = open();
+        type(w.fpSong, 1, 1, "Abide");
+        QVERIFY(w.mnuClose->isEnabled());
+        pick(w.mnuFile, w.mnuClose);
+        QVERIFY(SheetMusic::isLoaded());
+        QVERIFY(w.isVisible());
+        QCOMPARE(w.fpSong->GetText(1, 1), QStringLiteral("Abide"));
+    }
+
+    void captionsAreThoseOfTheMenus() {
+        SheetMusic& w = open();
+        const auto captions = [](const QMenu* menu) {
+            QStringList texts;
+            for (const QAction* item : menu->actions())
+                texts.append(item->isSeparator() ? QStringLiteral("-")
+                                                 : item->text().remove(QLatin1Char('&')));
+            return texts.join(QLatin1Char('|'));
+        };
+        QCOMPARE(captions(w.mnuFile),
+                 QStringLiteral("New|Open|Save|-|Attach To DB|Import|-|Close"));
+        QCOMPARE(captions(w.mnuPage), QStringLiteral("Add Page|Delete Page"));
+        QCOMPARE(captions(w.mnuSend),
+                 QStringLiteral("To Printer|To e-Mail|To Text File|-|To Lyric Sheet"));
+        QCOMPARE(captions(w.mnuView), QStringLiteral("Note Maker|Transpose"));
+        QCOMPARE(captions(&w.mnuMove), QStringLiteral("Move"));
+    }
+
+    void chordRunsOverEmptyCellsAndIsCutAtText() {
+        SheetMusic& w = open();
+        const auto inkOf = [&](int col) {
+            w.fpSong->SetActiveCell(1, 1);
+            settle();
+            QRect cell = w.fpSong->cellRect(col, 5);
+            const QImage image = w.fpSong->grab(cell.adjusted(1, 2, -2, -3)).toImage();
+            int dark = 0;
+            for (int y = 0; y < image.height(); ++y)
+                for (int x = 0; x < image.width(); ++x)
+                    if (qGray(image.pixel(x, y)) < 128) ++dark;
+            return dark;
+        };
+        w.fpSong->SetText(2, 5, "G#m7sus4add9");
+        QVERIFY(inkOf(2) > 0);
+        QVERIFY(inkOf(3) > 0);
+        QVERIFY(inkOf(4) > 0);
+        const int alone = inkOf(3);
+        w.fpSong->SetText(4, 5, "I");
+        QVERIFY(inkOf(4) < alone);  // a thin letter, and nothing of the long chord
+        QCOMPARE(inkOf(3), alone);
+        const int thin = inkOf(4);
+        w.fpSong->SetText(2, 5, "");
+        QCOMPARE(inkOf(4), thin);
+        QCOMPARE(inkOf(3), 0);
+    }
+
+    void sideOfTheWindowKeepsItsPlace() {
+        SheetMusic& w = open();
+        auto* frame = w.parentWidget();
+        const QSize before = frame->size();
+        frame->resize(before.width() + 150, before.height());
+        settle();
+        QCOMPARE(w.width(), Width);
+        QCOMPARE(frame->width(), before.width());
+        frame->resize(before.width() - 150, before.height());
+        settle();
+        QCOMPARE(w.width(), Width);
+        frame->showMaximized();
+        settle();
+        QCOMPARE(w.width(), Width);
+        frame->showNormal();
+        settle();
+        QCOMPARE(w.width(), Width);
+        QCOMPARE(w.fpSong->height(), w.height() - 26);
+    }
+
+    void bottomEdgeChangesTheHeightOfTheGrid() {
+        SheetMusic& w = open();
+        auto* frame = w.parentWidget();
+        const int before = w.height();
+        const QPoint edge(frame->width() / 2, frame->height() - 2);
+        drag(frame, edge, frame->parentWidget(),
+             frame->mapTo(frame->parentWidget(), edge) + QPoint(0, 60));
+        QCOMPARE(w.height(), before + 60);
+        QCOMPARE(w.fpSong->height(), w.height() - 26);
+        QCOMPARE(w.width(), Width);
+        frame->resize(frame->width(), 100);
+        settle();
+        QVERIFY(w.height() >= 300);
+        QCOMPARE(w.fpSong->height(), w.height() - 26);
+    }
+
+    void panelIsDroppedWithItsCentreUnderThePointer() {
+        SheetMusic& w = open();
+        pick(w.mnuView, w.mnuNoteMaker);
+        QVERIFY(w.picChord->isVisible());
+        const QPoint target = w.fpSong->pos() + QPoint(200, 210);
+        drag(w.picChord, QPoint(4, 4), &w, target);
+        QCOMPARE(w.picChord->pos(),
+                 target - QPoint(w.picChord->width() / 2, w.picChord->height() / 2));
+        // Beside the grid nothing takes it.
+        const QPoint there = w.picChord->pos();
+        drag(w.picChord, QPoint(4, 4), &w, QPoint(5, 300));
+        QCOMPARE(w.picChord->pos(), there);
+        // By its label as well, and it stays there while it is hidden.
+        drag(w.lblNoteMaker, QPoint(4, 4), &w, target + QPoint(100, 20));
+        const QPoint last = w.picChord->pos();
+        QCOMPARE(last, there + QPoint(100, 20));
+        click(w.Command17);
+        QVERIFY(!w.picChord->isVisible());
+        pick(w.mnuView, w.mnuNoteMaker);
+        QCOMPARE(w.picChord->pos(), last);
+    }
+
+    void contentIsLostWithTheWindow() {
+        SheetMusic& w = open();
+        type(w.fpSong, 1, 1, "Abide");
+        w.pendingChord = "C";
+        w.Unload();
+        settle();
+        QVERIFY(!SheetMusic::isLoaded());
+        SheetMusic& again = open();
+        QCOMPARE(again.fpSong->DataRowCnt(), 0);
+        QVERIFY(again.pendingChord.isEmpty());
+    }
+
+    void hundredPagesCanBeAdded() {
+        SheetMusic& w = open();
+        for (int i = 0; i < 99; ++i) w.addPage();
+        QCOMPARE(w.fpSong->SheetCount(), 100);
+        QCOMPARE(w.fpSong->ActiveSheet(), 100);
+        QVERIFY(isSpanned(w.fpSong, 100, 41));
+    }
+};
+
+LORVANITE_TEST(TestChartPage)
+#include "test_chart_page.moc"

@@ -1,0 +1,365 @@
+// The transpose window: its copy of the chart, its slider, its passes.
+#include "charts/chart_test.h"
+
+#include <QFile>
+
+namespace {
+
+QString keyStatement(const QString& name) {
+    return QStringLiteral("SELECT noteValue FROM transpose WHERE colName = '%1' [1]").arg(name);
+}
+
+QString changedBy(int steps) { return QStringLiteral("Changed By %1 Semi-Tones").arg(steps); }
+
+}  // namespace
+
+class TestTranspose : public ChartTest {
+    Q_OBJECT
+
+    // The transpose window over a chart with these chords in row 5, from column 1 on.
+    frmTranspose& openWith(const QStringList& chords) {
+        SheetMusic& w = open();
+        for (int i = 0; i < chords.size(); ++i) w.fpSong->SetText(i + 1, 5, chords[i]);
+        return openTranspose(w);
+    }
+
+    // Moves the slider by the arrow keys, a pass for each step.
+    static void step(frmTranspose& t, int steps) {
+        t.Slider1->setFocus();
+        for (int i = 0; i < qAbs(steps); ++i)
+            QTest::keyClick(t.Slider1, steps < 0 ? Qt::Key_Left : Qt::Key_Right);
+        settle();
+    }
+
+    // Moves the slider to a value at once, as a drag does that is reported once.
+    static void moveTo(frmTranspose& t, int value) {
+        t.Slider1->setSliderPosition(value);
+        settle();
+    }
+
+    static QString cell(frmTranspose& t, int col, int row = 5, int page = 1) {
+        return t.fpPreview->textAt(page, col, row);
+    }
+
+    void setRow(const QString& name, const QString& value) {
+        world->sql(QStringLiteral("UPDATE transpose SET noteValue = '%2' WHERE colName = '%1'")
+                       .arg(name, value));
+    }
+
+private Q_SLOTS:
+    void windowShowsACopyOfTheChart() {
+        SheetMusic& w = open();
+        w.fpSong->SetText(1, 1, "Abide");
+        w.fpSong->SetText(4, 5, "D");
+        w.addPage();
+        w.fpSong->SetText(1, 6, "second");
+        w.fpSong->ActiveSheet(1);
+        frmTranspose& t = openTranspose(w);
+        QVERIFY(t.isVisible());
+        QCOMPARE(t.windowTitle(), QStringLiteral("Transpose SheetMusic"));
+        QCOMPARE(world->statements, QStringList{keyStatement("rootnote")});
+        QCOMPARE(t.fpPreview->SheetCount(), 2);
+        QCOMPARE(t.fpPreview->ActiveSheet(), 1);
+        QCOMPARE(w.fpSong->ActiveSheet(), 2);  // the chart is left on its last page
+        for (int page = 1; page <= 2; ++page) {
+            QCOMPARE(t.fpPreview->colsOf(page), 37);
+            QCOMPARE(t.fpPreview->rowsOf(page), 42);
+            for (int row = 1; row <= 42; ++row) {
+                QCOMPARE(rowOf(t.fpPreview, page, row), rowOf(w.fpSong, page, row));
+                QCOMPARE(t.fpPreview->spanAt(page, 9, row), w.fpSong->spanAt(page, 9, row));
+                QCOMPARE(t.fpPreview->formatAt(page, 9, row), w.fpSong->formatAt(page, 9, row));
+                QCOMPARE(t.fpPreview->heightOf(page, row), 14.88);
+            }
+        }
+        QVERIFY(t.fpPreview->AllowCellOverflow() && t.fpPreview->isVisible());
+        QVERIFY(!t.fpPreview->ColHeadersShow() && !t.fpPreview->RowHeadersShow());
+        QCOMPARE(t.Slider1->value(), 0);
+        QCOMPARE(t.Slider1->minimum(), -12);
+        QCOMPARE(t.Slider1->maximum(), 12);
+        QCOMPARE(t.lblNumSteps->text(), QString());
+        QCOMPARE(t.Label2->text().remove('&'),
+                 QStringLiteral("Lower Key (By semi-tones or half steps.)"));
+        QCOMPARE(t.Label3->text().remove('&'),
+                 QStringLiteral("Raise Key (By semi-tones or half steps.)"));
+        QVERIFY(!isOnTop(t.frmAssign));
+    }
+
+    void sliderRunsAPassAndSaysBy() {
+        frmTranspose& t = openWith({"C", "Am7", "F/G"});
+        world->statements.clear();
+        moveTo(t, 3);
+        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"Eb", "Cm7", "Ab/Bb"}));
+        QCOMPARE(t.lblNumSteps->text(), changedBy(3));
+        QCOMPARE(world->statements, QStringList{keyStatement("p3")});  // read once a pass
+        QCOMPARE(SheetMusic::instance().fpSong->GetText(1, 5), QStringLiteral("C"));
+        moveTo(t, -3);
+        QCOMPARE(t.lblNumSteps->text(), QStringLiteral("Changed By -3 Semi-Tones"));
+        QCOMPARE(world->statements.last(), keyStatement("n3"));
+    }
+
+    void passesAddUp() {
+        frmTranspose& t = openWith({"C"});
+        moveTo(t, 2);
+        moveTo(t, 3);
+        QCOMPARE(cell(t, 1), QStringLiteral("F"));
+        QCOMPARE(t.lblNumSteps->text(), changedBy(3));
+        click(t.cmdReset);
+        step(t, 3);  // 1, 2 and 3 semi-tones
+        QCOMPARE(cell(t, 1), QStringLiteral("F#"));
+        QCOMPARE(t.lblNumSteps->text(), changedBy(3));
+    }
+
+    void positionZeroWritesTheRootNotesRaw() {
+        frmTranspose& t = openWith({"C#m", "D", "Ab/Db"});
+        moveTo(t, 5);
+        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"F#m", "G", "C#/F#"}));
+        world->statements.clear();
+        moveTo(t, 0);
+        QCOMPARE(world->statements, QStringList{keyStatement("rootnote")});
+        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"F#m", "G", "C#:Db/F#"}));
+        QCOMPARE(t.lblNumSteps->text(), changedBy(0));
+    }
+
+    void resetTakesAFreshCopyAndRunsNoPass() {
+        frmTranspose& t = openWith({"C", "G"});
+        moveTo(t, 4);
+        SheetMusic::instance().fpSong->SetText(3, 5, "D");
+        world->statements.clear();
+        click(t.cmdReset);
+        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"C", "G", "D"}));
+        QCOMPARE(t.lblNumSteps->text(), QString());
+        QCOMPARE(t.Slider1->value(), 0);
+        QVERIFY(world->statements.isEmpty());
+    }
+
+    void secondCallLeavesSliderAndLabel() {
+        frmTranspose& t = openWith({"C"});
+        moveTo(t, 2);
+        openTranspose(SheetMusic::instance());
+        QCOMPARE(cell(t, 1), QStringLiteral("C"));
+        QCOMPARE(t.Slider1->value(), 2);
+        QCOMPARE(t.lblNumSteps->text(), changedBy(2));
+        // The program's own writes run no pass.
+        world->statements.clear();
+        t.Slider1->setValue(7);
+        QVERIFY(world->statements.isEmpty());
+        QCOMPARE(cell(t, 1), QStringLiteral("C"));
+    }
+
+    void keyAtTheEndOfTheSliderRunsNoPass() {
+        frmTranspose& t = openWith({"C"});
+        moveTo(t, 12);
+        world->statements.clear();
+        step(t, 1);
+        QVERIFY(world->statements.isEmpty());
+    }
+
+    void pagesOfALongerChartStayInTheCopy() {
+        SheetMusic& w = open();
+        w.addPage();
+        w.fpSong->SetText(1, 6, "second");
+        frmTranspose& t = openTranspose(w);
+        world->answers.question("Delete the selected page?", QMessageBox::Yes);
+        pick(w.mnuPage, w.mnuDelPage);
+        QCOMPARE(w.fpSong->SheetCount(), 1);
+        openTranspose(w);
+        QCOMPARE(t.fpPreview->SheetCount(), 2);
+        QCOMPARE(lyricsOf(t.fpPreview, 2), QStringList{"second"});
+    }
+
+    void threePagesAreTransposedInOnePass() {
+        SheetMusic& w = open();
+        for (int page = 1; page <= 3; ++page) {
+            if (page > 1) w.addPage();
+            w.fpSong->SetText(page, 39, "G");
+        }
+        frmTranspose& t = openTranspose(w);
+        t.fpPreview->ActiveSheet(2);
+        world->statements.clear();
+        moveTo(t, 2);
+        for (int page = 1; page <= 3; ++page) QCOMPARE(cell(t, page, 39, page), QString("A"));
+        QCOMPARE(world->statements.size(), 1);
+        QCOMPARE(t.fpPreview->Sheet(), 2);
+        QCOMPARE(t.fpPreview->ActiveSheet(), 2);
+    }
+
+    void onlyChordRowsAreVisited() {
+        SheetMusic& w = open();
+        for (int row = 1; row <= 42; ++row) w.fpSong->SetText(1, row, "A");
+        frmTranspose& t = openTranspose(w);
+        moveTo(t, 2);
+        for (int row = 1; row <= 42; ++row) {
+            const bool chords = row >= 5 && row % 2 == 1;
+            QCOMPARE(cell(t, 1, row), chords ? QStringLiteral("B") : QStringLiteral("A"));
+        }
+        QCOMPARE(cell(t, 1, 41), QStringLiteral("B"));
+        QCOMPARE(cell(t, 1, 42), QStringLiteral("A"));
+    }
+
+    void cellsAreSplitAsTold_data() {
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<QString>("after");  // two semi-tones up
+        const QStringList pairs = {"G=A",           "Gsus4=Asus4",
+                                   "F#m7=Abm7",     "Bb=C",
+                                   "Bm=C#m",        "Dm7/C=Em7/D",
+                                   "D/F#=E/Ab",     "Ebmaj7/Bb=Fmaj7/C",
+                                   "Am7b5=Am7b5",   "Cmaj7#11=Cmaj7#11",
+                                   "am=am",         " C= C",
+                                   "Cb=Cb",         "Fb=Fb",
+                                   "E#=E#",         "B#=B#",
+                                   "Chorus=Dhorus", "H/C=H/C/D",
+                                   "C/H=D",         "C/=D",
+                                   "A/B/C=B/C#/C",  "7=7",
+                                   "C#=Eb",         "Db=Eb",
+                                   "N.C.=N.C.",     "/=/",
+                                   "/C=/C/D",       "b=b"};
+        for (const QString& pair : pairs) {
+            const QStringList sides = pair.split('=');
+            QTest::newRow(qPrintable("<" + sides[0] + ">")) << sides[0] << sides[1];
+        }
+    }
+    void cellsAreSplitAsTold() {
+        QFETCH(QString, before);
+        QFETCH(QString, after);
+        frmTranspose& t = openWith({before});
+        moveTo(t, 2);
+        QCOMPARE(cell(t, 1), after);
+    }
+
+    void firstEntryThatHoldsTheSignsWins() {
+        setRow("rootnote", "C,C#:Db,D,D#:Eb,E,F,F#,G,G#:Ab,A,Bb,B");
+        setRow("p1", "n0,n1,n2,n3,n4,n5,n6,n7,n8,n9,n10,n11");
+        frmTranspose& t = openWith({"D#", "Eb", "C#", "Db", "G#", "A#", "Gb"});
+        QCOMPARE(t.rootNotes[1], QStringLiteral("C#/Db"));
+        moveTo(t, 1);
+        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"n1", "n3", "n1", "n1", "n8", "n8", "n8"}));
+    }
+
+    void missingKeyRowEndsTheProgram() {
+        world->sql("DELETE FROM transpose WHERE colName = 'p4'");
+        frmTranspose& t = openWith({"C"});
+        world->answers.runTimeError(3021);
+        moveTo(t, 4);
+        QCOMPARE(world->endStatus, 1);
+        QCOMPARE(cell(t, 1), QStringLiteral("C"));
+    }
+
+    void shortKeyRowEndsTheProgramAtTheMissingNote() {
+        setRow("p1", "C#,D,Eb");
+        frmTranspose& t = openWith({"C", "D", "E", "C"});
+        world->answers.runTimeError(9);
+        moveTo(t, 1);
+        QCOMPARE(world->endStatus, 1);
+        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"C#", "Eb", "E", "C"}));
+    }
+
+    void shortKeyRowHarmsNoOtherNote() {
+        setRow("p1", "C#,D,Eb");
+        frmTranspose& t = openWith({"C", "C#", "D", "word"});
+        moveTo(t, 1);
+        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"C#", "D", "Eb", "word"}));
+    }
+
+    void thirteenRootNotesEndTheProgram() {
+        setRow("rootnote", "C,C#:Db,D,Eb,E,F,F#,G,G#:Ab,A,Bb,B,C");
+        SheetMusic& w = open();
+        world->answers.runTimeError(9);
+        pick(w.mnuView, w.mnuTranspose);
+        QCOMPARE(world->endStatus, 1);
+    }
+
+    void fewerRootNotesLeaveTheOtherCells() {
+        setRow("rootnote", "C,C#:Db,D");
+        frmTranspose& t = openWith({"C", "D", "E", "Bb"});
+        moveTo(t, 1);
+        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"C#", "Eb", "E", "Bb"}));
+    }
+
+    void missingRootRowEndsTheProgram() {
+        world->sql("DELETE FROM transpose WHERE colName = 'rootnote'");
+        SheetMusic& w = open();
+        world->answers.runTimeError(3021);
+        pick(w.mnuView, w.mnuTranspose);
+        QCOMPARE(world->endStatus, 1);
+    }
+
+    void chartWithoutCellsIsToldAndNotShown() {
+        SheetMusic& w = open();
+        w.fpSong->MaxRows(0);
+        world->answers.box("save to buffer failed");
+        pick(w.mnuView, w.mnuTranspose);
+        QVERIFY(frmTranspose::isLoaded());
+        QVERIFY(!frmTranspose::instance().isVisible());
+        frmTranspose::instance().Unload();
+    }
+
+    void copyIsSavedAsAnotherChartAndTied() {
+        world->sql("INSERT INTO songs (title, fileLoco) VALUES ('Abide', 'old.stp')");
+        SheetMusic& w = open();
+        w.fpSong->SetText(1, 1, "Abide");
+        w.fpSong->SetText(2, 5, "D/F#");
+        w.addPage();
+        frmTranspose& t = openTranspose(w);
+        moveTo(t, 3);
+        const QString path = world->path("sheetmusic/abide in F.stp");
+        world->answers.file(path);
+        world->answers.question("Would you like to associate this music to a song in the database?",
+                                QMessageBox::Yes);
+        click(t.cmdSaveSetList);
+        QVERIFY(world->answers.fileDialogs().at(0).saves);
+        QVERIFY(isOnTop(t.frmAssign));
+        QCOMPARE(t.lblAssign->text(), "Song Location: " + QDir::toNativeSeparators(path));
+        QCOMPARE(columnOf(t.fpAttach, 2), QStringList{"Abide"});
+        // The list and the close button carry no command here.
+        clickCell(t.fpAttach, 2, 1);
+        QCOMPARE(t.lblAssignSong->text(), QString());
+        click(t.cmdCloseAssign);
+        QVERIFY(isOnTop(t.frmAssign));
+        world->answers.box("Done!", QMessageBox::Information);
+        click(t.cmdSaveAssigned);
+        QCOMPARE(world->rows("SELECT fileLoco FROM songs"),
+                 QStringList{QDir::toNativeSeparators(path)});
+        world->answers.file(path);
+        pick(w.mnuFile, w.mnuOpen);
+        QCOMPARE(w.fpSong->SheetCount(), 2);
+        QCOMPARE(w.fpSong->textAt(1, 2, 5), QStringLiteral("F/A"));
+        QCOMPARE(w.fpSong->textAt(1, 1, 1), QStringLiteral("Abide"));
+    }
+
+    void withoutASongSaveAssignedAsksHereToo() {
+        frmTranspose& t = openWith({"C"});
+        world->answers.file(world->path("sheetmusic/c.stp"));
+        world->answers.question("Would you like to associate this music to a song in the database?",
+                                QMessageBox::Yes);
+        click(t.cmdSaveSetList);
+        world->answers.box("Please select a song title to assign this file to.",
+                           QMessageBox::Information);
+        click(t.cmdSaveAssigned);
+    }
+
+    void whatGoesOutComesLater() {
+        frmTranspose& t = openWith({"C"});
+        for (const QPushButton* button : {t.cmdExportText, t.cmdEmailSet, t.Command3})
+            QVERIFY(!button->isEnabled());
+    }
+
+    void mouseMovesTheSlider() {
+        frmTranspose& t = openWith({"C"});
+        world->statements.clear();
+        // The handle, from the middle to the right end in one move.
+        const QPoint middle = t.Slider1->rect().center() - QPoint(0, 4);
+        const QPoint end = middle + QPoint(t.Slider1->width() / 2, 0);
+        QTest::mousePress(t.Slider1, Qt::LeftButton, {}, middle);
+        QMouseEvent move(QEvent::MouseMove, end, t.Slider1->mapToGlobal(end), Qt::NoButton,
+                         Qt::LeftButton, {});
+        QCoreApplication::sendEvent(t.Slider1, &move);
+        QTest::mouseRelease(t.Slider1, Qt::LeftButton, {}, end);
+        settle();
+        QCOMPARE(world->statements.size(), 1);
+        QCOMPARE(t.Slider1->value(), 12);
+        QCOMPARE(t.lblNumSteps->text(), changedBy(12));
+    }
+};
+
+LORVANITE_TEST(TestTranspose)
+#include "test_transpose.moc"

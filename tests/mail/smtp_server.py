@@ -1,0 +1,227 @@
+"""An SMTP server for the tests: smtp_server.py FOLDER SETTINGS(JSON).
+
+Prints "port N" once it listens. Each letter it takes is parsed and written into FOLDER as
+letter-N.json, its parts beside it; each command that it hears is a line of said.txt.
+
+SETTINGS, all of them optional:
+  certificate, key  files; with them STARTTLS is offered, or with "smtps" spoken from the start
+  smtps             true: TLS from the start
+  login             [user, password]; without it nobody gets in
+  answers           {"MAIL": "421 ...", "RCPT": {"a@b": "550 ..."}, "DATA": "552 ..."}
+  wait              seconds before the letter is answered
+  fault             what it does wrong, see Faulty
+"""
+
+import asyncio
+import base64
+import email
+import email.policy
+import json
+import logging
+import pathlib
+import ssl
+import sys
+import warnings
+
+from aiosmtpd.smtp import SMTP, AuthResult
+
+# Logins without TLS and refused certificates are what is tested here.
+warnings.simplefilter("ignore")
+logging.disable(logging.CRITICAL)
+
+folder = pathlib.Path(sys.argv[1])
+settings = json.loads(sys.argv[2])
+
+
+def note(line):
+    with open(folder / "said.txt", "a", encoding="utf-8") as file:
+        file.write(line + "\n")
+
+
+def keep(sender, recipients, content, login=None):
+    number = len(list(folder.glob("letter-*.json"))) + 1
+    letter = email.message_from_bytes(content, policy=email.policy.default)
+    parts = []
+    for index, part in enumerate(letter.walk()):
+        entry = {
+            "type": part.get_content_type(),
+            "charset": part.get_content_charset() or "",
+            "name": part.get_filename() or "",
+            "disposition": part.get_content_disposition() or "",
+        }
+        if not part.is_multipart():
+            path = folder / f"letter-{number}-part-{index}"
+            path.write_bytes(part.get_payload(decode=True))
+            entry["content"] = str(path)
+        parts.append(entry)
+    record = {
+        "sender": sender,
+        "recipients": recipients,
+        "login": login,
+        "headers": [[name, str(value)] for name, value in letter.items()],
+        "to": [[box.display_name, box.addr_spec] for box in letter["To"].addresses],
+        "from": [[box.display_name, box.addr_spec] for box in letter["From"].addresses],
+        "longest": max(len(line) for line in content.split(b"\r\n")),
+        "defects": [str(defect) for part in letter.walk() for defect in part.defects],
+        "parts": parts,
+    }
+    (folder / f"letter-{number}-raw").write_bytes(content)
+    (folder / f"letter-{number}.json").write_text(json.dumps(record), encoding="utf-8")
+
+
+class Handler:
+    async def handle_MAIL(self, server, session, envelope, address, options):
+        note(f"MAIL {address}")
+        answer = settings.get("answers", {}).get("MAIL")
+        if answer:
+            return answer
+        envelope.mail_from = address
+        return "250 OK"
+
+    async def handle_RCPT(self, server, session, envelope, address, options):
+        note(f"RCPT {address}")
+        answer = settings.get("answers", {}).get("RCPT", {}).get(address)
+        if answer:
+            return answer
+        envelope.rcpt_tos.append(address)
+        return "250 OK"
+
+    async def handle_DATA(self, server, session, envelope):
+        note("DATA")
+        await asyncio.sleep(settings.get("wait", 0))
+        answer = settings.get("answers", {}).get("DATA")
+        if answer:
+            return answer
+        login = session.auth_data.decode() if session.auth_data else None
+        keep(envelope.mail_from, envelope.rcpt_tos, envelope.content, login)
+        return "250 Taken"
+
+
+def authenticate(server, session, envelope, mechanism, data):
+    wanted = [part.encode() for part in settings["login"]]
+    good = [data.login, data.password] == wanted
+    note(f"AUTH {mechanism} {'TLS' if session.ssl else 'plain'} {'good' if good else 'bad'}")
+    return AuthResult(success=good, handled=False, auth_data=data.login)
+
+
+class Faulty:
+    """A server by hand, with one fault.
+
+    silent            takes the connection and says nothing
+    greets: TEXT      greets with TEXT and closes
+    no login          offers no login, and takes any letter
+    echo              answers a login with the user's password
+    closes in data    closes in the middle of the letter
+    stalls in data    stops reading in the middle of the letter
+    closes after data reads the whole letter and closes without an answer
+    silent after data reads the whole letter and does not answer
+    """
+
+    def __init__(self, fault):
+        self.fault = fault
+
+    async def __call__(self, reader, writer):
+        try:
+            await self.talk(reader, writer)
+        except (ConnectionError, asyncio.IncompleteReadError):
+            note("cut off")
+        finally:
+            writer.close()
+
+    async def talk(self, reader, writer):
+        async def say(line):
+            writer.write(line.encode() + b"\r\n")
+            await writer.drain()
+
+        if self.fault == "silent":
+            await reader.read()
+            return
+        if self.fault.startswith("greets: "):
+            await say(self.fault[8:])
+            return
+        await say("220 here")
+        recipients = []
+        while True:
+            line = (await reader.readuntil(b"\r\n")).decode().rstrip()
+            note(line)
+            word = line.split(" ")[0].upper()
+            if word == "EHLO":
+                await say("250-here")
+                await say("250 AUTH PLAIN" if self.fault == "echo" else "250 8BITMIME")
+            elif word == "AUTH":
+                secret = line.split(" ")[2] if line.count(" ") > 1 else None
+                if secret is None:
+                    await say("334 ")
+                    secret = (await reader.readuntil(b"\r\n")).decode().rstrip()
+                password = base64.b64decode(secret).split(b"\0")[2].decode()
+                await say(f"535 no one has the password {password} ({secret})")
+            elif word == "RCPT":
+                recipients.append(line[9:-1])
+                await say("250 OK")
+            elif word == "DATA":
+                await say("354 go on")
+                await self.take(reader, writer, recipients)
+                return
+            elif word == "QUIT":
+                await say("221 bye")
+                return
+            else:
+                await say("250 OK")
+
+    async def take(self, reader, writer, recipients):
+        if self.fault == "closes in data":
+            await reader.read(1000)
+            writer.transport.abort()
+        elif self.fault == "stalls in data":
+            content = await reader.read(1000)
+            note("stalls")
+            await asyncio.sleep(settings.get("wait", 0))
+            content += await reader.read()
+            note("whole" if content.endswith(b"\r\n.\r\n") else "cut off")
+        else:
+            content = b""
+            while not content.endswith(b"\r\n.\r\n"):
+                piece = await reader.read(65536)
+                if not piece:
+                    note("cut off")
+                    return
+                content += piece
+            note("whole")
+            if self.fault == "silent after data":
+                await reader.read()
+            elif self.fault == "no login":
+                keep("", recipients, content[:-3])
+                writer.write(b"250 Taken\r\n")
+                await writer.drain()
+
+
+async def main():
+    context = None
+    if "certificate" in settings:
+        context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+        context.load_cert_chain(settings["certificate"], settings["key"])
+    smtps = settings.get("smtps", False)
+
+    def smtp():
+        return SMTP(
+            Handler(),
+            hostname="here",
+            data_size_limit=200_000_000,
+            enable_SMTPUTF8=True,
+            tls_context=None if smtps else context,
+            authenticator=authenticate if "login" in settings else None,
+            auth_required="login" in settings,
+            auth_require_tls=False,
+        )
+
+    tls = {"ssl": context} if smtps else {}
+    if "fault" in settings:
+        server = await asyncio.start_server(Faulty(settings["fault"]), "127.0.0.1", 0, **tls)
+    else:
+        loop = asyncio.get_running_loop()
+        server = await loop.create_server(smtp, "127.0.0.1", 0, **tls)
+    print("port", server.sockets[0].getsockname()[1], flush=True)
+    await asyncio.Event().wait()
+
+
+asyncio.run(main())

@@ -1,0 +1,333 @@
+#include "mail/mail_hands.h"
+#include "support/registry.h"
+
+#include <QFile>
+#include <QJsonArray>
+
+namespace {
+
+const QString User = QStringLiteral("zoë");
+const QString Password = QStringLiteral("pässword one");
+
+QJsonObject withLogin(QJsonObject settings = {}) {
+    settings[QStringLiteral("login")] = QJsonArray{User, Password};
+    return settings;
+}
+
+}  // namespace
+
+class TestMailLogin : public MailTest {
+    Q_OBJECT
+
+    Certificate m_certificate;
+
+    frmEmail& openWithLogin(const QString& server) {
+        frmEmail& mail = openLetter(server);
+        click(mail.cmdConfig);
+        click(mail.optAuthentication);
+        mail.txtUserName->setText(User);
+        mail.txtPassword->setText(Password);
+        click(mail.cmdCloseConfig);
+        return mail;
+    }
+
+    frmEmail& openWithPopLogin(const QString& server, const QString& popServer) {
+        frmEmail& mail = openLetter(server);
+        click(mail.cmdConfig);
+        click(mail.optPOPauthentication);
+        mail.txtPopServer->setText(popServer);
+        mail.txtUserName->setText(User);
+        mail.txtPassword->setText(Password);
+        return mail;
+    }
+
+    void trustCertificate() {
+        writeLibrarySettings({{QStringLiteral("CAFile"), m_certificate.file()},
+                              {QStringLiteral("Timeout"), QStringLiteral("10")}});
+    }
+
+    QString pref(const QString& name) {
+        return world
+            ->rows(QStringLiteral("SELECT var_value FROM prefs WHERE var_name = '%1'").arg(name))
+            .value(0);
+    }
+
+    // No status line and no failure holds the password in any form.
+    void verifyHidden(const frmEmail& mail) {
+        QStringList texts{failure()};
+        for (int i = 0; i < mail.lstStatus->count(); ++i) texts += mail.lstStatus->item(i)->text();
+        const QByteArray plain = QByteArray(1, '\0') + User.toUtf8() + '\0' + Password.toUtf8();
+        for (const QString& text : texts)
+            for (const QByteArray& secret :
+                 {Password.toUtf8(), Password.toUtf8().toBase64(), plain.toBase64()})
+                QVERIFY2(!text.contains(QString::fromUtf8(secret)), qPrintable(text));
+    }
+
+private Q_SLOTS:
+    void init() {
+        world = std::make_unique<World>();
+        addPerson(QStringLiteral("Ann"), QStringLiteral("Abel"), QStringLiteral("ann@example.org"));
+    }
+
+    void loginOverStartTls() {
+        trustCertificate();
+        MailServer server(withLogin(m_certificate.settings()));
+        frmEmail& mail = openWithLogin(server.address(QStringLiteral("localhost")));
+        expectSuccess();
+        click(mail.cmdSend);
+        QCOMPARE(server.letter(1)[QStringLiteral("login")].toString(), User);
+        QCOMPARE(server.said().filter(QStringLiteral("AUTH")),
+                 QStringList{QStringLiteral("AUTH PLAIN TLS good")});
+        QVERIFY(
+            !mail.lstStatus->findItems(QStringLiteral("> STARTTLS"), Qt::MatchExactly).isEmpty());
+        verifyHidden(mail);
+    }
+
+    void startTlsIsUsedWithoutALoginToo() {
+        trustCertificate();
+        MailServer server(m_certificate.settings());
+        frmEmail& mail = openLetter(server.address());
+        expectSuccess();
+        click(mail.cmdSend);
+        QVERIFY(
+            !mail.lstStatus->findItems(QStringLiteral("> STARTTLS"), Qt::MatchExactly).isEmpty());
+        QCOMPARE(server.letters(), 1);
+    }
+
+    void tlsFromTheStart() {
+        trustCertificate();
+        QJsonObject settings = withLogin(m_certificate.settings());
+        settings[QStringLiteral("smtps")] = true;
+        MailServer server(settings);
+        frmEmail& mail = openWithLogin(server.address(QStringLiteral("smtps://localhost")));
+        expectSuccess();
+        click(mail.cmdSend);
+        QCOMPARE(server.letters(), 1);
+        QCOMPARE(mail.txtServer->text(), server.address(QStringLiteral("smtps://localhost")));
+        verifyHidden(mail);
+    }
+
+    void anUntrustedCertificateIsRefused() {
+        MailServer server(withLogin(m_certificate.settings()));
+        frmEmail& mail = openWithLogin(server.address(QStringLiteral("localhost")));
+        expectFailure();
+        click(mail.cmdSend);
+        QVERIFY2(failure().contains(QStringLiteral("is not trusted")), qPrintable(failure()));
+        QVERIFY(server.said().isEmpty());
+        // Trusted once, it is looked at anew in the next send.
+        trustCertificate();
+        expectSuccess();
+        click(mail.cmdSend);
+        QVERIFY(QFile::remove(world->path(QStringLiteral("config/mail.ini"))));
+        expectFailure();
+        click(mail.cmdSend);
+        QCOMPARE(server.letters(), 1);
+    }
+
+    void aCertificateOfAnotherNameIsRefused() {
+        trustCertificate();
+        MailServer server(m_certificate.settings());
+        frmEmail& mail = openLetter(server.address(QStringLiteral("127.0.0.2")));
+        expectFailure();
+        click(mail.cmdSend);
+        QVERIFY2(!failure().isEmpty() && server.letters() == 0, qPrintable(failure()));
+    }
+
+    void aWrongPasswordIsToldAndHidden() {
+        MailServer server(withLogin());
+        frmEmail& mail = openWithLogin(server.address());
+        mail.txtPassword->setText(QStringLiteral("wrong"));
+        expectFailure();
+        click(mail.cmdSend);
+        QVERIFY2(failure().contains(QStringLiteral("refused the login")), qPrintable(failure()));
+        QCOMPARE(server.letters(), 0);
+        QVERIFY(mail.lstStatus->findItems(QStringLiteral("wrong"), Qt::MatchContains).isEmpty());
+    }
+
+    void aServerThatEchoesThePasswordShowsNone() {
+        MailServer server({{QStringLiteral("fault"), QStringLiteral("echo")}});
+        frmEmail& mail = openWithLogin(server.address());
+        expectFailure();
+        click(mail.cmdSend);
+        QVERIFY2(failure().contains(QStringLiteral("535 no one has the password *** (***)")),
+                 qPrintable(failure()));
+        verifyHidden(mail);
+    }
+
+    void aServerWithoutLoginGetsNoLetter() {
+        MailServer server({{QStringLiteral("fault"), QStringLiteral("no login")}});
+        frmEmail& mail = openWithLogin(server.address());
+        expectFailure();
+        click(mail.cmdSend);
+        QVERIFY2(failure().contains(QStringLiteral("offers no login")), qPrintable(failure()));
+        QCOMPARE(server.letters(), 0);
+        QVERIFY(server.said().filter(QStringLiteral("MAIL")).isEmpty());
+        // Without the login the same server takes it.
+        click(mail.cmdConfig);
+        click(mail.optAuthentication);
+        expectSuccess();
+        click(mail.cmdSend);
+        QCOMPARE(server.letters(), 1);
+    }
+
+    void noPasswordGoesOverAnOpenWire() {
+        // Not the loopback's usual name, so it counts as a wire that others may listen to.
+        const QString elsewhere = QStringLiteral("127.1");
+        MailServer server(withLogin());
+        frmEmail& mail = openWithLogin(server.address(elsewhere));
+        expectFailure();
+        click(mail.cmdSend);
+        QVERIFY2(failure().contains(QStringLiteral("the password is not sent without one")),
+                 qPrintable(failure()));
+        QVERIFY(server.said().isEmpty());
+        MailServer pop({{QStringLiteral("login"), QJsonArray{User, Password}}},
+                       QStringLiteral("pop3_server.py"));
+        click(mail.cmdConfig);
+        click(mail.optAuthentication);
+        click(mail.optPOPauthentication);
+        mail.txtPopServer->setText(pop.address(elsewhere));
+        expectFailure();
+        click(mail.cmdSend);
+        QVERIFY2(failure().contains(QStringLiteral("the password is not sent without one")),
+                 qPrintable(failure()));
+        QVERIFY(pop.said().isEmpty());
+        QVERIFY(server.said().isEmpty());
+    }
+
+    void popLoginComesFirst() {
+        MailServer pop({{QStringLiteral("login"), QJsonArray{User, Password}}},
+                       QStringLiteral("pop3_server.py"));
+        MailServer server({});
+        frmEmail& mail = openWithPopLogin(server.address(), pop.address());
+        expectSuccess();
+        click(mail.cmdSend);
+        QCOMPARE(pop.said(), (QStringList{QStringLiteral("USER ") + User,
+                                          QStringLiteral("PASS good"), QStringLiteral("NOOP")}));
+        QCOMPARE(server.letters(), 1);
+        verifyHidden(mail);
+        // The lines of both talks, in their order.
+        QStringList lines;
+        for (int i = 0; i < mail.lstStatus->count(); ++i) lines += mail.lstStatus->item(i)->text();
+        QVERIFY(lines.contains(QStringLiteral("> PASS ***")));
+        QVERIFY(lines.indexOf(QStringLiteral("> PASS ***")) <
+                lines.indexOf(QStringLiteral("> DATA")));
+    }
+
+    void aRefusedPopLoginSendsNothing() {
+        MailServer pop({{QStringLiteral("login"), QJsonArray{User, QStringLiteral("other")}}},
+                       QStringLiteral("pop3_server.py"));
+        MailServer server({});
+        frmEmail& mail = openWithPopLogin(server.address(), pop.address());
+        expectFailure();
+        click(mail.cmdSend);
+        QVERIFY2(failure().contains(QStringLiteral("refused the login: -ERR no such login")),
+                 qPrintable(failure()));
+        QVERIFY(server.said().isEmpty());
+        verifyHidden(mail);
+    }
+
+    void aLoginWithoutANameIsNotTried() {
+        MailServer server(withLogin());
+        frmEmail& mail = openWithLogin(server.address());
+        mail.txtUserName->clear();
+        expectFailure();
+        click(mail.cmdSend);
+        QVERIFY2(failure().contains(QStringLiteral("needs a user name")), qPrintable(failure()));
+        QVERIFY(server.said().isEmpty());
+    }
+
+    void theBoxesStoreTheirComingState() {
+        frmEmail& mail = openMail();
+        click(mail.cmdConfig);
+        QVERIFY(mail.frmConfig->isVisible());
+        world->statements.clear();
+        for (const QString& state : {QStringLiteral("true"), QStringLiteral("false")}) {
+            click(mail.optAuthentication);
+            QCOMPARE(pref(QStringLiteral("SMTPauthentication")), state);
+            QCOMPARE(mail.optAuthentication->isChecked(), state == QLatin1String("true"));
+            mail.optPOPauthentication->setFocus();
+            QTest::keyClick(mail.optPOPauthentication, Qt::Key_Space);
+            QCOMPARE(pref(QStringLiteral("POPauthentication")), state);
+            QCOMPARE(mail.optPOPauthentication->isChecked(), state == QLatin1String("true"));
+        }
+        QCOMPARE(
+            world->statements,
+            (QStringList{QStringLiteral("UPDATE prefs SET var_value = 'true' WHERE var_name = "
+                                        "'SMTPauthentication' [3]"),
+                         QStringLiteral("UPDATE prefs SET var_value  = 'true' WHERE var_name = "
+                                        "'POPauthentication' [3]"),
+                         QStringLiteral("UPDATE prefs SET var_value = 'false' WHERE var_name = "
+                                        "'SMTPauthentication' [3]"),
+                         QStringLiteral("UPDATE prefs SET var_value  = 'false' WHERE var_name = "
+                                        "'POPauthentication' [3]")}));
+        click(mail.cmdConfig);
+        QVERIFY(mail.frmConfig->isHidden());
+    }
+
+    void configTellsTheLibraryTheBoxes() {
+        frmEmail& mail = openMail();
+        click(mail.cmdConfig);
+        click(mail.optAuthentication);
+        QVERIFY(!mail.poSendMail.UseAuthentication);
+        click(mail.cmdCloseConfig);
+        QVERIFY(mail.frmConfig->isHidden());
+        QVERIFY(mail.poSendMail.UseAuthentication);
+        QVERIFY(!mail.poSendMail.UsePopAuthentication);
+    }
+
+    void thePasswordIsRememberedAndForgotten() {
+        frmEmail& mail = openMail();
+        click(mail.cmdConfig);
+        mail.txtPassword->setText(Password);
+        world->statements.clear();
+        click(mail.chkPassword);
+        QVERIFY(mail.chkPassword->isChecked());
+        QCOMPARE(pref(QStringLiteral("EmailPassRemember")), QStringLiteral("true"));
+        QCOMPARE(pref(QStringLiteral("EmailPassword")), Password);
+        QCOMPARE(world->statements.size(), 2);
+        world->stop();
+        frmEmail& again = openMail();
+        QVERIFY(again.chkPassword->isChecked());
+        QCOMPARE(again.txtPassword->text(), Password);
+        QCOMPARE(again.txtPassword->echoMode(), QLineEdit::Password);
+        click(again.cmdConfig);
+        click(again.chkPassword);
+        QVERIFY(!again.chkPassword->isChecked());
+        QCOMPARE(pref(QStringLiteral("EmailPassRemember")), QStringLiteral("false"));
+        // The password stays in its row, and is not read.
+        QCOMPARE(pref(QStringLiteral("EmailPassword")), Password);
+        world->stop();
+        QCOMPARE(openMail().txtPassword->text(), QString());
+    }
+
+    void rememberingAnEmptyPasswordIsToldAndTicksAllTheSame() {
+        frmEmail& mail = openMail();
+        click(mail.cmdConfig);
+        const QStringList before = world->rows(QStringLiteral("SELECT * FROM prefs"));
+        world->answers.box(QStringLiteral("Please provide the password to remember."),
+                           QMessageBox::Critical);
+        click(mail.chkPassword);
+        QVERIFY(mail.chkPassword->isChecked());
+        QCOMPARE(world->rows(QStringLiteral("SELECT * FROM prefs")), before);
+        // The next click unticks it.
+        click(mail.chkPassword);
+        QVERIFY(!mail.chkPassword->isChecked());
+        world->answers.box(QStringLiteral("Please provide the password to remember."),
+                           QMessageBox::Critical);
+        mail.chkPassword->setFocus();
+        QTest::keyClick(mail.chkPassword, Qt::Key_Space);
+        QVERIFY(mail.chkPassword->isChecked());
+    }
+
+    void aPasswordWithAnApostropheEndsTheProgram() {
+        frmEmail& mail = openMail();
+        click(mail.cmdConfig);
+        mail.txtPassword->setText(QStringLiteral("it's"));
+        world->answers.runTimeError(-2147217900);
+        click(mail.chkPassword);
+        QCOMPARE(world->endStatus, 1);
+    }
+};
+
+LORVANITE_TEST(TestMailLogin)
+#include "test_mail_login.moc"

@@ -1,0 +1,147 @@
+#include "mail/mail_hand_over.h"
+#include "mail/mail_hands.h"
+#include "support/registry.h"
+
+#include <QFile>
+
+namespace {
+
+// What a grid's export looks like, as far as the note cares.
+const QByteArray Exported =
+    "<!DOCTYPE html>\r\n<HTML><HEAD></HEAD><BODY>\r\n<TABLE BORDER=0>\r\n<TR><TD>Ü 10/05/03"
+    "</TD></TR>\r\n</TABLE>\r\n</BODY></HTML>\r\n";
+
+}  // namespace
+
+class TestMailNote : public MailTest {
+    Q_OBJECT
+
+    QByteArray staged() const {
+        QFile file(world->path(QStringLiteral("config/email.html")));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    frmEmail& handOver() {
+        if (!world->isRunning()) world->start();
+        write(QStringLiteral("config/email.html"), Exported);
+        handOverStagedMail();
+        settle();
+        return frmEmail::instance();
+    }
+
+    QString joined() const { return QString::fromUtf8(Exported).remove(QStringLiteral("\r\n")); }
+
+private Q_SLOTS:
+    void aHandOverShowsTheBodyAndTheNoteButton() {
+        world->start();
+        QVERIFY(!frmEmail::isLoaded());
+        frmEmail& mail = handOver();
+        QVERIFY(mail.isVisible());
+        QVERIFY(mail.cmdAddNote->isVisible());
+        QCOMPARE(mail.txtMsg->toPlainText(), joined());
+        QVERIFY(!(mail.txtMsg->focusPolicy() & Qt::TabFocus));
+        QCOMPARE(mailStagingFile(), world->folder() + QStringLiteral("\\config\\email.html"));
+    }
+
+    void aHandOverMayLeaveTheNoteButtonAsItWas() {
+        world->start();
+        handOverMail(QStringLiteral("<HTML>two pages</HTML>"), NoteButton::AsItWas);
+        QVERIFY(frmEmail::instance().isVisible());
+        QVERIFY(frmEmail::instance().cmdAddNote->isHidden());
+        handOverMail(QStringLiteral("<HTML>one page</HTML>"));
+        handOverMail(QStringLiteral("<HTML>two pages</HTML>"), NoteButton::AsItWas);
+        QVERIFY(frmEmail::instance().cmdAddNote->isVisible());
+    }
+
+    void theSecondHandOverReplacesTheFirst() {
+        handOver();
+        write(QStringLiteral("config/email.html"), "<HTML>second</HTML>\n");
+        handOverStagedMail();
+        QCOMPARE(frmEmail::instance().txtMsg->toPlainText(), QStringLiteral("<HTML>second</HTML>"));
+    }
+
+    void aNoteOfTwoLinesGetsABreakBetweenThem() {
+        frmEmail& mail = handOver();
+        click(mail.cmdAddNote);
+        QVERIFY(mail.frmNote->isVisible());
+        QTest::keyClicks(mail.txtNote, QStringLiteral("Please come early"));
+        QTest::keyClick(mail.txtNote, Qt::Key_Return);
+        QTest::keyClicks(mail.txtNote, QStringLiteral("and bring tea"));
+        click(mail.cmdAttachNote);
+        QVERIFY(mail.frmNote->isHidden());
+        const QString note = QStringLiteral("Please come early<BR>and bring tea");
+        QCOMPARE(mail.txtNote->toPlainText(), note);
+        const QString table = QStringLiteral("<TABLE Width='400' name = note><TR><TD>") + note +
+                              QStringLiteral("</TD></TR></TABLE>");
+        QString body = joined();
+        body.insert(body.indexOf(QStringLiteral("<HTML>")) + 6, table);
+        QCOMPARE(mail.txtMsg->toPlainText(), body);
+        QByteArray file = Exported;
+        file.insert(file.indexOf("<HTML>") + 6, table.toUtf8());
+        QCOMPARE(staged(), file);
+    }
+
+    void clearTakesTheNoteAndEveryTableEndAway() {
+        frmEmail& mail = handOver();
+        click(mail.cmdAddNote);
+        mail.txtNote->setPlainText(QStringLiteral("ä\nö\nü"));
+        click(mail.cmdAttachNote);
+        click(mail.cmdAddNote);
+        click(mail.cmdClearNote);
+        QVERIFY(mail.frmNote->isVisible());
+        QCOMPARE(mail.txtNote->toPlainText(), QString());
+        // The line with "<HTML>" goes with the note: meant.
+        QCOMPARE(mail.txtMsg->toPlainText(),
+                 QStringLiteral(
+                     "<!DOCTYPE html><TABLE BORDER=0><TR><TD>Ü 10/05/03</TD></TR></BODY></HTML>"));
+        QVERIFY(!staged().contains("</TABLE>"));
+        QVERIFY(!staged().contains("note"));
+    }
+
+    void anEmptyNoteOnlyClosesThePanel() {
+        frmEmail& mail = handOver();
+        click(mail.cmdAddNote);
+        click(mail.cmdAttachNote);
+        QVERIFY(mail.frmNote->isHidden());
+        QCOMPARE(staged(), Exported);
+        QCOMPARE(mail.txtMsg->toPlainText(), joined());
+    }
+
+    void cancelAndCloseHideThePanel() {
+        frmEmail& mail = handOver();
+        for (QWidget* button :
+             std::initializer_list<QWidget*>{mail.cmdCancelNote, mail.cmdCloseNote}) {
+            click(mail.cmdAddNote);
+            mail.txtNote->setPlainText(QStringLiteral("kept"));
+            QVERIFY(mail.frmNote->isVisible());
+            click(button);
+            QVERIFY(mail.frmNote->isHidden());
+            QCOMPARE(mail.txtNote->toPlainText(), QStringLiteral("kept"));
+            QCOMPARE(staged(), Exported);
+        }
+    }
+
+    void theSixCharactersAreTakenAsTheyStand() {
+        world->start();
+        write(QStringLiteral("config/email.html"), "  <html>x\n");
+        handOverStagedMail();
+        frmEmail& mail = frmEmail::instance();
+        mail.txtNote->setPlainText(QStringLiteral("n"));
+        mail.addNote();
+        QCOMPARE(staged(), QByteArray("  <htm<TABLE Width='400' name = note><TR><TD>n</TD></TR>"
+                                      "</TABLE>l>x\r\n"));
+    }
+
+    void aMissingFileEndsTheProgram() {
+        frmEmail& mail = handOver();
+        QVERIFY(QFile::remove(world->path(QStringLiteral("config/email.html"))));
+        click(mail.cmdAddNote);
+        mail.txtNote->setPlainText(QStringLiteral("n"));
+        world->answers.runTimeError(53);
+        click(mail.cmdAttachNote);
+        QCOMPARE(world->endStatus, 1);
+    }
+};
+
+LORVANITE_TEST(TestMailNote)
+#include "test_mail_note.moc"

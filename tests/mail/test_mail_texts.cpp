@@ -1,0 +1,147 @@
+#include "mail/po_send_mail_checks.h"
+#include "mail/po_send_mail_message.h"
+#include "support/registry.h"
+
+#include <QTest>
+
+class TestMailTexts : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void servers_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("told");
+        const auto row = [](const char* text, const char* told) {
+            QTest::newRow(text) << QString::fromUtf8(text) << QString::fromUtf8(told);
+        };
+        row("mail.example.org", "smtp mail.example.org 25");
+        row(" mail.example.org:2525 ", "smtp mail.example.org 2525");
+        row("smtps://mail.example.org", "smtps mail.example.org 465");
+        row("SMTPS://mail.example.org:999/", "smtps mail.example.org 999");
+        row("smtp://mail.example.org", "smtp mail.example.org 25");
+        row("192.168.0.1", "smtp 192.168.0.1 25");
+        row("[::1]:26", "smtp [::1] 26");
+        row("bücher.example", "smtp bücher.example 25");
+        row("my_nas", "smtp my_nas 25");
+        for (const char* bad : {"", ":25", "a:", "a:0", "a:65536", "a:123456", "pop3://a", "a/b",
+                                "a@b", "a b", "a\r\nb", "-a", "a..b", "a?b", "a#b", "[zz]", "::1"})
+            row(bad, "");
+    }
+
+    void servers() {
+        QFETCH(QString, text);
+        QFETCH(QString, told);
+        const auto host = mailHostOf(text, QStringLiteral("smtp"), 25, 465, true);
+        QCOMPARE(host ? QStringLiteral("%1 %2 %3").arg(host->scheme, host->host).arg(host->port)
+                      : QString(),
+                 told);
+    }
+
+    void portsOfALogin() {
+        MailLetter letter;
+        letter.SMTPHost = QStringLiteral("mail.example.org");
+        letter.POP3Host = QStringLiteral("mail.example.org");
+        QCOMPARE(smtpHostOf(letter)->port, 25);
+        letter.UseAuthentication = true;
+        QCOMPARE(smtpHostOf(letter)->port, 587);
+        QCOMPARE(popHostOf(letter)->port, 110);
+        letter.POP3Host = QStringLiteral("pop3s://mail.example.org");
+        QCOMPARE(popHostOf(letter)->port, 995);
+    }
+
+    void onlyTheLoopbackIsTheLoopback() {
+        const auto isLoopback = [](const char* text) {
+            return mailHostOf(QString::fromLatin1(text), QStringLiteral("smtp"), 25, 465, true)
+                ->isLoopback();
+        };
+        for (const char* text : {"localhost", "LOCALHOST:25", "127.0.0.1", "127.3.2.1", "[::1]"})
+            QVERIFY2(isLoopback(text), text);
+        for (const char* text :
+             {"mail.example.org", "127.example.org", "127.0.0.1.example.org", "localhost.org"})
+            QVERIFY2(!isLoopback(text), text);
+    }
+
+    void addresses_data() {
+        QTest::addColumn<bool>("isOne");
+        for (const char* text : {"a@b", "first.last+tag@mail.example.org", "o'neil@example.org",
+                                 "zoë@bücher.example", "a@[127.0.0.1]", "a@[IPv6:::1]"})
+            QTest::newRow(text) << true;
+        for (const char* text :
+             {"", "a", "@b", "a@", "a b@c", "a@b c", "a@b@c", "a@b\r\nRCPT TO:<x@y>", "<a@b>",
+              "a@b>", "a,b@c", "a;b@c", ".a@b", "a.@b", "a..b@c", "a@-b", "a@b..c", "\"a\"@b"})
+            QTest::newRow(text) << false;
+    }
+
+    void addresses() {
+        QFETCH(bool, isOne);
+        QCOMPARE(isMailAddress(QString::fromUtf8(QTest::currentDataTag()), true), isOne);
+    }
+
+    void uncheckedAddressesStillStayInTheirLine() {
+        QVERIFY(isMailAddress(QStringLiteral("postmaster"), false));
+        QVERIFY(!isMailAddress(QStringLiteral("a>\r\nRCPT TO:<b"), false));
+        QVERIFY(!isMailAddress(QStringLiteral("a> SIZE=1"), false));
+    }
+
+    void headersAreFoldedIntoWholeCharacters() {
+        QCOMPARE(encodedHeader(QStringLiteral("Sunday, 10/05/03")), QByteArray("Sunday, 10/05/03"));
+        QCOMPARE(encodedHeader(QStringLiteral("a\r\nBcc: b")), QByteArray("a  Bcc: b"));
+        QCOMPARE(encodedHeader(QStringLiteral("=?x")), QByteArray("=?UTF-8?B?PT94?="));
+        const QString text = QStringLiteral("é") + QStringLiteral("🎵東").repeated(60);
+        QString read;
+        for (const QByteArray& line : encodedHeader(text).split('\n')) {
+            const QByteArray word = line.trimmed();
+            QVERIFY(word.size() <= 75 && word.startsWith("=?UTF-8?B?") && word.endsWith("?="));
+            const QString piece =
+                QString::fromUtf8(QByteArray::fromBase64(word.mid(10).chopped(2)));
+            QVERIFY(!piece.contains(QChar::ReplacementCharacter));
+            read += piece;
+        }
+        QCOMPARE(read, text);
+        QVERIFY(encodedHeader(QString(5000, QLatin1Char('x'))).contains("\r\n "));
+    }
+
+    void mailboxesOfAnyLanguage() {
+        QCOMPARE(encodedMailbox(QStringLiteral("a@b"), QString()), QByteArray("a@b"));
+        QCOMPARE(encodedMailbox(QStringLiteral("a@b"), QStringLiteral("O'Neil, \"A\"")),
+                 QByteArray("\"O'Neil, \\\"A\\\"\"\r\n <a@b>"));
+        QCOMPARE(encodedMailbox(QStringLiteral("a@bücher.example"), QStringLiteral("Zoë")),
+                 QByteArray("=?UTF-8?B?Wm/Dqw==?=\r\n <a@xn--bcher-kva.example>"));
+    }
+
+    void fileNamesOfAnyLanguage() {
+        QCOMPARE(attachmentDisposition(QStringLiteral("a \"b\" \\c.txt")),
+                 QByteArray("attachment; filename=\"a \\\"b\\\" \\\\c.txt\""));
+        QCOMPARE(attachmentDisposition(QStringLiteral("ü x.txt")),
+                 QByteArray("attachment;\r\n filename*=UTF-8''%C3%BC%20x.txt"));
+        QVERIFY(!attachmentDisposition(QStringLiteral("a\r\nX: y")).contains("\r\nX"));
+    }
+
+    void htmlIsReadableWithoutIt() {
+        QCOMPARE(plainTextOf(QStringLiteral("a<BR>\nb &amp; c&nbsp;&lt;")),
+                 QStringLiteral("a\nb & c <\n"));
+        QCOMPARE(
+            plainTextOf(QStringLiteral(
+                "<HTML><TABLE name = note><TR><TD>Come<BR>early</TD></TR></TABLE><TABLE><TR><TD "
+                "COLSPAN=2>10/05/03</TD></TR><TR><TD>Offering</TD><TD>Title</TD></TR></TABLE>"
+                "</HTML>")),
+            QStringLiteral("Come\nearly\n10/05/03\nOffering   Title\n"));
+        QCOMPARE(plainTextOf(QString()), QStringLiteral("\n"));
+    }
+
+    void namesGoWithTheirAddressesOrNotAtAll() {
+        MailLetter letter;
+        letter.Recipient = QStringLiteral("a@x; ;b@x;a@x");
+        letter.RecipientDisplayName = QStringLiteral("A;None;B;A");
+        const std::vector<Mailbox> all{{QStringLiteral("a@x"), QStringLiteral("A")},
+                                       {QStringLiteral("b@x"), QStringLiteral("B")}};
+        QVERIFY(recipientsOf(letter) == all);
+        letter.RecipientDisplayName = QStringLiteral("A;B");
+        const std::vector<Mailbox> nameless{{QStringLiteral("a@x"), {}},
+                                            {QStringLiteral("b@x"), {}}};
+        QVERIFY(recipientsOf(letter) == nameless);
+    }
+};
+
+LORVANITE_TEST(TestMailTexts)
+#include "test_mail_texts.moc"

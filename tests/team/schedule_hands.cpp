@@ -1,0 +1,118 @@
+#include "team/schedule_test.h"
+
+namespace {
+
+QString quoted(const QString& text) {
+    if (text == QLatin1String("NULL")) return text;
+    return QLatin1Char('\'') + text + QLatin1Char('\'');
+}
+
+}  // namespace
+
+int ScheduleTest::addPerson(const PersonRow& person) {
+    QStringList values;
+    for (const QString& value : {person.first, person.last, person.role, person.role2, person.role3,
+                                 person.vacation, person.excluded})
+        values.append(quoted(value));
+    world->sql(QStringLiteral("INSERT INTO personell (fName, lName, role, role2, role3, vDays, "
+                              "excludeScheduling) VALUES (%1)")
+                   .arg(values.join(QLatin1Char(','))));
+    return world->rows("SELECT max(ID) FROM personell").value(0).toInt();
+}
+
+void ScheduleTest::addPlayed(const QString& title, const QString& date) {
+    world->sql(QStringLiteral("INSERT INTO played_on (title, played_date, songID) "
+                              "VALUES ('%1', '%2', 1)")
+                   .arg(title, date));
+}
+
+void ScheduleTest::addTheLeast() {
+    addPerson({.first = "Anna", .last = "Berg", .role = "Piano"});
+    addPlayed("Long ago", "01/01/90");
+}
+
+frmSchedule& ScheduleTest::open() {
+    if (!world->isRunning()) world->start();
+    click(world->main().cmdScheduling);
+    world->statements.clear();
+    return frmSchedule::instance();
+}
+
+void ScheduleTest::close() {
+    frmSchedule::instance().Unload();
+    settle();
+}
+
+frmSchedule& ScheduleTest::makeSchedule(const QString& start, const QString& weeks) {
+    frmSchedule& w = open();
+    if (!start.isEmpty()) typeInCell(w.fpPickDate, 1, 1, start);
+    if (!weeks.isEmpty()) typeInCell(w.fpPickDate, 2, 1, weeks);
+    click(w.cmdLoadDates);
+    return w;
+}
+
+void ScheduleTest::menu(int col, int row, QAction& command) {
+    frmSchedule& w = frmSchedule::instance();
+    w.fpSchedule->flush();
+    w.fpSchedule->scrollTo(w.fpSchedule->model()->index(row - 1, col - 1));
+    clickCell(w.fpSchedule, col, row, Qt::RightButton);
+    QCOMPARE(w.fpSchedule->ActiveCol(), col);
+    QCOMPARE(w.fpSchedule->ActiveRow(), row);
+    QVERIFY(pickMenuItem(w.mnuD, command));
+}
+
+void ScheduleTest::pick(const QString& name) {
+    QComboBox* box = frmSchedule::instance().cmbPersonell;
+    const int wanted = box->findText(name);
+    QVERIFY2(wanted >= 0, qPrintable(QStringLiteral("no item ") + name));
+    box->setFocus();
+    box->showPopup();
+    box->view()->setCurrentIndex(box->model()->index(wanted, 0));
+    QTest::keyClick(box->view(), Qt::Key_Return);
+    settle();
+}
+
+void ScheduleTest::typePerson(const std::vector<std::pair<int, QString>>& fields) {
+    for (const auto& [row, text] : fields)
+        typeInCell(frmSchedule::instance().fpPerson, 1, row, text);
+}
+
+void ScheduleTest::toggle(QCheckBox* box) {
+    QApplication::setActiveWindow(box->window());
+    box->setFocus();
+    QTest::keyClick(box, Qt::Key_Space);
+    settle();
+}
+
+QStringList ScheduleTest::offersIn(int row) {
+    const CellFormat format = frmSchedule::instance().fpSchedule->formatAt(1, TeamColumn, row);
+    if (format.kind != CellKind::Combo) return {QStringLiteral("no drop-down")};
+    return format.comboList.split(QLatin1Char('\t'), Qt::SkipEmptyParts);
+}
+
+QString ScheduleTest::writeFile(const SheetGrid& grid, const QString& name) {
+    const QString path = world->path(QStringLiteral("schedules/") + name);
+    if (!grid.SaveToFile(path, false)) QTest::qFail("file not saved", __FILE__, __LINE__);
+    return path;
+}
+
+void ScheduleTest::showAtStart(const QString& path) {
+    world->sql(
+        QStringLiteral("UPDATE prefs SET var_value = 'true' WHERE var_name = "
+                       "'SchedOnStartUp'"));
+    world->sql(
+        QStringLiteral("UPDATE prefs SET var_value = '%1' WHERE var_name = 'ScedToUse'").arg(path));
+}
+
+void ScheduleTest::fillSchedule(SheetGrid& grid, const QStringList& dates, const QString& head) {
+    grid.MaxCols(4);
+    grid.MaxRows(500);
+    grid.SetText(1, 1, QStringLiteral("Schedule For: %1 to %2").arg(dates.front(), dates.back()));
+    grid.AddCellSpan(1, 1, 4, 1);
+    for (int week = 0; week < dates.size(); ++week) {
+        const int row = FirstHeadRow + week * WeekRows;
+        grid.SetText(DateColumn, row, QStringLiteral("Date"));
+        grid.SetText(TeamColumn, row, head);
+        grid.SetText(DateColumn, row + 1, dates[week]);
+    }
+}

@@ -1,0 +1,363 @@
+// The people of the team: picking, showing, storing, deleting.
+#include "team/schedule_test.h"
+
+class TestPersonnel : public ScheduleTest {
+    Q_OBJECT
+
+    QStringList people(const QString& columns) {
+        return world->rows(QStringLiteral("SELECT %1 FROM personell ORDER BY ID").arg(columns));
+    }
+
+    QStringList itemsOf(QComboBox* box) {
+        QStringList items;
+        for (int i = 0; i < box->count(); ++i) items.append(box->itemText(i));
+        return items;
+    }
+
+    // Picks a person, types one field and stores.
+    void change(const QString& name, int row, const QString& text) {
+        pick(name);
+        typePerson({{row, text}});
+        click(frmSchedule::instance().cmdAddPlayer);
+    }
+
+    void addFinalised(const QString& player, const QString& role, const QString& date) {
+        world->sql(QStringLiteral("INSERT INTO schedule (player, instrument, pdate) VALUES "
+                                  "('%1', '%2', '%3')")
+                       .arg(player, role, date));
+    }
+
+private Q_SLOTS:
+    void windowOpensEmptyOnAFreshDatabase() {
+        frmSchedule& w = open();
+        QCOMPARE(w.windowTitle(), QStringLiteral("Scheduling"));
+        QCOMPARE(w.cmbPersonell->count(), 0);
+        QVERIFY(!w.fpSchedule->isVisible());
+        QVERIFY(w.lblNoSchedule->isVisible());
+        QCOMPARE(w.fpPerson->GetText(0, 14), QStringLiteral("e-Mail"));
+        QCOMPARE(w.fpVacation->ColWidth(2), 7.0);
+        for (QPushButton* later :
+             {w.cmdEmailSchedule, w.cmdPrintSched, w.cmdExportText, w.cmdPrintRoster})
+            QVERIFY(!later->isEnabled());
+    }
+
+    void openingRunsItsStatementsInOrder() {
+        addTheLeast();
+        world->start();
+        world->statements.clear();
+        click(world->main().cmdScheduling);
+        QCOMPARE(world->statements.first(),
+                 QStringLiteral("SELECT ID, fName, lName, role FROM personell ORDER BY lName [1]"));
+        QCOMPARE(world->statements[1],
+                 QStringLiteral("SELECT * FROM prefs WHERE var_name = 'SchedOnStartUp' [1]"));
+        QCOMPARE(world->statements.last(),
+                 QStringLiteral("SELECT title, played_date FROM played_on [1]"));
+        QCOMPARE(world->statements[world->statements.size() - 2],
+                 QStringLiteral("SELECT fName, lName, role, role2, role3, vDays, excludeScheduling "
+                                "FROM personell ORDER BY role [1]"));
+    }
+
+    void boxListsPeopleByLastName() {
+        addPerson({.first = "Zoe", .last = "Adams", .role = "Bass"});
+        addPerson({.first = "Abe", .last = "Zorn", .role = "Bass"});
+        addPerson({.first = "Mia", .last = "kane", .role = "Bass"});
+        frmSchedule& w = open();
+        QCOMPARE(itemsOf(w.cmbPersonell), (QStringList{"Zoe Adams", "Mia kane", "Abe Zorn"}));
+        QCOMPARE(w.cmbPersonell->currentIndex(), -1);
+        QCOMPARE(w.cmbPersonell->itemData(2).toInt(), 2);
+    }
+
+    void firstPersonOfANewDatabaseIsStoredAndTheCommandEndsQuietly() {
+        frmSchedule& w = open();
+        typePerson(
+            {{1, "Anna"}, {2, "Berg"}, {3, "Piano"}, {7, "Elm St. 1"}, {14, "a@example.org"}});
+        click(w.cmdAddPlayer);
+        QCOMPARE(world->statements,
+                 (QStringList{"INSERT INTO personell (fName, lName, role, role2, role3, address, "
+                              "city, state, zip, phone, cell, email, vDays, excludeScheduling) "
+                              "VALUES ('Anna', 'Berg', 'Piano', '', '', 'Elm St. 1', '', '', '', "
+                              "'', '', 'a@example.org', '', '0') [3]",
+                              "UPDATE schedule SET player = 'Anna Berg' WHERE player = ' ' [3]",
+                              "SELECT ID, fName, lName, role FROM personell ORDER BY lName [1]"}));
+        QCOMPARE(itemsOf(w.cmbPersonell), QStringList{"Anna Berg"});
+        QVERIFY(w.lblHidPersonID->text().isEmpty());
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    void storeWithoutFirstNameOrFirstRoleIsRefused() {
+        frmSchedule& w = open();
+        typePerson({{2, "Berg"}, {3, "Piano"}});
+        world->answers.box("First Name and  1 Role field is required.", QMessageBox::Information,
+                           "Missing Information");
+        click(w.cmdAddPlayer);
+        typePerson({{1, "Anna"}});
+        w.fpPerson->SetText(1, 3, QString());
+        world->answers.box("First Name and  1 Role field is required.", QMessageBox::Information,
+                           "Missing Information");
+        click(w.cmdAddPlayer);
+        // An apostrophe alone is as good as nothing.
+        typePerson({{3, "'"}});
+        world->answers.box("First Name and  1 Role field is required.", QMessageBox::Information,
+                           "Missing Information");
+        click(w.cmdAddPlayer);
+        QVERIFY(world->statements.isEmpty());
+        QVERIFY(people("ID").isEmpty());
+    }
+
+    void updateRunsItsStatementsInOrderAndRefreshesTheOffers() {
+        addTheLeast();
+        frmSchedule& w = open();
+        pick("Anna Berg");
+        QCOMPARE(w.lblHidPersonID->text(), QStringLiteral("1"));
+        QCOMPARE(world->statements, QStringList{"SELECT * FROM personell WHERE ID = 1 [1]"});
+        world->statements.clear();
+        typePerson({{2, "Berger"}, {4, "Alto"}});
+        typeInCell(w.fpVacation, 1, 1, "6/12/05");
+        toggle(w.chkExclude);
+        click(w.cmdAddPlayer);
+        QCOMPARE(world->statements,
+                 (QStringList{"SELECT fName, lName FROM personell WHERE ID = 1 [1]",
+                              "UPDATE personell SET fName = 'Anna', lName = 'Berger', role = "
+                              "'Piano', role2 = 'Alto', role3 = '', address = '', city = '', state "
+                              "= '', zip = '', phone = '', cell = '', email = '', vDays = "
+                              "'06/12/05', excludeScheduling = '1' WHERE ID = 1 [3]",
+                              "UPDATE schedule SET player = 'Anna Berger' WHERE player = 'Anna "
+                              "Berg' [3]",
+                              "SELECT ID, fName, lName, role FROM personell ORDER BY lName [1]",
+                              "SELECT * FROM personell WHERE ID = 1 [1]",
+                              "SELECT fName, lName, role, role2, role3, vDays, excludeScheduling "
+                              "FROM personell ORDER BY role [1]",
+                              "SELECT title, played_date FROM played_on [1]"}));
+        QCOMPARE(w.cmbPersonell->currentText(), QStringLiteral("Anna Berger"));
+        QVERIFY(w.chkExclude->isChecked());
+    }
+
+    void apostrophesGoFromAllTwelveFieldsAlike() {
+        addTheLeast();
+        addFinalised("Anna Berg", "Piano", "11/22/26");
+        frmSchedule& w = open();
+        pick("Anna Berg");
+        typePerson({{1, "D'Arcy"},
+                    {2, "O'Brien"},
+                    {3, "'Pi'ano'"},
+                    {4, "a'"},
+                    {5, "'b"},
+                    {7, "c'd"},
+                    {8, "e'f"},
+                    {9, "g'h"},
+                    {10, "i'j"},
+                    {12, "k'l"},
+                    {13, "m'n"},
+                    {14, "o''p"}});
+        click(w.cmdAddPlayer);
+        QCOMPARE(people("fName, lName, role, role2, role3, address, city, state, zip, phone, cell, "
+                        "email"),
+                 QStringList{"DArcy|OBrien|Piano|a|b|cd|ef|gh|ij|kl|mn|op"});
+        QCOMPARE(world->rows("SELECT player, instrument FROM schedule"),
+                 QStringList{"DArcy OBrien|Piano"});
+    }
+
+    void onlyNineOfTwelveDatesOfOneColumnComeBack() {
+        addTheLeast();
+        frmSchedule& w = open();
+        pick("Anna Berg");
+        QStringList typed;
+        for (int row = 1; row <= 12; ++row) {
+            typed.append(QStringLiteral("%1/03/27").arg(row, 2, 10, QLatin1Char('0')));
+            typeInCell(w.fpVacation, 1, row, typed.back());
+        }
+        click(w.cmdAddPlayer);
+        QCOMPARE(people("vDays"), QStringList{typed.join(':')});
+        QStringList shown;
+        for (int col = 1; col <= 3; ++col) {
+            for (int row = 1; row <= 3; ++row) shown.append(w.fpVacation->GetText(col, row));
+            QVERIFY(w.fpVacation->GetText(col, 4).isEmpty());
+        }
+        QCOMPARE(shown, typed.mid(0, 9));
+        click(w.cmdAddPlayer);
+        QCOMPARE(people("vDays"), QStringList{typed.mid(0, 9).join(':')});
+    }
+
+    void oneDateAndThirtySixDates() {
+        addTheLeast();
+        frmSchedule& w = open();
+        pick("Anna Berg");
+        typeInCell(w.fpVacation, 3, 12, "12/31/26");
+        click(w.cmdAddPlayer);
+        QCOMPARE(people("vDays"), QStringList{"12/31/26"});
+        QCOMPARE(w.fpVacation->GetText(1, 1), QStringLiteral("12/31/26"));
+        QStringList all;
+        for (int col = 1; col <= 3; ++col)
+            for (int row = 1; row <= 12; ++row) {
+                all.append(QStringLiteral("%1/%2/28")
+                               .arg(row, 2, 10, QLatin1Char('0'))
+                               .arg(col, 2, 10, QLatin1Char('0')));
+                typeInCell(w.fpVacation, col, row, all.back());
+            }
+        click(w.cmdAddPlayer);
+        QCOMPARE(people("vDays"), QStringList{all.join(':')});
+        QCOMPARE(w.fpVacation->GetText(3, 3), all[8]);
+        QVERIFY(w.fpVacation->GetText(1, 12).isEmpty());
+    }
+
+    void vacationCellsTakeDatesOnly() {
+        addTheLeast();
+        frmSchedule& w = open();
+        pick("Anna Berg");
+        for (const char* text : {"soon", "13/13/26", "02/30/26", "01/01/2101"})
+            typeInCell(w.fpVacation, 1, 1, QString::fromLatin1(text));
+        QVERIFY(w.fpVacation->GetText(1, 1).isEmpty());
+        click(w.cmdAddPlayer);
+        QCOMPARE(people("vDays"), QStringList{""});
+    }
+
+    void storedVacationThatIsNoDateEndsTheProgram() {
+        addPerson({.first = "Anna", .last = "Berg", .role = "Piano", .vacation = "06/12/05:soon"});
+        addPlayed("Long ago", "01/01/90");
+        frmSchedule& w = open();
+        world->answers.runTimeError(13);
+        pick("Anna Berg");
+        QCOMPARE(world->endStatus, 1);
+        QCOMPARE(w.fpVacation->GetText(1, 1), QStringLiteral("06/12/05"));
+        QVERIFY(w.lblHidPersonID->text().isEmpty());
+    }
+
+    void spacerRowsNeverReachTheDatabase() {
+        addTheLeast();
+        frmSchedule& w = open();
+        pick("Anna Berg");
+        typePerson({{6, "six"}, {11, "eleven"}});
+        click(w.cmdAddPlayer);
+        QVERIFY(!world->statements.filter("UPDATE personell").value(0).contains("six"));
+        QVERIFY(!people("*").value(0).contains("eleven"));
+        QVERIFY(w.fpPerson->GetText(1, 6).isEmpty());
+    }
+
+    void personWithAFirstNameOnlyIsRenamedWithTheBlankKept() {
+        addPerson({.first = "Cher", .last = "", .role = "Vocals"});
+        addPlayed("Long ago", "01/01/90");
+        addFinalised("Cher ", "Vocals", "11/22/26");
+        addFinalised("Cher", "Vocals", "11/29/26");
+        open();
+        change("Cher ", 1, "Bo");
+        QVERIFY(world->statements.contains(
+            "UPDATE schedule SET player = 'Bo ' WHERE player = 'Cher ' [3]"));
+        QCOMPARE(world->rows("SELECT player FROM schedule"), (QStringList{"Bo ", "Cher"}));
+    }
+
+    void namesakesAreRenamedTogether() {
+        addPerson({.first = "Jo", .last = "Hill", .role = "Bass"});
+        addPerson({.first = "Jo", .last = "Hill", .role = "Drums"});
+        addPlayed("Long ago", "01/01/90");
+        addFinalised("Jo Hill", "Bass", "11/22/26");
+        addFinalised("Jo Hill", "Drums", "11/22/26");
+        open();
+        change("Jo Hill", 2, "Hall");
+        QCOMPARE(world->rows("SELECT player FROM schedule"), (QStringList{"Jo Hall", "Jo Hall"}));
+        QCOMPARE(people("lName"), (QStringList{"Hall", "Hill"}));
+    }
+
+    void changedRoleDoesNotReachFinalisedRows() {
+        addTheLeast();
+        addFinalised("Anna Berg", "Piano", "11/22/26");
+        open();
+        change("Anna Berg", 3, "Organ");
+        QCOMPARE(world->rows("SELECT player, instrument FROM schedule"),
+                 QStringList{"Anna Berg|Piano"});
+    }
+
+    void deletedPersonStaysInFinalisedRows() {
+        addTheLeast();
+        addFinalised("Anna Berg", "Piano", "11/22/26");
+        frmSchedule& w = open();
+        pick("Anna Berg");
+        typeInCell(w.fpVacation, 2, 5, "6/12/05");
+        world->statements.clear();
+        click(w.cmdDeletePlayer);
+        QCOMPARE(world->statements,
+                 (QStringList{"DELETE * FROM personell WHERE ID = 1 [3]",
+                              "SELECT ID, fName, lName, role FROM personell ORDER BY lName [1]"}));
+        QVERIFY(people("ID").isEmpty());
+        QCOMPARE(world->rows("SELECT player FROM schedule"), QStringList{"Anna Berg"});
+        QCOMPARE(columnOf(w.fpPerson, 1).join(""), QString());
+        QVERIFY(w.fpVacation->GetText(2, 5).isEmpty());
+        QVERIFY(w.lblHidPersonID->text().isEmpty());
+        // The drop-downs keep the person until the next look.
+        QCOMPARE(offersIn(4), QStringList{"Piano:Anna Berg"});
+        world->statements.clear();
+        click(w.cmdDeletePlayer);
+        QVERIFY(world->statements.isEmpty());
+    }
+
+    void clearKeepsTheTickForTheNextNewPerson() {
+        addTheLeast();
+        frmSchedule& w = open();
+        pick("Anna Berg");
+        typePerson({{13, "555"}});
+        typeInCell(w.fpVacation, 3, 12, "6/12/05");
+        toggle(w.chkExclude);
+        click(w.cmdClrPlayer);
+        QCOMPARE(columnOf(w.fpPerson, 1).join(""), QString());
+        QVERIFY(w.fpVacation->GetText(3, 12).isEmpty());
+        QVERIFY(w.lblHidPersonID->text().isEmpty());
+        QVERIFY(w.chkExclude->isChecked());
+        typePerson({{1, "Bob"}, {3, "Drums"}});
+        click(w.cmdAddPlayer);
+        QCOMPARE(people("fName, excludeScheduling"), (QStringList{"Anna|0", "Bob|1"}));
+    }
+
+    void personThatIsGoneLeavesTheNumber() {
+        addTheLeast();
+        const int second = addPerson({.first = "Bob", .last = "Zorn", .role = "Drums"});
+        frmSchedule& w = open();
+        pick("Anna Berg");
+        typePerson({{13, "555"}});
+        world->sql(QStringLiteral("DELETE FROM personell WHERE ID = %1").arg(second));
+        pick("Bob Zorn");
+        QCOMPARE(w.lblHidPersonID->text(), QStringLiteral("1"));
+        QVERIFY(w.fpPerson->GetText(1, 1).isEmpty());
+        QCOMPARE(w.fpPerson->GetText(1, 13), QStringLiteral("555"));
+    }
+
+    void nullsLettersAndOtherScriptsShow() {
+        world->sql("INSERT INTO personell (fName) VALUES ('Ö')");
+        addPlayed("Long ago", "01/01/90");
+        addPerson({.first = "李", .last = "明", .role = "二胡", .vacation = "NULL"});
+        frmSchedule& w = open();
+        pick("Ö ");
+        QCOMPARE(columnOf(w.fpPerson, 1).join(""), QStringLiteral("Ö"));
+        QVERIFY(!w.chkExclude->isChecked());
+        pick("李 明");
+        QCOMPARE(w.fpPerson->GetText(1, 3), QStringLiteral("二胡"));
+        w.fpPerson->SetText(1, 4, QStringLiteral("é"));
+        click(w.cmdAddPlayer);
+        QCOMPARE(people("role2").value(1), QStringLiteral("é"));
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    void failingStatementEndsTheProgram() {
+        addTheLeast();
+        frmSchedule& w = open();
+        pick("Anna Berg");
+        typePerson({{2, "Berger"}});
+        world->sql("DROP TABLE schedule");
+        world->answers.runTimeError(-2147217900);
+        click(w.cmdAddPlayer);
+        QCOMPARE(world->endStatus, 1);
+        // What was stored before it is on the disk.
+        QCOMPARE(people("lName"), QStringList{"Berger"});
+    }
+
+    void updateFailsWhereNoSongWasEverRecordedAndTheBoxSaysSo() {
+        addPerson({.first = "Anna", .last = "Berg", .role = "Piano"});
+        frmSchedule& w = open();
+        pick("Anna Berg");
+        world->answers.runTimeError(3021, "no song recorded");
+        click(w.cmdAddPlayer);
+        QCOMPARE(world->endStatus, 1);
+        QCOMPARE(offersIn(4), QStringList{"Piano:Anna Berg"});
+    }
+};
+
+LORVANITE_TEST(TestPersonnel)
+#include "test_personnel.moc"

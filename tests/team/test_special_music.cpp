@@ -1,0 +1,303 @@
+// The special music, and what it writes into the schedule of the start-up.
+#include "team/frm_special_music.h"
+#include "team/schedule_test.h"
+
+class TestSpecialMusic : public ScheduleTest {
+    Q_OBJECT
+
+    void addItem(const QString& song, const QString& date, const QString& flag,
+                 const QString& weeks) {
+        world->sql(QStringLiteral("INSERT INTO special_music (song_name, play_date, "
+                                  "remind_schedule, remind_interval) VALUES ('%1', '%2', '%3', "
+                                  "'%4')")
+                       .arg(song, date, flag, weeks));
+    }
+
+    frmSpecialMusic& openMusic() {
+        if (!world->isRunning()) world->start();
+        click(world->main().Command10);
+        if (!pickMenuItem(world->main().mnuUtilities, world->main().mnuSpecialMusic))
+            QTest::qFail("no menu item", __FILE__, __LINE__);
+        world->statements.clear();
+        return frmSpecialMusic::instance();
+    }
+
+    QStringList items() {
+        return world->rows(
+            "SELECT song_name, play_date, remind_schedule, remind_interval FROM "
+            "special_music ORDER BY ID");
+    }
+
+    void type(QLineEdit* line, const QString& text) {
+        line->setFocus();
+        line->selectAll();
+        QTest::keyClick(line, Qt::Key_Delete);
+        QTest::keyClicks(line, text);
+    }
+
+    // Column 2 of the date rows of a schedule shown at the opening.
+    QStringList notesOf(const QStringList& dates) {
+        SheetGrid grid;
+        fillSchedule(grid, dates, "Personell");
+        grid.SetText(2, 4, QStringLiteral("by hand"));
+        showAtStart(writeFile(grid, "plan.scd"));
+        frmSchedule& w = open();
+        QStringList notes;
+        for (int week = 0; week < dates.size(); ++week)
+            notes.append(w.fpSchedule->GetText(2, FirstDateRow + week * WeekRows));
+        return notes;
+    }
+
+private Q_SLOTS:
+    void listShowsTheItemsInTableOrder() {
+        addItem("Zion", "12/24/26", "Yes", "4");
+        addItem("Amen", "", "No", "0");
+        frmSpecialMusic& w = openMusic();
+        QCOMPARE(w.windowTitle(), QStringLiteral("Special Music Schedule"));
+        QCOMPARE(columnOf(w.fpSMusic, 2), (QStringList{"Zion", "Amen"}));
+        QCOMPARE(columnOf(w.fpSMusic, 5), (QStringList{"4", "0"}));
+        for (int col : {1, 5}) QVERIFY(w.fpSMusic->isColHidden(1, col));
+        QCOMPARE(w.fpSMusic->ColWidth(2), 20.37);
+        QCOMPARE(w.fpSMusic->GetText(4, 0), QStringLiteral("Reminder"));
+        QVERIFY(!w.txtInterval->isEnabled());
+    }
+
+    void newItemIsStoredAndStoredAgainAtTheNextClick() {
+        frmSpecialMusic& w = openMusic();
+        type(w.txtTitle, "Silent Night");
+        typeInCell(w.fpDate, 1, 1, "12/24/2026");
+        toggle(w.chkNote);
+        QVERIFY(w.txtInterval->isEnabled());
+        type(w.txtInterval, "4");
+        click(w.cmdAddCat);
+        QCOMPARE(world->statements,
+                 (QStringList{"INSERT INTO special_music (song_name, play_date, remind_schedule, "
+                              "remind_interval) VALUES ('Silent Night', '12/24/26', 'Yes', '4'); "
+                              "[3]",
+                              "SELECT * FROM special_music [1]"}));
+        QVERIFY(w.lblHidID->text().isEmpty());
+        click(w.cmdAddCat);
+        QCOMPARE(items(),
+                 (QStringList{"Silent Night|12/24/26|Yes|4", "Silent Night|12/24/26|Yes|4"}));
+        QCOMPARE(w.fpSMusic->MaxRows(), 2);
+    }
+
+    void titleAndWeeksAreAskedFor() {
+        frmSpecialMusic& w = openMusic();
+        world->answers.box("Please provide a song title", QMessageBox::Information);
+        click(w.cmdAddCat);
+        type(w.txtTitle, "Amen");
+        toggle(w.chkNote);
+        world->answers.box(
+            "Provide the number of weeks to set a reminder in the schedule to continute");
+        click(w.cmdAddCat);
+        QVERIFY(items().isEmpty());
+        toggle(w.chkNote);
+        QVERIFY(!w.txtInterval->isEnabled());
+        // Neither the date nor the weeks are looked at.
+        click(w.cmdAddCat);
+        QCOMPARE(items(), QStringList{"Amen||No|0"});
+        QCOMPARE(w.txtInterval->text(), QStringLiteral("0"));
+    }
+
+    void updateMakesEveryItemTheSame() {
+        addItem("Zion", "12/24/26", "Yes", "4");
+        addItem("Amen", "12/31/26", "No", "0");
+        addItem("Other", "01/01/27", "Yes", "2");
+        frmSpecialMusic& w = openMusic();
+        clickCell(w.fpSMusic, 3, 2);
+        QCOMPARE(w.lblHidID->text(), QStringLiteral("2"));
+        type(w.txtTitle, "Hosanna");
+        click(w.cmdAddCat);
+        QCOMPARE(world->statements.first(),
+                 QStringLiteral("UPDATE special_music SET song_name = 'Hosanna', play_date = "
+                                "'12/31/26', remind_schedule = 'No', remind_interval = '0' [3]"));
+        QCOMPARE(items(), QStringList(3, "Hosanna|12/31/26|No|0"));
+        QCOMPARE(columnOf(w.fpSMusic, 2), QStringList(3, "Hosanna"));
+        QCOMPARE(w.lblHidID->text(), QStringLiteral("2"));
+    }
+
+    void itemWithNoKeepsTheTickOfTheOneBefore() {
+        addItem("Zion", "12/24/26", "Yes", "4");
+        addItem("Amen", "12/31/26", "No", "0");
+        frmSpecialMusic& w = openMusic();
+        clickCell(w.fpSMusic, 2, 1);
+        QVERIFY(w.chkNote->isChecked());
+        QVERIFY(w.txtInterval->isEnabled());
+        QCOMPARE(w.fpDate->GetText(1, 1), QStringLiteral("12/24/26"));
+        clickCell(w.fpSMusic, 2, 2);
+        QCOMPARE(w.txtTitle->text(), QStringLiteral("Amen"));
+        QVERIFY(w.chkNote->isChecked());
+        QCOMPARE(w.txtInterval->text(), QStringLiteral("4"));
+    }
+
+    void clickOnTheHeadDoesNothing() {
+        addItem("Zion", "12/24/26", "Yes", "4");
+        frmSpecialMusic& w = openMusic();
+        clickCell(w.fpSMusic, 2, 0);
+        QVERIFY(w.txtTitle->text().isEmpty());
+        QVERIFY(w.lblHidID->text().isEmpty());
+    }
+
+    void deleteTakesTheItemAndKeepsTheFields() {
+        addItem("Zion", "12/24/26", "Yes", "4");
+        addItem("Amen", "12/31/26", "No", "0");
+        frmSpecialMusic& w = openMusic();
+        click(w.cmdDelCat);
+        QVERIFY(world->statements.isEmpty());
+        clickCell(w.fpSMusic, 2, 1);
+        click(w.cmdDelCat);
+        QCOMPARE(world->statements, (QStringList{"DELETE FROM special_music WHERE ID = 1 [3]",
+                                                 "SELECT * FROM special_music [1]"}));
+        QCOMPARE(items(), QStringList{"Amen|12/31/26|No|0"});
+        QCOMPARE(w.txtTitle->text(), QStringLiteral("Zion"));
+        QCOMPARE(w.lblHidID->text(), QStringLiteral("1"));
+    }
+
+    void clearEmptiesTheFields() {
+        addItem("Zion", "12/24/26", "Yes", "4");
+        frmSpecialMusic& w = openMusic();
+        clickCell(w.fpSMusic, 2, 1);
+        click(w.Command1);
+        QVERIFY(w.txtTitle->text().isEmpty());
+        QVERIFY(w.fpDate->GetText(1, 1).isEmpty());
+        QVERIFY(!w.chkNote->isChecked());
+        QVERIFY(!w.txtInterval->isEnabled());
+        QVERIFY(w.txtInterval->text().isEmpty());
+        QVERIFY(w.lblHidID->text().isEmpty());
+    }
+
+    void titleWithAnApostropheEndsTheProgram() {
+        frmSpecialMusic& w = openMusic();
+        type(w.txtTitle, "Angel's Song");
+        world->answers.runTimeError(-2147217900);
+        click(w.cmdAddCat);
+        QCOMPARE(world->endStatus, 1);
+        QVERIFY(items().isEmpty());
+    }
+
+    void weeksBeforeAPerformanceGetARehearsal() {
+        addTheLeast();
+        addItem("Silent Night", "12/20/26", "Yes", "4");
+        QCOMPARE(notesOf({"11/15/26", "11/22/26", "11/29/26", "12/06/26", "12/13/26", "12/20/26",
+                          "12/27/26"}),
+                 (QStringList{"by hand", "Rehearse Silent Night", "Rehearse Silent Night",
+                              "Rehearse Silent Night", "Rehearse Silent Night",
+                              "Perform Silent Night", ""}));
+    }
+
+    void weeksAreCountedOverSundays() {
+        addTheLeast();
+        // A Saturday has the Sunday of its next day before the performance; the days of the
+        // performance's own week have none.
+        addItem("Carol", "12/23/26", "Yes", "1");
+        QCOMPARE(
+            notesOf({"12/12/26", "12/13/26", "12/19/26", "12/20/26", "12/22/26", "12/23/26"}),
+            (QStringList{"by hand", "Rehearse Carol", "Rehearse Carol", "", "", "Perform Carol"}));
+    }
+
+    void laterItemOfTheTableWins() {
+        addTheLeast();
+        addItem("First", "11/22/26", "Yes", "2");
+        addItem("Second", "11/29/26", "Yes", "2");
+        QCOMPARE(notesOf({"11/22/26", "11/29/26"}),
+                 (QStringList{"Rehearse Second", "Perform Second"}));
+    }
+
+    void intervalZeroOnlyPerforms() {
+        addTheLeast();
+        addItem("Amen", "11/29/26", "Yes", "0");
+        QCOMPARE(notesOf({"11/22/26", "11/29/26"}), (QStringList{"by hand", "Perform Amen"}));
+    }
+
+    void itemWithNoWritesNoLineAndShowsInTheSetWindow() {
+        addTheLeast();
+        addItem("Amen", "11/22/26", "No", "4");
+        QCOMPARE(notesOf({"11/22/26"}), QStringList{"by hand"});
+        QCOMPARE(world->rows("SELECT song_name FROM special_music WHERE play_date = '11/22/26'"),
+                 QStringList{"Amen"});
+    }
+
+    void noteByHandIsReplacedAndWhatStandsBelowIsNot() {
+        addTheLeast();
+        addItem("Amen", "11/22/26", "Yes", "1");
+        SheetGrid grid;
+        fillSchedule(grid, {"11/22/26"}, "Personell");
+        grid.SetText(2, 4, QStringLiteral("by hand"));
+        grid.SetText(2, 5, QStringLiteral("below"));
+        showAtStart(writeFile(grid, "plan.scd"));
+        frmSchedule& w = open();
+        QCOMPARE(w.fpSchedule->GetText(2, 4), QStringLiteral("Perform Amen"));
+        QCOMPARE(w.fpSchedule->GetText(2, 5), QStringLiteral("below"));
+    }
+
+    void reminderPassRunsOneStatementADate() {
+        addTheLeast();
+        SheetGrid grid;
+        fillSchedule(grid, {"11/22/26", "11/29/26", "gap"}, "Personell");
+        showAtStart(writeFile(grid, "plan.scd"));
+        world->start();
+        world->statements.clear();
+        click(world->main().cmdScheduling);
+        QCOMPARE(world->statements.count("SELECT * FROM special_music [1]"), 2);
+        QCOMPARE(world->statements.mid(1, 3),
+                 (QStringList{"SELECT * FROM prefs WHERE var_name = 'SchedOnStartUp' [1]",
+                              "SELECT * FROM prefs WHERE var_name = 'ScedToUse' [1]",
+                              "SELECT * FROM special_music [1]"}));
+    }
+
+    void badDateOrIntervalEndsTheProgramAtTheOpening() {
+        addTheLeast();
+        SheetGrid grid;
+        fillSchedule(grid, {"11/22/26"}, "Personell");
+        showAtStart(writeFile(grid, "plan.scd"));
+        addItem("No date", "", "Yes", "1");
+        world->answers.runTimeError(13);
+        open();
+        QCOMPARE(world->endStatus, 1);
+        close();
+        world->endStatus = -1;
+        world->sql("UPDATE special_music SET play_date = '11/29/26', remind_interval = 'two'");
+        world->answers.runTimeError(13);
+        open();
+        QCOMPARE(world->endStatus, 1);
+        close();
+        // Nothing is asked of an item that wants no line, nor of one that is over.
+        world->endStatus = -1;
+        world->sql("UPDATE special_music SET play_date = '11/15/26'");
+        world->sql("INSERT INTO special_music (song_name, remind_schedule) VALUES ('x', 'No')");
+        open();
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    void loadedOrPickedScheduleGetsNoReminders() {
+        addTheLeast();
+        addItem("Amen", "11/22/26", "Yes", "1");
+        SheetGrid grid;
+        fillSchedule(grid, {"11/22/26"}, "Personell");
+        const QString path = writeFile(grid, "plan.scd");
+        frmSchedule& w = open();
+        world->answers.file(path);
+        click(w.cmdLoadSched);
+        QVERIFY(w.fpSchedule->GetText(2, 4).isEmpty());
+        world->answers.question("Would you like to pick a schedule to display?", QMessageBox::Yes);
+        world->answers.file(path);
+        toggle(w.chkShow);
+        QVERIFY(w.fpSchedule->GetText(2, 4).isEmpty());
+    }
+
+    void scheduleOfAFewRowsHasNoWeekToOfferFor() {
+        SheetGrid grid;
+        grid.MaxCols(4);
+        grid.MaxRows(10);
+        showAtStart(writeFile(grid, "small.scd"));
+        addTheLeast();
+        frmSchedule& w = open();
+        QCOMPARE(w.fpSchedule->MaxRows(), 10);
+        QCOMPARE(offersIn(4), QStringList{"no drop-down"});
+        QCOMPARE(world->endStatus, -1);
+    }
+};
+
+LORVANITE_TEST(TestSpecialMusic)
+#include "test_special_music.moc"
