@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <mutex>
+#include <sys/socket.h>
+#include <unistd.h>
 
 namespace {
 
@@ -95,6 +97,10 @@ void MailTalk::prepare(CURL* curl, const MailHost& host, const QString& path, bo
     curl_easy_setopt(curl, CURLOPT_NOPROGRESS, 0L);
     curl_easy_setopt(curl, CURLOPT_XFERINFOFUNCTION, &MailTalk::transferInfo);
     curl_easy_setopt(curl, CURLOPT_XFERINFODATA, this);
+    curl_easy_setopt(curl, CURLOPT_SOCKOPTFUNCTION, &MailTalk::socketOpened);
+    curl_easy_setopt(curl, CURLOPT_SOCKOPTDATA, this);
+    curl_easy_setopt(curl, CURLOPT_CLOSESOCKETFUNCTION, &MailTalk::socketClosed);
+    curl_easy_setopt(curl, CURLOPT_CLOSESOCKETDATA, this);
     curl_easy_setopt(curl, CURLOPT_SSLVERSION, long(CURL_SSLVERSION_TLSv1_2));
     if (!m_certificates.isEmpty())
         curl_easy_setopt(curl, CURLOPT_CAINFO, QFile::encodeName(m_certificates).constData());
@@ -170,7 +176,24 @@ int MailTalk::transferInfo(void* talk, curl_off_t, curl_off_t, curl_off_t total,
         self->m_stopped = Stopped::ByUser;
     else if (self->m_sinceHeard.elapsed() > qint64(patience) * 1000)
         self->m_stopped = Stopped::BySilence;
-    return self->m_stopped == Stopped::No ? 0 : 1;
+    if (self->m_stopped == Stopped::No) return 0;
+    self->hangUp();
+    return 1;
+}
+
+int MailTalk::socketOpened(void* talk, curl_socket_t socket, curlsocktype) {
+    static_cast<MailTalk*>(talk)->m_sockets.push_back(socket);
+    return CURL_SOCKOPT_OK;
+}
+
+int MailTalk::socketClosed(void* talk, curl_socket_t socket) {
+    std::erase(static_cast<MailTalk*>(talk)->m_sockets, socket);
+    return ::close(socket);
+}
+
+// libcurl takes its leave of a server that it has given up, and would wait for the answer.
+void MailTalk::hangUp() {
+    for (const curl_socket_t socket : m_sockets) ::shutdown(socket, SHUT_RDWR);
 }
 
 int MailTalk::debug(CURL*, curl_infotype type, char* text, size_t size, void* talk) {

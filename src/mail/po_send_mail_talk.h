@@ -9,6 +9,7 @@
 #include <atomic>
 #include <curl/curl.h>
 #include <functional>
+#include <vector>
 
 struct MailHost;
 
@@ -44,8 +45,11 @@ private:
 
     static int debug(CURL*, curl_infotype type, char* text, size_t size, void* talk);
     static int transferInfo(void* talk, curl_off_t, curl_off_t, curl_off_t total, curl_off_t sent);
+    static int socketOpened(void* talk, curl_socket_t socket, curlsocktype);
+    static int socketClosed(void* talk, curl_socket_t socket);
     static int beforeRequest(void* talk, char*, char*, int, int);
 
+    void hangUp();
     void prepare(CURL* curl, const MailHost& host, const QString& path, bool logsIn);
     CURLcode perform(CURL* curl);
     QString logInToPop();
@@ -67,6 +71,7 @@ private:
     // Where the talk stands.
     QElapsedTimer m_sinceHeard;
     Stopped m_stopped = Stopped::No;
+    std::vector<curl_socket_t> m_sockets;
     QString m_command;         // what was said last
     QString m_reply;           // the server's last whole answer, as status lines
     bool m_replyOpen = false;  // more lines of it follow

@@ -5,6 +5,9 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include <csignal>
+#include <sys/prctl.h>
+
 namespace {
 
 QByteArray contentOfFile(const QString& path) {
@@ -18,6 +21,8 @@ void fail(const QString& why) { QTest::qFail(qPrintable(why), __FILE__, __LINE__
 
 MailServer::MailServer(const QJsonObject& settings, const QString& script) {
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // A server does not outlive a test that crashes.
+    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     // aiosmtpd belongs to the system's Python, whichever comes first in the path.
     m_process.start(QStringLiteral("/usr/bin/python3"),
                     {QStringLiteral(SOURCE_TREE "/tests/mail/") + script, m_folder.path(),
