@@ -13,6 +13,7 @@ QString programVersion() {
 
 frmSplash::frmSplash(QWidget* over) : QWidget(over) {
     setupUi(this);
+    setBackgroundRole(QPalette::Base);
     t.setInterval(3000);
     onEvent(this, &t, &QTimer::timeout, &frmSplash::t_Timer);
     Image1->setPixmap(themedIcon(QStringLiteral("app")).pixmap(Image1->minimumSize()));
