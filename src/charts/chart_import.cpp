@@ -99,8 +99,8 @@ void listLines(SheetGrid& list, const QString& path) {
     while (start < bytes.size() && row < list.MaxRows()) {
         qsizetype end = start;
         while (end < bytes.size() && bytes[end] != '\r' && bytes[end] != '\n') ++end;
-        if (end > start)
-            list.SetText(1, ++row, decoded(QByteArrayView(bytes).sliced(start, end - start)));
+        const QString line = decoded(QByteArrayView(bytes).sliced(start, end - start));
+        if (!line.isEmpty()) list.SetText(1, ++row, line);
         start = end + 1;
     }
 }

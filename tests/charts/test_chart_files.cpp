@@ -67,11 +67,12 @@ class TestChartFiles : public ChartTest {
 private Q_SLOTS:
     void savedAndNotTied() {
         const QString id = addSong("Abide");
+        world->sql("UPDATE songs SET fileLoco = 'old.stp'");
         SheetMusic& w = open();
         write(w, 1);
         const QString path = save(w, "abide", QMessageBox::No);
         QVERIFY(QFile::exists(path + ".stp"));
-        QCOMPARE(fileLocoOf(id), QString());
+        QCOMPARE(fileLocoOf(id), QStringLiteral("old.stp"));
         QVERIFY(world->statements.isEmpty());
         QVERIFY(!isOnTop(w.frmAssign));
         const auto& dialog = world->answers.fileDialogs().at(0);

@@ -222,6 +222,11 @@ private Q_SLOTS:
         QCOMPARE(linesOf(w), (QStringList{"one", "two", "three"}));
     }
 
+    void lineOfAByteOrderMarkAloneIsAnEmptyOne() {
+        SheetMusic& w = openWith("one\n\xEF\xBB\xBF\ntwo\n");
+        QCOMPARE(linesOf(w), (QStringList{"one", "two"}));
+    }
+
     void lineEndsAreTakenAlike_data() {
         QTest::addColumn<QByteArray>("bytes");
         QTest::newRow("LF") << QByteArray("a\nb\nc\n");
