@@ -25,6 +25,9 @@ QDate daysLater(const QDate& date, qint64 days) {
     return later;
 }
 
+// Above every row, the head's too.
+constexpr int NoBlock = -1;
+
 }  // namespace
 
 void frmSchedule::showSchedule(bool on) {
@@ -141,14 +144,14 @@ void frmSchedule::fpSchedule_RightClick(int, int col, int row, int x, int y) {
     mnuD.popup(fpSchedule->mapToGlobal(QPoint(x, y)));
 }
 
-// The last content row of the week that a row lies in; 0 where no "Personell" head stands at or
-// within 17 rows above it. Weeks headed "Worship Team" have none: this is meant. The look goes down
-// from above, so that a head or date row finds the week before its own.
+// The last content row of the week that a row lies in; NoBlock where no "Personell" head stands at
+// or within 17 rows above it. Weeks headed "Worship Team" have none: this is meant. The look goes
+// down from above, so that a head or date row finds the week before its own.
 int frmSchedule::lastRowOfBlock(int row) const {
     const int from = row <= 18 ? 3 : row - 17;
     for (int h = from; h <= row; ++h)
         if (fpSchedule->GetText(TeamColumn, h) == PersonellHead) return h + ContentRows;
-    return 0;
+    return NoBlock;
 }
 
 void frmSchedule::mnuDelete_Click() {

@@ -163,7 +163,8 @@ private Q_SLOTS:
         verifyHead(483, "Worship Team");
         QCOMPARE(cell(1, 499), weeks == 31 ? QString() : QStringLiteral("Date"));
         QCOMPARE(offersIn(498).size(), 1);
-        QCOMPARE(offersIn(500), weeks == 31 ? offersIn(500) : QStringList{"Piano:Anna Berg"});
+        QCOMPARE(offersIn(500), QStringList{"Piano:Anna Berg"});
+        QCOMPARE(cell(1, 500), weeks == 31 ? QString() : QStringLiteral("01/15/06"));
     }
 
     void secondNewReplacesTheFirst() {
@@ -171,6 +172,7 @@ private Q_SLOTS:
         frmSchedule& w = makeSchedule("6/12/05", "3");
         w.fpSchedule->SetText(4, 5, QStringLiteral("Piano:Anna Berg"));
         w.fpSchedule->SetText(2, 5, QStringLiteral("Note"));
+        click(w.cmdRefresh);
         typeInCell(w.fpPickDate, 1, 1, "9/4/05");
         click(w.cmdLoadDates);
         QCOMPARE(cell(1, 1), QStringLiteral("Schedule For: 09/04/05 to 09/18/05"));
@@ -179,8 +181,19 @@ private Q_SLOTS:
         for (int week = 0; week < 3; ++week) verifyHead(3 + 16 * week, "Worship Team");
         QCOMPARE(cell(1, 20), QStringLiteral("09/11/05"));
         QCOMPARE(w.fpSchedule->MaxRows(), 500);
-        // The drop-downs of the first schedule and of the pass before the title.
         QCOMPARE(w.fpSchedule->formatAt(1, 4, 7).kind, CellKind::Combo);
+        // Rows 4 to 6 have theirs from the first schedule: the second's own begin at row 7.
+        for (const int row : {4, 5, 6}) QCOMPARE(offersIn(row), QStringList{"Piano:Anna Berg"});
+    }
+
+    void insertPlayerOnTheColumnHeadMovesNothing() {
+        addTheLeast();
+        frmSchedule& w = showWeeks({"11/22/26"});
+        w.fpSchedule->SetText(4, 0, QStringLiteral("Personell"));
+        clickCell(w.fpSchedule, 4, 0, Qt::RightButton);
+        QVERIFY(pickMenuItem(w.mnuD, w.mnuInsertPlayer));
+        QCOMPARE(cell(4, 0), QStringLiteral("Personell"));
+        QVERIFY(cell(4, 1).isEmpty());
     }
 
     void typedDateIsRewritten() {

@@ -1,4 +1,5 @@
 // The special music, and what it writes into the schedule of the start-up.
+#include "sets/frm_set_list.h"
 #include "team/frm_special_music.h"
 #include "team/schedule_test.h"
 
@@ -214,8 +215,12 @@ private Q_SLOTS:
         addTheLeast();
         addItem("Amen", "11/22/26", "No", "4");
         QCOMPARE(notesOf({"11/22/26"}), QStringList{"by hand"});
-        QCOMPARE(world->rows("SELECT song_name FROM special_music WHERE play_date = '11/22/26'"),
-                 QStringList{"Amen"});
+        click(world->main().cmdSetList);
+        frmSetList& sets = frmSetList::instance();
+        world->answers.box("Special Music Scheduled For This Date\r Amen",
+                           QMessageBox::Information);
+        typeInCell(sets.fpSet, 2, 1, "11/22/26");
+        QCOMPARE(sets.lblSpecialMusic->text(), QStringLiteral("Special Music:  Amen"));
     }
 
     void noteByHandIsReplacedAndWhatStandsBelowIsNot() {
@@ -229,6 +234,16 @@ private Q_SLOTS:
         frmSchedule& w = open();
         QCOMPARE(w.fpSchedule->GetText(2, 4), QStringLiteral("Perform Amen"));
         QCOMPARE(w.fpSchedule->GetText(2, 5), QStringLiteral("below"));
+        // The note is lost once the schedule is saved.
+        const QString saved = world->path("schedules/after.scd");
+        world->answers.question(
+            "Would you like to finalize this schedule and save the players list?", QMessageBox::No,
+            "Save Players List");
+        world->answers.file(saved);
+        click(w.cmdSaveSched);
+        SheetGrid read;
+        QVERIFY(read.LoadFromFile(saved));
+        QCOMPARE(read.GetText(2, 4), QStringLiteral("Perform Amen"));
     }
 
     void reminderPassRunsOneStatementADate() {
