@@ -140,7 +140,12 @@ void frmSetList::searchByTitle() {
                    dbConn, CursorType::Dynamic, LockType::ReadOnly);
         if (dates.EOF_()) continue;
         // The smallest date as text, where the other search shows the greatest: this is meant.
+        // It comes in as it was stored; as a date cell it sorts by time.
+        fpSongList1->Col(5);
+        fpSongList1->Row(n);
+        fpSongList1->CellType(CellKind::Edit);
         fpSongList1->SetText(5, n, dates.Fields("played_date"));
+        fpSongList1->CellType(CellKind::Date);
         dates.Close();
     }
 }

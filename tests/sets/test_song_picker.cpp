@@ -282,6 +282,25 @@ private Q_SLOTS:
         QVERIFY(hasPicture(w.fpSongList1, 1));
     }
 
+    void titleSearchShowsTheDateAsItWasStored() {
+        addCategories({"Praise"});
+        addPlayed(addSong({.title = "Dated", .cat1 = "Praise"}), {"10/05/25"});
+        addPlayed(addSong({.title = "Odd"}), {"Easter 2004"});
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        QTest::keyClicks(w.txtSearch, "odd");
+        click(w.cmdSearchTitle);
+        QCOMPARE(columnOf(w.fpSongList1, 5), QStringList{"Easter 2004"});
+    }
+
+    void headClickOnAnEmptyListStillSorts() {
+        frmSetList& w = open();
+        clickCell(w.fpSongList1, 2, 0);
+        QCOMPARE(w.fpSongList1->SortKey(1), 2);
+        QCOMPARE(w.fpSongList1->SortKeyOrder(1), SortOrder::Ascending);
+        QCOMPARE(w.fpSongList1->MaxRows(), 0);
+    }
+
     void titleSearchStopsBehindAHitWithoutADate() {
         addPlayed(addSong({.title = "A one"}), {"10/05/25"});
         addSong({.title = "A two"});
