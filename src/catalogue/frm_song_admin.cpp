@@ -378,18 +378,11 @@ void frmSongAdmin::fpSMsong_ButtonClicked(int, int row, bool) {
 
 void frmSongAdmin::chooseFile(int row) {
     CommonDialog& dialog = frmMDI::instance().CommonDlg;
-    dialog.CancelError = true;
     dialog.FileName.clear();
     // Any file: what another window has asked for last does not count here.
     dialog.Filter.clear();
     dialog.DialogTitle.clear();
-    try {
-        dialog.ShowOpen();
-    } catch (const RunTimeError& error) {
-        if (error.number() == RunTimeError::DialogCancelled) return;
-        throw;
-    }
-    fpSMsong->SetText(1, row, dialog.FileName);
+    if (dialog.chosen(&CommonDialog::ShowOpen)) fpSMsong->SetText(1, row, dialog.FileName);
 }
 
 void frmSongAdmin::fpdp_Change(int, int) { offerSpareRow(); }

@@ -117,10 +117,12 @@ void Recordset::Open(const QString& source, Connection& connection, CursorType c
     const QByteArray text = storesForm(source);
     const char* rest = nullptr;
     // A text is read to its first zero: what stands behind one would be left out in silence.
-    if (text.contains('\0') || sqlite3_prepare_v2(m_handle, text.constData(), int(text.size()) + 1,
-                                                  &m_statement, &rest) != SQLITE_OK) {
+    if (text.contains('\0'))
+        throw RunTimeError(RunTimeError::StatementRefused,
+                           QStringLiteral("The statement holds a character that ends it early."));
+    if (sqlite3_prepare_v2(m_handle, text.constData(), int(text.size()) + 1, &m_statement, &rest) !=
+        SQLITE_OK)
         refuse(m_handle);
-    }
     if (!m_statement || !isBlank(rest)) {
         Close();
         throw RunTimeError(RunTimeError::StatementRefused,
