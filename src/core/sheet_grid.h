@@ -1,6 +1,8 @@
 // A spreadsheet grid without a screen: every list, form and document of the program.
 #pragma once
 
+#include "core/print_settings.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -87,7 +89,7 @@ struct GridDirt {
 // the sheet `Sheet`. Reading beyond the grid's size yields no text and the plain format; writing
 // there has no effect. Nothing here raises an error unless its comment says so. A grid starts with
 // one sheet of 500 x 500 plain cells.
-class SheetGrid {
+class SheetGrid : public PrintSettings {
 public:
     SheetGrid();
     virtual ~SheetGrid();
@@ -247,7 +249,7 @@ public:
     bool RowHidden() const;
     void RowHidden(bool hidden);
 
-    // A forced page break before the row `Row` in print.
+    // A forced page break behind the row `Row` in print.
     bool RowPageBreak() const;
     void RowPageBreak(bool on);
 
@@ -301,6 +303,14 @@ public:
     // no place in the grid; what lies beyond the grid's edge is cut off.
     bool SaveBlockToBuffer(int col, int row, int col2, int row2, CellBlock& buffer) const;
     bool LoadBlockFromBuffer(int col, int row, const CellBlock& buffer);
+
+    // Writes a block of `Sheet` as a page of HTML with one table, a line a row, with colours, fonts,
+    // alignment, borders and spans; the lines of the grid where they are shown. Hidden rows and
+    // columns stay out. An end row below 1 is the last row with data, a block that ends above its
+    // start is empty. The file is replaced whole, or added to where `append` is true. The name of a
+    // log is taken and not used. False where the file cannot be written.
+    bool ExportRangeToHTML(int col, int row, int col2, int row2, const QString& path, bool append,
+                           const QString& logFile) const;
 
     // --- For views, printing and export: any sheet, without the addressing state ---------------
 
