@@ -208,6 +208,9 @@ const std::vector<CellSpan>& SheetGrid::spansOf(int sheet) const {
 
 int SheetGrid::rowsOf(int sheet) const { return d->at(sheet) ? d->at(sheet)->maxRows : 0; }
 int SheetGrid::colsOf(int sheet) const { return d->at(sheet) ? d->at(sheet)->maxCols : 0; }
+int SheetGrid::dataRowsOf(int sheet) const {
+    return d->at(sheet) ? d->at(sheet)->lastDataRow() : 0;
+}
 
 double SheetGrid::widthOf(int sheet, int col) const {
     return d->at(sheet) ? d->at(sheet)->colLine(col).size : 0;

@@ -304,11 +304,11 @@ public:
     bool SaveBlockToBuffer(int col, int row, int col2, int row2, CellBlock& buffer) const;
     bool LoadBlockFromBuffer(int col, int row, const CellBlock& buffer);
 
-    // Writes a block of `Sheet` as a page of HTML with one table, a line a row, with colours, fonts,
-    // alignment, borders and spans; the lines of the grid where they are shown. Hidden rows and
-    // columns stay out. An end row below 1 is the last row with data, a block that ends above its
-    // start is empty. The file is replaced whole, or added to where `append` is true. The name of a
-    // log is taken and not used. False where the file cannot be written.
+    // Writes a block of `Sheet` as a page of HTML with one table, a line a row, with colours,
+    // fonts, alignment, borders and spans; the lines of the grid where they are shown. Hidden rows
+    // and columns stay out. An end row below 1 is the last row with data, a block that ends above
+    // its start is empty. The file is replaced whole, or added to where `append` is true. The name
+    // of a log is taken and not used. False where the file cannot be written.
     bool ExportRangeToHTML(int col, int row, int col2, int row2, const QString& path, bool append,
                            const QString& logFile) const;
 
@@ -321,6 +321,7 @@ public:
     const std::vector<CellSpan>& spansOf(int sheet) const;
     int rowsOf(int sheet) const;
     int colsOf(int sheet) const;
+    int dataRowsOf(int sheet) const;  // DataRowCnt of any sheet
     double widthOf(int sheet, int col) const;
     double heightOf(int sheet, int row) const;
     bool isColHidden(int sheet, int col) const;

@@ -1,6 +1,7 @@
 // What a grid holds. Only the grid itself and its file form look in here.
 #pragma once
 
+#include "core/grid_area.h"
 #include "core/sheet_grid.h"
 
 #include <algorithm>
@@ -89,15 +90,6 @@ constexpr bool isKnown(SortOrder order) {
 // The head row and the head column, as long as nothing is set for them.
 inline const GridLine plainColHead{PlainRowHeight};
 inline const GridLine plainRowHead{PlainColWidth};
-
-// A block whose ends are inside a grid; empty where an end lies before its start.
-struct GridArea {
-    int col = 0;
-    int row = 0;
-    int col2 = -1;
-    int row2 = -1;
-    bool isEmpty() const { return col2 < col || row2 < row; }
-};
 
 struct GridSheet {
     int maxRows = 500;

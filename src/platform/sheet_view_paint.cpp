@@ -6,7 +6,6 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <cmath>
 #include <set>
 #include <utility>
 
@@ -27,30 +26,10 @@ int paddingOf(const QRect& cell) { return cell.width() < NarrowColumn ? NarrowPa
 // Carriage returns of texts are line ends on the screen.
 QString shown(QString text) {
     text.truncate(MaxShown);
-    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    while (text.endsWith(QLatin1Char('\n'))) text.chop(1);
-    return text;
+    return withLineEnds(text);
 }
 
 }  // namespace
-
-double pixelsPerUnit() {
-    static const double width = [] {
-        constexpr int large = 1000;  // where no rounding to whole pixels counts
-        QFont font(QStringLiteral("Arial"));
-        font.setPixelSize(large);
-        const double share = QFontMetricsF(font).horizontalAdvance(QLatin1Char('0')) / large;
-        return share * 10 * 96 / 72;
-    }();
-    return width;
-}
-
-int pixelsOfPoints(double points) { return int(std::lround(points * 96 / 72)); }
-
-QColor screenColour(int gridColour) {
-    return QColor(gridColour & 0xff, (gridColour >> 8) & 0xff, (gridColour >> 16) & 0xff);
-}
 
 struct SheetPainter::Pass {
     QPainter& painter;
@@ -222,8 +201,8 @@ void SheetPainter::paintTexts(Pass& pass, int row) {
     int last = pass.lastCol;
     if (m_grid.AllowCellOverflow()) {
         // A text may come in from the nearest cell with a text on either side.
-        while (first > 1 && takesOverflow(pass, first, row)) --first;
-        while (last < pass.cols && takesOverflow(pass, last, row)) ++last;
+        while (first > 1 && takesOverflow(m_grid, pass.sheet, first, row)) --first;
+        while (last < pass.cols && takesOverflow(m_grid, pass.sheet, last, row)) ++last;
     }
     std::pair<int, int> painted{0, 0};
     for (int col = first; col <= last; ++col) {
@@ -246,14 +225,6 @@ void SheetPainter::paintTexts(Pass& pass, int row) {
     }
 }
 
-bool SheetPainter::takesOverflow(const Pass& pass, int col, int row) const {
-    if (!m_grid.textAt(pass.sheet, col, row).isEmpty()) return false;
-    if (m_grid.spanAt(pass.sheet, col, row).cols > 0) return false;
-    if (!m_grid.pictureAt(pass.sheet, col, row).isEmpty()) return false;
-    const CellKind kind = m_grid.formatAt(pass.sheet, col, row).kind;
-    return kind != CellKind::Combo && kind != CellKind::Button;
-}
-
 QRect SheetPainter::overflowRect(const Pass& pass, int col, int row, HAlign align, int wanted,
                                  QRect rect) const {
     const auto lacking = [&] { return wanted - rect.width(); };
@@ -261,7 +232,7 @@ QRect SheetPainter::overflowRect(const Pass& pass, int col, int row, HAlign alig
         const bool towardsRight = (step > 0) != m_view.isRightToLeft();
         for (int next = col + step; next >= 1 && next <= pass.cols && enough > 0; next += step) {
             if (m_view.isColumnHidden(next - 1)) continue;
-            if (!takesOverflow(pass, next, row)) break;
+            if (!takesOverflow(m_grid, pass.sheet, next, row)) break;
             const int width = m_view.columnWidth(next - 1);
             enough -= width;
             if (towardsRight) {

@@ -1,7 +1,7 @@
 // Paints a grid's cells into a view.
 #pragma once
 
-#include "core/sheet_grid.h"
+#include "platform/cell_look.h"
 
 #include <QFont>
 #include <QFontMetrics>
@@ -21,15 +21,6 @@ struct SheetLook {
     int editCol = 0;  // the cell under an open editor
     int editRow = 0;
 };
-
-// Width of a grid's column of one unit: that of "0" in Arial 10, in pixels.
-double pixelsPerUnit();
-
-// Height in pixels of a row of so many points.
-int pixelsOfPoints(double points);
-
-// A colour of a grid as one of the screen.
-QColor screenColour(int gridColour);
 
 // Two passes over the rows that need it: grounds, lines and borders first, then the texts, which
 // may run over into empty neighbours.
@@ -74,7 +65,6 @@ private:
     void paintText(Pass& pass, int col, int row, const CellFormat& format, const QString& text);
     void paintActive(Pass& pass);
     QColor textColour(const Pass& pass, int row, const CellFormat& format) const;
-    bool takesOverflow(const Pass& pass, int col, int row) const;
     QRect overflowRect(const Pass& pass, int col, int row, HAlign align, int wanted,
                        QRect rect) const;
     QRect cellRect(int col, int row) const;

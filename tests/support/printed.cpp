@@ -1,0 +1,48 @@
+#include "support/printed.h"
+
+#include <QDir>
+#include <QProcess>
+#include <QTemporaryDir>
+
+namespace {
+
+QString output(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.start(program, arguments);
+    if (!process.waitForFinished() || process.exitCode() != 0) return {};
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+}  // namespace
+
+QStringList printedPages(const QString& pdf) {
+    const QString text =
+        output(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+    QStringList pages = text.split(QLatin1Char('\f'));
+    pages.removeLast();  // each page ends with the mark
+    return pages;
+}
+
+QList<QImage> pagePictures(const QString& pdf, int dpi) {
+    const QTemporaryDir folder;
+    output(QStringLiteral("pdftoppm"),
+           {QStringLiteral("-png"), QStringLiteral("-r"), QString::number(dpi), pdf,
+            folder.filePath(QStringLiteral("page"))});
+    QList<QImage> pictures;
+    const QDir dir(folder.path());
+    for (const QString& name : dir.entryList(QDir::Files, QDir::Name))
+        pictures.append(QImage(dir.filePath(name)));
+    return pictures;
+}
+
+QStringList printedFonts(const QString& pdf) {
+    QStringList fonts;
+    const QStringList lines = output(QStringLiteral("pdffonts"), {pdf}).split(QLatin1Char('\n'));
+    for (const QString& line : lines.mid(2)) {
+        // name, type, encoding, emb, sub, uni, object: from the right, since a type has blanks.
+        const QStringList words = line.simplified().split(QLatin1Char(' '));
+        if (words.size() < 7) continue;
+        fonts.append(words.first() + QLatin1Char(' ') + words[words.size() - 5]);
+    }
+    return fonts;
+}

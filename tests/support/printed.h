@@ -1,0 +1,15 @@
+// What a printed PDF holds, by the tools of any reader.
+#pragma once
+
+#include <QImage>
+#include <QString>
+#include <QStringList>
+
+// The text of each page, as it lies on the page; empty where there is no such file.
+QStringList printedPages(const QString& pdf);
+
+// Each page as a picture, at so many dots an inch.
+QList<QImage> pagePictures(const QString& pdf, int dpi = 60);
+
+// The fonts of a PDF, a line each: name, type, and whether it is embedded ("yes" or "no").
+QStringList printedFonts(const QString& pdf);
