@@ -1,0 +1,56 @@
+// How long a chart of three pages takes to a PDF file, also as a ratio to a bare loop that writes
+// the same texts in the same font at the same steps with Qt's own PDF writer.
+#include "bare_loop.h"
+#include "charts/chart_output.h"
+#include "filled_chart.h"
+#include "platform/printing.h"
+#include "platform/theme.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QPdfWriter>
+
+namespace {
+
+constexpr int Pages = 3;
+constexpr int TwipsPerInch = 1440;
+constexpr int Margin = 720;
+constexpr int ColTwips = 280;
+constexpr int RowTwips = 298;
+constexpr int LetterTwips = 200;
+
+void writeBare(const SheetGrid& chart, const QString& path) {
+    QPdfWriter writer(path);
+    writer.setResolution(TwipsPerInch);
+    writer.setPageMargins({});
+    QPainter painter(&writer);
+    QFont font(QStringLiteral("Arial"));
+    font.setPixelSize(LetterTwips);
+    font.setBold(true);
+    painter.setFont(font);
+    for (int page = 1; page <= Pages; ++page) {
+        if (page > 1) writer.newPage();
+        for (int row = 1; row <= ChartRows; ++row) {
+            for (int col = 1; col <= ChartCols; ++col) {
+                const QString text = chart.textAt(page, col, row);
+                if (!text.isEmpty())
+                    painter.drawText(Margin + (col - 1) * ColTwips, Margin + row * RowTwips, text);
+            }
+        }
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    applyTheme(app);
+    const QTemporaryDir folder;
+    SheetGrid chart;
+    fillChart(chart, Pages);
+    setPrintTarget(folder.filePath(QStringLiteral("ours.pdf")));
+    const QString bare = folder.filePath(QStringLiteral("bare.pdf"));
+    compare(
+        "print a chart", [&chart] { printChart(chart); }, [&] { writeBare(chart, bare); });
+}
