@@ -99,12 +99,11 @@ private Q_SLOTS:
         const QString path = world->path("sheetmusic/abide.stp");
         world->answers.file(path);
         world->answers.custom("overwrite", [](QWidget* box) {
-            // The file dialog comes back, and is given up.
-            auto* dialog = qobject_cast<QDialog*>(box->parentWidget());
-            QTimer::singleShot(0, dialog, &QDialog::reject);
             QTest::mouseClick(qobject_cast<QMessageBox*>(box)->button(QMessageBox::No),
                               Qt::LeftButton);
         });
+        // The file dialog comes back, and is given up.
+        world->answers.cancelFile();
         pick(w.mnuFile, w.mnuSave);
         QFile file(path);
         QVERIFY(file.open(QIODevice::ReadOnly));

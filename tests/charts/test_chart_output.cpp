@@ -135,7 +135,7 @@ private Q_SLOTS:
         print(false);
         const QImage page = pagePictures(target.pdf, 144).value(0);
         QCOMPARE(page.size(), QSize(1224, 1584));
-        // Half an inch of margin; the chart is as wide as the paper between the margins.
+        // Hundredths of an inch: half an inch of margin, then 37 columns of a fifth.
         const auto inkIn = [&page](int fromInch100, int toInch100) {
             int dark = 0;
             for (int y = 144; y < 1440; ++y)
@@ -143,13 +143,13 @@ private Q_SLOTS:
                     if (qGray(page.pixel(x, y)) < 128) ++dark;
             return dark;
         };
-        QCOMPARE(inkIn(0, 49), 0);
-        QVERIFY(inkIn(50, 75) > 0);
-        QVERIFY(inkIn(775, 800) > 0);
-        QCOMPARE(inkIn(802, 850), 0);
-        // The long chord runs over, and no line of the grid is printed.
-        QVERIFY(inkIn(430, 460) > 0 && inkIn(480, 500) > 0);
-        QCOMPARE(inkIn(600, 700), 0);
+        QCOMPARE(inkIn(0, 50), 0);
+        QVERIFY(inkIn(50, 62) > 0);
+        // The long chord runs over its neighbours, and no line of the grid is printed.
+        QVERIFY(inkIn(420, 440) > 0 && inkIn(500, 516) > 0);
+        QCOMPARE(inkIn(525, 740), 0);
+        QVERIFY(inkIn(744, 758) > 0);
+        QCOMPARE(inkIn(770, 850), 0);
     }
 
     void copyIsPrintedAsItStands() {
