@@ -1,14 +1,16 @@
-// How long a chart of three pages takes to a PDF file, also as a ratio to a bare loop that writes
-// the same texts in the same font at the same steps with Qt's own PDF writer.
-#include "bare_loop.h"
+// How long a chart of three pages takes to a PDF file, against writing the same texts in the same
+// font at the same steps with QPdfWriter and QPainter alone: at most 3 times. The program fails
+// where that does not hold.
 #include "charts/chart_output.h"
 #include "filled_chart.h"
 #include "platform/printing.h"
 #include "platform/theme.h"
+#include "ratios.h"
 
 #include <QApplication>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QTemporaryDir>
 
 namespace {
 
@@ -51,6 +53,7 @@ int main(int argc, char** argv) {
     fillChart(chart, Pages);
     setPrintTarget(folder.filePath(QStringLiteral("ours.pdf")));
     const QString bare = folder.filePath(QStringLiteral("bare.pdf"));
-    compare(
-        "print a chart", [&chart] { printChart(chart); }, [&] { writeBare(chart, bare); });
+    const auto print = [&chart] { printChart(chart); };
+    const auto write = [&] { writeBare(chart, bare); };
+    return holds("chart of 3 pages : QPdfWriter", quickest(print, write), 3) ? 0 : 1;
 }
