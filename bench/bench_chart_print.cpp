@@ -1,6 +1,6 @@
 // How long a chart of three pages takes to a PDF file, against writing the same texts in the same
-// font at the same steps with QPdfWriter and QPainter alone: at most 4 times. The program fails
-// where that does not hold.
+// font at the same steps with QPdfWriter and QPainter alone, into a file that is replaced whole, as
+// ours is: at most 3 times. The program fails where that does not hold.
 #include "charts/chart_output.h"
 #include "filled_chart.h"
 #include "platform/printing.h"
@@ -10,7 +10,10 @@
 #include <QApplication>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QSaveFile>
 #include <QTemporaryDir>
+
+#include <cstdlib>
 
 namespace {
 
@@ -22,7 +25,9 @@ constexpr int RowTwips = 298;
 constexpr int LetterTwips = 200;
 
 void writeBare(const SheetGrid& chart, const QString& path) {
-    QPdfWriter writer(path);
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) std::abort();
+    QPdfWriter writer(&file);
     writer.setResolution(TwipsPerInch);
     writer.setPageMargins({});
     QPainter painter(&writer);
@@ -40,6 +45,8 @@ void writeBare(const SheetGrid& chart, const QString& path) {
             }
         }
     }
+    painter.end();
+    if (!file.commit()) std::abort();
 }
 
 }  // namespace
@@ -55,5 +62,5 @@ int main(int argc, char** argv) {
     const QString bare = folder.filePath(QStringLiteral("bare.pdf"));
     const auto print = [&chart] { printChart(chart); };
     const auto write = [&] { writeBare(chart, bare); };
-    return holds("chart of 3 pages : QPdfWriter", quickest(print, write), 4) ? 0 : 1;
+    return holds("chart of 3 pages : QPdfWriter", quickest(print, write), 3) ? 0 : 1;
 }
