@@ -19,6 +19,7 @@ constexpr int WindowHeight = 2940;
 
 frmSongCollection::frmSongCollection() {
     setupUi(this);
+    lblSngList->setBackgroundRole(QPalette::Base);
     fpT.MaxCols(ChartCols);
     fpT.MaxRows(ChartRows);
     fpSong.GridShowHoriz(false);
@@ -27,6 +28,7 @@ frmSongCollection::frmSongCollection() {
     onEvent(this, cmdPrint, &QPushButton::clicked, &frmSongCollection::cmdPrint_Click);
     onEvent(this, Command1, &QPushButton::clicked, &frmSongCollection::Command1_Click);
     setDesignSize(QSize(px(WindowWidth), px(WindowHeight)));
+    centre();
 }
 
 // A box over the program, or another program, takes no activation away: coming back from them is
@@ -57,6 +59,7 @@ void frmSongCollection::stackCharts() {
         // In place of a chart that cannot be opened the one before it comes once more: this is
         // meant.
         fpT.LoadFromFile(path);
+        // Of a chart of several pages this is the one on view.
         CellBlock buffer;
         if (!fpT.SaveBlockToBuffer(1, 1, fpT.MaxCols(), fpT.MaxRows(), buffer))
             messageBox(QStringLiteral("save to buffer failed"));

@@ -44,6 +44,7 @@ private Q_SLOTS:
     void printShowsTheSetAsItStands() {
         makeDefaultDesign({"Call to worship", "Offering"});
         frmSetList& w = openWith("11/22/26", {"Alpha", "Beta"});
+        setUpSetWidths(*w.fpSet);
         makeGreen(w, 3);
         w.fpSongList1->SetActiveCell(2, 1);
         w.fpSet->SetActiveCell(2, 3);
