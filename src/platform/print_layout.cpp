@@ -1,5 +1,7 @@
 #include "platform/print_layout.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <utility>
 
@@ -16,6 +18,14 @@ constexpr double LeastScale = 0.1;
 constexpr double PlainFontSize = 10;  // points
 
 }  // namespace
+
+int wrapFlags(const PrintFace& face, const QString& text, double room) {
+    static const QRegularExpression blanks(QStringLiteral("\\s"));
+    for (const QString& word : text.split(blanks))
+        if (face.metrics.horizontalAdvance(word) > room)
+            return Qt::TextWordWrap | Qt::TextWrapAnywhere;
+    return Qt::TextWordWrap;
+}
 
 const PrintFace& PrintFaces::of(const CellFormat& format) {
     const double points = format.fontSize > 0 ? format.fontSize : PlainFontSize;
@@ -124,7 +134,7 @@ double PrintLayout::neededHeight(const SheetGrid& grid, PrintFaces& faces, int c
     const PrintFace& face = faces.of(grid.formatAt(m_sheet, col, row));
     if (!lines && face.metrics.horizontalAdvance(text) <= room) return 0;
     const QRectF needed = face.metrics.boundingRect(QRectF(0, 0, std::max(room, 1.0), 1e9),
-                                                    Qt::TextWordWrap | Qt::TextWrapAnywhere, text);
+                                                    wrapFlags(face, text, room), text);
     return needed.height() + 2 * NarrowPadding;
 }
 

@@ -17,6 +17,10 @@ struct PrintFace {
     QFontMetricsF metrics;
 };
 
+// How a text that has less room than it wants breaks into lines: between its words, anywhere where
+// one of them alone is too wide.
+int wrapFlags(const PrintFace& face, const QString& text, double room);
+
 // The fonts of cells as they are on paper.
 class PrintFaces {
 public:
