@@ -2,9 +2,7 @@
 #include "core/database.h"
 #include "core/dates.h"
 #include "reports/frm_history.h"
-#include "support/grid_hands.h"
-#include "support/registry.h"
-#include "support/world.h"
+#include "reports/report_test.h"
 
 #include <QAccessible>
 #include <QSignalSpy>
@@ -19,18 +17,8 @@ QString datesOf(const QString& id) {
 
 }  // namespace
 
-class TestHistory : public WindowTest {
+class TestHistory : public ReportTest {
     Q_OBJECT
-
-    QString addSong(const QString& title, const QStringList& dates = {}) {
-        world->sql(QStringLiteral("INSERT INTO songs (title) VALUES ('%1')").arg(title));
-        const QString id = world->rows("SELECT max(ID) FROM songs").value(0);
-        for (const QString& date : dates)
-            world->sql(QStringLiteral("INSERT INTO played_on (title, played_date, songID) "
-                                      "VALUES ('%1', '%2', %3)")
-                           .arg(title, date, id));
-        return id;
-    }
 
     frmHistory& open() {
         world->start();
