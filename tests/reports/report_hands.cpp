@@ -10,3 +10,12 @@ QString ReportTest::addSong(const QString& title, const QStringList& dates, cons
                        .arg(title, date, id));
     return id;
 }
+
+void ReportTest::makeReadingFail(const QString& songID) {
+    // The sum overflows.
+    world->sql(QStringLiteral("ALTER TABLE played_on RENAME TO dates; CREATE VIEW played_on AS "
+                              "SELECT songID, substr(played_date, 1, 8 + "
+                              "abs(-9223372036854775807 - (songID = %1)) * 0) AS played_date FROM "
+                              "dates")
+                   .arg(songID));
+}

@@ -12,4 +12,7 @@ protected:
     // Stores a song with a row for each date on which it was played. The ID that the song gets.
     QString addSong(const QString& title, const QStringList& dates = {},
                     const QString& number = QString());
+
+    // From now on a statement fails when it reads a date of this song.
+    void makeReadingFail(const QString& songID);
 };
