@@ -15,11 +15,10 @@
 struct PrintFace {
     QFont font;  // its pixel size is in twips
     QFontMetricsF metrics;
-};
 
-// How a text that has less room than it wants breaks into lines: between its words, anywhere where
-// one of them alone is too wide.
-int wrapFlags(const PrintFace& face, const QString& text, double room);
+    // How a text breaks into lines in a room: between words, within them where one is too long.
+    int wrapFlags(const QString& text, double room) const;
+};
 
 // The fonts of cells as they are on paper.
 class PrintFaces {
