@@ -8,6 +8,8 @@
 #include "platform/printing.h"
 #include "sets/set_output.h"
 
+#include <QHash>
+
 #include <array>
 
 namespace {
@@ -18,8 +20,19 @@ enum ReportColumn { ReportTitle = 1, DatePlayed, ReportNumber };
 
 constexpr int DressRows = 3;
 
-// A date as the period compares it, taken through its two-digit year: this is meant.
-QDate comparable(const QString& text) { return toDate(formatDate(toDate(text))); }
+// Dates as the period compares them, taken through their two-digit years: this is meant. Raises 13
+// where a text is no date. Few dates stand in many rows, so each text is read once.
+class ComparableDates {
+public:
+    QDate of(const QString& text) {
+        const auto known = m_known.constFind(text);
+        if (known != m_known.cend()) return *known;
+        return *m_known.insert(text, toDate(formatDate(toDate(text))));
+    }
+
+private:
+    QHash<QString, QDate> m_known;
+};
 
 void addRow(SheetGrid& grid, const std::array<QString, 3>& texts) {
     const int row = grid.MaxRows() + 1;
@@ -116,8 +129,9 @@ void frmCCLI::cmdShowReport_Click() {
         messageBox(QStringLiteral("Select a 'From' and 'To' Date."), BoxIcon::Information);
         return;
     }
-    const QDate fromDate = comparable(from);
-    const QDate toDate = comparable(to);
+    ComparableDates dates;
+    const QDate fromDate = dates.of(from);
+    const QDate toDate = dates.of(to);
     clearReport();
     Recordset rs;
     rs.Open(QStringLiteral("SELECT played_on.songID, played_on.played_date, songs.ID, songs.CCLI, "
@@ -126,7 +140,7 @@ void frmCCLI::cmdShowReport_Click() {
             dbConn, CursorType::Dynamic, LockType::ReadOnly);
     for (; !rs.EOF_(); rs.MoveNext()) {
         const QString played = rs.Fields("played_date");
-        const QDate date = comparable(played);
+        const QDate date = dates.of(played);
         if (date < fromDate || date > toDate) continue;
         const QString number = rs.Fields("CCLI");
         if (!number.isEmpty()) addRow(*fpCCLI, {rs.Fields("Title"), played, number});
