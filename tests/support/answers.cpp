@@ -132,6 +132,10 @@ void Answers::look() {
     if (modal == m_answered) return;
     m_answered = modal;
     if (m_look) m_look(modal);
+    if (m_queue.empty() && m_otherwise) {
+        m_otherwise(modal);
+        return;
+    }
     if (m_queue.empty()) {
         unexpected(modal, QStringLiteral("nothing"));
         return;
