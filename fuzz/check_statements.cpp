@@ -2,6 +2,7 @@
 #include "core/collation.h"
 #include "core/database.h"
 #include "core/run_time_error.h"
+#include "trees.h"
 
 #include <QFile>
 #include <QStringList>

@@ -232,7 +232,7 @@ void SheetDrawing::drawText(int col, int row, const CellFormat& format, const QR
                                                  : Qt::AlignHCenter;
     double stretch = 1;
     if (lines || (wanted > rect.width() && !m_grid.AllowCellOverflow())) {
-        flags |= Qt::TextWordWrap | Qt::TextWrapAnywhere | Qt::AlignTop;
+        flags |= face.wrapFlags(text, rect.width()) | Qt::AlignTop;
         rect.adjust(0, LineWidth, 0, 0);
     } else {
         flags |= Qt::TextSingleLine | Qt::AlignVCenter;

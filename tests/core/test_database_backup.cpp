@@ -3,6 +3,7 @@
 #include "core/database_backup.h"
 #include "core/run_time_error.h"
 #include "support/registry.h"
+#include "trees.h"
 
 #include <QFile>
 #include <QObject>

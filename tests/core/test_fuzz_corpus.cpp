@@ -1,6 +1,7 @@
 // What the fuzzers have gathered is tried on every run.
 #include "fuzz/checks.h"
 #include "support/registry.h"
+#include "trees.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,7 @@
 // The guide as it is delivered, in the window in which it is read.
 #include "platform/help_window.h"
 #include "support/registry.h"
+#include "trees.h"
 
 #include <QFile>
 #include <QObject>

@@ -6,6 +6,7 @@
 #include "platform/theme.h"
 #include "soak/random_user.h"
 #include "soak/watchdog.h"
+#include "trees.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
