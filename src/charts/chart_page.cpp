@@ -70,6 +70,29 @@ void setUpChart(SheetGrid& chart) {
     joinLastRows(chart);
 }
 
+void formatStackedCharts(SheetGrid& charts) {
+    const std::vector<CellSpan> joined = charts.spansOf(charts.Sheet());
+    for (const CellSpan& span : joined) charts.RemoveCellSpan(span.col, span.row);
+    for (int col = 1; col <= ChartCols; ++col) charts.ColWidth(col, ChartColWidth);
+    charts.RowHeight(-1, ChartRowHeight);
+    charts.Col(-1);
+    charts.Row(-1);
+    setFont(charts, 10);
+    charts.MaxCols(ChartCols);
+    charts.TypeHAlign(HAlign::Centre);
+    charts.AllowCellOverflow(true);
+    const int pages = charts.MaxRows() / ChartRows;
+    if (pages > 0) {
+        // The lyric rows are joined down to the end of the sheet.
+        joinTitleAndLyrics(charts);
+        joinLastRows(charts);
+    }
+    // From the third page on the titles stand in separate cells: this is meant.
+    if (pages > 1)
+        for (int row = 1; row <= LastTitleRow; ++row) joinRow(charts, ChartRows + row);
+    hideHeads(charts);
+}
+
 void addChartPage(SheetGrid& chart, const std::function<void(const QString&)>& status) {
     status(QStringLiteral("Loading New Page"));
     chart.TabStripPolicy(TabStrip::Never);
