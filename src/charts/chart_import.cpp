@@ -7,11 +7,13 @@
 #include <QFile>
 #include <QStringDecoder>
 
+#include <algorithm>
 #include <array>
 
 namespace {
 
-constexpr qint64 MostBytes = 64 << 20;  // far more than the list can take
+constexpr qint64 MostBytes = 64 << 20;   // far more than the list can take
+constexpr qint64 LeastBytes = 64 << 10;  // of what does not tell its size
 constexpr size_t MarkedRows = 100;
 constexpr size_t ChordsOfLine = 30;
 constexpr int LastImportRow = 40;
@@ -40,7 +42,8 @@ QString decoded(QByteArrayView line) {
 QByteArray readBytes(const QString& path) {
     QFile file(resolvedPath(path));
     if (!file.open(QIODevice::ReadOnly)) return {};
-    QByteArray bytes = file.read(MostBytes);
+    // A read takes the room that it asks for at once.
+    QByteArray bytes = file.read(std::clamp(file.size(), LeastBytes, MostBytes));
     if (bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff")) {
         QStringDecoder utf16(QStringDecoder::Utf16);
         const QString text = utf16(bytes);

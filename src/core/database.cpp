@@ -4,6 +4,8 @@
 #include "core/paths.h"
 #include "core/run_time_error.h"
 
+#include <QStringDecoder>
+
 #include <cstring>
 #include <sqlite3.h>
 
@@ -37,6 +39,14 @@ int authorize(void*, int action, const char*, const char*, const char*, const ch
 
 [[noreturn]] void refuse(sqlite3* handle) {
     throw RunTimeError(RunTimeError::StatementRefused, QString::fromUtf8(sqlite3_errmsg(handle)));
+}
+
+// A stored text as it is: a plain conversion takes a byte order mark at its start away.
+QString storedText(const char* text, qsizetype size) {
+    const QByteArrayView bytes(text, size);
+    if (!bytes.startsWith("\xef\xbb\xbf")) return QString::fromUtf8(bytes);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return decoder(bytes);
 }
 
 bool isBlank(const char* text) {
@@ -156,7 +166,7 @@ QString Recordset::Fields(QAnyStringView name) const {
         if (QAnyStringView::compare(m_names[i], name, Qt::CaseInsensitive) != 0) continue;
         const int column = static_cast<int>(i);
         const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
-        return QString::fromUtf8(text, sqlite3_column_bytes(m_statement, column));
+        return storedText(text, sqlite3_column_bytes(m_statement, column));
     }
     throw RunTimeError(RunTimeError::NoSuchItem,
                        QStringLiteral("The result has no field \"%1\".").arg(name.toString()));

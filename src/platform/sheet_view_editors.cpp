@@ -168,6 +168,13 @@ void SheetDelegate::forget() {
     QCoreApplication::instance()->removeEventFilter(m_watch.get());
 }
 
+// A combo box that loses the focus because it closes tells its choice once more.
+void SheetDelegate::take(QWidget* editor) {
+    if (editor != m_editor) return;
+    Q_EMIT commitData(editor);
+    if (editor == m_editor) Q_EMIT closeEditor(editor, NoHint);
+}
+
 QWidget* SheetDelegate::makeEditor(QWidget* parent, const CellFormat& format) const {
     auto* self = const_cast<SheetDelegate*>(this);
     if (format.kind == CellKind::Combo) {
@@ -176,18 +183,12 @@ QWidget* SheetDelegate::makeEditor(QWidget* parent, const CellFormat& format) co
         combo->setInsertPolicy(QComboBox::NoInsert);
         combo->addItems(itemsOf(format.comboList));
         combo->setMaxVisibleItems(std::max(format.comboMaxDrop, 1));
-        connect(combo, &QComboBox::activated, self, [self, combo] {
-            Q_EMIT self->commitData(combo);
-            Q_EMIT self->closeEditor(combo, NoHint);
-        });
+        connect(combo, &QComboBox::activated, self, [self, combo] { self->take(combo); });
         return combo;
     }
     if (format.kind == CellKind::Date) {
         auto* line = new DateLine(format.spin, parent);
-        connect(line, &DateLine::picked, self, [self, line] {
-            Q_EMIT self->commitData(line);
-            Q_EMIT self->closeEditor(line, NoHint);
-        });
+        connect(line, &DateLine::picked, self, [self, line] { self->take(line); });
         return line;
     }
     return new CellLine(parent);

@@ -106,6 +106,7 @@ protected:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
+    void take(QWidget* editor);
     QWidget* makeEditor(QWidget* parent, const CellFormat& format) const;
     static QString textOf(const QWidget* editor);
 

@@ -193,6 +193,8 @@ public:
     }
 
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        // A window that is made small leaves a button no room.
+        if (size.isEmpty()) return {};
         QPixmap pixmap(size);
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);

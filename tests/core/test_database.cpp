@@ -217,6 +217,13 @@ private Q_SLOTS:
         QCOMPARE(world->rows("SELECT count(*) FROM songs"), QStringList{"3"});
     }
 
+    void byteOrderMarkAtTheStartOfATextIsKept() {
+        openDatabase();
+        const QString title = QStringLiteral("\ufeffPasted \ufeffFrom Afar");
+        run("INSERT INTO songs (title) VALUES ('" + title + "')");
+        QCOMPARE(column("SELECT title FROM songs", "title"), QStringList{title});
+    }
+
     void nullReadsAsTheEmptyText() {
         openDatabase();
         run("INSERT INTO songs (title, artist) VALUES ('a', NULL)");

@@ -4,7 +4,6 @@
 #include "support/registry.h"
 #include "trees.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -248,27 +247,6 @@ private Q_SLOTS:
             R"("rows":4,"cols":4,"spans":[[1,1,2,2],[3,1,2,1],[3,2,2,2],[1,3,2,1],[1,4,4,1]])")));
         QVERIFY(!readGridFile(sheetFile(R"("rows":4,"cols":4,"spans":[[2,1,1,4],[1,4,4,1]])")));
         QVERIFY(!readGridFile(sheetFile(R"("rows":4,"cols":4,"spans":[[1,2,4,1],[2,1,1,4]])")));
-    }
-
-    // What the fuzzer has gathered is read on every run.
-    void corpusReadsTheSameTwice() {
-        const QDir corpus(QStringLiteral(SOURCE_TREE "/fuzz/corpus/grid_file"));
-        const QStringList names = corpus.entryList(QDir::Files);
-        QVERIFY(!names.isEmpty());
-        int taken = 0;
-        for (const QString& name : names) {
-            QFile file(corpus.filePath(name));
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            const auto read = readGridFile(file.readAll());
-            if (!read) continue;
-            ++taken;
-            const QByteArray bytes = writeGridFile(*read, false);
-            const auto again = readGridFile(bytes);
-            QVERIFY2(again, qPrintable(name));
-            QCOMPARE(differenceOf(*read, *again), QString());
-            QCOMPARE(writeGridFile(*again, false), bytes);
-        }
-        QVERIFY(taken > 0);
     }
 };
 

@@ -6,6 +6,7 @@
 #include <QCalendarWidget>
 #include <QClipboard>
 #include <QComboBox>
+#include <QRegularExpression>
 
 namespace {
 
@@ -46,6 +47,7 @@ private Q_SLOTS:
     void listCannotBeEdited();
     void comboByMouse();
     void comboByTyping();
+    void comboItemByTyping();
     void comboByKeys();
     void dates();
     void datePickedFromCalendar();
@@ -350,6 +352,17 @@ void TestSheetViewEdit::comboByTyping() {
     window.view.flush();
     pressKey(Qt::Key_Delete);
     QCOMPARE(window.view.GetText(1, 1), QString());
+}
+
+void TestSheetViewEdit::comboItemByTyping() {
+    QTest::failOnWarning(QRegularExpression(QStringLiteral("commitData")));
+    EditWindow window;
+    QVERIFY(window.start());
+    makeCombo(window.view, 1, 1);
+    typeText(QStringLiteral("Praise"));
+    pressKey(Qt::Key_Return);
+    QCOMPARE(window.view.TypeComboBoxCurSel(), 1);
+    QCOMPARE(window.changes.count(), 1);
 }
 
 void TestSheetViewEdit::comboByKeys() {

@@ -6,6 +6,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTest>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -20,6 +21,7 @@ private Q_SLOTS:
     void paletteHasTheColours();
     void followsTheWish();
     void icons();
+    void iconWithoutRoomIsNotDrawn();
     void iconsTakeTheAccent();
     void strongButton();
     void focusShows_data();
@@ -117,6 +119,13 @@ void TestTheme::icons() {
         }
     }
     QVERIFY(themedIcon(QStringLiteral("no-such-picture")).isNull());
+}
+
+void TestTheme::iconWithoutRoomIsNotDrawn() {
+    QTest::failOnWarning(QRegularExpression(QStringLiteral("QPainter")));
+    const QIcon icon = themedIcon(QStringLiteral("close"));
+    QVERIFY(icon.pixmap(QSize(24, 0)).isNull());
+    QVERIFY(icon.pixmap(QSize(0, 24)).isNull());
 }
 
 void TestTheme::iconsTakeTheAccent() {

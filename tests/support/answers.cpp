@@ -137,6 +137,10 @@ void Answers::look() {
     }
     m_answered = modal;
     if (m_look) m_look(modal);
+    if (m_queue.empty() && m_otherwise) {
+        m_otherwise(modal);
+        return;
+    }
     if (m_queue.empty()) {
         unexpected(modal, QStringLiteral("nothing"));
         return;

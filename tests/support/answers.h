@@ -57,6 +57,10 @@ public:
     };
     const std::vector<SeenFileDialog>& fileDialogs() const { return m_fileDialogs; }
 
+    // Answers whatever comes up beyond the queue, instead of failing the test; called again where
+    // it comes up anew.
+    void otherwise(std::function<void(QWidget*)> act) { m_otherwise = std::move(act); }
+
     // Called after an answer was given, for pictures.
     void beforeAnswer(std::function<void(QWidget*)> look) { m_look = std::move(look); }
 
@@ -78,6 +82,7 @@ private:
     std::vector<Expected> m_queue;
     std::vector<SeenFileDialog> m_fileDialogs;
     std::function<void(QWidget*)> m_look;
+    std::function<void(QWidget*)> m_otherwise;
     QTimer m_timer;
     QPointer<QWidget> m_answered;  // a later box may lie at the same address
     QPointer<QWidget> m_seen;
