@@ -1,6 +1,6 @@
-// What the benchmark programs of the song lists share: a database of 10,000 songs with 200,000
-// played rows, a bare loop that prepares and steps the same statements with SQLite itself, and
-// the ratio of the two.
+// What the benchmark programs share: statements run beside the program, a database of 10,000 songs
+// with 200,000 played rows, a bare loop that prepares and steps the same statements with SQLite
+// itself, and the ratio of the two.
 #pragma once
 
 #include "core/paths.h"
@@ -31,6 +31,15 @@ inline void fill(sqlite3* db) {
                  "INSERT INTO categories (name) VALUES ('Praise');"
                  "COMMIT;",
                  nullptr, nullptr, nullptr);
+}
+
+// Runs statements, as one transaction, on a database file.
+inline void runStatements(const QString& file, const QString& statements) {
+    sqlite3* db = nullptr;
+    sqlite3_open(file.toUtf8().constData(), &db);
+    const QString all = QStringLiteral("BEGIN;") + statements + QStringLiteral("COMMIT;");
+    sqlite3_exec(db, all.toUtf8().constData(), nullptr, nullptr, nullptr);
+    sqlite3_close(db);
 }
 
 // A program folder of its own with the filled database, and SQLite's own connection to it.

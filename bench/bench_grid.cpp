@@ -3,6 +3,7 @@
 // at most 3 times one round trip of the bare texts through QJsonDocument. The program fails where
 // they do not.
 #include "core/sheet_grid.h"
+#include "ratios.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -11,10 +12,7 @@
 #include <QStandardItemModel>
 #include <QTemporaryDir>
 
-#include <algorithm>
 #include <benchmark/benchmark.h>
-#include <chrono>
-#include <cstdio>
 
 namespace {
 
@@ -124,30 +122,6 @@ void BM_SearchColToTheEnd(benchmark::State& state) {
         benchmark::DoNotOptimize(grid.SearchCol(2, 1, -1, QStringLiteral("nowhere")));
 }
 BENCHMARK(BM_SearchColToTheEnd)->Unit(benchmark::kMillisecond);
-
-// Seconds of the quickest of some runs of each, taken in turns.
-template <class A, class B>
-std::pair<double, double> quickest(A first, B second) {
-    const auto time = [](auto& run) {
-        const auto start = std::chrono::steady_clock::now();
-        run();
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    };
-    std::pair<double, double> best{1e9, 1e9};
-    for (int i = 0; i < 9; ++i) {
-        best.first = std::min(best.first, time(first));
-        best.second = std::min(best.second, time(second));
-    }
-    return best;
-}
-
-bool holds(const char* what, std::pair<double, double> seconds, double most) {
-    const double ratio = seconds.first / seconds.second;
-    std::printf("%-34s %7.2f ms against %7.2f ms: ratio %.2f, at most %.2f: %s\n", what,
-                seconds.first * 1000, seconds.second * 1000, ratio, most,
-                ratio <= most ? "holds" : "FAILS");
-    return ratio <= most;
-}
 
 bool ratiosHold() {
     const auto fill = quickest(

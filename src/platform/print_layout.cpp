@@ -1,5 +1,8 @@
 #include "platform/print_layout.h"
 
+#include <QRegularExpression>
+#include <QStringList>
+
 #include <algorithm>
 #include <utility>
 
@@ -16,6 +19,14 @@ constexpr double LeastScale = 0.1;
 constexpr double PlainFontSize = 10;  // points
 
 }  // namespace
+
+int PrintFace::wrapFlags(const QString& text, double room) const {
+    const QStringList words = text.split(QRegularExpression(QStringLiteral("\\s")));
+    const bool fit = std::all_of(words.begin(), words.end(), [&](const QString& word) {
+        return metrics.horizontalAdvance(word) <= room;
+    });
+    return fit ? Qt::TextWordWrap : Qt::TextWrapAnywhere;
+}
 
 const PrintFace& PrintFaces::of(const CellFormat& format) {
     const double points = format.fontSize > 0 ? format.fontSize : PlainFontSize;
@@ -93,15 +104,16 @@ void PrintLayout::measure(const SheetGrid& grid, PrintFaces& faces) {
         m_widths.push_back(hidden ? 0 : grid.widthOf(m_sheet, col) * unit);
     }
     const auto highest = [&](int row, double given) {
+        if (row > 0 && m_headWidth > 0) given = std::max(given, neededHeight(grid, faces, 0, row));
         for (int col = m_area.col; col <= m_area.col2; ++col)
             given = std::max(given, neededHeight(grid, faces, col, row));
         return given;
     };
+    if (grid.PrintRowHeaders()) m_headWidth = grid.widthOf(m_sheet, 0) * unit;
     for (int row = m_area.row; row <= m_area.row2; ++row) {
         const double given = grid.heightOf(m_sheet, row) * TwipsPerPoint;
         m_heights.push_back(grid.isRowHidden(m_sheet, row) ? 0 : highest(row, given));
     }
-    if (grid.PrintRowHeaders()) m_headWidth = grid.widthOf(m_sheet, 0) * unit;
     if (grid.PrintColHeaders())
         m_headHeight = highest(0, grid.heightOf(m_sheet, 0) * TwipsPerPoint);
 }
@@ -121,10 +133,12 @@ double PrintLayout::neededHeight(const SheetGrid& grid, PrintFaces& faces, int c
     }
     if (room <= 0) return 0;
     room -= 2 * padding(room);
-    const PrintFace& face = faces.of(grid.formatAt(m_sheet, col, row));
+    CellFormat format = grid.formatAt(m_sheet, col, row);
+    if (row == 0 || col == 0) format.fontBold = true;  // as heads are printed
+    const PrintFace& face = faces.of(format);
     if (!lines && face.metrics.horizontalAdvance(text) <= room) return 0;
     const QRectF needed = face.metrics.boundingRect(QRectF(0, 0, std::max(room, 1.0), 1e9),
-                                                    Qt::TextWordWrap | Qt::TextWrapAnywhere, text);
+                                                    face.wrapFlags(text, room), text);
     return needed.height() + 2 * NarrowPadding;
 }
 

@@ -15,6 +15,9 @@
 struct PrintFace {
     QFont font;  // its pixel size is in twips
     QFontMetricsF metrics;
+
+    // How a text breaks into lines in a room: between words, within them where one is too long.
+    int wrapFlags(const QString& text, double room) const;
 };
 
 // The fonts of cells as they are on paper.

@@ -211,9 +211,11 @@ QRectF SheetDrawing::overflowRect(int col, int row, HAlign align, double wanted,
     if (align == HAlign::Left) rect.setRight(rect.right() + room(1, lacking));
     if (align == HAlign::Right) rect.setLeft(rect.left() - room(-1, lacking));
     if (align == HAlign::Centre) {
-        const double right = std::min(room(1, lacking / 2), lacking / 2);
-        const double left = std::min(room(-1, lacking / 2), lacking / 2);
-        rect.adjust(-left, 0, right, 0);
+        // What finds no room on one side goes to the other.
+        const auto grow = [&](int step, double by) { return std::min(room(step, by), by); };
+        const double left = grow(-1, lacking / 2);
+        const double right = grow(1, lacking - left);
+        rect.adjust(-grow(-1, lacking - right), 0, right, 0);
     }
     return rect;
 }
@@ -232,7 +234,7 @@ void SheetDrawing::drawText(int col, int row, const CellFormat& format, const QR
                                                  : Qt::AlignHCenter;
     double stretch = 1;
     if (lines || (wanted > rect.width() && !m_grid.AllowCellOverflow())) {
-        flags |= Qt::TextWordWrap | Qt::TextWrapAnywhere | Qt::AlignTop;
+        flags |= face.wrapFlags(text, rect.width()) | Qt::AlignTop;
         rect.adjust(0, LineWidth, 0, 0);
     } else {
         flags |= Qt::TextSingleLine | Qt::AlignVCenter;

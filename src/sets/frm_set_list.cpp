@@ -52,9 +52,10 @@ void frmSetList::wireSet() {
     onEvent(this, Command13, &QPushButton::clicked, &frmSetList::Command13_Click);
     onEvent(this, cmdPersonellAvail, &QToolButton::clicked, &frmSetList::cmdPersonellAvail_Click);
     onEvent(this, cmdSaveSetList, &QPushButton::clicked, &frmSetList::cmdSaveSetList_Click);
-    // The windows that these open come with a later version.
-    for (QPushButton* button : {Command3, cmdExportText, cmdEmailSet, cmdCollectSongs})
-        button->setEnabled(false);
+    onEvent(this, Command3, &QPushButton::clicked, &frmSetList::Command3_Click);
+    onEvent(this, cmdExportText, &QPushButton::clicked, &frmSetList::cmdExportText_Click);
+    onEvent(this, cmdEmailSet, &QPushButton::clicked, &frmSetList::cmdEmailSet_Click);
+    onEvent(this, cmdCollectSongs, &QPushButton::clicked, &frmSetList::cmdCollectSongs_Click);
 }
 
 void frmSetList::setUpMenus() {

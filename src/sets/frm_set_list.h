@@ -62,6 +62,15 @@ public:
     void saveSet();
     void loadSet();
 
+    // The set as it stands, saved or not: on paper, as a text file of a line a row, in a mail.
+    void printSet();
+    void exportSetAsText();
+    void mailSet();
+
+    // Hands the charts of all highlighted titles over to Export Music. Raises 3021 where a title
+    // is no song's.
+    void collectSongs();
+
 private:
     void wirePicker();
     void wireSet();
@@ -87,6 +96,10 @@ private:
     void mnuDeleteRow_Click();
     void Command6_Click();
     void Command9_Click();
+    void Command3_Click();
+    void cmdExportText_Click();
+    void cmdEmailSet_Click();
+    void cmdCollectSongs_Click();
     void cmdPersonellAvail_Click();
     void cmdSaveSetList_Click();
     void Command13_Click();

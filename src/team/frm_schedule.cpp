@@ -4,12 +4,14 @@
 #include "platform/theme.h"
 
 frmSchedule::frmSchedule() {
-    setupUi(this);
+    Ui::frmSchedule::setupUi(this);
+    setUpChooseEmail();
     setUpMenu();
     setUpPeopleGrids();
     setUpSchedule();
     wirePeople();
     wireSchedule();
+    wireOutput();
     cmdRefresh->setIcon(themedIcon(QStringLiteral("reload")));
     setDesignSize(size());
     atEdge(onFailure(), [this] { load(); });
@@ -35,9 +37,6 @@ void frmSchedule::wireSchedule() {
     onEvent(this, &mnuDelete, &QAction::triggered, &frmSchedule::mnuDelete_Click);
     onEvent(this, &mnuInsertPlayer, &QAction::triggered, &frmSchedule::mnuInsertPlayer_Click);
     onEvent(this, &mnuInsertWeek, &QAction::triggered, &frmSchedule::mnuInsertWeek_Click);
-    // Printing, mail and export come with a later version.
-    for (QPushButton* button : {cmdEmailSchedule, cmdPrintSched, cmdExportText, cmdPrintRoster})
-        button->setEnabled(false);
 }
 
 void frmSchedule::setUpMenu() {

@@ -5,24 +5,30 @@
 #include "core/sheet_grid.h"
 #include "platform/common_dialog.h"
 #include "platform/sheet_view.h"
+#include "ui_choose_email_panel.h"
 #include "ui_frm_schedule.h"
 
 #include <QAction>
 #include <QDate>
 #include <QMenu>
 
+#include <array>
 #include <vector>
 
-class frmSchedule : public Form<frmSchedule>, public Ui::frmSchedule {
+class frmSchedule : public Form<frmSchedule>, public Ui::frmSchedule, public Ui::ChooseEmailPanel {
 public:
     frmSchedule();
 
-    // The offers of one date, sorted: column 1, a row an offer. Never on the screen.
+    // The offers of one date, sorted: column 1, a row an offer; and the sheet that the roster is
+    // printed from. Never on the screen.
     SheetGrid fpTemp;
 
     // The menu of a right click on fpSchedule.
     QMenu mnuD;
     QAction mnuDelete, mnuInsertPlayer, mnuInsertWeek;
+
+    // The panel's choice: a range of weeks, or the whole schedule.
+    std::array<QRadioButton*, 2> optEmail{};
 
     // What stripApostrophes has let through since it was last emptied.
     QString cleaned;
@@ -49,8 +55,22 @@ public:
     // bad date or interval of the special music raises.
     void showStartSchedule();
 
+    // --- What goes out of it ---
+
+    // Takes the blank rows below the title out of the grid, which the file config/temp.scd keeps
+    // as it was.
+    void compactForOutput();
+
+    // Mails or prints what the panel asks for, and puts the grid back as it was. Stops with a
+    // message where a date of the range is wrong; the grid stays compacted then. Mail raises 53 or
+    // 75 where the staging file cannot be read or written.
+    void mailSchedule();
+    void printSchedule();
+
 protected:
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void wirePeople();
@@ -103,10 +123,39 @@ private:
     void finaliseWeek(int row, const QString& date);
     QString proposedName() const;
     void refreshSetListOf(int row, const QString& date);
-    bool chooseFile(void (CommonDialog::*show)(), const QString& proposed);
+    bool chooseFile(void (CommonDialog::*show)(), const QString& proposed,
+                    const QString& filter = QStringLiteral("SCD Files|*.scd"));
     void showFile(const QString& path);
 
     // Reminders: frm_schedule_reminders.cpp
     void writeReminders();
     void writeRemindersOf(int row, const QDate& date);
+
+    // Output: frm_schedule_output.cpp
+    void setUpChooseEmail();
+    void wireOutput();
+    std::array<QWidget*, 4> rangeParts() const;
+    void optEmail_Click(int index);
+    bool isRangeMode() const;
+    void cmdEmailSchedule_Click();
+    void cmdPrintSched_Click();
+    void Command4_Click();
+    void cmdSend_Click();
+    void cmdExportText_Click();
+    void toggleChooseEmail(QPushButton* opener, const QString& range, const QString& whole,
+                           const QString& send);
+    void hideChooseEmail();
+    void placeChooseEmail();
+    void hideForOutput();
+    void restoreAfterOutput();
+    bool findWeeks(int& first, int& last);
+    void joinNoteLines();
+    static void applyPrintSettings(SheetGrid& grid);
+
+    QPushButton* m_opener = nullptr;  // the button that has shown the panel
+
+    // The roster: frm_schedule_roster.cpp
+    void cmdPrintRoster_Click();
+    void addToRoster(int id);
+    void printRoster();
 };

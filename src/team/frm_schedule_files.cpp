@@ -40,10 +40,11 @@ void ignoringFailure(Step step) {
 
 }  // namespace
 
-bool frmSchedule::chooseFile(void (CommonDialog::*show)(), const QString& proposed) {
+bool frmSchedule::chooseFile(void (CommonDialog::*show)(), const QString& proposed,
+                             const QString& filter) {
     CommonDialog& dialog = frmMDI::instance().CommonDlg;
     dialog.Flags = CommonDialog::OverwritePrompt;
-    dialog.Filter = QStringLiteral("SCD Files|*.scd");
+    dialog.Filter = filter;
     dialog.InitDir = programFolder() + QStringLiteral("\\schedules\\");
     dialog.FileName = proposed;
     return dialog.chosen(show);

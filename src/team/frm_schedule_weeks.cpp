@@ -31,6 +31,9 @@ constexpr int NoBlock = -1;
 }  // namespace
 
 void frmSchedule::showSchedule(bool on) {
+    QSizePolicy policy = fpSchedule->sizePolicy();
+    policy.setRetainSizeWhenHidden(false);
+    fpSchedule->setSizePolicy(policy);
     fpSchedule->setVisible(on);
     lblNoSchedule->setVisible(!on);
 }

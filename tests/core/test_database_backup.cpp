@@ -4,6 +4,7 @@
 #include "core/run_time_error.h"
 #include "support/dying_store.h"
 #include "support/registry.h"
+#include "trees.h"
 
 #include <QFile>
 #include <QObject>

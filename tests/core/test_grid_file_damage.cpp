@@ -2,6 +2,7 @@
 #include "core/grid_difference.h"
 #include "core/grid_file.h"
 #include "support/registry.h"
+#include "trees.h"
 
 #include <QDir>
 #include <QFile>

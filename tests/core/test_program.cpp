@@ -1,6 +1,7 @@
 // The program itself, as a process of its own.
 #include "core/paths.h"
 #include "support/registry.h"
+#include "trees.h"
 
 #include <QDir>
 #include <QFile>

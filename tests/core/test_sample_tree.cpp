@@ -3,6 +3,7 @@
 #include "core/sheet_grid.h"
 #include "sets/set_grid.h"
 #include "support/registry.h"
+#include "trees.h"
 
 #include <QDataStream>
 #include <QElapsedTimer>

@@ -1,5 +1,7 @@
 #include "mail/mail_hands.h"
 
+#include "trees.h"
+
 #include <QElapsedTimer>
 #include <QFile>
 #include <QJsonArray>

@@ -5,6 +5,7 @@
 #include "maintenance/frm_backup.h"
 #include "support/registry.h"
 #include "support/world.h"
+#include "trees.h"
 
 #include <QDir>
 #include <QFile>

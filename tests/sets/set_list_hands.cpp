@@ -1,5 +1,8 @@
+#include "platform/printing.h"
 #include "sets/set_grid.h"
 #include "sets/set_list_test.h"
+
+#include <QFile>
 
 namespace {
 
@@ -39,6 +42,32 @@ frmSetList& SetListTest::open() {
     click(world->main().cmdSetList);
     world->statements.clear();
     return frmSetList::instance();
+}
+
+frmSetList& SetListTest::openWith(const QString& date, const QStringList& titles) {
+    frmSetList& w = open();
+    fill(w, date, titles);
+    return w;
+}
+
+void SetListTest::fill(frmSetList& w, const QString& date, const QStringList& titles) {
+    if (!date.isEmpty()) typeInCell(w.fpSet, 2, 1, date);
+    for (int i = 0; i < titles.size(); ++i) w.fpSet->SetText(2, i + 2, titles[i]);
+    world->statements.clear();
+}
+
+QString SetListTest::printedBy(QPushButton* button, QPageSize::PageSizeId paper) {
+    const QString pdf = world->path(QStringLiteral("out.pdf"));
+    QFile::remove(pdf);
+    setPrintTarget(pdf, paper);
+    click(button);
+    setPrintTarget({});
+    return pdf;
+}
+
+QByteArray SetListTest::bytesOf(const QString& relative) {
+    QFile file(world->path(relative));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 void SetListTest::pick(QComboBox* box, const QString& item) {

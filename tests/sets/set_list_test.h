@@ -3,8 +3,11 @@
 
 #include "sets/frm_set_list.h"
 #include "support/grid_hands.h"
+#include "support/printed.h"
 #include "support/registry.h"
 #include "support/world.h"
+
+#include <QPageSize>
 
 // A song as its row is written; members that are left out are empty.
 struct Song {
@@ -25,6 +28,16 @@ protected:
 
     // Opens the window from the button bar and clears the statement log.
     frmSetList& open();
+
+    // The window with a date and these titles in rows 2, 3, ...
+    frmSetList& openWith(const QString& date, const QStringList& titles);
+    void fill(frmSetList& w, const QString& date, const QStringList& titles);
+
+    // The PDF that a click on a button prints.
+    QString printedBy(QPushButton* button, QPageSize::PageSizeId paper = QPageSize::A4);
+
+    // The bytes of a file of the program's folder.
+    QByteArray bytesOf(const QString& relative);
 
     // Picks an item of a category box by the keyboard, as a person does.
     void pick(QComboBox* box, const QString& item);

@@ -18,19 +18,6 @@ const QString Question = QStringLiteral(
 class TestSavedSets : public SetListTest {
     Q_OBJECT
 
-    // The window with a date and these titles in rows 2, 3, ...
-    frmSetList& openWith(const QString& date, const QStringList& titles) {
-        frmSetList& w = open();
-        fill(w, date, titles);
-        return w;
-    }
-
-    void fill(frmSetList& w, const QString& date, const QStringList& titles) {
-        if (!date.isEmpty()) typeInCell(w.fpSet, 2, 1, date);
-        for (int i = 0; i < titles.size(); ++i) w.fpSet->SetText(2, i + 2, titles[i]);
-        world->statements.clear();
-    }
-
     QStringList addSongs(int count) {
         QStringList titles;
         for (int i = 1; i <= count; ++i) {

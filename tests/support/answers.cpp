@@ -125,11 +125,16 @@ void Answers::custom(const QString& what, std::function<void(QWidget*)> act) {
 void Answers::look() {
     QWidget* modal = QApplication::activeModalWidget();
     if (!modal || !modal->isVisible()) {
-        m_answered = nullptr;
+        m_answered = m_seen = nullptr;
         return;
     }
     // A file dialog comes up a second time where its question about overwriting was denied.
     if (modal == m_answered) return;
+    // A dialog that is about to close shows for a moment when the question over it has gone.
+    if (modal != m_seen) {
+        m_seen = modal;
+        return;
+    }
     m_answered = modal;
     if (m_look) m_look(modal);
     if (m_queue.empty()) {

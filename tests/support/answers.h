@@ -80,4 +80,5 @@ private:
     std::function<void(QWidget*)> m_look;
     QTimer m_timer;
     QPointer<QWidget> m_answered;  // a later box may lie at the same address
+    QPointer<QWidget> m_seen;
 };

@@ -2,6 +2,7 @@
 // lorvanite_tests --save-for-ever FOLDER     saves sets until it is killed
 #include "support/endless_saver.h"
 #include "support/registry.h"
+#include "trees.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -38,6 +39,8 @@ int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM",
                 "offscreen:configfile=" SOURCE_TREE "/tests/support/screen.json");
+    // No test prints on a real printer.
+    qputenv("CUPS_SERVER", "localhost:9");
     const QString name = QString::fromLocal8Bit(argv[1]);
     argv[1] = argv[0];
     ++argv;

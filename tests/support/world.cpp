@@ -4,6 +4,7 @@
 #include "core/dates.h"
 #include "core/paths.h"
 #include "platform/desktop.h"
+#include "trees.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,8 @@
+#include "platform/printing.h"
 #include "team/schedule_test.h"
+
+#include <QDir>
+#include <QFileDialog>
 
 namespace {
 
@@ -8,6 +12,12 @@ QString quoted(const QString& text) {
 }
 
 }  // namespace
+
+PrintedFile::PrintedFile(const World& world) : path(world.path(QStringLiteral("printed.pdf"))) {
+    setPrintTarget(path);
+}
+
+PrintedFile::~PrintedFile() { setPrintTarget({}); }
 
 int ScheduleTest::addPerson(const PersonRow& person) {
     QStringList values;
@@ -77,7 +87,7 @@ void ScheduleTest::typePerson(const std::vector<std::pair<int, QString>>& fields
         typeInCell(frmSchedule::instance().fpPerson, 1, row, text);
 }
 
-void ScheduleTest::toggle(QCheckBox* box) {
+void ScheduleTest::toggle(QAbstractButton* box) {
     QApplication::setActiveWindow(box->window());
     box->setFocus();
     QTest::keyClick(box, Qt::Key_Space);
@@ -102,6 +112,24 @@ void ScheduleTest::showAtStart(const QString& path) {
                        "'SchedOnStartUp'"));
     world->sql(
         QStringLiteral("UPDATE prefs SET var_value = '%1' WHERE var_name = 'ScedToUse'").arg(path));
+}
+
+void ScheduleTest::answerWithLostFolder(const QString& name) {
+    QVERIFY(QDir(world->path("schedules")).mkpath("gone"));
+    world->answers.file(world->path("schedules/gone/") + name);
+    // The folder goes while the dialog stands open.
+    world->answers.beforeAnswer([this](QWidget* modal) {
+        if (qobject_cast<QFileDialog*>(modal)) QDir(world->path("schedules")).rmdir("gone");
+    });
+    world->answers.box("File did not save, try again or contact Lorvanite.",
+                       QMessageBox::Information);
+}
+
+frmSchedule& ScheduleTest::showWeeks(const QStringList& dates, const QString& head) {
+    SheetGrid grid;
+    fillSchedule(grid, dates, head);
+    showAtStart(writeFile(grid, "start.scd"));
+    return open();
 }
 
 void ScheduleTest::fillSchedule(SheetGrid& grid, const QStringList& dates, const QString& head) {

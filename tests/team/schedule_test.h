@@ -14,6 +14,17 @@ struct PersonRow {
     QString excluded = QStringLiteral("0");
 };
 
+// A PDF that all prints go to until this is gone.
+class PrintedFile {
+public:
+    explicit PrintedFile(const World& world);
+    ~PrintedFile();
+    PrintedFile(const PrintedFile&) = delete;
+    PrintedFile& operator=(const PrintedFile&) = delete;
+
+    QString path;
+};
+
 class ScheduleTest : public WindowTest {
     Q_OBJECT
 
@@ -41,8 +52,8 @@ protected:
     // Fields of the person's grid, typed one by one: row and text.
     void typePerson(const std::vector<std::pair<int, QString>>& fields);
 
-    // Toggles a box by the keyboard.
-    void toggle(QCheckBox* box);
+    // Toggles a box, or picks an option, by the keyboard.
+    void toggle(QAbstractButton* box);
 
     // The lines that a drop-down of column 4 offers.
     QStringList offersIn(int row);
@@ -52,6 +63,12 @@ protected:
 
     // Makes this file the schedule of the start-up.
     void showAtStart(const QString& path);
+
+    // Opens the window on a schedule of these weeks.
+    frmSchedule& showWeeks(const QStringList& dates, const QString& head = "Personell");
+
+    // Answers the next file dialog with a file that cannot be written, and the box about it.
+    void answerWithLostFolder(const QString& name);
 
     // A schedule as it lies in a file: one date a week, heads named `head`.
     void fillSchedule(SheetGrid& grid, const QStringList& dates, const QString& head);

@@ -14,6 +14,7 @@
 #include "support/registry.h"
 #include "support/world.h"
 #include "team/frm_schedule.h"
+#include "trees.h"
 
 #include <QMdiSubWindow>
 #include <QMessageBox>

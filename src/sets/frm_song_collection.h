@@ -1,0 +1,35 @@
+// Export Music: the charts of a set's songs, printed or mailed as one document.
+#pragma once
+
+#include "core/form.h"
+#include "core/sheet_grid.h"
+#include "ui_frm_song_collection.h"
+
+class frmSongCollection : public Form<frmSongCollection>, public Ui::frmSongCollection {
+public:
+    frmSongCollection();
+
+    OnFailure onFailure() const override { return OnFailure::EndsCommand; }
+
+    // The chart that was opened last, and all charts one under the other.
+    SheetGrid fpT;
+    SheetGrid fpSong;
+
+    // Print and mail the charts whose paths stand in lblHidFile, each path with a "|" behind it.
+    // The mail raises 53 or 75 where its file cannot be written or read back.
+    void printCollection();
+    void mailCollection();
+
+    // Gives the stacked charts their sizes, font and joined rows.
+    void layoutCollection();
+
+private:
+    void watchActivation();
+    void stackCharts();
+
+    void Form_Activate();
+    void cmdPrint_Click();
+    void Command1_Click();
+
+    bool m_isActive = false;
+};

@@ -1,0 +1,154 @@
+// The roster of the team on paper.
+#include "support/printed.h"
+#include "team/schedule_test.h"
+
+namespace {
+
+const QStringList Heads{"First Name", "Last Name", "Address",      "City",   "State",
+                        "Zip",        "Phone",     "Cell",         "e-Mail", "Role 1",
+                        "Role 2",     "Role 3",    "Vacation Days"};
+
+}  // namespace
+
+class TestRoster : public ScheduleTest {
+    Q_OBJECT
+
+    // Everything that a record holds.
+    void addWhole(const QString& first, const QString& last) {
+        world->sql(QStringLiteral(
+                       "INSERT INTO personell (fName, lName, role, role2, role3, address, city, "
+                       "state, zip, phone, cell, email, vDays, excludeScheduling) VALUES ('%1', "
+                       "'%2', 'Piano', 'Flöte', 'Alto', '1 High St', 'Springdale', 'AR', '72764', "
+                       "'555-0100', '555-0101', 'b@example.org', '12/25/26', '1')")
+                       .arg(first, last));
+    }
+
+    QStringList printRoster(frmSchedule& w) {
+        const PrintedFile file(*world);
+        click(w.cmdPrintRoster);
+        m_pictures = pagePictures(file.path);
+        return printedPages(file.path);
+    }
+
+    static QStringList rowOf(frmSchedule& w, int row) {
+        QStringList texts;
+        for (int col = 1; col <= w.fpTemp.MaxCols(); ++col) texts += w.fpTemp.GetText(col, row);
+        return texts;
+    }
+
+    QList<QImage> m_pictures;
+
+private Q_SLOTS:
+    void everyoneIsListedByLastNameOnALandscapePage() {
+        addPerson({.first = "Zoë", .last = "Ångström", .role = "Drums"});
+        addWhole("Bea", "Young");
+        addPerson({.first = "Carl", .last = "Adams", .role = "Bass"});
+        frmSchedule& w = open();
+        const QStringList pages = printRoster(w);
+        QCOMPARE(pages.size(), 1);
+        QVERIFY(m_pictures[0].width() > m_pictures[0].height());
+        qsizetype before = -1;
+        for (int i = 0; i < w.cmbPersonell->count(); ++i) {
+            const QString first = w.cmbPersonell->itemText(i).section(QLatin1Char(' '), 0, 0);
+            const qsizetype place = pages[0].indexOf(first);
+            QVERIFY2(place > before, qPrintable(first));
+            before = place;
+        }
+        for (const QString& text : Heads) QVERIFY2(pages[0].contains(text), qPrintable(text));
+        for (const QString& text :
+             QStringList{"Young", "1 High St", "Springdale", "AR", "72764", "555-0100", "555-0101",
+                         "b@example.org", "Piano", "Flöte", "Alto", "Ångström", "Page 1 Of 1"})
+            QVERIFY2(pages[0].contains(text), qPrintable(text));
+        // The vacation days are left for the pen.
+        QVERIFY(!pages[0].contains("12/25/26"));
+    }
+
+    void rosterReadsEachPersonByTheNumberOfItsItem() {
+        const int anna = addPerson({.first = "Anna", .last = "Berg", .role = "Piano"});
+        const int bob = addPerson({.first = "Bob", .last = "Abel", .role = "Bass"});
+        frmSchedule& w = open();
+        world->statements.clear();
+        printRoster(w);
+        const QString query = QStringLiteral("SELECT * FROM personell WHERE ID = %1 [1]");
+        QCOMPARE(world->statements, (QStringList{query.arg(bob), query.arg(anna)}));
+    }
+
+    void personWithOnlyTheRequiredTwoPrintsARowWithBlanks() {
+        addPerson({.first = "Anna", .last = "", .role = "Piano"});
+        frmSchedule& w = open();
+        const QStringList pages = printRoster(w);
+        QStringList row;
+        for (int col = 1; col <= 13; ++col) row += QString();
+        row[0] = QStringLiteral("Anna");
+        row[9] = QStringLiteral("Piano");
+        QCOMPARE(rowOf(w, 1), row);
+        QVERIFY(pages[0].contains(QRegularExpression("Anna +Piano")));
+    }
+
+    void columnsHaveTheirHeadsAndWidths() {
+        addTheLeast();
+        frmSchedule& w = open();
+        printRoster(w);
+        QCOMPARE(rowOf(w, 0), Heads);
+        const QList<double> widths{8, 8, 12, 10, 4, 8, 10, 10, 19, 10, 10, 10, 20};
+        for (int col = 1; col <= 13; ++col) QCOMPARE(w.fpTemp.ColWidth(col), widths[col - 1]);
+        QVERIFY(w.fpTemp.AllowCellOverflow());
+    }
+
+    void availabilityWorksAfterTheRoster() {
+        addTheLeast();
+        addWhole("Bea", "Young");
+        frmSchedule& w = makeSchedule("11/22/26", "1");
+        printRoster(w);
+        click(w.cmdRefresh);
+        QCOMPARE(offersIn(FirstDateRow), QStringList{"Piano:Anna Berg"});
+        QCOMPARE(w.fpTemp.MaxCols(), 13);
+        // And the roster after the availability.
+        QVERIFY(printRoster(w)[0].contains("b@example.org"));
+        QCOMPARE(w.fpTemp.MaxRows(), 2);
+    }
+
+    void headsStandOnEachPageAndNoColumnSpillsOver() {
+        for (int i = 0; i < 200; ++i) addWhole(QString("First%1").arg(i), "Last");
+        frmSchedule& w = open();
+        const QStringList pages = printRoster(w);
+        QVERIFY(pages.size() > 3 && pages.size() < 20);
+        for (int i = 0; i < pages.size(); ++i) {
+            QVERIFY(pages[i].contains("First Name") && pages[i].contains("Vacation Days"));
+            QVERIFY(
+                pages[i].contains(QStringLiteral("Page %1 Of %2").arg(i + 1).arg(pages.size())));
+        }
+        const QString all = pages.join(QString());
+        for (int i = 0; i < 200; ++i)
+            QVERIFY(all.contains(QRegularExpression(QString("First%1\\b").arg(i))));
+    }
+
+    void emptyTeamPrintsItsHeads() {
+        frmSchedule& w = open();
+        const QStringList pages = printRoster(w);
+        QCOMPARE(pages.size(), 1);
+        QVERIFY(pages[0].contains("Page 1 Of 1"));
+        QCOMPARE(w.fpTemp.MaxRows(), 0);
+    }
+
+    void personWhoIsGoneFromTheDatabaseLeavesABlankRow() {
+        addTheLeast();
+        addWhole("Bea", "Young");
+        frmSchedule& w = open();
+        world->sql("DELETE FROM personell WHERE fName = 'Anna'");
+        QVERIFY(printRoster(w)[0].contains("Young"));
+        QCOMPARE(w.fpTemp.MaxRows(), 2);
+        QCOMPARE(rowOf(w, 1).join(QString()), QString());
+    }
+
+    void longTextsDoNotCoverTheirNeighbours() {
+        addWhole("Bea", "Young");
+        world->sql("UPDATE personell SET address = '" + QString("Long ").repeated(40) + "'");
+        frmSchedule& w = open();
+        const QString page = printRoster(w)[0];
+        QVERIFY(page.contains("Springdale") && page.contains("Piano"));
+    }
+};
+
+LORVANITE_TEST(TestRoster)
+#include "test_roster.moc"
