@@ -113,6 +113,5 @@ private:
     bool chooseDesign(void (CommonDialog::*show)());
     void showPlayedDates(const QString& id);
     void movePlaylist(const QString& statement);
-    bool holdsKnownTitle();
     void pressPlayerButton(QToolButton* pressedLook, const QString& command);
 };

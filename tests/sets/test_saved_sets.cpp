@@ -1,6 +1,6 @@
 // Saving a set, the played record, loading a set.
+#include "sets/saved_set_test.h"
 #include "sets/set_grid.h"
-#include "sets/set_list_test.h"
 
 #include <QFile>
 
@@ -15,21 +15,8 @@ const QString Question = QStringLiteral(
 
 }  // namespace
 
-class TestSavedSets : public SetListTest {
+class TestSavedSets : public SavedSetTest {
     Q_OBJECT
-
-    QStringList addSongs(int count) {
-        QStringList titles;
-        for (int i = 1; i <= count; ++i) {
-            titles.append(QStringLiteral("Song %1").arg(i, 2, 10, QLatin1Char('0')));
-            addSong({.title = titles.back()});
-        }
-        return titles;
-    }
-
-    QStringList record() {
-        return world->rows("SELECT title, played_date, songID FROM played_on ORDER BY ID");
-    }
 
     void save(frmSetList& w, QMessageBox::StandardButton answer, const QString& file) {
         world->answers.question(Question, answer);
@@ -45,17 +32,7 @@ private Q_SLOTS:
         world->answers.question(Question, QMessageBox::Yes);
         world->answers.fileAsProposed();
         click(w.cmdSaveSetList);
-        QCOMPARE(world->statements,
-                 (QStringList{"SELECT title FROM songs WHERE title = 'Alpha' [1]",
-                              "SELECT title FROM songs WHERE title = 'Beta' [1]",
-                              "SELECT * FROM played_on [1]",
-                              "DELETE * FROM played_on WHERE played_date = '11/22/26' [3]",
-                              "SELECT ID FROM songs WHERE title = 'Alpha' [1]",
-                              "INSERT INTO played_on (title, played_date, songID) VALUES ('Alpha', "
-                              "'11/22/26', 1) [3]",
-                              "SELECT ID FROM songs WHERE title = 'Beta' [1]",
-                              "INSERT INTO played_on (title, played_date, songID) VALUES ('Beta', "
-                              "'11/22/26', 2) [3]"}));
+        QCOMPARE(world->statements, recordStatements("11/22/26", {"Alpha", "Beta"}));
         const auto& dialog = world->answers.fileDialogs().back();
         QCOMPARE(dialog.proposed, QStringLiteral("Set For 11_22_26"));
         QCOMPARE(dialog.folder, world->path("saved sets"));
@@ -289,15 +266,7 @@ private Q_SLOTS:
 
     void loadedSetHasItsTitlesColoursAndADateCellAgain() {
         frmSetList& w = open();
-        SheetGrid set;
-        set.MaxCols(2);
-        set.MaxRows(40);
-        set.SetText(2, 1, QStringLiteral("10/05/03"));
-        set.SetText(2, 40, QStringLiteral("Last"));
-        set.Col(2);
-        set.Row(40);
-        set.BackColor(SheetMusicGreen);
-        QVERIFY(set.SaveToFile(world->path("saved sets/a.set"), false));
+        makeGreenSet("saved sets/a.set", "10/05/03", 40, "Last");
         world->answers.file(world->path("saved sets/a.set"));
         click(w.Command13);
         QCOMPARE(world->answers.fileDialogs().back().folder, world->path("saved sets"));

@@ -1,0 +1,16 @@
+#include "sets/set_folder.h"
+
+#include "core/paths.h"
+#include "core/run_time_error.h"
+#include "platform/folder_browser.h"
+
+QString savedSetsFolder() { return programFolder() + QStringLiteral("\\saved sets"); }
+
+void browseSavedSets(FolderBrowser& browser) {
+    browser.Pattern(QStringLiteral("*.set"));
+    try {
+        browser.Path(savedSetsFolder());
+    } catch (const RunTimeError&) {
+        // A folder that is gone leaves the window as it is: this is meant.
+    }
+}
