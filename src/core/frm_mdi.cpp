@@ -15,6 +15,8 @@
 #include "platform/theme.h"
 #include "reports/frm_ccli.h"
 #include "reports/frm_history.h"
+#include "sets/frm_import_set.h"
+#include "sets/frm_past_sets.h"
 #include "sets/frm_set_list.h"
 #include "team/frm_schedule.h"
 #include "team/frm_special_music.h"
@@ -93,6 +95,7 @@ void frmMDI::wireModules() {
     onEvent(this, cmdSetList, &QToolButton::clicked, &frmMDI::cmdSetList_Click);
     onEvent(this, cmdSongMgmt, &QToolButton::clicked, &frmMDI::cmdSongMgmt_Click);
     onEvent(this, cmdHistory, &QToolButton::clicked, &frmMDI::cmdHistory_Click);
+    onEvent(this, cmdPastSets, &QToolButton::clicked, &frmMDI::cmdPastSets_Click);
     onEvent(this, cmdSheetMusic, &QToolButton::clicked, &frmMDI::cmdSheetMusic_Click);
     onEvent(this, cmdEmail, &QToolButton::clicked, &frmMDI::cmdEmail_Click);
     onEvent(this, cmdScheduling, &QToolButton::clicked, &frmMDI::cmdScheduling_Click);
@@ -101,11 +104,9 @@ void frmMDI::wireModules() {
     onEvent(this, Command11, &QToolButton::clicked, &frmMDI::Command11_Click);
     onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
     onEvent(this, &mnuSpecialMusic, &QAction::triggered, &frmMDI::mnuSpecialMusic_Click);
+    onEvent(this, &mnuImportSet, &QAction::triggered, &frmMDI::mnuImportSet_Click);
     onEvent(this, &mnuBackupFiles, &QAction::triggered, &frmMDI::mnuBackupFiles_Click);
     onEvent(this, &mnuCCLI, &QAction::triggered, &frmMDI::mnuCCLI_Click);
-    // These windows come with a later version.
-    cmdPastSets->setEnabled(false);
-    mnuImportSet.setEnabled(false);
 }
 
 void frmMDI::showReminderNotes() {
@@ -145,6 +146,8 @@ void frmMDI::cmdSongMgmt_Click() {
 void frmMDI::cmdScheduling_Click() { showModule<frmSchedule>(); }
 
 void frmMDI::mnuSpecialMusic_Click() { showModule<frmSpecialMusic>(); }
+void frmMDI::mnuImportSet_Click() { showModule<frmImportSet>(); }
+void frmMDI::cmdPastSets_Click() { showModule<frmPastSets>(); }
 void frmMDI::cmdSheetMusic_Click() { showModule<SheetMusic>(); }
 void frmMDI::cmdHistory_Click() {
     setMousePointer(MousePointer::Hourglass);

@@ -53,6 +53,8 @@ private:
     void cmdSongMgmt_Click();
     void cmdScheduling_Click();
     void mnuSpecialMusic_Click();
+    void mnuImportSet_Click();
+    void cmdPastSets_Click();
     void cmdSheetMusic_Click();
     void cmdHistory_Click();
     void Command1_Click();

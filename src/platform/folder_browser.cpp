@@ -151,6 +151,11 @@ QString FolderBrowser::FileName() const {
     return item ? item->text() : QString();
 }
 
+QString FolderBrowser::FilePath() const {
+    const QString name = FileName();
+    return name.isEmpty() ? name : QDir(m_path).filePath(name);
+}
+
 void FolderBrowser::setMultiSelect(bool on) {
     File1->setSelectionMode(on ? QAbstractItemView::ExtendedSelection
                                : QAbstractItemView::SingleSelection);
@@ -182,13 +187,12 @@ void FolderBrowser::listFiles() {
 }
 
 void FolderBrowser::Drive1_Change() {
-    const QFileInfo drive(Drive1->currentData().toString());
-    if (drive.isDir() && drive.isReadable()) {
-        Path(drive.filePath());
-        return;
+    try {
+        Path(Drive1->currentData().toString());
+    } catch (const RunTimeError&) {
+        showDrive();
+        messageBox(QStringLiteral("Device Unavailable"));
     }
-    showDrive();
-    messageBox(QStringLiteral("Device Unavailable"));
 }
 
 void FolderBrowser::Dir1_Change(const QModelIndex& folder) {

@@ -35,6 +35,9 @@ public:
     // The name of the file that was clicked last; empty where none was.
     QString FileName() const;
 
+    // The whole path of that file; empty where none was clicked.
+    QString FilePath() const;
+
     // Lets several files be selected by Ctrl and click.
     void setMultiSelect(bool on);
 

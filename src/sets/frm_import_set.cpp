@@ -1,0 +1,58 @@
+#include "sets/frm_import_set.h"
+
+#include "platform/file_copy.h"
+#include "platform/message_box.h"
+#include "sets/set_folder.h"
+#include "sets/set_grid.h"
+#include "sets/set_record.h"
+
+frmImportSet::frmImportSet() {
+    setupUi(this);
+    Drive1 = browser->Drive1;
+    Dir1 = browser->Dir1;
+    File1 = browser->File1;
+    browser->setMultiSelect(true);
+    setUpSet(*fpSet);
+    setUpSetWidths(*fpSet);
+    fpSet->setReadOnly(true);
+    fpSet->setFillColumn(SheetView::AllColumns);
+    onEvent(this, cmdPrintPast, &QPushButton::clicked, &frmImportSet::cmdPrintPast_Click);
+    setDesignSize(size());
+    atEdge(onFailure(), [this] { browseSavedSets(*browser); });
+}
+
+void frmImportSet::cmdPrintPast_Click() {
+    // The selected files are counted only: each pass takes the file that was clicked last. This
+    // is meant.
+    for (int i = 0; i < File1->count(); ++i) {
+        if (!File1->item(i)->isSelected()) continue;
+        fpSet->LoadFromFile(browser->FilePath());
+        setUpDateCell(*fpSet);
+        const QString fileName = browser->FileName();
+        importOneSet(fileName);
+        copyFile(browser->FilePath(), savedSetsFolder() + QLatin1Char('\\') + fileName);
+    }
+    messageBox(QStringLiteral("Done!"), BoxIcon::Information);
+}
+
+void frmImportSet::importOneSet(const QString& fileName) {
+    // No blank stands before the name: this is meant.
+    const QString theFile = QStringLiteral("The file") + fileName;
+    const QString date = fpSet->GetText(2, 1);
+    if (date.isEmpty()) {
+        messageBox(theFile +
+                   QStringLiteral(" does not have a date associated with it.\r"
+                                  "Please open the file with the Set List module, assign a date "
+                                  "and save it there."));
+        return;
+    }
+    if (!holdsKnownTitle(*fpSet)) {
+        messageBox(theFile +
+                   QStringLiteral(" does not have any songs assigned to it.\r"
+                                  "Please open the file with the Set List module, assign at least "
+                                  "one song and save it there."));
+        return;
+    }
+    const Titles titles = titlesToRecord(*fpSet);
+    if (countRecorded(titles, date) < MostTitles) recordPlayed(titles, date);
+}

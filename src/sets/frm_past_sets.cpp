@@ -1,0 +1,53 @@
+#include "sets/frm_past_sets.h"
+
+#include "platform/desktop.h"
+#include "platform/printing.h"
+#include "sets/set_folder.h"
+#include "sets/set_grid.h"
+#include "sets/set_output.h"
+
+frmPastSets::frmPastSets() {
+    setupUi(this);
+    Drive1 = browser->Drive1;
+    Dir1 = browser->Dir1;
+    File1 = browser->File1;
+    setUpSet(*fpSetPast);
+    fpSetPast->setReadOnly(true);
+    fpSetPast->setFillColumn(SheetView::AllColumns);
+    onEvent(this, browser, &FolderBrowser::FileClick, &frmPastSets::File1_Click);
+    onEvent(this, cmdPrintPast, &QPushButton::clicked, &frmPastSets::cmdPrintPast_Click);
+    onEvent(this, cmdEpastSet, &QPushButton::clicked, &frmPastSets::cmdEpastSet_Click);
+    setDesignSize(size());
+    atEdge(onFailure(), [this] { load(); });
+}
+
+void frmPastSets::load() {
+    fpSetPast->SetActiveCell(0, 0);
+    selectedSongRow = 0;
+    clickedSetRow = 0;
+    setUpWidths();
+    browseSavedSets(*browser);
+}
+
+void frmPastSets::setUpWidths() {
+    fpSetPast->ColWidth(1, 20.62);
+    fpSetPast->ColWidth(2, 35.75);
+}
+
+void frmPastSets::File1_Click() {
+    fpSetPast->LoadFromFile(browser->FilePath());
+    doEvents();
+    fpSetPast->SetActiveCell(0, 0);
+    setUpWidths();
+}
+
+void frmPastSets::cmdPrintPast_Click() {
+    applySetPrintSettings(*fpSetPast);
+    PrintSheet(*fpSetPast, 1);
+}
+
+void frmPastSets::cmdEpastSet_Click() {
+    // Without a date there is no mail and no word of it: this is meant.
+    if (fpSetPast->GetText(2, 1).isEmpty()) return;
+    mailSetBlock(*fpSetPast);
+}

@@ -1,0 +1,25 @@
+// Past Sets: a saved set is looked at, printed and mailed.
+#pragma once
+
+#include "core/form.h"
+#include "ui_frm_past_sets.h"
+
+class frmPastSets : public Form<frmPastSets>, public Ui::frmPastSets {
+public:
+    frmPastSets();
+
+    OnFailure onFailure() const override { return OnFailure::EndsCommand; }
+
+    // The browser's lists.
+    QComboBox* Drive1;
+    QTreeView* Dir1;
+    QListWidget* File1;
+
+private:
+    void load();
+    void setUpWidths();
+
+    void File1_Click();
+    void cmdPrintPast_Click();
+    void cmdEpastSet_Click();
+};

@@ -1,0 +1,220 @@
+// Saved sets are looked at, printed and mailed.
+#include "mail/frm_email.h"
+#include "platform/printing.h"
+#include "sets/frm_past_sets.h"
+#include "sets/saved_set_test.h"
+#include "sets/set_grid.h"
+#include "support/printed.h"
+
+#include <QDir>
+#include <QFile>
+
+class TestPastSets : public SavedSetTest {
+    Q_OBJECT
+
+    frmPastSets& open() {
+        if (!world->isRunning()) world->start();
+        click(world->main().cmdPastSets);
+        world->statements.clear();
+        return frmPastSets::instance();
+    }
+
+    QString stagingFile() {
+        QFile file(world->path("config/email.html"));
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    }
+
+    // The pages that the print button brings.
+    QStringList printed(const frmPastSets& w) {
+        const QString pdf = world->path("set.pdf");
+        setPrintTarget(pdf);
+        click(w.cmdPrintPast);
+        setPrintTarget({});
+        return printedPages(pdf);
+    }
+
+private Q_SLOTS:
+    void windowComesUpOverTheSavedSetsAndForgetsTheMarks() {
+        makeSet("saved sets/Set For 10_05_03.set", "10/05/03", {"Alpha"});
+        makeSet("saved sets/a.SET", "10/12/03", {"Beta"});
+        QVERIFY(QFile::copy(world->path("saved sets/a.SET"), world->path("saved sets/a.sdl")));
+        selectedSongRow = 3;
+        clickedSetRow = 4;
+        frmPastSets& w = open();
+        QCOMPARE(w.windowTitle(), QStringLiteral("Past Sets"));
+        QCOMPARE(selectedSongRow, 0);
+        QCOMPARE(clickedSetRow, 0);
+        QCOMPARE(w.browser->Path(), world->path("saved sets"));
+        QCOMPARE(filesOf(w.File1), (QStringList{"a.SET", "Set For 10_05_03.set"}));
+        QCOMPARE(w.fpSetPast->MaxCols(), 2);
+        QCOMPARE(w.fpSetPast->GetText(1, 1), QStringLiteral("Set List For:"));
+        QCOMPARE(w.fpSetPast->ActiveRow(), 0);
+        QVERIFY(world->statements.isEmpty());
+        click(world->main().cmdPastSets);
+        QCOMPARE(&frmPastSets::instance(), &w);
+    }
+
+    void missingFolderOfSavedSetsEndsTheLoadInSilence() {
+        QVERIFY(QDir(world->path("saved sets")).removeRecursively());
+        frmPastSets& w = open();
+        QVERIFY(w.isVisible());
+        QCOMPARE(w.browser->Path(), QString());
+        QCOMPARE(w.File1->count(), 0);
+        // From here the user finds the way, and the files are the same.
+        makeSet("elsewhere/a.set", "10/05/03", {"Alpha"});
+        w.browser->Path(world->path("elsewhere"));
+        QCOMPARE(filesOf(w.File1), QStringList{"a.set"});
+    }
+
+    void clickedFileIsShownWithItsColoursAndWidths() {
+        makeSet("saved sets/a.set", "10/05/03", {"Alpha"});
+        makeGreenSet("saved sets/b.set", "10/12/03", 60, "Last");
+        frmPastSets& w = open();
+        clickFile(w.File1, "a.set");
+        QCOMPARE(w.fpSetPast->GetText(2, 1), QStringLiteral("10/05/03"));
+        QCOMPARE(w.fpSetPast->GetText(2, 2), QStringLiteral("Alpha"));
+        clickFile(w.File1, "b.set");
+        QCOMPARE(w.fpSetPast->MaxRows(), 60);
+        QCOMPARE(w.fpSetPast->GetText(2, 2), QString());
+        QCOMPARE(w.fpSetPast->GetText(2, 60), QStringLiteral("Last"));
+        QCOMPARE(w.fpSetPast->formatAt(1, 2, 60).backColor, SheetMusicGreen);
+        QCOMPARE(w.fpSetPast->ColWidth(1), 20.62);
+        QCOMPARE(w.fpSetPast->ColWidth(2), 35.75);
+        QCOMPARE(w.fpSetPast->ActiveRow(), 0);
+        QVERIFY(world->statements.isEmpty());
+    }
+
+    void keysShowASetToo() {
+        makeSet("saved sets/a.set", "10/05/03", {"Alpha"});
+        makeSet("saved sets/b.set", "10/12/03", {"Beta"});
+        frmPastSets& w = open();
+        w.File1->setFocus();
+        QTest::keyClick(w.File1, Qt::Key_Down);
+        QTest::keyClick(w.File1, Qt::Key_Return);
+        settle();
+        QCOMPARE(w.File1->selectedItems().size(), 1);
+        QCOMPARE(w.fpSetPast->GetText(2, 2), w.browser->FileName() == "a.set"
+                                                 ? QStringLiteral("Alpha")
+                                                 : QStringLiteral("Beta"));
+    }
+
+    void tabGoesThroughTheWindowInReadingOrder() {
+        makeSet("saved sets/a.set", "10/05/03", {"Alpha"});
+        frmPastSets& w = open();
+        w.Drive1->setFocus();
+        for (QWidget* next :
+             {static_cast<QWidget*>(w.Dir1), static_cast<QWidget*>(w.File1),
+              static_cast<QWidget*>(w.fpSetPast), static_cast<QWidget*>(w.cmdPrintPast),
+              static_cast<QWidget*>(w.cmdEpastSet)}) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QCOMPARE(QApplication::focusWidget(), next);
+            QVERIFY(!next->accessibleName().isEmpty());
+        }
+    }
+
+    void anotherFolderShowsItsSetsAndOpensThem() {
+        makeSet("saved sets/old/first.set", "10/07/01", {"Alpha"});
+        makeSet("saved sets/now.set", "10/05/03", {"Beta"});
+        frmPastSets& w = open();
+        goTo(w.browser, "saved sets/old");
+        QCOMPARE(filesOf(w.File1), QStringList{"first.set"});
+        clickFile(w.File1, "first.set");
+        QCOMPARE(w.fpSetPast->GetText(2, 1), QStringLiteral("10/07/01"));
+    }
+
+    void driveThatCannotBeReadIsToldAndTheFolderStays() {
+        seeADriveThatIsGone([this] { return open().browser; });
+    }
+
+    void damagedSetLeavesTheOneOnView() {
+        makeSet("saved sets/a.set", "10/05/03", {"Alpha"});
+        QFile bad(world->path("saved sets/bad.set"));
+        QVERIFY(bad.open(QIODevice::WriteOnly));
+        bad.write("{\"format\":");
+        bad.close();
+        frmPastSets& w = open();
+        clickFile(w.File1, "a.set");
+        clickFile(w.File1, "bad.set");
+        QCOMPARE(w.fpSetPast->GetText(2, 2), QStringLiteral("Alpha"));
+        // A file that went meanwhile does no harm either.
+        QVERIFY(bad.remove());
+        clickFile(w.File1, "bad.set");
+        QCOMPARE(w.fpSetPast->GetText(2, 2), QStringLiteral("Alpha"));
+    }
+
+    void namesOfEveryScriptAreShown() {
+        const QString name = QString::fromUtf8("주일 & Ευλόγει.set");
+        makeSet("saved sets/" + name, "10/05/03", {QString::fromUtf8("주 하나님")});
+        frmPastSets& w = open();
+        clickFile(w.File1, name);
+        QCOMPARE(w.fpSetPast->GetText(2, 2), QString::fromUtf8("주 하나님"));
+    }
+
+    void setOnViewIsPrintedByTheSetsSettings() {
+        makeSet("saved sets/a.set", "10/05/03", {"Amazing Grace", "Be Thou My Vision"});
+        frmPastSets& w = open();
+        clickFile(w.File1, "a.set");
+        w.fpSetPast->PrintColHeaders(true);
+        w.fpSetPast->PrintOrientation(PrintOrientations::Landscape);
+        const QStringList pages = printed(w);
+        QCOMPARE(pages.size(), 1);
+        QVERIFY(pages[0].contains("Set List For:"));
+        QVERIFY(pages[0].contains("10/05/03"));
+        QVERIFY(pages[0].indexOf("Amazing Grace") < pages[0].indexOf("Be Thou My Vision"));
+        QVERIFY(!pages[0].contains("Service"));
+        QCOMPARE(w.fpSetPast->PrintOrientation(), PrintOrientations::Portrait);
+        QCOMPARE(w.fpSetPast->PrintMarginTop(), 720);
+        QVERIFY(w.fpSetPast->PrintSmartPrint());
+    }
+
+    void emptyGridIsPrintedWithoutAWord() {
+        frmPastSets& w = open();
+        const QStringList pages = printed(w);
+        QCOMPARE(pages.size(), 1);
+        QCOMPARE(pages[0].trimmed(), QStringLiteral("Set List For:"));
+    }
+
+    void setOnViewIsMailed() {
+        makeSet("saved sets/a.set", "10/05/03", {"Amazing <Grace> & Ευλόγει"});
+        frmPastSets& w = open();
+        clickFile(w.File1, "a.set");
+        click(w.cmdEpastSet);
+        QVERIFY(frmEmail::isLoaded());
+        frmEmail& mail = frmEmail::instance();
+        QVERIFY(mail.isVisible());
+        QVERIFY(mail.cmdAddNote->isVisible());
+        const QString body = mail.txtMsg->toPlainText();
+        QCOMPARE(body, stagingFile().remove(QLatin1Char('\n')).remove(QLatin1Char('\r')));
+        QVERIFY(body.contains("10/05/03"));
+        QVERIFY(body.contains(QString::fromUtf8("Amazing &lt;Grace&gt; &amp; Ευλόγει")));
+        QVERIFY(mail.txtSubject->text().isEmpty());
+        QVERIFY(world->statements.filter("played_on").isEmpty());
+    }
+
+    void setWithoutADateIsNotMailedAndNoWordIsSaid() {
+        makeSet("saved sets/a.set", "", {"Alpha"});
+        frmPastSets& w = open();
+        click(w.cmdEpastSet);
+        QVERIFY(!frmEmail::isLoaded());
+        clickFile(w.File1, "a.set");
+        QCOMPARE(w.fpSetPast->GetText(2, 2), QStringLiteral("Alpha"));
+        click(w.cmdEpastSet);
+        QVERIFY(!frmEmail::isLoaded());
+        QCOMPARE(stagingFile(), QString());
+    }
+
+    void mailThatCannotBeStagedEndsTheCommand() {
+        makeSet("saved sets/a.set", "10/05/03", {"Alpha"});
+        frmPastSets& w = open();
+        clickFile(w.File1, "a.set");
+        QVERIFY(QDir(world->path("config")).removeRecursively());
+        world->answers.runTimeError(75);
+        click(w.cmdEpastSet);
+        QCOMPARE(world->endStatus, -1);
+        QVERIFY(!frmEmail::isLoaded());
+        QVERIFY(w.isVisible());
+    }
+};
+
+LORVANITE_TEST(TestPastSets)
+#include "test_past_sets.moc"
