@@ -1,4 +1,5 @@
 // Which songs were played in a year, and in which months one was.
+#include "catalogue/frm_song_admin.h"
 #include "core/database.h"
 #include "core/dates.h"
 #include "reports/frm_history.h"
@@ -121,6 +122,26 @@ private Q_SLOTS:
         QCOMPARE(world->statements, QStringList{SongsStatement});
         QCOMPARE(w.fpH->MaxRows(), 0);
         QCOMPARE(world->main().SB->SimpleText(), QString());
+    }
+
+    void rowsOfADeletedSongCountUnderNoTitle() {
+        const QString kept = addSong("Kept", {"01/04/26"});
+        const QString lost = addSong("Lost", {"01/04/26", "02/01/26"});
+        world->start();
+        click(world->main().cmdSongMgmt);
+        clickCell(frmSongAdmin::instance().fpSongList2, 2, 2);
+        click(frmSongAdmin::instance().cmdDel);
+        frmSongAdmin::instance().Unload();
+        // The rows stand by the song's ID, which no later song of the title gets.
+        const QString later = addSong("Lost");
+        QVERIFY(later != lost);
+        click(world->main().cmdHistory);
+        const frmHistory& w = frmHistory::instance();
+        QCOMPARE(world->rows("SELECT songID, count(*) FROM played_on GROUP BY songID"),
+                 (QStringList{kept + "|1", lost + "|2"}));
+        QCOMPARE(columnOf(w.fpH, 2), QStringList{"Kept"});
+        QCOMPARE(columnOf(w.fpH, 3), QStringList{"1"});
+        QCOMPARE(world->main().SB->SimpleText(), QStringLiteral("Loading.... 100% Complete"));
     }
 
     void songWithADateInEachMonthHasTwelveBarsOfOneStep() {
