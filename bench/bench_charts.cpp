@@ -1,8 +1,8 @@
 // How long a chart's page takes to paint, and a transposition of a chart of 20 pages, the latter
 // also as a ratio to a bare loop that puts the same strings together.
-#include "charts/chart_page.h"
 #include "charts/chart_view.h"
 #include "charts/transposer.h"
+#include "filled_chart.h"
 #include "platform/sheet_view.h"
 #include "platform/theme.h"
 
@@ -19,33 +19,10 @@
 namespace {
 
 constexpr int Pages = 20;
-constexpr int CellsBetweenChords = 3;
 constexpr int Rounds = 101;
 
 const QString RootNotes = QStringLiteral("C,C#:Db,D,Eb,E,F,F#,G,G#:Ab,A,Bb,B");
 const QString TwoUp = QStringLiteral("D,Eb,E,F,F#,G,Ab,A,Bb,B,C,C#");
-const QStringList Chords = {"C", "Am7", "F#m7", "Ebmaj7/Bb", "Gsus4", "D/F#", "Bb", "E7", "Cadd9"};
-
-void fillPage(SheetGrid& chart) {
-    int next = 0;
-    for (int row = FirstChordRow; row <= 39; row += 2) {
-        for (int col = 1; col <= ChartCols; col += CellsBetweenChords)
-            chart.SetText(col, row, Chords[next++ % Chords.size()]);
-        chart.SetText(
-            1, row + 1,
-            QStringLiteral("Abide with me, fast falls the eventide, the darkness deepens"));
-    }
-    for (int row = 1; row <= LastTitleRow; ++row) chart.SetText(1, row, QStringLiteral("A title"));
-}
-
-void fillChart(SheetGrid& chart) {
-    setUpChart(chart);
-    fillPage(chart);
-    for (int page = 2; page <= Pages; ++page) {
-        addChartPage(chart, [](const QString&) {});
-        fillPage(chart);
-    }
-}
 
 // The whole page as a window of its height shows it.
 void paintPage(benchmark::State& state) {
@@ -86,7 +63,7 @@ BENCHMARK(switchPage)->Unit(benchmark::kMillisecond);
 class Pass {
 public:
     Pass() {
-        fillChart(m_chart);
+        fillChart(m_chart, Pages);
         m_transposer.setRootNotes(RootNotes);
         m_transposer.setKeyNotes(TwoUp);
     }
@@ -107,7 +84,7 @@ BENCHMARK(transpose)->Unit(benchmark::kMillisecond);
 void transposeOnView(benchmark::State& state) {
     SheetView view;
     setUpChartView(view);
-    fillChart(view);
+    fillChart(view, Pages);
     view.resize(view.width(), 500);
     view.show();
     Transposer transposer;
@@ -125,7 +102,7 @@ class BareLoop {
 public:
     BareLoop() {
         SheetGrid chart;
-        fillChart(chart);
+        fillChart(chart, Pages);
         for (int page = 1; page <= Pages; ++page)
             for (int row = FirstChordRow; row <= ChartRows; row += 2)
                 for (int col = 1; col <= ChartCols; ++col)

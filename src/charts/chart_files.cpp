@@ -48,6 +48,11 @@ bool chooseChart(void (CommonDialog::*show)()) {
     return chooseMusicFile(QStringLiteral("STP Files|*.stp"), show);
 }
 
+void tellNotSaved() {
+    messageBox(QStringLiteral("File did not save, try again or contact Lorvanite."),
+               BoxIcon::Information);
+}
+
 void raisePanel(QWidget* panel) {
     panel->setEnabled(true);
     panel->raise();
@@ -79,9 +84,7 @@ void saveChart(const SheetGrid& chart, QFrame* frmAssign, Ui::AssignPanel& panel
     if (!chooseChart(&CommonDialog::ShowSave)) return;
     const QString file = frmMDI::instance().CommonDlg.FileName;
     // A save that failed does not end the command: this is meant.
-    if (!chart.SaveToFile(file, false))
-        messageBox(QStringLiteral("File did not save, try again or contact Lorvanite."),
-                   BoxIcon::Information);
+    if (!chart.SaveToFile(file, false)) tellNotSaved();
     if (messageBox(
             QStringLiteral("Would you like to associate this music to a song in the database?"),
             BoxIcon::None, QStringLiteral("Lorvanite"), BoxButtons::YesNo) == BoxAnswer::No)

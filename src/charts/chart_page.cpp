@@ -12,11 +12,15 @@ void setSizes(SheetGrid& chart) {
 }
 
 void setFont(SheetGrid& chart, double points) {
-    chart.Col(-1);
-    chart.Row(-1);
     chart.FontName(QStringLiteral("Arial"));
     chart.FontSize(points);
     chart.FontBold(true);
+}
+
+void setFontOfAll(SheetGrid& chart, double points) {
+    chart.Col(-1);
+    chart.Row(-1);
+    setFont(chart, points);
 }
 
 void hideHeads(SheetGrid& chart) {
@@ -37,9 +41,10 @@ void joinRow(SheetGrid& chart, int row) {
     centreRow(chart, row);
 }
 
-void joinTitleAndLyrics(SheetGrid& chart) {
-    for (int row = 1; row <= LastTitleRow; ++row) joinRow(chart, row);
-    for (int row = FirstLyricRow; row <= chart.MaxRows(); row += 2) joinRow(chart, row);
+// Of the page that begins behind the row `above`.
+void joinTitleAndLyrics(SheetGrid& chart, int above = 0) {
+    for (int row = above + 1; row <= above + LastTitleRow; ++row) joinRow(chart, row);
+    for (int row = above + FirstLyricRow; row <= chart.MaxRows(); row += 2) joinRow(chart, row);
 }
 
 void joinLastRows(SheetGrid& chart) {
@@ -48,12 +53,16 @@ void joinLastRows(SheetGrid& chart) {
     centreRow(chart, chart.MaxRows() - 1);
 }
 
-void alignRows(SheetGrid& chart, int row, int row2, HAlign align) {
+void beginRows(SheetGrid& chart, int row, int row2) {
     chart.Col(1);
     chart.Col2(chart.MaxCols());
     chart.Row(row);
     chart.Row2(row2);
     chart.BlockMode(true);
+}
+
+void alignRows(SheetGrid& chart, int row, int row2, HAlign align) {
+    beginRows(chart, row, row2);
     chart.TypeHAlign(align);
     chart.BlockMode(false);
 }
@@ -63,7 +72,7 @@ void alignRows(SheetGrid& chart, int row, int row2, HAlign align) {
 void setUpChart(SheetGrid& chart) {
     setSizes(chart);
     // A quarter point less than on the pages that are added: this is meant.
-    setFont(chart, 9.75);
+    setFontOfAll(chart, 9.75);
     hideHeads(chart);
     chart.AllowCellOverflow(true);
     joinTitleAndLyrics(chart);
@@ -75,9 +84,7 @@ void formatStackedCharts(SheetGrid& charts) {
     for (const CellSpan& span : joined) charts.RemoveCellSpan(span.col, span.row);
     for (int col = 1; col <= ChartCols; ++col) charts.ColWidth(col, ChartColWidth);
     charts.RowHeight(-1, ChartRowHeight);
-    charts.Col(-1);
-    charts.Row(-1);
-    setFont(charts, 10);
+    setFontOfAll(charts, 10);
     charts.MaxCols(ChartCols);
     charts.TypeHAlign(HAlign::Centre);
     charts.AllowCellOverflow(true);
@@ -101,7 +108,7 @@ void addChartPage(SheetGrid& chart, const std::function<void(const QString&)>& s
     status(QStringLiteral("Resizing Columns And Rows"));
     setSizes(chart);
     status(QStringLiteral("Setting Font Information"));
-    setFont(chart, 10);
+    setFontOfAll(chart, 10);
     chart.TypeHAlign(HAlign::Centre);
     status(QStringLiteral("Adding Cell Formats"));
     joinTitleAndLyrics(chart);
@@ -130,7 +137,7 @@ void formatChartCopy(SheetGrid& copy) {
         copy.ActiveSheet(page);
         copy.TabStripPolicy(TabStrip::Never);
         setSizes(copy);
-        setFont(copy, 10);
+        setFontOfAll(copy, 10);
         copy.TypeHAlign(HAlign::Centre);
         copy.TypeHAlign(HAlign::Left);
         joinTitleAndLyrics(copy);
@@ -139,4 +146,25 @@ void formatChartCopy(SheetGrid& copy) {
         copy.TabStripPolicy(TabStrip::AsNeeded);
         copy.AllowCellOverflow(true);
     }
+}
+
+void addRowsOfPage(SheetGrid& chart) {
+    const int above = chart.MaxRows();
+    chart.Row(above);
+    chart.RowPageBreak(true);
+    chart.MaxRows(above + ChartRows);
+    for (int row = above + 1; row <= chart.MaxRows(); ++row) chart.RowHeight(row, ChartRowHeight);
+    beginRows(chart, above + 1, chart.MaxRows());
+    setFont(chart, 10);
+    chart.MaxCols(ChartCols);
+    chart.TypeHAlign(HAlign::Centre);
+    chart.BlockMode(false);
+    joinTitleAndLyrics(chart, above);
+    for (int row = chart.MaxRows(); row > chart.MaxRows() - 3; --row) joinRow(chart, row);
+}
+
+void dropAddedRows(SheetGrid& chart) {
+    chart.MaxRows(ChartRows);
+    chart.Row(ChartRows);
+    chart.RowPageBreak(false);
 }

@@ -31,3 +31,9 @@ void clearChartPage(SheetGrid& chart);
 
 // Formats every page of a grid for a copy of a chart, and leaves the last one on view.
 void formatChartCopy(SheetGrid& copy);
+
+// Puts the rows of one more page under the last row, in a chart's format and behind a page break.
+void addRowsOfPage(SheetGrid& chart);
+
+// Takes the rows that were put under a page of `Sheet` off again, and their page break.
+void dropAddedRows(SheetGrid& chart);

@@ -1,6 +1,7 @@
 #include "charts/frm_transpose.h"
 
 #include "charts/chart_files.h"
+#include "charts/chart_output.h"
 #include "charts/chart_view.h"
 #include "charts/sheet_music.h"
 #include "core/database.h"
@@ -36,11 +37,12 @@ frmTranspose::frmTranspose() {
     setUpAssignPanel(frmAssign, *this);
     onEvent(this, Slider1, &QSlider::actionTriggered, &frmTranspose::Slider1_Scroll);
     onEvent(this, cmdReset, &QPushButton::clicked, &frmTranspose::cmdReset_Click);
+    onEvent(this, cmdExportText, &QPushButton::clicked, &frmTranspose::cmdExportText_Click);
+    onEvent(this, cmdEmailSet, &QPushButton::clicked, &frmTranspose::cmdEmailSet_Click);
+    onEvent(this, Command3, &QPushButton::clicked, &frmTranspose::Command3_Click);
     onEvent(this, cmdSaveSetList, &QPushButton::clicked, &frmTranspose::cmdSaveSetList_Click);
     onEvent(this, cmdSaveAssigned, &QToolButton::clicked, &frmTranspose::cmdSaveAssigned_Click);
     // The panel's close button and its list carry no command here: this is meant.
-    // What goes out of a chart comes with a later version.
-    for (QPushButton* button : {cmdExportText, cmdEmailSet, Command3}) button->setEnabled(false);
     Image1->setPixmap(themedIcon(QStringLiteral("transpose")).pixmap(Image1->size()));
     setWindowIcon(themedIcon(QStringLiteral("transpose")));
     setUpChartView(*fpPreview);
@@ -75,6 +77,13 @@ void frmTranspose::cmdReset_Click() {
     lblNumSteps->setText(QString());
     Slider1->setValue(0);
 }
+
+void frmTranspose::cmdExportText_Click() { exportChart(*fpPreview); }
+
+// The mail window's button for notes is never shown from here: this is meant.
+void frmTranspose::cmdEmailSet_Click() { mailChart(*fpPreview, NoteButton::AsItWas); }
+
+void frmTranspose::Command3_Click() { printChart(*fpPreview); }
 
 void frmTranspose::cmdSaveSetList_Click() { saveChart(*fpPreview, frmAssign, *this); }
 

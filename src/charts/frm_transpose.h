@@ -25,6 +25,9 @@ private:
 
     void Slider1_Scroll(int action);
     void cmdReset_Click();
+    void cmdExportText_Click();
+    void cmdEmailSet_Click();
+    void Command3_Click();
     void cmdSaveSetList_Click();
     void cmdSaveAssigned_Click();
 };

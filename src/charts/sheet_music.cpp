@@ -1,6 +1,7 @@
 #include "charts/sheet_music.h"
 
 #include "charts/chart_files.h"
+#include "charts/chart_output.h"
 #include "charts/chart_page.h"
 #include "charts/chart_view.h"
 #include "charts/frm_transpose.h"
@@ -47,11 +48,13 @@ void SheetMusic::wireMenus() {
     // "Close" stands in the menu and carries no command: this is meant.
     onEvent(this, mnuAddPage, &QAction::triggered, &SheetMusic::addPage);
     onEvent(this, mnuDelPage, &QAction::triggered, &SheetMusic::mnuDelPage_Click);
+    onEvent(this, mnuPrint, &QAction::triggered, &SheetMusic::mnuPrint_Click);
+    onEvent(this, mnuToEmail, &QAction::triggered, &SheetMusic::mnuToEmail_Click);
+    onEvent(this, mnuToHTML, &QAction::triggered, &SheetMusic::mnuToHTML_Click);
+    onEvent(this, mnuLyrics, &QAction::triggered, &SheetMusic::mnuLyrics_Click);
     onEvent(this, mnuNoteMaker, &QAction::triggered, &SheetMusic::mnuNoteMaker_Click);
     onEvent(this, mnuTranspose, &QAction::triggered, &SheetMusic::copyToTranspose);
     onEvent(this, &mnuSubMove, &QAction::triggered, &SheetMusic::mnuSubMove_Click);
-    // What goes out of a chart comes with a later version.
-    for (QAction* item : {mnuPrint, mnuToEmail, mnuToHTML, mnuLyrics}) item->setEnabled(false);
 }
 
 void SheetMusic::wireGrid() {
@@ -160,6 +163,20 @@ void SheetMusic::cmdSaveAssigned_Click() { saveAssigned(*this); }
 void SheetMusic::cmdCloseAssign_Click() {
     sendToBottom(frmAssign);
     fpSong->setFocus();
+}
+
+// --- What goes out -----------------------------------------------------------------------------
+
+void SheetMusic::mnuPrint_Click() { printChart(*fpSong); }
+
+void SheetMusic::mnuToHTML_Click() { exportChart(*fpSong); }
+
+void SheetMusic::mnuLyrics_Click() { saveLyricSheet(*fpSong, *rtb); }
+
+void SheetMusic::mnuToEmail_Click() {
+    fpSong->AllowCellOverflow(true);
+    // A chart of several pages leaves the button as it was: this is meant.
+    mailChart(*fpSong, fpSong->SheetCount() == 1 ? NoteButton::Shown : NoteButton::AsItWas);
 }
 
 // --- The copy for the transpose window ---------------------------------------------------------

@@ -54,6 +54,10 @@ private:
     void mnuAttachToDB_Click();
     void mnuImport_Click();
     void mnuDelPage_Click();
+    void mnuPrint_Click();
+    void mnuToEmail_Click();
+    void mnuToHTML_Click();
+    void mnuLyrics_Click();
     void mnuNoteMaker_Click();
     void mnuSubMove_Click();
     void fpSong_Click(int col, int row);

@@ -1,13 +1,14 @@
 #include "core/database.h"
 
 #include "core/collation.h"
+#include "core/database_handle.h"
+#include "core/database_upgrade.h"
 #include "core/paths.h"
 #include "core/run_time_error.h"
 
 #include <QStringDecoder>
 
 #include <cstring>
-#include <sqlite3.h>
 
 Connection dbConn;
 
@@ -101,9 +102,7 @@ void Connection::Open(const QString& path) {
     if (result != SQLITE_OK && result != SQLITE_BUSY) {
         const QString why = QString::fromUtf8(sqlite3_errmsg(handle));
         sqlite3_close(handle);
-        throw RunTimeError(
-            RunTimeError::StoreFailed,
-            QStringLiteral("The database \"%1\" cannot be opened: %2.").arg(file, why));
+        failToOpen(file, why);
     }
     m_handle = handle;
 }
@@ -113,7 +112,11 @@ void Connection::Close() {
     m_handle = nullptr;
 }
 
-void openDatabase() { dbConn.Open(programFolder() + QStringLiteral("\\db1.mdb")); }
+void openDatabase() {
+    const QString file = programFolder() + QStringLiteral("\\db1.mdb");
+    upgradeDatabase(file);
+    dbConn.Open(file);
+}
 
 Recordset::~Recordset() { Close(); }
 

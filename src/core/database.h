@@ -51,7 +51,8 @@ private:
 // The process's connection.
 extern Connection dbConn;
 
-// Opens dbConn on the file "db1.mdb" in the program's folder. Errors as of Connection::Open.
+// Opens dbConn on the file "db1.mdb" in the program's folder, which is brought up to this
+// program's version first. Errors as of Connection::Open and upgradeDatabase.
 void openDatabase();
 
 // One statement and the rows it yields. A SELECT stands on its first row after Open and stays

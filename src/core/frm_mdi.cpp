@@ -13,6 +13,7 @@
 #include "platform/desktop.h"
 #include "platform/message_box.h"
 #include "platform/theme.h"
+#include "reports/frm_ccli.h"
 #include "reports/frm_history.h"
 #include "sets/frm_set_list.h"
 #include "team/frm_schedule.h"
@@ -101,10 +102,10 @@ void frmMDI::wireModules() {
     onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
     onEvent(this, &mnuSpecialMusic, &QAction::triggered, &frmMDI::mnuSpecialMusic_Click);
     onEvent(this, &mnuBackupFiles, &QAction::triggered, &frmMDI::mnuBackupFiles_Click);
+    onEvent(this, &mnuCCLI, &QAction::triggered, &frmMDI::mnuCCLI_Click);
     // These windows come with a later version.
     cmdPastSets->setEnabled(false);
     mnuImportSet.setEnabled(false);
-    mnuCCLI.setEnabled(false);
 }
 
 void frmMDI::showReminderNotes() {
@@ -157,6 +158,7 @@ void frmMDI::Command1_Click() {
 }
 
 void frmMDI::mnuBackupFiles_Click() { showModule<frmBackup>(); }
+void frmMDI::mnuCCLI_Click() { showModule<frmCCLI>(); }
 void frmMDI::cmdEmail_Click() { showModule<frmEmail>(); }
 
 void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }

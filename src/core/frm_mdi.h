@@ -57,6 +57,7 @@ private:
     void cmdHistory_Click();
     void Command1_Click();
     void mnuBackupFiles_Click();
+    void mnuCCLI_Click();
     void cmdEmail_Click();
     void cmdAbout_Click();
     void Command10_Click();

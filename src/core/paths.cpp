@@ -23,13 +23,46 @@ qsizetype lastSeparator(const QString& path) {
     return std::max(path.lastIndexOf(QLatin1Char('/')), path.lastIndexOf(QLatin1Char('\\')));
 }
 
+QByteArray contentOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// The copy is all of the file, or is not there at all.
+void copyWhole(const QString& from, const QString& to) {
+    QFile file(from);
+    if (file.open(QIODevice::ReadOnly)) replaceFile(to, file.readAll());
+}
+
+// What the program brings along in config, the guide above all, is that of its version. What it
+// writes there itself has other names.
+void renewConfig(const QString& delivered, const QString& folder) {
+    const QString config = QStringLiteral("/config/");
+    const auto entries = QDir(delivered + config).entryInfoList(QDir::Files);
+    for (const QFileInfo& entry : entries) {
+        const QString target = folder + config + entry.fileName();
+        if (contentOf(entry.filePath()) != contentOf(target)) copyWhole(entry.filePath(), target);
+    }
+}
+
 QString chooseFolder() {
     const QString own = QCoreApplication::applicationDirPath();
-    if (canWriteIn(own)) return own;
-    const QString users = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-                          QStringLiteral("/lorvanite");
-    copyTree(own, users);
-    return users;
+    // A package keeps what it delivers in a folder of its own, so that a newer one that is laid
+    // over it touches no work.
+    QString delivered = own + QStringLiteral("/delivered");
+    if (!QFileInfo(delivered).isDir()) delivered = own;
+    // An installed program never keeps data beside itself, even where it may (for the superuser):
+    // they would go with it.
+    const bool installed = QFile::exists(own + QStringLiteral("/.installed"));
+    QString folder = own;
+    if (installed || !canWriteIn(own))
+        folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                 QStringLiteral("/lorvanite");
+    if (folder != delivered) {
+        copyTree(delivered, folder);
+        renewConfig(delivered, folder);
+    }
+    return folder;
 }
 
 }  // namespace
@@ -49,8 +82,7 @@ void copyTree(const QString& from, const QString& to) {
         if (entry.isDir()) {
             copyTree(entry.filePath(), target);
         } else if (!entry.isExecutable() && !QFile::exists(target)) {
-            QFile::copy(entry.filePath(), target);
-            QFile(target).setPermissions(QFile::permissions(target) | QFile::WriteOwner);
+            copyWhole(entry.filePath(), target);
         }
     }
 }

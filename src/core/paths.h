@@ -4,15 +4,16 @@
 #include <QString>
 
 // The program's own folder, without a trailing separator. It is the executable's folder, or the
-// user's data folder where the executable's cannot be written (filled from the delivered tree at
-// the first start).
+// user's data folder where the executable's cannot be written or holds a file ".installed". What
+// is missing in it is filled from the delivered tree, which lies beside the executable or there in
+// the folder "delivered"; the delivered files of config are kept up to date.
 QString programFolder();
 
 // Makes another folder the program's.
 void setProgramFolder(const QString& folder);
 
-// Copies a folder with all below it, without executables. Files that stand at the target already
-// are kept.
+// Copies a folder with all below it, without executables and hidden files; each file comes whole
+// or not at all. Files that stand at the target already are kept.
 void copyTree(const QString& from, const QString& to);
 
 // The path with this platform's separators. A file that exists under the name as given keeps it.

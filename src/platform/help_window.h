@@ -3,10 +3,14 @@
 
 #include <QDialog>
 
+class QLabel;
 class QLineEdit;
+class QPushButton;
 class QTextBrowser;
 
-// Shows one text with headings and links to them, and finds words in it.
+// Shows one text with headings and links to them, and finds words in it: Ctrl+F goes to the field,
+// typing finds the first place, Enter, F3 and the button the next one, Shift+Enter and Shift+F3 the
+// one before. The search goes round at the ends and ignores case.
 class HelpWindow : public QDialog {
     Q_OBJECT
 
@@ -17,10 +21,20 @@ public:
     // beside the file.
     void showFile(const QString& path);
 
+protected:
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
-    void findNext();
+    enum class Step { Here, Next, Previous };
+
+    void lay();
+    void dress();
+    void find(Step step);
     void follow(const QUrl& link);
 
     QLineEdit* m_find;
+    QPushButton* m_next;
+    QLabel* m_state;
     QTextBrowser* m_text;
 };

@@ -16,6 +16,7 @@ frmSetList::frmSetList() {
     setUpGrids();
     wirePicker();
     wireSet();
+    setUpPlayer();
     cmdPersonellAvail->setIcon(themedIcon(QStringLiteral("people")));
     setDesignSize(size());
     atEdge(onFailure(), [this] { load(); });

@@ -4,11 +4,13 @@
 
 #include "core/form.h"
 #include "platform/common_dialog.h"
+#include "platform/media.h"
 #include "platform/sheet_view.h"
 #include "ui_frm_set_list.h"
 
 #include <QAction>
 #include <QMenu>
+#include <QTimer>
 
 #include <array>
 
@@ -28,6 +30,10 @@ public:
     QMenu mnuDel;
     QAction mnuDeleteFPSet, mnuAddRow, mnuDeleteRow;
 
+    // Plays what the player's panel shows. The sound goes on when the window is left.
+    Media& mm = soundDevice();
+    QTimer playerTimer;
+
     // Fills both category boxes for "list"; "manage" only gathers the names. Either way column 1
     // of the song list is hidden afterwards.
     void loadCategoryCombos(const QString& mode);
@@ -38,6 +44,10 @@ public:
 
     // Lists the songs whose title holds the text of txtSearch, whatever their playlist.
     void searchByTitle();
+
+    // Shows the player's panel with the song of a row of the list, its sound file open. Raises
+    // 3021 where the song is no more.
+    void openPlayer(int row);
 
     // Puts the song that was clicked in the list into this row of the set.
     void placeSong(int row);
@@ -64,6 +74,7 @@ public:
 private:
     void wirePicker();
     void wireSet();
+    void setUpPlayer();
     void setUpMenus();
     void setUpGrids();
     void load();
@@ -92,10 +103,16 @@ private:
     void cmdPersonellAvail_Click();
     void cmdSaveSetList_Click();
     void Command13_Click();
+    void imgPlay_Click();
+    void imgPause_Click();
+    void imgS_Click();
+    void imgClose_Click();
+    void playerTimer_Timer();
 
     void takeFocusOff();
     bool chooseDesign(void (CommonDialog::*show)());
     void showPlayedDates(const QString& id);
     void movePlaylist(const QString& statement);
     bool holdsKnownTitle();
+    void pressPlayerButton(QToolButton* pressedLook, const QString& command);
 };

@@ -170,6 +170,8 @@ void frmSetList::fpSongList1_Click(int col, int row) {
         fpSongList1->SortByHead(col);
         return;
     }
+    if (col == 6 && !fpSongList1->pictureAt(fpSongList1->ActiveSheet(), col, row).isEmpty())
+        openPlayer(row);
     if (col == 5) showPlayedDates(id);
     selectedSongRow = row;
 }

@@ -1,6 +1,8 @@
 #include "charts/chart_test.h"
 
+#include <QDir>
 #include <QFile>
+#include <QLineEdit>
 #include <QMenuBar>
 
 SheetMusic& ChartTest::open() {
@@ -25,6 +27,51 @@ void ChartTest::pick(QMenu* menu, QAction* item) {
 frmTranspose& ChartTest::openTranspose(SheetMusic& window) {
     pick(window.mnuView, window.mnuTranspose);
     return frmTranspose::instance();
+}
+
+void ChartTest::write(SheetMusic& window, int pages) {
+    for (int page = 1; page <= pages; ++page) {
+        if (page > 1) window.addPage();
+        window.fpSong->SetText(1, 1, QString("Title %1").arg(page));
+        window.fpSong->SetText(3 + page % 30, 5, "F#m7");
+        window.fpSong->SetText(1, 6, QString::fromUtf8("Großer Gott, wir loben dich €"));
+        window.fpSong->SetText(1, 42, QString("foot %1").arg(page));
+    }
+}
+
+QString ChartTest::stateOf(const SheetGrid* chart) {
+    QString state;
+    for (int page = 1; page <= chart->SheetCount(); ++page) {
+        state += QString("%1x%2").arg(chart->colsOf(page)).arg(chart->rowsOf(page));
+        for (int row = 1; row <= chart->rowsOf(page); ++row) {
+            state += QString("\n%1%2:")
+                         .arg(chart->heightOf(page, row))
+                         .arg(chart->hasPageBreak(page, row));
+            for (int col = 1; col <= chart->colsOf(page); ++col) {
+                const CellFormat f = chart->formatAt(page, col, row);
+                const CellSpan span = chart->spanAt(page, col, row);
+                state += QString("%1|%2|%3|%4|%5|%6|%7 ")
+                             .arg(chart->textAt(page, col, row))
+                             .arg(int(f.hAlign))
+                             .arg(f.fontName)
+                             .arg(f.fontSize)
+                             .arg(f.fontBold)
+                             .arg(span.cols)
+                             .arg(chart->widthOf(page, col));
+            }
+        }
+    }
+    return state + QString::number(chart->AllowCellOverflow());
+}
+
+void ChartTest::answerGoneFolder(const QString& name) {
+    world->answers.custom("folder that goes away", [this, name](QWidget* dialog) {
+        const QString folder = world->path("sheetmusic/gone");
+        QDir().mkpath(folder);
+        dialog->findChild<QLineEdit*>("fileNameEdit")->setText(folder + '/' + name);
+        QMetaObject::invokeMethod(dialog, "accept");
+        QDir(folder).removeRecursively();
+    });
 }
 
 QString ChartTest::makeFile(const QString& relative, const QByteArray& bytes) {

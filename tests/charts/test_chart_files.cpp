@@ -21,41 +21,6 @@ QString native(const QString& path) { return QDir::toNativeSeparators(path); }
 class TestChartFiles : public ChartTest {
     Q_OBJECT
 
-    // Writes the chart's first page and some of each further one.
-    static void write(SheetMusic& w, int pages) {
-        for (int page = 1; page <= pages; ++page) {
-            if (page > 1) w.addPage();
-            w.fpSong->SetText(1, 1, QString("Title %1").arg(page));
-            w.fpSong->SetText(3 + page % 30, 5, "F#m7");
-            w.fpSong->SetText(1, 6, QString::fromUtf8("Großer Gott, wir loben dich €"));
-            w.fpSong->SetText(1, 42, QString("foot %1").arg(page));
-        }
-    }
-
-    // Everything that a chart's file has to keep, as text.
-    static QString stateOf(const SheetGrid* chart) {
-        QString state;
-        for (int page = 1; page <= chart->SheetCount(); ++page) {
-            state += QString("%1x%2").arg(chart->colsOf(page)).arg(chart->rowsOf(page));
-            for (int row = 1; row <= chart->rowsOf(page); ++row) {
-                state += QString("\n%1:").arg(chart->heightOf(page, row));
-                for (int col = 1; col <= chart->colsOf(page); ++col) {
-                    const CellFormat f = chart->formatAt(page, col, row);
-                    const CellSpan span = chart->spanAt(page, col, row);
-                    state += QString("%1|%2|%3|%4|%5|%6|%7 ")
-                                 .arg(chart->textAt(page, col, row))
-                                 .arg(int(f.hAlign))
-                                 .arg(f.fontName)
-                                 .arg(f.fontSize)
-                                 .arg(f.fontBold)
-                                 .arg(span.cols)
-                                 .arg(chart->widthOf(page, col));
-                }
-            }
-        }
-        return state + QString::number(chart->AllowCellOverflow());
-    }
-
     QString save(SheetMusic& w, const QString& name, QMessageBox::StandardButton tie) {
         const QString path = world->path("sheetmusic/" + name);
         world->answers.file(path);
@@ -119,16 +84,7 @@ private Q_SLOTS:
         SheetMusic& w = open();
         write(w, 1);
         const QString before = stateOf(w.fpSong);
-        QDir().mkpath(world->path("sheetmusic/folder.stp/inside"));
-        world->answers.custom("folder as file", [&](QWidget* dialog) {
-            // The dialog takes no folder: the name is made one after it has looked.
-            QDir().rename(world->path("sheetmusic/folder.stp"), world->path("sheetmusic/later"));
-            auto* edit = dialog->findChild<QLineEdit*>("fileNameEdit");
-            edit->setText(world->path("sheetmusic/later/gone/abide.stp"));
-            QDir().mkpath(world->path("sheetmusic/later/gone"));
-            QMetaObject::invokeMethod(dialog, "accept");
-            QDir(world->path("sheetmusic/later")).removeRecursively();
-        });
+        answerGoneFolder("abide.stp");
         world->answers.box(NotSaved, QMessageBox::Information);
         world->answers.question(Question, QMessageBox::Yes);
         pick(w.mnuFile, w.mnuSave);
@@ -143,12 +99,11 @@ private Q_SLOTS:
         const QString path = world->path("sheetmusic/abide.stp");
         world->answers.file(path);
         world->answers.custom("overwrite", [](QWidget* box) {
-            // The file dialog comes back, and is given up.
-            auto* dialog = qobject_cast<QDialog*>(box->parentWidget());
-            QTimer::singleShot(0, dialog, &QDialog::reject);
             QTest::mouseClick(qobject_cast<QMessageBox*>(box)->button(QMessageBox::No),
                               Qt::LeftButton);
         });
+        // The file dialog comes back, and is given up.
+        world->answers.cancelFile();
         pick(w.mnuFile, w.mnuSave);
         QFile file(path);
         QVERIFY(file.open(QIODevice::ReadOnly));

@@ -1,9 +1,11 @@
 // The chart's page: its rows, its commands and the mouse.
+#include "charts/chart_page.h"
 #include "charts/chart_test.h"
 #include "platform/desktop.h"
 
 #include <QImage>
 #include <QMdiSubWindow>
+#include <QSignalSpy>
 #include <QTabBar>
 
 namespace {
@@ -96,6 +98,22 @@ private Q_SLOTS:
         QVERIFY(!w.fpSong->ColHeadersShow() && !w.fpSong->RowHeadersShow());
         QVERIFY(w.fpSong->AllowCellOverflow());
         QCOMPARE(w.fpSong->TabStripPolicy(), TabStrip::AsNeeded);
+        QCOMPARE(world->main().SB->SimpleText(), QString());
+    }
+
+    void newPageIsToldInTheStatusLine() {
+        SheetGrid chart;
+        setUpChart(chart);
+        QStringList told;
+        addChartPage(chart, [&told](const QString& text) { told.append(text); });
+        QCOMPARE(told, (QStringList{"Loading New Page", "Resizing Columns And Rows",
+                                    "Setting Font Information", "Adding Cell Formats"}));
+        SheetMusic& w = open();
+        QTest::qWait(100);  // the line shows the newest text some twenty times a second
+        QSignalSpy shown(world->main().SB, &QStatusBar::messageChanged);
+        pick(w.mnuPage, w.mnuAddPage);
+        QVERIFY(!shown.isEmpty());
+        QCOMPARE(shown.first().at(0).toString(), told.first());
         QCOMPARE(world->main().SB->SimpleText(), QString());
     }
 
@@ -258,6 +276,7 @@ private Q_SLOTS:
                  QStringLiteral("To Printer|To e-Mail|To Text File|-|To Lyric Sheet"));
         QCOMPARE(captions(w.mnuView), QStringLiteral("Note Maker|Transpose"));
         QCOMPARE(captions(&w.mnuMove), QStringLiteral("Move"));
+        QCOMPARE(w.mnuMove.title(), QStringLiteral("dMove"));
     }
 
     void chordRunsOverEmptyCellsAndIsCutAtText() {

@@ -132,6 +132,15 @@ private Q_SLOTS:
         QVERIFY(world->statements.isEmpty());
     }
 
+    void resetTakesCellsAwayThatTheChartLacks() {
+        frmTranspose& t = openWith({"C"});
+        type(t.fpPreview, 4, 5, "Am7");
+        type(t.fpPreview, 1, 8, "a line of the copy");
+        click(t.cmdReset);
+        QCOMPARE(rowOf(t.fpPreview, 1, 5), QStringList{"C"});
+        QVERIFY(lyricsOf(t.fpPreview, 1).isEmpty());
+    }
+
     void secondCallLeavesSliderAndLabel() {
         frmTranspose& t = openWith({"C"});
         moveTo(t, 2);
@@ -335,12 +344,6 @@ private Q_SLOTS:
         world->answers.box("Please select a song title to assign this file to.",
                            QMessageBox::Information);
         click(t.cmdSaveAssigned);
-    }
-
-    void whatGoesOutComesLater() {
-        frmTranspose& t = openWith({"C"});
-        for (const QPushButton* button : {t.cmdExportText, t.cmdEmailSet, t.Command3})
-            QVERIFY(!button->isEnabled());
     }
 
     void mouseMovesTheSlider() {

@@ -307,7 +307,7 @@ private Q_SLOTS:
         QTest::newRow("no database") << "letter"
                                      << "not a database";
         QTest::newRow("empty file") << "empty"
-                                    << "no such table: songs";
+                                    << "no such table";
         QTest::newRow("cut") << "cut"
                              << "malformed";
         QTest::newRow("damaged page") << "page"
@@ -316,6 +316,8 @@ private Q_SLOTS:
                                   << "no such table: notes";
         QTest::newRow("no column") << "ALTER TABLE songs DROP COLUMN CCLI"
                                    << "no such column: CCLI";
+        QTest::newRow("later version") << "PRAGMA user_version = 2"
+                                       << "a later version of Lorvanite has made it";
     }
     void databaseThatIsNoneOrDamagedOrLacksATableLeavesTheRunningOne() {
         QFETCH(QString, spoil);
@@ -346,6 +348,28 @@ private Q_SLOTS:
         QCOMPARE(read(file), running);
         click(world->main().Command1);
         QCOMPARE(world->endStatus, -1);
+    }
+
+    void databaseOfAnEarlierVersionIsBroughtUpOnRestore() {
+        addSong("Old");
+        const QString file = world->path("db1.mdb");
+        world->sql("DROP INDEX played_on_song; PRAGMA user_version = 0");
+        QVERIFY(QFile::rename(file, stick("/db1.mdb")));
+        QVERIFY(QFile::copy(PROGRAM_TREE "/db1.mdb", file));
+        const QByteArray before = read(stick("/db1.mdb"));
+        const frmBackup& w = open();
+        tick({Database});
+        chooseIn(stick(), "Restore Database From");
+        world->answers.box(QStringLiteral("Restored Database To: %1\r\r").arg(stick()),
+                           QMessageBox::NoIcon, Done);
+        click(w.cmdRestore);
+        QCOMPARE(titles(), QStringList{"Old"});
+        QCOMPARE(world->rows("PRAGMA user_version"), QStringList{"1"});
+        QCOMPARE(world->rows("SELECT name FROM sqlite_master WHERE type = 'index'"),
+                 QStringList{"played_on_song"});
+        // The backup itself stays as it is, and needs no copy.
+        QCOMPARE(read(stick("/db1.mdb")), before);
+        QCOMPARE(QDir(world->folder()).entryList({"*version*"}), QStringList());
     }
 
     void answeringNoLeavesEveryTable() {

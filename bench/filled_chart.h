@@ -1,0 +1,32 @@
+// A full chart for the benchmark programs of the charts.
+#pragma once
+
+#include "charts/chart_page.h"
+#include "core/sheet_grid.h"
+
+#include <QStringList>
+
+// Chords in every third cell and lyrics in every row of the page `Sheet`.
+inline void fillPage(SheetGrid& chart) {
+    const QStringList chords = {"C",    "Am7", "F#m7", "Ebmaj7/Bb", "Gsus4",
+                                "D/F#", "Bb",  "E7",   "Cadd9"};
+    constexpr int cellsBetweenChords = 3;
+    int next = 0;
+    for (int row = FirstChordRow; row <= 39; row += 2) {
+        for (int col = 1; col <= ChartCols; col += cellsBetweenChords)
+            chart.SetText(col, row, chords[next++ % chords.size()]);
+        chart.SetText(
+            1, row + 1,
+            QStringLiteral("Abide with me, fast falls the eventide, the darkness deepens"));
+    }
+    for (int row = 1; row <= LastTitleRow; ++row) chart.SetText(1, row, QStringLiteral("A title"));
+}
+
+inline void fillChart(SheetGrid& chart, int pages) {
+    setUpChart(chart);
+    fillPage(chart);
+    for (int page = 2; page <= pages; ++page) {
+        addChartPage(chart, [](const QString&) {});
+        fillPage(chart);
+    }
+}

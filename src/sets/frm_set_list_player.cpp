@@ -1,0 +1,84 @@
+// The panel in which a song of the list is heard.
+#include "core/database.h"
+#include "platform/theme.h"
+#include "sets/frm_set_list.h"
+
+namespace {
+
+constexpr int PressedLook = 1000;  // milliseconds
+
+}  // namespace
+
+void frmSetList::setUpPlayer() {
+    const struct {
+        QToolButton* button;
+        const char* icon;
+        QToolButton* pressedLook;
+    } looks[] = {
+        {imgPlay, "play", imgPlay2},
+        {imgPause, "pause", imgPause2},
+        {imgS, "stop", imgS2},
+        {imgClose, "close", nullptr},
+    };
+    for (const auto& look : looks) {
+        const QIcon icon = themedIcon(QLatin1String(look.icon));
+        look.button->setIcon(icon);
+        if (!look.pressedLook) continue;
+        look.pressedLook->setIcon(icon);
+        look.pressedLook->setDown(true);
+        // It lies over its button, which stays the one that is clicked.
+        look.pressedLook->setAttribute(Qt::WA_TransparentForMouseEvents);
+        look.pressedLook->raise();
+    }
+    onEvent(this, imgPlay, &QToolButton::clicked, &frmSetList::imgPlay_Click);
+    onEvent(this, imgPause, &QToolButton::clicked, &frmSetList::imgPause_Click);
+    onEvent(this, imgS, &QToolButton::clicked, &frmSetList::imgS_Click);
+    onEvent(this, imgClose, &QToolButton::clicked, &frmSetList::imgClose_Click);
+    onEvent(this, &playerTimer, &QTimer::timeout, &frmSetList::playerTimer_Timer);
+    playerTimer.setInterval(PressedLook);
+    mm.Command(QStringLiteral("close"));
+}
+
+void frmSetList::openPlayer(int row) {
+    Recordset rs;
+    // A song that is no more ends the command: this is meant.
+    rs.Open(
+        QStringLiteral("Select soundFile FROM songs WHERE ID = ") + fpSongList1->GetText(1, row),
+        dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    const QString soundFile = rs.Fields("soundFile");
+    rs.Close();
+    lblPlayTitle->setText(fpSongList1->GetText(2, row));
+    // A song that is still open gives way.
+    mm.Command(QStringLiteral("close"));
+    mm.FileName = soundFile;
+    mm.Command(QStringLiteral("Open"));
+    picPlayer->setVisible(true);
+}
+
+void frmSetList::pressPlayerButton(QToolButton* pressedLook, const QString& command) {
+    pressedLook->setVisible(true);
+    // A tick that is under way takes this look too.
+    if (!playerTimer.isActive()) playerTimer.start();
+    mm.Command(command);
+}
+
+void frmSetList::imgPlay_Click() { pressPlayerButton(imgPlay2, QStringLiteral("play")); }
+
+void frmSetList::imgPause_Click() { pressPlayerButton(imgPause2, QStringLiteral("pause")); }
+
+void frmSetList::imgS_Click() { pressPlayerButton(imgS2, QStringLiteral("stop")); }
+
+void frmSetList::playerTimer_Timer() {
+    playerTimer.stop();
+    imgPlay2->setVisible(false);
+    imgS2->setVisible(false);
+    imgPause2->setVisible(false);
+}
+
+void frmSetList::imgClose_Click() {
+    mm.Command(QStringLiteral("stop"));
+    mm.Command(QStringLiteral("close"));
+    // The keyboard goes back to the list that the song was picked from.
+    fpSongList1->setFocus();
+    picPlayer->setVisible(false);
+}

@@ -1,0 +1,436 @@
+// A chart on paper, as a page of HTML and in a mail, from both chart windows.
+#include "charts/chart_test.h"
+#include "mail/frm_email.h"
+#include "platform/printing.h"
+#include "support/printed.h"
+
+#include <QFile>
+
+namespace {
+
+const QString NotSaved = QStringLiteral("File did not save, try again or contact Lorvanite.");
+const QString Lyric = QString::fromUtf8("Großer Gott, wir loben dich €");
+
+// Every job goes to this file while the target lives.
+class PrintTarget {
+public:
+    explicit PrintTarget(const QString& path, QPageSize::PageSizeId paper = QPageSize::A4)
+        : pdf(path) {
+        setPrintTarget(path, paper);
+    }
+    ~PrintTarget() { setPrintTarget({}); }
+    PrintTarget(const PrintTarget&) = delete;
+    PrintTarget& operator=(const PrintTarget&) = delete;
+
+    const QString pdf;
+};
+
+QString read(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+qsizetype rowsIn(const QString& html) { return html.count(QStringLiteral("<TR")); }
+
+bool linesShown(const SheetGrid* chart) { return chart->GridShowHoriz() && chart->GridShowVert(); }
+bool linesHidden(const SheetGrid* chart) {
+    return !chart->GridShowHoriz() && !chart->GridShowVert();
+}
+
+}  // namespace
+
+class TestChartOutput : public ChartTest {
+    Q_OBJECT
+
+    static void addPapers() {
+        QTest::addColumn<QPageSize::PageSizeId>("paper");
+        QTest::newRow("A4") << QPageSize::A4;
+        QTest::newRow("Letter") << QPageSize::Letter;
+    }
+
+    static void addWindows() {
+        QTest::addColumn<bool>("fromCopy");
+        QTest::newRow("chart window") << false;
+        QTest::newRow("transpose window") << true;
+    }
+
+    // One of the two windows' grids over a chart of so many pages.
+    SheetView* openChart(bool fromCopy, int pages) {
+        SheetMusic& w = open();
+        write(w, pages);
+        w.fpSong->ActiveSheet(1);
+        return fromCopy ? openTranspose(w).fpPreview : w.fpSong;
+    }
+
+    void send(bool fromCopy, QAction* Ui::SheetMusic::*item, QPushButton* Ui::frmTranspose::*twin) {
+        if (fromCopy)
+            click(frmTranspose::instance().*twin);
+        else
+            pick(SheetMusic::instance().mnuSend, SheetMusic::instance().*item);
+    }
+    void print(bool fromCopy) {
+        send(fromCopy, &Ui::SheetMusic::mnuPrint, &Ui::frmTranspose::Command3);
+    }
+    void exportPage(bool fromCopy) {
+        send(fromCopy, &Ui::SheetMusic::mnuToHTML, &Ui::frmTranspose::cmdExportText);
+    }
+    QString mail(bool fromCopy) {
+        send(fromCopy, &Ui::SheetMusic::mnuToEmail, &Ui::frmTranspose::cmdEmailSet);
+        return frmEmail::instance().txtMsg->toPlainText();
+    }
+
+private Q_SLOTS:
+    void onePagePrintsOnOneSheet_data() { addPapers(); }
+    void onePagePrintsOnOneSheet() {
+        QFETCH(QPageSize::PageSizeId, paper);
+        SheetView* chart = openChart(false, 1);
+        const QString before = stateOf(chart);
+        const PrintTarget target(world->path("chart.pdf"), paper);
+        print(false);
+        const QStringList pages = printedPages(target.pdf);
+        QCOMPARE(pages.size(), 1);
+        for (const QString& text : {QString("Title 1"), QString("F#m7"), Lyric, QString("foot 1")})
+            QVERIFY2(pages[0].contains(text), qPrintable(text + " in\n" + pages[0]));
+        QCOMPARE(chart->MaxRows(), 42);
+        QCOMPARE(stateOf(chart), before);
+        QCOMPARE(chart->ActiveCol(), 0);
+        QCOMPARE(chart->ActiveRow(), 0);
+        const QStringList fonts = printedFonts(target.pdf);
+        QVERIFY(!fonts.isEmpty());
+        for (const QString& font : fonts) QVERIFY2(font.endsWith(" yes"), qPrintable(font));
+    }
+
+    void threePagesPrintAsThree_data() { addPapers(); }
+    void threePagesPrintAsThree() {
+        QFETCH(QPageSize::PageSizeId, paper);
+        SheetView* chart = openChart(false, 3);
+        chart->ActiveSheet(2);
+        const QString before = stateOf(chart);
+        const PrintTarget target(world->path("chart.pdf"), paper);
+        for (int time = 0; time < 2; ++time) {
+            print(false);
+            const QStringList pages = printedPages(target.pdf);
+            QCOMPARE(pages.size(), 3);
+            for (int page = 1; page <= 3; ++page) {
+                const QString& text = pages[page - 1];
+                for (int other = 1; other <= 3; ++other) {
+                    QCOMPARE(text.contains(QString("Title %1").arg(other)), other == page);
+                    QCOMPARE(text.contains(QString("foot %1").arg(other)), other == page);
+                }
+                QVERIFY(text.contains("F#m7") && text.contains(Lyric));
+            }
+            QCOMPARE(chart->ActiveSheet(), 1);
+            QCOMPARE(chart->MaxRows(), 42);
+            QCOMPARE(stateOf(chart), before);
+        }
+    }
+
+    void chordsPrintOverTheirSyllables() {
+        SheetMusic& w = open();
+        w.fpSong->SetText(1, 5, "C");
+        w.fpSong->SetText(20, 5, "G#m7sus4add9");
+        w.fpSong->SetText(37, 5, "D");
+        w.fpSong->SetText(1, 6, "Abide with me");
+        const PrintTarget target(world->path("chart.pdf"), QPageSize::Letter);
+        print(false);
+        const QImage page = pagePictures(target.pdf, 144).value(0);
+        QCOMPARE(page.size(), QSize(1224, 1584));
+        // Hundredths of an inch: half an inch of margin, then 37 columns of a fifth.
+        const auto inkIn = [&page](int fromInch100, int toInch100) {
+            int dark = 0;
+            for (int y = 144; y < 1440; ++y)
+                for (int x = fromInch100 * 144 / 100; x < toInch100 * 144 / 100; ++x)
+                    if (qGray(page.pixel(x, y)) < 128) ++dark;
+            return dark;
+        };
+        QCOMPARE(inkIn(0, 50), 0);
+        QVERIFY(inkIn(50, 62) > 0);
+        // The long chord runs over its neighbours, and no line of the grid is printed.
+        QVERIFY(inkIn(420, 440) > 0 && inkIn(500, 516) > 0);
+        QCOMPARE(inkIn(525, 740), 0);
+        QVERIFY(inkIn(744, 758) > 0);
+        QCOMPARE(inkIn(770, 850), 0);
+    }
+
+    void copyIsPrintedAsItStands() {
+        SheetView* copy = openChart(true, 3);
+        QTest::keyClick(frmTranspose::instance().Slider1, Qt::Key_Right);
+        const QString before = stateOf(copy);
+        const PrintTarget target(world->path("chart.pdf"));
+        print(true);
+        const QStringList pages = printedPages(target.pdf);
+        QCOMPARE(pages.size(), 3);
+        for (const QString& page : pages) QVERIFY2(page.contains("Gm7"), qPrintable(page));
+        QCOMPARE(copy->ActiveSheet(), 1);
+        QCOMPARE(stateOf(copy), before);
+    }
+
+    void chartPrintsByItsSettings_data() { addWindows(); }
+    void chartPrintsByItsSettings() {
+        QFETCH(bool, fromCopy);
+        SheetView* chart = openChart(fromCopy, 1);
+        chart->PrintBorder(true);
+        chart->PrintUseDataMax(false);
+        chart->PrintColor(false);
+        chart->PrintType(PrintTypes::Block);
+        chart->PrintMarginTop(99);
+        const PrintTarget target(world->path("chart.pdf"));
+        print(fromCopy);
+        QVERIFY(!chart->PrintBorder() && !chart->PrintGrid());
+        QVERIFY(!chart->PrintColHeaders() && !chart->PrintRowHeaders());
+        QVERIFY(chart->PrintSmartPrint() && chart->PrintUseDataMax() && chart->PrintColor());
+        QCOMPARE(chart->PrintMarginTop(), 720);
+        QCOMPARE(chart->PrintMarginBottom(), 720);
+        QCOMPARE(chart->PrintOrientation(), PrintOrientations::Portrait);
+        QCOMPARE(chart->PrintScalingMethod(), PrintScaling::AsItIs);
+        QCOMPARE(chart->PrintType(), PrintTypes::All);
+    }
+
+    void emptyPageInTheMiddleIsPrintedEmpty() {
+        SheetMusic& w = open();
+        write(w, 3);
+        w.fpSong->ActiveSheet(2);
+        pick(w.mnuFile, w.mnuNew);
+        const PrintTarget target(world->path("chart.pdf"));
+        print(false);
+        const QStringList pages = printedPages(target.pdf);
+        QCOMPARE(pages.size(), 3);
+        QCOMPARE(pages[1].trimmed(), QString());
+        QVERIFY(pages[2].contains("Title 3"));
+    }
+
+    void emptyChartPrintsAnEmptySheet() {
+        open();
+        const PrintTarget target(world->path("chart.pdf"));
+        print(false);
+        QCOMPARE(printedPages(target.pdf).size(), 1);
+        QCOMPARE(printedPages(target.pdf)[0].trimmed(), QString());
+    }
+
+    void thirtyPagesPrintAsThirty() {
+        SheetView* chart = openChart(false, 30);
+        const PrintTarget target(world->path("chart.pdf"));
+        print(false);
+        const QStringList pages = printedPages(target.pdf);
+        QCOMPARE(pages.size(), 30);
+        QVERIFY(pages[29].contains("Title 30"));
+        QCOMPARE(chart->MaxRows(), 42);
+    }
+
+    void pageWithoutCellsEndsTheCommand_data() {
+        QTest::addColumn<bool>("prints");
+        QTest::newRow("print") << true;
+        QTest::newRow("mail") << false;
+    }
+    void pageWithoutCellsEndsTheCommand() {
+        QFETCH(bool, prints);
+        SheetView* chart = openChart(false, 3);
+        chart->ActiveSheet(3);
+        chart->MaxRows(0);
+        const PrintTarget target(world->path("chart.pdf"));
+        world->answers.box("save to buffer failed");
+        SheetMusic& w = SheetMusic::instance();
+        pick(w.mnuSend, prints ? w.mnuPrint : w.mnuToEmail);
+        QVERIFY(!QFile::exists(target.pdf));
+        QVERIFY(!frmEmail::isLoaded());
+        // Page 1 is left with what was added, and the failing page on view.
+        QCOMPARE(chart->rowsOf(1), 126);
+        QCOMPARE(chart->textAt(1, 1, 43), QStringLiteral("Title 2"));
+        QVERIFY(chart->hasPageBreak(1, 42) && chart->hasPageBreak(1, 84));
+        QCOMPARE(chart->ActiveSheet(), 3);
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    void rowsOfFurtherPagesHaveTheirFormat() {
+        SheetView* chart = openChart(false, 2);
+        chart->ActiveSheet(2);
+        chart->MaxRows(1);  // so that the rows below show what they were given
+        chart->SheetCount(3);
+        chart->ActiveSheet(3);
+        chart->MaxRows(0);
+        world->answers.box("save to buffer failed");
+        print(false);
+        QCOMPARE(chart->rowsOf(1), 126);
+        for (int row = 85; row <= 126; ++row) {
+            const int ofPage = row - 84;
+            const bool joined = ofPage <= 3 || (ofPage >= 6 && ofPage % 2 == 0) || ofPage >= 40;
+            QCOMPARE(chart->spanAt(1, 20, row).cols, joined ? 37 : 0);
+            const CellFormat format = chart->formatAt(1, 20, row);
+            QCOMPARE(format.fontName, QStringLiteral("Arial"));
+            QCOMPARE(format.fontSize, 10.0);
+            QVERIFY(format.fontBold);
+            QCOMPARE(format.hAlign, HAlign::Centre);
+            QCOMPARE(chart->heightOf(1, row), 14.88);
+        }
+        QVERIFY(!chart->BlockMode());
+    }
+
+    void fileIsNamedAfterTheTitle_data() {
+        QTest::addColumn<bool>("fromCopy");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("proposed");
+        for (const bool fromCopy : {false, true}) {
+            const QByteArray window = fromCopy ? "copy, " : "chart, ";
+            const QString other = QString::fromUtf8("Großer Gott");
+            QTest::newRow(window + "Abide") << fromCopy << "Abide"
+                                            << "Abide.htm";
+            QTest::newRow(window + "no title") << fromCopy << ""
+                                               << "Song.htm";
+            QTest::newRow(window + "umlauts") << fromCopy << other << other + ".htm";
+        }
+    }
+    void fileIsNamedAfterTheTitle() {
+        QFETCH(bool, fromCopy);
+        QFETCH(QString, title);
+        QFETCH(QString, proposed);
+        SheetView* chart = openChart(fromCopy, 1);
+        chart->SetText(1, 1, title);
+        world->answers.fileAsProposed();
+        exportPage(fromCopy);
+        const auto& dialog = world->answers.fileDialogs().at(0);
+        QCOMPARE(dialog.proposed, proposed);
+        QVERIFY(dialog.saves);
+        QCOMPARE(dialog.folder, world->path("sheetmusic"));
+        QCOMPARE(dialog.filters, QStringList{"HTML Files (*.htm)"});
+        QCOMPARE(world->main().CommonDlg.Flags, 2);
+        QVERIFY(QFile::exists(world->path("sheetmusic/" + proposed)));
+    }
+
+    void pageOnViewIsWrittenWithAllItsRows_data() { addWindows(); }
+    void pageOnViewIsWrittenWithAllItsRows() {
+        QFETCH(bool, fromCopy);
+        SheetView* chart = openChart(fromCopy, 2);
+        chart->ActiveSheet(2);
+        chart->SetText(1, 42, "");
+        const QString before = stateOf(chart);
+        const QString path = world->path("sheetmusic/page.htm");
+        world->answers.file(path);
+        exportPage(fromCopy);
+        const QString html = read(path);
+        QCOMPARE(rowsIn(html), 42);
+        QVERIFY(html.contains(">Title 2<"));
+        QVERIFY(html.contains(">F#m7<") && html.contains(Lyric));
+        QVERIFY(!html.contains("Title 1"));
+        QVERIFY(!html.contains("border-bottom"));  // the grid's lines stay out
+        QVERIFY(linesShown(chart));
+        QCOMPARE(chart->ActiveSheet(), 2);
+        QCOMPARE(stateOf(chart), before);
+    }
+
+    void cancelLeavesTheGridWithoutItsLines_data() { addWindows(); }
+    void cancelLeavesTheGridWithoutItsLines() {
+        QFETCH(bool, fromCopy);
+        SheetView* chart = openChart(fromCopy, 1);
+        QVERIFY(linesShown(chart));
+        world->answers.cancelFile();
+        exportPage(fromCopy);
+        QVERIFY(linesHidden(chart));
+        world->answers.file(world->path("sheetmusic/page.htm"));
+        exportPage(fromCopy);
+        QVERIFY(linesShown(chart));
+    }
+
+    void failingExportIsTold_data() { addWindows(); }
+    void failingExportIsTold() {
+        QFETCH(bool, fromCopy);
+        SheetView* chart = openChart(fromCopy, 1);
+        answerGoneFolder("page.htm");
+        world->answers.box(NotSaved, QMessageBox::Information);
+        exportPage(fromCopy);
+        QVERIFY(linesShown(chart));
+    }
+
+    void mailEndsAtTheLastRowWithData() {
+        SheetView* chart = openChart(false, 1);
+        chart->SetText(1, 42, "");
+        chart->SetText(5, 17, "G");
+        const QString body = mail(false);
+        QCOMPARE(chart->DataRowCnt(), 17);
+        QCOMPARE(rowsIn(body), 17);
+        QVERIFY(body.contains(">Title 1<") && body.contains(Lyric) && body.contains(">G<"));
+        QCOMPARE(body, read(world->path("config/email.html")).remove('\n'));
+        QVERIFY(frmEmail::instance().isVisible());
+        QVERIFY(frmEmail::instance().cmdAddNote->isVisible());
+        QVERIFY(!(frmEmail::instance().txtMsg->focusPolicy() & Qt::TabFocus));
+        QCOMPARE(chart->ActiveRow(), 0);
+        const QString path = world->path("sheetmusic/page.htm");
+        world->answers.file(path);
+        pick(SheetMusic::instance().mnuSend, SheetMusic::instance().mnuToHTML);
+        QCOMPARE(rowsIn(read(path)), 42);
+    }
+
+    void emptyChartIsMailedWithoutARow() {
+        open();
+        const QString body = mail(false);
+        QVERIFY(body.startsWith("<HTML>"));
+        QCOMPARE(rowsIn(body), 0);
+    }
+
+    void twoPagesGiveTheSameBodyFromBothWindows() {
+        SheetView* chart = openChart(false, 2);
+        const QString before = stateOf(chart);
+        const QString body = mail(false);
+        QVERIFY(frmEmail::instance().cmdAddNote->isHidden());
+        QVERIFY(body.indexOf(">Title 2<") > body.indexOf("foot 1"));
+        QCOMPARE(rowsIn(body), 84);
+        QCOMPARE(chart->ActiveSheet(), 1);
+        QCOMPARE(stateOf(chart), before);
+        frmEmail::instance().txtMsg->clear();
+        SheetView* copy = openTranspose(SheetMusic::instance()).fpPreview;
+        const QString copyBefore = stateOf(copy);
+        QCOMPARE(mail(true), body);
+        QVERIFY(frmEmail::instance().cmdAddNote->isHidden());
+        QCOMPARE(copy->ActiveSheet(), 1);
+        QCOMPARE(stateOf(copy), copyBefore);
+    }
+
+    void copyNeverShowsTheNoteButton() {
+        openChart(true, 1);
+        QVERIFY(mail(true).contains(">Title 1<"));
+        QVERIFY(frmEmail::instance().isVisible());
+        QVERIFY(frmEmail::instance().cmdAddNote->isHidden());
+        // And leaves it where the chart window has shown it.
+        mail(false);
+        QVERIFY(frmEmail::instance().cmdAddNote->isVisible());
+        mail(true);
+        QVERIFY(frmEmail::instance().cmdAddNote->isVisible());
+    }
+
+    void onlyTheChartWindowLetsTextRunOver() {
+        SheetView* copy = openChart(true, 1);
+        copy->AllowCellOverflow(false);
+        SheetMusic::instance().fpSong->AllowCellOverflow(false);
+        mail(true);
+        QVERIFY(!copy->AllowCellOverflow());
+        mail(false);
+        QVERIFY(SheetMusic::instance().fpSong->AllowCellOverflow());
+    }
+
+    void failingExportMailsWhatAnEarlierOneLeft() {
+        openChart(false, 1);
+        // A file that can be read and not replaced.
+        QFile::remove(world->path("config/email.html"));
+        QVERIFY(QFile::link("/proc/version", world->path("config/email.html")));
+        const QString body = mail(false);
+        QCOMPARE(body, read("/proc/version").remove('\n'));
+        QVERIFY(!body.isEmpty());
+    }
+
+    void mailWithoutItsFolderEndsTheProgram() {
+        openChart(false, 1);
+        QVERIFY(QDir(world->path("config")).removeRecursively());
+        world->answers.runTimeError(53);
+        SheetMusic& w = SheetMusic::instance();
+        pick(w.mnuSend, w.mnuToEmail);
+        QCOMPARE(world->endStatus, 1);
+    }
+
+    void signsOfHtmlAreMailedAsText() {
+        SheetMusic& w = open();
+        w.fpSong->SetText(1, 6, "<B>you & me</B>");
+        QVERIFY(mail(false).contains("&lt;B&gt;you &amp; me&lt;/B&gt;"));
+    }
+};
+
+LORVANITE_TEST(TestChartOutput)
+#include "test_chart_output.moc"

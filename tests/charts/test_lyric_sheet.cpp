@@ -1,0 +1,177 @@
+// The lyric sheet: the words of a page in large type, as RTF.
+#include "charts/chart_test.h"
+#include "support/rtf_reader.h"
+
+#include <QFile>
+
+namespace {
+
+const QString Sheet = QStringLiteral("sheetmusic/sheet.rtf");
+
+}  // namespace
+
+class TestLyricSheet : public ChartTest {
+    Q_OBJECT
+
+    QByteArray bytesOf(const QString& relative) const {
+        QFile file(world->path(relative));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    // Makes the sheet and gives the lines that another program reads in it.
+    QStringList makeSheet() {
+        SheetMusic& w = SheetMusic::instance();
+        QFile::remove(world->path(Sheet));
+        world->answers.file(world->path(Sheet));
+        pick(w.mnuSend, w.mnuLyrics);
+        return rtfLines(bytesOf(Sheet));
+    }
+
+    // The 18 lyric rows and row 42, behind an empty first line.
+    static QStringList linesWith(const QStringList& lyrics) {
+        QStringList lines{QString()};
+        lines += lyrics;
+        while (lines.size() < 20) lines += QString();
+        return lines;
+    }
+
+private Q_SLOTS:
+    void everyLyricRowGivesALine() {
+        SheetMusic& w = open();
+        w.fpSong->SetText(1, 1, "Abide");
+        w.fpSong->SetText(1, 2, "a free line");
+        w.fpSong->SetText(1, 6, "Abide with me");
+        w.fpSong->SetText(1, 10, QString::fromUtf8("Großer Gott \\ {wir} loben dich – €"));
+        w.fpSong->SetText(1, 42, "the end");
+        QStringList wanted = linesWith(
+            {"Abide with me", "", QString::fromUtf8("Großer Gott \\ {wir} loben dich – €")});
+        wanted[19] = "the end";
+        QCOMPARE(makeSheet(), wanted);
+        QVERIFY(!w.rtb->isVisible());
+    }
+
+    void linesAreLargeBoldAndCentred() {
+        SheetMusic& w = open();
+        w.fpSong->SetText(1, 6, "Abide with me");
+        makeSheet();
+        const auto paragraphs = rtfParagraphs(bytesOf(Sheet));
+        QCOMPARE(paragraphs.size(), size_t(20));
+        for (const RtfParagraph& paragraph : paragraphs) {
+            QCOMPARE(paragraph.align, QStringLiteral("qc"));
+            QCOMPARE(paragraph.end, (RtfRun{"", "Arial", 24, true, false}));
+        }
+        QCOMPARE(paragraphs[1].runs.at(0), (RtfRun{"Abide with me", "Arial", 24, true, false}));
+    }
+
+    void sheetIsNamedAfterTheTitle_data() {
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("proposed");
+        QTest::newRow("Abide") << "Abide"
+                               << "Abide.rtf";
+        QTest::newRow("no title") << ""
+                                  << "Song.rtf";
+    }
+    void sheetIsNamedAfterTheTitle() {
+        QFETCH(QString, title);
+        QFETCH(QString, proposed);
+        SheetMusic& w = open();
+        w.fpSong->SetText(1, 1, title);
+        world->answers.fileAsProposed();
+        pick(w.mnuSend, w.mnuLyrics);
+        const auto& dialog = world->answers.fileDialogs().at(0);
+        QCOMPARE(dialog.proposed, proposed);
+        QVERIFY(dialog.saves);
+        QCOMPARE(dialog.folder, world->path("sheetmusic"));
+        QCOMPARE(dialog.filters, QStringList{"RTF Files (*.rtf)"});
+        QVERIFY(QFile::exists(world->path("sheetmusic/" + proposed)));
+    }
+
+    void sheetCostsThePageItsChords() {
+        SheetMusic& w = open();
+        write(w, 3);
+        for (int page = 1; page <= 3; ++page) {
+            w.fpSong->ActiveSheet(page);
+            w.fpSong->SetText(7, 39, "G");
+            w.fpSong->SetText(1, 41, "last");
+            w.fpSong->SetText(1, 4, "spacer");
+        }
+        w.fpSong->ActiveSheet(2);
+        const QStringList lines = makeSheet();
+        QCOMPARE(lines.value(1), QString::fromUtf8("Großer Gott, wir loben dich €"));
+        QCOMPARE(lines.value(19), QStringLiteral("foot 2"));
+        for (int page = 1; page <= 3; ++page) {
+            const bool taken = page == 2;
+            QCOMPARE(rowOf(w.fpSong, page, 5).isEmpty(), taken);
+            QCOMPARE(rowOf(w.fpSong, page, 39).isEmpty(), taken);
+            QCOMPARE(rowOf(w.fpSong, page, 41).isEmpty(), taken);
+            QCOMPARE(rowOf(w.fpSong, page, 1), QStringList{QString("Title %1").arg(page)});
+            QCOMPARE(rowOf(w.fpSong, page, 4), QStringList{"spacer"});
+            QCOMPARE(lyricsOf(w.fpSong, page).size(), 19);
+        }
+        QCOMPARE(w.fpSong->ActiveSheet(), 2);
+        QVERIFY(w.fpSong->GridShowHoriz() && w.fpSong->GridShowVert());
+    }
+
+    void cancelErasesNoChordAndLeavesNoLines() {
+        SheetMusic& w = open();
+        write(w, 1);
+        const QString before = stateOf(w.fpSong);
+        world->answers.cancelFile();
+        pick(w.mnuSend, w.mnuLyrics);
+        QCOMPARE(stateOf(w.fpSong), before);
+        QVERIFY(!w.fpSong->GridShowHoriz() && !w.fpSong->GridShowVert());
+        QVERIFY(w.rtb->toPlainText().isEmpty());
+        world->answers.file(world->path("sheetmusic/page.htm"));
+        pick(w.mnuSend, w.mnuToHTML);
+        QVERIFY(w.fpSong->GridShowHoriz() && w.fpSong->GridShowVert());
+    }
+
+    void secondSheetHoldsTheFirstAheadOfItsOwn() {
+        SheetMusic& w = open();
+        w.fpSong->SetText(1, 6, "first");
+        const QStringList first = makeSheet();
+        w.fpSong->SetText(1, 6, "second");
+        const QStringList both = makeSheet();
+        QCOMPARE(both, first + linesWith({"second"}).mid(1));
+        QCOMPARE(rtfParagraphs(bytesOf(Sheet)).at(20).runs.at(0),
+                 (RtfRun{"second", "Arial", 24, true, false}));
+        // With the window its lines go.
+        w.Unload();
+        settle();
+        open();
+        QCOMPARE(makeSheet(), linesWith({}));
+    }
+
+    void failingSaveIsNotToldAndTakesTheChords() {
+        SheetMusic& w = open();
+        write(w, 1);
+        answerGoneFolder("sheet.rtf");
+        pick(w.mnuSend, w.mnuLyrics);
+        QVERIFY(rowOf(w.fpSong, 1, 5).isEmpty());
+        QVERIFY(w.fpSong->GridShowHoriz() && w.fpSong->GridShowVert());
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    void importListsASheetsMarksAsTheyStand() {
+        SheetMusic& w = open();
+        w.fpSong->SetText(1, 6, "Abide with me");
+        makeSheet();
+        world->answers.file(world->path(Sheet));
+        pick(w.mnuFile, w.mnuImport);
+        const QStringList lines = columnOf(w.fpLoad, 1);
+        QVERIFY(lines.first().startsWith("{\\rtf1"));
+        QCOMPARE(lines.filter("Abide with me\\par").size(), 1);
+    }
+
+    void pageOfAnotherHeightGivesItsOwnLines() {
+        SheetMusic& w = open();
+        w.fpSong->MaxRows(60);
+        w.fpSong->SetText(1, 60, "far below");
+        QCOMPARE(makeSheet().size(), 29);
+        w.fpSong->MaxRows(0);
+        QCOMPARE(makeSheet().size(), 29);
+    }
+};
+
+LORVANITE_TEST(TestLyricSheet)
+#include "test_lyric_sheet.moc"

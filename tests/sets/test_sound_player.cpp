@@ -1,0 +1,276 @@
+// Hearing a song while picking.
+#include "platform/theme.h"
+#include "sets/set_grid.h"
+#include "sets/set_list_test.h"
+#include "support/sound_file.h"
+#include "trees.h"
+
+#include <QFile>
+#include <QImage>
+
+using State = Media::State;
+
+class TestSoundPlayer : public SetListTest {
+    Q_OBJECT
+
+    QString sound(const QString& name, double seconds = 20) {
+        writeSilence(world->path(name), seconds);
+        return world->path(name);
+    }
+
+    // The set window with the songs of "Praise" listed.
+    frmSetList& listed() {
+        addCategories({"Praise"});
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        world->statements.clear();
+        return w;
+    }
+
+    // Two songs with sound files, listed, the player open on the first.
+    frmSetList& playing() {
+        addSong({.title = "Abide", .cat1 = "Praise", .soundFile = sound("a.wav")});
+        addSong({.title = "Bread", .cat1 = "Praise", .soundFile = sound("b.wav")});
+        frmSetList& w = listed();
+        clickCell(w.fpSongList1, 6, 1);
+        w.activateWindow();
+        settle();
+        return w;
+    }
+
+    static QList<bool> pressedLooks(const frmSetList& w) {
+        return {w.imgPlay2->isVisible(), w.imgPause2->isVisible(), w.imgS2->isVisible()};
+    }
+
+private Q_SLOTS:
+    void songWithoutASoundFileHasNoPictureAndAClickOpensNothing() {
+        addSong({.title = "Mute", .cat1 = "Praise"});
+        frmSetList& w = listed();
+        QVERIFY(w.fpSongList1->pictureAt(1, 6, 1).isEmpty());
+        clickCell(w.fpSongList1, 6, 1);
+        QVERIFY(!w.picPlayer->isVisible());
+        QVERIFY(world->statements.isEmpty());
+        QCOMPARE(selectedSongRow, 1);
+    }
+
+    void pressingTwoButtonsShowsBothLooksAndBothGoAtTheSameTick() {
+        frmSetList& w = playing();
+        QCOMPARE(w.playerTimer.interval(), 1000);
+        QVERIFY(!w.playerTimer.isActive());
+        QCOMPARE(pressedLooks(w), (QList<bool>{false, false, false}));
+        click(w.imgPlay);
+        QCOMPARE(pressedLooks(w), (QList<bool>{true, false, false}));
+        QTest::qWait(500);
+        click(w.imgS);
+        QCOMPARE(pressedLooks(w), (QList<bool>{true, false, true}));
+        // The second press gives the first look no second more.
+        QVERIFY(w.playerTimer.remainingTime() <= 550);
+        QSignalSpy ticks(&w.playerTimer, &QTimer::timeout);
+        QVERIFY(ticks.wait(2000));
+        QCOMPARE(pressedLooks(w), (QList<bool>{false, false, false}));
+        QVERIFY(!w.playerTimer.isActive());
+    }
+
+    void clickOnThePictureOpensThePanelAndPlaysNothing() {
+        const QString id = addSong(
+            {.title = "Große & <b>Ehre</b>", .cat1 = "Praise", .soundFile = sound("a.wav")});
+        frmSetList& w = listed();
+        QVERIFY(!w.picPlayer->isVisible());
+        clickCell(w.fpSongList1, 6, 1);
+        QCOMPARE(
+            world->statements,
+            QStringList{QStringLiteral("Select soundFile FROM songs WHERE ID = %1 [1]").arg(id)});
+        QVERIFY(w.picPlayer->isVisible());
+        QCOMPARE(w.lblPlayTitle->text(), QStringLiteral("Große & <b>Ehre</b>"));
+        QCOMPARE(w.lblPlayTitle->textFormat(), Qt::PlainText);
+        QCOMPARE(w.mm.FileName, world->path("a.wav"));
+        QTRY_COMPARE(w.mm.state(), State::Held);
+        QTest::qWait(200);
+        QCOMPARE(w.mm.state(), State::Held);
+        QCOMPARE(w.mm.position(), 0.0);
+        // The click has marked the song for the set all the same.
+        QCOMPARE(selectedSongRow, 1);
+    }
+
+    void otherCellsOfTheRowOpenNoPlayer() {
+        addSong({.title = "Loud", .cat1 = "Praise", .soundFile = sound("a.wav")});
+        frmSetList& w = listed();
+        for (const int col : {2, 3, 4, 5}) clickCell(w.fpSongList1, col, 1);
+        clickCell(w.fpSongList1, 6, 0);
+        QVERIFY(!w.picPlayer->isVisible());
+    }
+
+    void buttonsDriveTheSound() {
+        frmSetList& w = playing();
+        click(w.imgPlay);
+        QTRY_COMPARE(w.mm.state(), State::Playing);
+        QTRY_VERIFY(w.mm.position() > 0.2);
+        click(w.imgPause);
+        QVERIFY(w.imgPause2->isVisible());
+        QTRY_COMPARE(w.mm.state(), State::Held);
+        QVERIFY(w.mm.position() > 0.2);
+        click(w.imgPlay);
+        QTRY_COMPARE(w.mm.state(), State::Playing);
+        click(w.imgS);
+        QTRY_COMPARE(w.mm.state(), State::Held);
+        QTRY_COMPARE(w.mm.position(), 0.0);
+    }
+
+    void buttonCanBePressedAgainUnderItsPressedLook() {
+        frmSetList& w = playing();
+        click(w.imgPlay);
+        QVERIFY(w.imgPlay2->isVisible());
+        QCOMPARE(w.imgPlay2->geometry(), w.imgPlay->geometry());
+        QCOMPARE(w.picPlayer->childAt(w.imgPlay->geometry().center()), w.imgPlay);
+    }
+
+    void secondPictureChangesTheSongInThePanel() {
+        frmSetList& w = playing();
+        click(w.imgPlay);
+        QTRY_VERIFY(w.mm.position() > 0.2);
+        clickCell(w.fpSongList1, 6, 2);
+        QCOMPARE(w.lblPlayTitle->text(), QStringLiteral("Bread"));
+        QCOMPARE(w.mm.FileName, world->path("b.wav"));
+        QTRY_COMPARE(w.mm.position(), 0.0);
+        QTRY_COMPARE(w.mm.state(), State::Held);
+        QVERIFY(w.picPlayer->isVisible());
+    }
+
+    void closeStopsTheSoundAndTakesThePanelAway() {
+        frmSetList& w = playing();
+        click(w.imgPlay);
+        QTRY_COMPARE(w.mm.state(), State::Playing);
+        click(w.imgClose);
+        QVERIFY(!w.picPlayer->isVisible());
+        QTRY_COMPARE(w.mm.state(), State::Closed);
+        QVERIFY(w.fpSongList1->hasFocus());
+        clickCell(w.fpSongList1, 6, 2);
+        QVERIFY(w.picPlayer->isVisible());
+        QCOMPARE(w.lblPlayTitle->text(), QStringLiteral("Bread"));
+    }
+
+    void fileThatCannotBePlayedGivesASilentPanel_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("missing") << QByteArray();
+        QTest::newRow("broken") << QByteArray("no sound at all");
+    }
+    void fileThatCannotBePlayedGivesASilentPanel() {
+        QFETCH(QByteArray, content);
+        if (!content.isEmpty()) {
+            QFile file(world->path("bad.wav"));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(content);
+        }
+        addSong({.title = "Bad", .cat1 = "Praise", .soundFile = world->path("bad.wav")});
+        frmSetList& w = listed();
+        clickCell(w.fpSongList1, 6, 1);
+        QVERIFY(w.picPlayer->isVisible());
+        for (QToolButton* button : {w.imgPlay, w.imgPause, w.imgS}) click(button);
+        QTest::qWait(200);
+        QCOMPARE(w.mm.state(), State::Closed);
+        QCOMPARE(pressedLooks(w), (QList<bool>{true, true, true}));
+        click(w.imgClose);
+        QVERIFY(!w.picPlayer->isVisible());
+    }
+
+    void pictureLeftByAnOlderSearchOpensASilentPanel() {
+        addSong({.title = "Loud", .cat1 = "Praise", .soundFile = sound("a.wav")});
+        addSong({.title = "Quiet"});
+        frmSetList& w = listed();
+        w.txtSearch->setText("quiet");
+        click(w.cmdSearchTitle);
+        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Quiet"});
+        clickCell(w.fpSongList1, 6, 1);
+        QVERIFY(w.picPlayer->isVisible());
+        QCOMPARE(w.lblPlayTitle->text(), QStringLiteral("Quiet"));
+        QCOMPARE(w.mm.FileName, QString());
+        QTest::qWait(100);
+        QCOMPARE(w.mm.state(), State::Closed);
+    }
+
+    void songThatIsNoMoreEndsTheCommand() {
+        addSong({.title = "Gone", .cat1 = "Praise", .soundFile = sound("a.wav")});
+        frmSetList& w = listed();
+        world->sql("DELETE FROM songs");
+        world->answers.runTimeError(3021);
+        clickCell(w.fpSongList1, 6, 1);
+        QVERIFY(!w.picPlayer->isVisible());
+        QCOMPARE(world->endStatus, -1);
+        QCOMPARE(selectedSongRow, 0);
+    }
+
+    void soundGoesOnWhenTheWindowIsLeftAndEndsWhenItOpensAgain() {
+        frmSetList& w = playing();
+        click(w.imgPlay);
+        QTRY_COMPARE(w.mm.state(), State::Playing);
+        w.Unload();
+        settle();
+        QVERIFY(!frmSetList::isLoaded());
+        const double left = soundDevice().position();
+        QTRY_VERIFY(soundDevice().position() > left + 0.3);
+        QCOMPARE(soundDevice().state(), State::Playing);
+        frmSetList& again = open();
+        QVERIFY(!again.picPlayer->isVisible());
+        QTRY_COMPARE(again.mm.state(), State::Closed);
+    }
+
+    void windowLeftUnderAPressedLookHarmsNothing() {
+        frmSetList& w = playing();
+        click(w.imgPlay);
+        QVERIFY(w.playerTimer.isActive());
+        w.Unload();
+        QTest::qWait(1200);
+        soundDevice().Command("close");
+    }
+
+    void playerIsReachedAndWorkedByTheKeyboard() {
+        addSong({.title = "Abide", .cat1 = "Praise", .soundFile = sound("a.wav")});
+        frmSetList& w = listed();
+        w.activateWindow();
+        settle();
+        w.fpSongList1->setFocus();
+        w.fpSongList1->SetActiveCell(2, 1);
+        for (int i = 0; i < 4; ++i) QTest::keyClick(w.fpSongList1, Qt::Key_Right);
+        QTest::keyClick(w.fpSongList1, Qt::Key_Return);
+        QVERIFY(w.picPlayer->isVisible());
+        const QList<QWidget*> order = {w.imgPlay, w.imgPause, w.imgS, w.imgClose, w.Command6};
+        for (QWidget* next : order) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QCOMPARE(QApplication::focusWidget(), next);
+        }
+        w.imgPlay->setFocus();
+        QTest::keyClick(w.imgPlay, Qt::Key_Space);
+        QVERIFY(w.imgPlay2->isVisible());
+        QTRY_COMPARE(w.mm.state(), State::Playing);
+        for (const QToolButton* button : {w.imgPlay, w.imgPause, w.imgS, w.imgClose})
+            QVERIFY(!button->accessibleName().isEmpty());
+        w.imgClose->setFocus();
+        QTest::keyClick(w.imgClose, Qt::Key_Space);
+        QVERIFY(w.fpSongList1->hasFocus());
+    }
+
+    void veryLongTitleLeavesTheWindowItsSize() {
+        addSong({.title = QStringLiteral("Alleluia ").repeated(60),
+                 .cat1 = "Praise",
+                 .soundFile = sound("a.wav")});
+        frmSetList& w = listed();
+        const int width = w.fpSongList1->width();
+        clickCell(w.fpSongList1, 6, 1);
+        settle();
+        QCOMPARE(w.fpSongList1->width(), width);
+        QVERIFY(w.picPlayer->width() <= width);
+        QVERIFY(w.fpSongList1->height() > 100);
+    }
+
+    void soundPictureStandsOutInBothLooks() {
+        const QImage image(QStringLiteral(SOURCE_TREE "/program/config/sound.jpg"));
+        QVERIFY(!image.isNull());
+        const QColor ground = image.pixelColor(1, 1);
+        for (const bool dark : {false, true})
+            for (const QColor& under : {themeColours(dark).base, themeColours(dark).alternate})
+                QVERIFY2(contrast(ground, under) >= 3, qPrintable(under.name()));
+    }
+};
+
+LORVANITE_TEST(TestSoundPlayer)
+#include "test_sound_player.moc"
