@@ -84,9 +84,7 @@ void formatStackedCharts(SheetGrid& charts) {
     for (const CellSpan& span : joined) charts.RemoveCellSpan(span.col, span.row);
     for (int col = 1; col <= ChartCols; ++col) charts.ColWidth(col, ChartColWidth);
     charts.RowHeight(-1, ChartRowHeight);
-    charts.Col(-1);
-    charts.Row(-1);
-    setFont(charts, 10);
+    setFontOfAll(charts, 10);
     charts.MaxCols(ChartCols);
     charts.TypeHAlign(HAlign::Centre);
     charts.AllowCellOverflow(true);

@@ -287,7 +287,7 @@ void SheetView::applyTabs() {
 }
 
 void SheetView::placeOverlays() {
-    m->tabs->setMaximumWidth(width() * 2 / 3);
+    m->tabs->setMaximumWidth(std::max(width() * 2 / 3, 0));
     m->findBar->follow(viewport()->geometry());
 }
 

@@ -4,6 +4,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QContextMenuEvent>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QTabBar>
 
@@ -28,6 +29,7 @@ private Q_SLOTS:
     void fillColumn();
     void heads();
     void pages();
+    void noRoom();
     void manyRows();
     void scrollStays();
 };
@@ -441,6 +443,21 @@ void TestSheetView::pages() {
     view.TabStripPolicy(TabStrip::Always);
     view.flush();
     QVERIFY(tabs->isVisible());
+}
+
+// A window that is made small can squeeze a grid to less than nothing.
+void TestSheetView::noRoom() {
+    QTest::failOnWarning(QRegularExpression(QStringLiteral("Negative")));
+    QWidget window;
+    SheetView view(&window);
+    window.show();
+    view.resize(300, 200);
+    view.SheetCount(3);
+    view.flush();
+    view.resize(-3, 20);
+    view.resize(300, 200);
+    view.flush();
+    QVERIFY(view.findChild<QTabBar*>()->isVisible());
 }
 
 void TestSheetView::manyRows() {

@@ -3,6 +3,7 @@
 #include "sets/set_grid.h"
 #include "sets/set_list_test.h"
 #include "support/sound_file.h"
+#include "trees.h"
 
 #include <QFile>
 #include <QImage>

