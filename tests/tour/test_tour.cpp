@@ -1,39 +1,95 @@
-// The tour: the road of a set through the real windows, over the sample folder. It leaves a picture
-// of each window in build/tour.
+// The tour: the road of a set through the real windows, from first choice to mail, over the sample
+// folder. It leaves a picture of each window in build/tour, and what went out of the program: the
+// printed pages as PDF, the exported files and the letter that a mail server received.
 #include "catalogue/frm_song_admin.h"
 #include "charts/frm_transpose.h"
 #include "charts/sheet_music.h"
 #include "core/frm_splash.h"
-#include "mail/frm_email.h"
+#include "mail/mail_hands.h"
 #include "maintenance/frm_notes.h"
 #include "platform/desktop.h"
+#include "platform/printing.h"
 #include "platform/theme.h"
+#include "reports/frm_ccli.h"
 #include "reports/frm_history.h"
+#include "sets/frm_import_set.h"
+#include "sets/frm_past_sets.h"
 #include "sets/frm_set_list.h"
+#include "sets/frm_song_collection.h"
 #include "support/grid_hands.h"
+#include "support/printed.h"
 #include "support/registry.h"
 #include "support/world.h"
 #include "team/frm_schedule.h"
 #include "trees.h"
 
+#include <QFileInfo>
 #include <QMdiSubWindow>
 #include <QMessageBox>
+
+#include <functional>
 
 class TestTour : public QObject {
     Q_OBJECT
 
     std::unique_ptr<World> world;
-    int pictures = 0;
+    MailServer server{{}};
+    int files = 0;
+
+    // The next file of the tour's folder.
+    QString next(const QString& name) {
+        const QString folder = QStringLiteral(SOURCE_TREE "/build/tour");
+        QDir().mkpath(folder);
+        return QStringLiteral("%1/%2-%3")
+            .arg(folder)
+            .arg(++files, 2, 10, QLatin1Char('0'))
+            .arg(name);
+    }
 
     void picture(QWidget* widget, const QString& name) {
         settle();
-        const QString folder = QStringLiteral(SOURCE_TREE "/build/tour");
-        QDir().mkpath(folder);
-        const QString file = QStringLiteral("%1/%2-%3.png")
-                                 .arg(folder)
-                                 .arg(++pictures, 2, 10, QLatin1Char('0'))
-                                 .arg(name);
+        const QString file = next(name + QStringLiteral(".png"));
         QVERIFY2(widget->grab().save(file), qPrintable(file));
+    }
+
+    // Prints by a command; the pages must hold a text.
+    void print(const QString& name, const std::function<void()>& command, const QString& text) {
+        const QString file = next(name + QStringLiteral(".pdf"));
+        setPrintTarget(file);
+        command();
+        setPrintTarget({});
+        const QString pages = printedPages(file).join(QString()).simplified();
+        QVERIFY2(pages.contains(text), qPrintable(pages));
+    }
+
+    // Exports by a command into a file of the tour's folder.
+    void save(const QString& name, const std::function<void()>& command) {
+        const QString file = next(name);
+        world->answers.file(file);
+        command();
+        QVERIFY2(QFileInfo(file).size() > 0, qPrintable(file));
+    }
+
+    // The letter that stands in the mail window, sent to a real server; its text must hold `text`.
+    void send(const QString& name, const QString& text) {
+        frmEmail& mail = frmEmail::instance();
+        mail.txtServer->setText(server.address());
+        mail.txtFrom->setText(QStringLiteral("leader@example.org"));
+        mail.txtFromName->setText(QStringLiteral("The Leader"));
+        mail.txtSubject->setText(name);
+        click(mail.Label5);
+        picture(&world->main(), name + QStringLiteral("-mail"));
+        world->answers.box(QStringLiteral("Send Successful!"), QMessageBox::NoIcon,
+                           QStringLiteral("Success"));
+        const int before = server.letters();
+        click(mail.cmdSend);
+        QCOMPARE(server.letters(), before + 1);
+        QVERIFY(contentOf(server.letter(before + 1), QStringLiteral("text/html"))
+                    .contains(text.toUtf8()));
+        QFile letter(next(name + QStringLiteral(".eml")));
+        QVERIFY(letter.open(QIODevice::WriteOnly));
+        letter.write(server.raw(before + 1));
+        mail.Unload();
     }
 
     int rowOf(SheetView* grid, int col, const QString& text) {
@@ -121,7 +177,39 @@ private Q_SLOTS:
                  QStringList{"2"});
         QVERIFY(row > 0);
         picture(&world->main(), QStringLiteral("set-saved"));
+    }
+
+    void theSetGoesOut() {
+        frmSetList& w = frmSetList::instance();
+        print(
+            QStringLiteral("set"), [&] { click(w.Command3); }, QStringLiteral("Amazing Grace"));
+        save(QStringLiteral("set.txt"), [&] { click(w.cmdExportText); });
+        click(w.cmdCollectSongs);
+        picture(&world->main(), QStringLiteral("song-collection"));
+        frmSongCollection& charts = frmSongCollection::instance();
+        print(
+            QStringLiteral("charts-of-the-set"), [&] { click(charts.cmdPrint); },
+            QStringLiteral("Amazing Grace"));
+        charts.Unload();
+        click(w.cmdEmailSet);
+        send(QStringLiteral("set"), QStringLiteral("Amazing Grace"));
         w.Unload();
+    }
+
+    void oldSetsAreLookedAtAndImported() {
+        click(world->main().cmdPastSets);
+        frmPastSets& w = frmPastSets::instance();
+        const auto found =
+            w.File1->findItems(QStringLiteral("Set For 11_22_26.set"), Qt::MatchExactly);
+        QCOMPARE(found.size(), 1);
+        QTest::mouseClick(w.File1->viewport(), Qt::LeftButton, {},
+                          w.File1->visualItemRect(found[0]).center());
+        QCOMPARE(w.fpSetPast->GetText(2, 1), QStringLiteral("11/22/26"));
+        picture(&world->main(), QStringLiteral("past-sets"));
+        w.Unload();
+        world->main().mnuImportSet.trigger();
+        picture(&world->main(), QStringLiteral("import-sets"));
+        frmImportSet::instance().Unload();
     }
 
     void theNewDatesStandInSongAdmin() {
@@ -143,6 +231,10 @@ private Q_SLOTS:
         settle();
         QVERIFY(!w.fpSong->GetText(1, 1).isEmpty());
         picture(&world->main(), QStringLiteral("sheet-music"));
+        print(
+            QStringLiteral("chart"), [&] { w.mnuPrint->trigger(); },
+            QStringLiteral("Amazing Grace"));
+        save(QStringLiteral("chart.htm"), [&] { w.mnuToHTML->trigger(); });
         w.mnuTranspose->trigger();
         settle();
         frmTranspose& copy = frmTranspose::instance();
@@ -150,7 +242,14 @@ private Q_SLOTS:
         settle();
         QCOMPARE(copy.lblNumSteps->text(), QStringLiteral("Changed By 1 Semi-Tones"));
         picture(&world->main(), QStringLiteral("transpose"));
+        print(
+            QStringLiteral("transposed-chart"), [&] { click(copy.Command3); },
+            QStringLiteral("C#"));
+        click(copy.cmdEmailSet);
+        send(QStringLiteral("transposed-chart"), QStringLiteral("C#"));
         copy.Unload();
+        // The lyric sheet costs the page its chords, so it comes last.
+        save(QStringLiteral("lyrics.rtf"), [&] { w.mnuLyrics->trigger(); });
         w.Unload();
     }
 
@@ -163,10 +262,35 @@ private Q_SLOTS:
         click(w.cmdRefresh);
         QVERIFY(w.fpSchedule->MaxRows() >= 48);
         picture(&world->main(), QStringLiteral("scheduling"));
+        click(w.cmdPrintSched);
+        w.optEmail[0]->click();
+        w.txtFrom->setText(QStringLiteral("11/22/26"));
+        w.txtto->setText(QStringLiteral("11/29/26"));
+        picture(&world->main(), QStringLiteral("weeks-to-print"));
+        print(
+            QStringLiteral("weeks"), [&] { click(w.cmdSend); }, QStringLiteral("11/29/26"));
+        print(
+            QStringLiteral("roster"), [&] { click(w.cmdPrintRoster); },
+            QStringLiteral("Vacation Days"));
+        click(w.cmdEmailSchedule);
+        w.optEmail[1]->click();
+        click(w.cmdSend);
+        send(QStringLiteral("schedule"), QStringLiteral("12/06/26"));
         w.Unload();
         click(world->main().cmdHistory);
         picture(&world->main(), QStringLiteral("song-history"));
         frmHistory::instance().Unload();
+        world->main().mnuCCLI.trigger();
+        frmCCLI& report = frmCCLI::instance();
+        typeInCell(report.fpDates, 2, 1, QStringLiteral("10/01/26"));
+        typeInCell(report.fpDates, 4, 1, QStringLiteral("11/30/26"));
+        click(report.cmdShowReport);
+        QVERIFY(report.fpCCLI->MaxRows() > 0);
+        picture(&world->main(), QStringLiteral("ccli-report"));
+        print(
+            QStringLiteral("ccli-report"), [&] { click(report.cmdPrintReport); },
+            QStringLiteral("CCLI Report For Time Period: 10/01/26 to 11/30/26"));
+        report.Unload();
         click(world->main().Command1);
         picture(&world->main(), QStringLiteral("notes"));
         frmNotes::instance().Unload();
