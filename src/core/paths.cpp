@@ -100,6 +100,12 @@ QString folderOf(const QString& path) {
     return path.left(std::max<qsizetype>(lastSeparator(path), 0));
 }
 
+bool liesIn(const QString& path, const QString& folder) {
+    return folder.endsWith(QLatin1Char('/'))
+               ? path.startsWith(folder)
+               : (path + QLatin1Char('/')).startsWith(folder + QLatin1Char('/'));
+}
+
 bool replaceFile(const QString& path, const QByteArray& content) {
     QSaveFile file(resolvedPath(path));
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() &&
