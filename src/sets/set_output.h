@@ -1,17 +1,12 @@
 // What the windows that show a set or a report share for paper and mail.
 #pragma once
 
-#include <QString>
-
 class SheetGrid;
 
 // The print settings of a set, used for every report of one list.
 void applySetPrintSettings(SheetGrid& grid);
 
-// Writes columns 1 to `lastCol`, from row 1 to the last with data, over the mail staging file and
-// gives them to the mail window as its prepared body, with its "+ Note" button. Raises 75 where
-// the file cannot be written, 53 or 75 where it cannot be read back.
-void mailBlock(const SheetGrid& grid, int lastCol);
-
-// The same for the two columns of a set.
+// Writes the two columns of a set, from row 1 to the last with data, over the mail staging file
+// and gives them to the mail window as its prepared body, with its "+ Note" button. Raises 75
+// where the file cannot be written, 53 or 75 where it cannot be read back.
 void mailSetBlock(const SheetGrid& grid);
