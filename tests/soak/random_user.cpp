@@ -429,6 +429,9 @@ void RandomUser::answer(QWidget* modal) {
         }
         const QList<QAbstractButton*> buttons = box->buttons();
         QAbstractButton* button = m_answers.of(buttons);
+        // An empty database leaves little to do.
+        if (box->windowTitle() == u"WARNING!"_s && !m_answers.once(20))
+            button = box->button(QMessageBox::No);
         const bool escapes = m_answers.once(5);
         QTimer::singleShot(0, box, [alive, button, escapes] {
             if (!alive) return;

@@ -1,9 +1,12 @@
-// lorvanite_soak [--seed S] [--commands N] [--patience SECONDS] [--tell]
-// A random user works with all windows over a copy of the sample folder. Nothing may crash, hang,
-// leak, make the toolkit warn, leave a statement open or the hourglass on; only what is told in the
-// box of a run-time error may end the program, which is started again over the same folder then.
+// lorvanite_soak [--seed S] [--commands N] [--from N] [--patience SECONDS] [--tell]
+// A random user works with all windows over copies of the sample folder, a new one
+// every 1000 commands: --from with such a number comes back to a later one. Nothing may crash,
+// hang, leak, make the toolkit warn, leave a statement open or the hourglass on; only what is told
+// in the box of a run-time error may end the program, which is started again over the same folder
+// then.
 #include "core/database.h"
 #include "platform/desktop.h"
+#include "platform/printing.h"
 #include "platform/theme.h"
 #include "soak/random_user.h"
 #include "soak/watchdog.h"
@@ -26,8 +29,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int FirstCommands = 200;  // after which the toolkit has opened what it needs
-constexpr int MoreFiles = 10;       // that it may still open
+constexpr int CommandsOfFolder = 1000;  // one that is emptied by a command gives no more to do
+constexpr int MoreFiles = 10;           // that the toolkit may still open after the first folder
 
 // What the toolkit warns of is a fault of the program, but for what the offscreen platform and the
 // mouse of a test tell.
@@ -91,45 +94,58 @@ int deafPort() {
     return ntohs(address.sin_port);
 }
 
-int fail(const QString& what) {
-    printCommands();
-    std::fprintf(stderr, "FAILED: %s\n", qPrintable(what));
-    return 1;
-}
+// What a run is made of.
+struct Plan {
+    quint64 seed = 0;
+    int from = 0;
+    int commands = 0;
+    bool tells = false;
+    QString deafServer;
+};
 
-int soak(quint64 seed, int commands, bool tells) {
+struct Tally {
+    int ends = 0;
+    QMap<QString, int> errorsTold;
+};
+
+// Works in a folder of its own from one command to before another. What was wrong, or nothing.
+QString soakFolder(const Plan& plan, int from, int end, Tally& tally) {
+    commandsEnd();
     World world(WorldTree::Sample);
-    if (!QFile::exists(world.path(u"db1.mdb"_s))) return fail(u"no sample folder"_s);
+    if (!QFile::exists(world.path(u"db1.mdb"_s))) return u"no sample folder"_s;
     QDir::setCurrent(world.folder());
+    setPrintTarget({});
     QFile settings(world.path(u"config/mail.ini"_s));
     if (settings.open(QIODevice::WriteOnly))
         settings.write("[library]\nTimeout=1\nAnswerTimeout=1\n");
     settings.close();
-    RandomUser user(world, seed, u"127.0.0.1:%1"_s.arg(deafPort()));
-    int filesAtFirst = 0;
-    for (int n = 0; n < commands; ++n) {
-        if (n == FirstCommands) filesAtFirst = openFiles();
+    RandomUser user(world, plan.seed, plan.deafServer);
+    for (int n = from; n < end; ++n) {
         user.doCommand(n);
-        if (tells) std::printf("%s\n", commandDone());
+        if (plan.tells) std::printf("%s\n", commandDone());
         const QString wrong = wrongNow();
-        if (!wrong.isEmpty()) return fail(wrong);
-        if (n % 1000 == 999) {
-            std::printf("%d commands, %d ends\n", n + 1, user.ends);
-            std::fflush(stdout);
-        }
+        if (!wrong.isEmpty()) return wrong;
     }
-    commandBegins(commands);
     world.stop();
-    commandsEnd();
-    if (filesAtFirst > 0 && openFiles() > filesAtFirst + MoreFiles)
-        return fail(u"files are left open"_s);
-    const QStringList verdict = world.rows(u"PRAGMA integrity_check"_s);
-    if (verdict != QStringList{u"ok"_s}) return fail(verdict.join(u' '));
-    std::printf("%d commands done; the program ended %d times; run-time errors told:\n", commands,
-                user.ends);
+    tally.ends += user.ends;
     for (auto told = user.errorsTold.cbegin(); told != user.errorsTold.cend(); ++told)
-        std::printf("%6d x %s\n", told.value(), qPrintable(told.key()));
-    return 0;
+        tally.errorsTold[told.key()] += told.value();
+    const QStringList verdict = world.rows(u"PRAGMA integrity_check"_s);
+    return verdict == QStringList{u"ok"_s} ? QString() : verdict.join(u' ');
+}
+
+QString soak(const Plan& plan, Tally& tally) {
+    int filesAtFirst = 0;
+    for (int n = plan.from; n < plan.commands; n += CommandsOfFolder) {
+        const int end = std::min(n + CommandsOfFolder, plan.commands);
+        const QString wrong = soakFolder(plan, n, end, tally);
+        if (!wrong.isEmpty()) return wrong;
+        if (filesAtFirst == 0) filesAtFirst = openFiles();
+        if (openFiles() > filesAtFirst + MoreFiles) return u"files are left open"_s;
+        std::printf("%d commands, %d ends\n", end, tally.ends);
+        std::fflush(stdout);
+    }
+    return {};
 }
 
 }  // namespace
@@ -148,19 +164,35 @@ int main(int argc, char** argv) {
     parser.addHelpOption();
     parser.addOptions({{u"seed"_s, u"Where the chances begin."_s, u"number"_s},
                        {u"commands"_s, u"How many commands."_s, u"number"_s, u"1000"_s},
+                       {u"from"_s, u"The first of them."_s, u"number"_s, u"0"_s},
                        {u"patience"_s, u"How long one may take."_s, u"seconds"_s, u"10"_s},
                        {u"tell"_s, u"Prints each command."_s}});
     parser.process(app);
-    const quint64 seed =
+    Plan plan;
+    plan.seed =
         parser.isSet(u"seed"_s) ? parser.value(u"seed"_s).toULongLong() : std::random_device()();
-    const int commands = parser.value(u"commands"_s).toInt();
-    std::printf("lorvanite_soak --seed %llu --commands %d\n", static_cast<unsigned long long>(seed),
-                commands);
+    plan.from = parser.value(u"from"_s).toInt();
+    plan.commands = parser.value(u"commands"_s).toInt();
+    plan.tells = parser.isSet(u"tell"_s);
+    plan.deafServer = u"127.0.0.1:%1"_s.arg(deafPort());
+    std::printf("lorvanite_soak --seed %llu --commands %d\n",
+                static_cast<unsigned long long>(plan.seed), plan.commands);
     std::fflush(stdout);
     const Links links;
     qInstallMessageHandler(takeMessage);
     startWatchdog(parser.value(u"patience"_s).toInt());
-    return soak(seed, commands, parser.isSet(u"tell"_s));
+    Tally tally;
+    const QString wrong = soak(plan, tally);
+    commandsEnd();
+    if (!wrong.isEmpty()) {
+        printCommands();
+        std::fprintf(stderr, "FAILED: %s\n", qPrintable(wrong));
+        return 1;
+    }
+    std::printf("the program ended %d times; run-time errors told:\n", tally.ends);
+    for (auto told = tally.errorsTold.cbegin(); told != tally.errorsTold.cend(); ++told)
+        std::printf("%6d x %s\n", told.value(), qPrintable(told.key()));
+    return 0;
 }
 
 #include "soak.moc"
