@@ -18,7 +18,7 @@ constexpr size_t MarkedRows = 100;
 constexpr size_t ChordsOfLine = 30;
 constexpr int LastImportRow = 40;
 
-// What Windows' western set has at 0x80 to 0x9f, where Latin-1 has controls.
+// What the western code page 1252 has at 0x80 to 0x9f, where Latin-1 has controls.
 constexpr std::array<char16_t, 32> WesternSigns = {
     0x20ac, 0x0081, 0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008d, 0x017d, 0x008f, 0x0090, 0x2018, 0x2019, 0x201c, 0x201d, 0x2022,

@@ -14,7 +14,7 @@ constexpr int ImportRows = 500;  // lines that the list takes
 
 // Replaces the list's text by the lines of a file, one to a row; empty lines are left out, lines
 // beyond the list's last row are cut off. Grounds stay. Takes any line ends, and UTF-8, UTF-16 with
-// its mark, or Windows' western set. A file that cannot be read gives no lines.
+// its mark, or code page 1252. A file that cannot be read gives no lines.
 void listLines(SheetGrid& list, const QString& path);
 
 // Marks a cell of the list by the mode: "title", "chords" or "lyrics"; any other does nothing.

@@ -67,7 +67,7 @@ public:
     bool PrintSmartPrint() const { return m_smart; }
     void PrintSmartPrint(bool on) { m_smart = on; }
 
-    // The job's name; where it is empty the first text of the sheet is taken.
+    // The job's name; where it is empty the first row of the sheet with a text is taken.
     const QString& PrintJobName() const { return m_jobName; }
     void PrintJobName(const QString& name) { m_jobName = name; }
 

@@ -19,9 +19,15 @@ QByteArray colourName(int colour) {
 // A text as the table shows it: its line ends as breaks, rows of blanks kept.
 void appendText(QByteArray& html, const QString& text) {
     const QByteArray bytes = text.toUtf8();
-    char before = ' ';
-    for (qsizetype i = 0; i < bytes.size(); before = bytes[i++]) {
-        const char c = bytes[i];
+    char before = ' ';  // blanks at the start of a line are kept, too
+    bool afterReturn = false;
+    for (char c : bytes) {
+        if (c == '\n' && afterReturn) {
+            afterReturn = false;
+            continue;
+        }
+        afterReturn = c == '\r';
+        if (c == '\t') c = ' ';
         if (c == '&') {
             html += "&amp;";
         } else if (c == '<') {
@@ -30,15 +36,15 @@ void appendText(QByteArray& html, const QString& text) {
             html += "&gt;";
         } else if (c == '"') {
             html += "&quot;";
-        } else if (c == '\r' || (c == '\n' && before != '\r')) {
+        } else if (c == '\r' || c == '\n') {
             html += "<BR>";
+            c = ' ';
         } else if (c == ' ' && before == ' ') {
             html += "&nbsp;";
         } else if (uchar(c) >= ' ') {
             html += c;
-        } else if (c == '\t') {
-            html += ' ';
         }
+        before = c;
     }
 }
 
@@ -139,7 +145,7 @@ QByteArray HtmlTable::page() {
     m_html +=
         "<HTML>\n<HEAD>\n<META HTTP-EQUIV=\"Content-Type\" CONTENT=\"text/html; "
         "charset=utf-8\">\n<TITLE>";
-    appendText(m_html, firstText());
+    appendText(m_html, firstText().simplified());
     m_html += "</TITLE>\n</HEAD>\n<BODY BGCOLOR=\"#ffffff\">\n";
     appendOpening();
     for (int row = m_area.row; row <= m_area.row2; ++row)

@@ -30,10 +30,12 @@ QString jobName(const SheetGrid& grid) {
     if (!grid.PrintJobName().isEmpty()) return grid.PrintJobName();
     const int sheet = grid.ActiveSheet();
     QString name;
-    for (int row = 1; row <= grid.dataRowsOf(sheet) && name.isEmpty(); ++row)
+    for (int row = 1; row <= grid.dataRowsOf(sheet) && name.isEmpty(); ++row) {
         for (int col = 1; col <= grid.colsOf(sheet); ++col)
             name += QLatin1Char(' ') + grid.textAt(sheet, col, row);
-    name = name.simplified().left(MostOfAName);
+        name = name.simplified();
+    }
+    name = name.left(MostOfAName).trimmed();
     return name.isEmpty() ? QStringLiteral("Lorvanite") : name;
 }
 
@@ -65,6 +67,12 @@ bool sendToPrinter(const SheetGrid& grid, const QPrinterInfo& info) {
     printer.setFullPage(true);
     printer.setPageMargins({});
     return drawSheet(printer, grid);
+}
+
+// The default printer, or the first where none is the default; null where there is none at all.
+QPrinterInfo printerOfTheDesktop() {
+    const QPrinterInfo byDefault = QPrinterInfo::defaultPrinter();
+    return byDefault.isNull() ? QPrinterInfo::availablePrinters().value(0) : byDefault;
 }
 
 // A name of its own for each job; no job replaces another.
@@ -101,7 +109,7 @@ void PrintSheet(const SheetGrid& grid, int) {
                        BoxIcon::Exclamation);
         return;
     }
-    const QPrinterInfo printer = QPrinterInfo::defaultPrinter();
+    const QPrinterInfo printer = printerOfTheDesktop();
     if (!printer.isNull()) {
         if (sendToPrinter(grid, printer)) {
             say(QStringLiteral("Sent to the printer ") + printer.printerName());

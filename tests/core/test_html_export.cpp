@@ -219,9 +219,11 @@ void TestHtmlExport::textsAreEscaped() {
 void TestHtmlExport::lineEndsAndBlanksAreKept() {
     SheetGrid grid;
     fill(grid, 1, 1);
-    grid.SetText(1, 1, QStringLiteral("  a  b\rc\r\nd\n\ne"));
+    grid.SetText(1, 1, QStringLiteral("  a  b\rc\r\nd\n\ne\n  f\r g\t\th"));
     QVERIFY(write(grid, 1, 1, 1, 1));
-    QCOMPARE(textOf(read()->cellAt(0, 0)), QStringLiteral("  a  b\nc\nd\n\ne"));
+    QCOMPARE(textOf(read()->cellAt(0, 0)), QStringLiteral("  a  b\nc\nd\n\ne\n  f\n g  h"));
+    QCOMPARE(reader->metaInformation(QTextDocument::DocumentTitle),
+             QStringLiteral("a b c d e f g h"));
 }
 
 void TestHtmlExport::anEndThatWasNotFoundRunsToTheLastRowWithData() {

@@ -5,6 +5,8 @@
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QProcess>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -281,8 +283,20 @@ private Q_SLOTS:
         mm.reset();
     }
 
+    // A desktop of a country that writes numbers with a comma.
     void numbersOfAnotherCountryDoNoHarm() {
-        QVERIFY(std::setlocale(LC_NUMERIC, "C.UTF-8"));
+        QCOMPARE(
+            QProcess::execute(QStringLiteral("localedef"),
+                              {QStringLiteral("-c"), QStringLiteral("-i"), QStringLiteral("de_DE"),
+                               QStringLiteral("-f"), QStringLiteral("UTF-8"), path("de_DE.utf8")}),
+            0);
+        qputenv("LOCPATH", QFile::encodeName(m_folder->path()));
+        const auto back = qScopeGuard([] {
+            qunsetenv("LOCPATH");
+            std::setlocale(LC_NUMERIC, "C");
+        });
+        QVERIFY(std::setlocale(LC_NUMERIC, "de_DE.utf8"));
+        QCOMPARE(QByteArray(std::localeconv()->decimal_point), QByteArray(","));
         openFile(silence("a.wav", 5));
         QTRY_COMPARE(mm->state(), State::Held);
     }

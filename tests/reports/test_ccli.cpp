@@ -327,6 +327,8 @@ private Q_SLOTS:
     void reportIsDressedForPaperInTheGridItself() {
         addSong("Praise", {"11/01/26"}, "1234");
         frmCCLI& w = show("11/01/26", "11/30/26");
+        clickCell(w.fpCCLI, 1, 1);
+        QCOMPARE(w.fpCCLI->ActiveRow(), 1);
         print();
         QCOMPARE(w.fpCCLI->MaxRows(), 4);
         QCOMPARE(rowOf(w.fpCCLI, 1),
