@@ -156,6 +156,14 @@ private Q_SLOTS:
         place(other, QStringLiteral("Closing"));
         QCOMPARE(w.fpSet->GetText(2, rowOf(w.fpSet, 1, QStringLiteral("Closing"))), other);
         picture(&world->main(), QStringLiteral("set-list"));
+        clickCell(w.fpSongList1, 6, rowOf(w.fpSongList1, 2, QStringLiteral("Amazing Grace")));
+        QVERIFY(w.picPlayer->isVisible());
+        click(w.imgPlay);
+        QVERIFY(w.imgPlay2->isVisible());
+        picture(&world->main(), QStringLiteral("sound-player"));
+        click(w.imgS);
+        click(w.imgClose);
+        QVERIFY(!w.picPlayer->isVisible());
     }
 
     void theDateIsEnteredAndTheSetSaved() {
