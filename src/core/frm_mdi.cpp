@@ -23,6 +23,9 @@
 
 #include <QCloseEvent>
 #include <QMdiSubWindow>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace {
 
@@ -38,16 +41,26 @@ void showModule() {
     Module::instance().centre();
 }
 
+void centreOnScreen(QWidget& window) {
+    const QRect room = window.screen()->availableGeometry();
+    const QPoint place = room.center() - window.rect().center();
+    window.move(std::max(place.x(), room.x()), std::max(place.y(), room.y()));
+}
+
 }  // namespace
 
 frmMDI::frmMDI() {
     setupUi(this);
     g_instance = this;
+    // The bar's free button is made first; Qt takes it for the last already, going round the end.
+    setTabOrder(cmdSetList, cmdAbout);
+    setTabOrder(Command11, cmdAbout);
     setMainWindow(this, mdiArea);
     dressButtons();
     setUpUtilities();
     wireModules();
     openDatabase();
+    centreOnScreen(*this);
     splash = new frmSplash(this);
     splash->show();
     showReminderNotes();

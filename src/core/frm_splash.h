@@ -4,13 +4,15 @@
 #include "core/form.h"
 #include "ui_frm_splash.h"
 
+#include <QFrame>
 #include <QTimer>
 
 // The program's version, "1.2.3".
 QString programVersion();
 
-// Lies over the middle of the main window for three seconds, or until it is clicked.
-class frmSplash : public QWidget, public Ui::frmSplash {
+// A window of its own, seen before the main window is up: in the middle of where that will stand,
+// for three seconds, or until it is clicked.
+class frmSplash : public QFrame, public Ui::frmSplash {
     Q_OBJECT
 
 public:

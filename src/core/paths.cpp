@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -37,11 +38,13 @@ void copyWhole(const QString& from, const QString& to) {
 // What the program brings along in config, the guide above all, is that of its version. What it
 // writes there itself has other names.
 void renewConfig(const QString& delivered, const QString& folder) {
-    const QString config = QStringLiteral("/config/");
-    const auto entries = QDir(delivered + config).entryInfoList(QDir::Files);
-    for (const QFileInfo& entry : entries) {
-        const QString target = folder + config + entry.fileName();
-        if (contentOf(entry.filePath()) != contentOf(target)) copyWhole(entry.filePath(), target);
+    const QDir from(delivered + QStringLiteral("/config"));
+    const QDir to(folder + QStringLiteral("/config"));
+    QDirIterator files(from.path(), QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString file = files.next();
+        const QString target = to.filePath(from.relativeFilePath(file));
+        if (contentOf(file) != contentOf(target)) copyWhole(file, target);
     }
 }
 
@@ -98,6 +101,12 @@ QString fileNameOf(const QString& path) { return path.mid(lastSeparator(path) + 
 
 QString folderOf(const QString& path) {
     return path.left(std::max<qsizetype>(lastSeparator(path), 0));
+}
+
+bool liesIn(const QString& path, const QString& folder) {
+    return folder.endsWith(QLatin1Char('/'))
+               ? path.startsWith(folder)
+               : (path + QLatin1Char('/')).startsWith(folder + QLatin1Char('/'));
 }
 
 bool replaceFile(const QString& path, const QByteArray& content) {

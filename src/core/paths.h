@@ -25,6 +25,10 @@ QString fileNameOf(const QString& path);
 // The path up to that separator, without it; empty where there is none.
 QString folderOf(const QString& path);
 
+// Whether a path is that of a folder or of anything below it. Both have "/" as separator; the
+// folder may end with it, as a root does.
+bool liesIn(const QString& path, const QString& folder);
+
 // Replaces a file whole: after the call the file holds all of `content`, or what it held before.
 // False where it could not be written.
 bool replaceFile(const QString& path, const QByteArray& content);

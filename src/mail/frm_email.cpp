@@ -2,6 +2,7 @@
 
 #include "core/database.h"
 #include "core/frm_mdi.h"
+#include "platform/theme.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -34,6 +35,7 @@ QStringList chosenPaths(const QString& result) {
 
 frmEmail::frmEmail() {
     setupUi(this);
+    cmdCloseNote->setIcon(themedIcon(QStringLiteral("close")));
     setUpGrids();
     wireWindow();
     wireLibrary();

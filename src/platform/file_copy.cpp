@@ -18,10 +18,6 @@ void needFolder(const QString& path) {
         fail(RunTimeError::PathNotFound, "Path not found: the folder \"%1\" is missing.", path);
 }
 
-bool liesIn(const QString& path, const QString& folder) {
-    return path == folder || path.startsWith(folder + QLatin1Char('/'));
-}
-
 void copyEntries(const QString& source, const QString& target) {
     if (!QDir().mkpath(target))
         fail(RunTimeError::PermissionDenied, "Permission denied: \"%1\" cannot be made.", target);

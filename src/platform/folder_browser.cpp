@@ -46,12 +46,6 @@ QList<Place> places() {
     return found;
 }
 
-bool liesIn(const QString& path, const QString& folder) {
-    return folder.endsWith(QLatin1Char('/'))
-               ? path.startsWith(folder)
-               : (path + QLatin1Char('/')).startsWith(folder + QLatin1Char('/'));
-}
-
 // A list of drives that looks around each time it drops down.
 class DriveList : public QComboBox {
 public:
@@ -190,6 +184,7 @@ void FolderBrowser::Drive1_Change() {
     try {
         Path(Drive1->currentData().toString());
     } catch (const RunTimeError&) {
+        // Missing or closed to the user: both mean that the drive cannot be read.
         showDrive();
         messageBox(QStringLiteral("Device Unavailable"));
     }
@@ -199,5 +194,4 @@ void FolderBrowser::Dir1_Change(const QModelIndex& folder) {
     m_path = m_folders.filePath(folder);
     listFiles();
     showDrive();
-    Q_EMIT DirChange();
 }

@@ -1,4 +1,4 @@
-// A drive list, a folder tree and the files of a folder, side by side.
+// A drive list, a folder tree and the files of a folder, one under the other.
 #pragma once
 
 #include <QComboBox>
@@ -29,7 +29,6 @@ public:
     void Path(const QString& folder);
 
     // The files that the list shows, as "*.set"; capitals and small letters alike.
-    QString Pattern() const { return m_pattern; }
     void Pattern(const QString& pattern);
 
     // The name of the file that was clicked last; empty where none was.
@@ -42,8 +41,6 @@ public:
     void setMultiSelect(bool on);
 
 Q_SIGNALS:
-    // Another folder is on view.
-    void DirChange();
     // A file was clicked, or chosen by the keyboard.
     void FileClick();
 

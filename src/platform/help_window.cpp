@@ -94,6 +94,7 @@ void HelpWindow::showFile(const QString& path) {
         m_text->setSearchPaths({QFileInfo(path).absolutePath()});
         m_text->setMarkdown(QString::fromUtf8(file.readAll()));
         dress();
+        fitPictures();
     }
     m_text->moveCursor(QTextCursor::Start);
     show();
@@ -115,6 +116,30 @@ void HelpWindow::dress() {
     }
     for (QTextFrame* frame : guide->rootFrame()->childFrames())
         if (auto* table = qobject_cast<QTextTable*>(frame)) dressTable(*table, palette());
+}
+
+// Pictures are as wide as the text at most.
+void HelpWindow::fitPictures() {
+    QTextDocument* guide = m_text->document();
+    const double room = m_text->viewport()->width() - 2 * guide->documentMargin();
+    for (QTextBlock block = guide->begin(); block.isValid(); block = block.next())
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment fragment = it.fragment();
+            QTextImageFormat picture = fragment.charFormat().toImageFormat();
+            if (!picture.isValid()) continue;
+            const QVariant image = guide->resource(QTextDocument::ImageResource, picture.name());
+            picture.setWidth(std::min(room, double(image.value<QImage>().width())));
+            QTextCursor cursor(guide);
+            cursor.setPosition(fragment.position());
+            cursor.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
+            cursor.setCharFormat(picture);
+            break;  // the fragments are others now; a picture stands in a block of its own
+        }
+}
+
+void HelpWindow::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    fitPictures();
 }
 
 void HelpWindow::changeEvent(QEvent* event) {

@@ -18,18 +18,20 @@ public:
     explicit HelpWindow(QWidget* parent = nullptr);
 
     // Reads the guide (Markdown, UTF-8) and shows it from its beginning. Pictures are looked for
-    // beside the file.
+    // beside the file, and shrunk to the window's width.
     void showFile(const QString& path);
 
 protected:
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     enum class Step { Here, Next, Previous };
 
     void lay();
     void dress();
+    void fitPictures();
     void find(Step step);
     void follow(const QUrl& link);
 

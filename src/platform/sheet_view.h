@@ -24,7 +24,7 @@ public:
     ~SheetView() override;
 
     // A list: cells cannot be edited; Enter and Space count as a click on the active cell.
-    // (In a grid that can be edited Ctrl+Enter does.)
+    // (In a grid that can be edited Ctrl+Enter does.) F6 leaves any grid, Shift+F6 backward.
     void setReadOnly(bool on);
     bool isReadOnly() const;
 

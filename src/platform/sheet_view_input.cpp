@@ -198,6 +198,12 @@ void SheetView::keyPressEvent(QKeyEvent* event) {
         event->setAccepted(tabKeyNavigation() && tabToNext(forward));
         return;
     }
+    if (event->key() == Qt::Key_F6 && !(event->modifiers() & ~Qt::ShiftModifier)) {
+        // Out of a large grid without a walk through its cells.
+        const bool back = event->modifiers() & Qt::ShiftModifier;
+        event->setAccepted(QAbstractScrollArea::focusNextPrevChild(!back));
+        return;
+    }
     const bool page = event->key() == Qt::Key_PageDown || event->key() == Qt::Key_PageUp;
     if (page && event->modifiers() == Qt::ControlModifier && m->tabs->isVisibleTo(this)) {
         const int step = event->key() == Qt::Key_PageDown ? 1 : -1;

@@ -6,13 +6,18 @@
 #include <QGroupBox>
 #include <QPainter>
 #include <QPainterPath>
+#include <QSlider>
 #include <QWidget>
+
+#include <algorithm>
 
 namespace {
 
 constexpr double Radius = 5;
 constexpr int TitleMargin = 12;
 constexpr double ScrollThickness = 6;
+constexpr double GrooveThickness = 4;
+constexpr double KnobRadius = 8;
 
 // A painter with soft edges, put back at the end.
 class Soft {
@@ -283,6 +288,53 @@ void paintScrollBar(const QStyleOptionSlider& bar, const QRect& slider, QPainter
     handle.moveCenter(middle);
     const double radius = (across ? handle.height() : handle.width()) / 2;
     painter.drawRoundedRect(handle, radius, radius);
+}
+
+void paintSlider(const QStyleOptionSlider& slider, const QRect& handle, QPainter& painter) {
+    const ThemeColours& colours = themeColours(slider.palette);
+    const bool enabled = isOn(slider, QStyle::State_Enabled);
+    const QColor ink = enabled ? colours.accent : colours.muted;
+    const bool across = slider.orientation == Qt::Horizontal;
+    const QRectF room = slider.rect;
+    QPointF knob = QRectF(handle).center();
+    if (across) knob.setY(std::max(knob.y(), room.top() + KnobRadius + 1));
+    const Soft soft(painter);
+    painter.setPen(Qt::NoPen);
+    const auto bar = [&](double from, double to, const QColor& colour) {
+        painter.setBrush(colour);
+        const double middle = across ? knob.y() : knob.x();
+        const double low = middle - GrooveThickness / 2;
+        painter.drawRoundedRect(across ? QRectF(from, low, to - from, GrooveThickness)
+                                       : QRectF(low, from, GrooveThickness, to - from),
+                                GrooveThickness / 2, GrooveThickness / 2);
+    };
+    const double place = across ? knob.x() : knob.y();
+    const double start = across ? room.left() : room.top();
+    const double end = across ? room.right() : room.bottom();
+    bar(start, end, colours.line);
+    slider.upsideDown ? bar(place, end, ink) : bar(start, place, ink);
+    if (across && slider.tickPosition & QSlider::TicksBelow && slider.tickInterval > 0) {
+        painter.setPen(QPen(colours.muted, 1));
+        painter.setRenderHint(QPainter::Antialiasing, false);
+        const int span = slider.rect.width() - handle.width();
+        for (int value = slider.minimum; value <= slider.maximum; value += slider.tickInterval) {
+            const int x = slider.rect.left() + handle.width() / 2 +
+                          QStyle::sliderPositionFromValue(slider.minimum, slider.maximum, value,
+                                                          span, slider.upsideDown);
+            const int y = int(knob.y() + KnobRadius) + 3;
+            painter.drawLine(x, y, x, y + (value == 0 ? 5 : 3));
+        }
+        painter.setRenderHint(QPainter::Antialiasing);
+    }
+    const bool focus = isOn(slider, QStyle::State_HasFocus);
+    painter.setPen(QPen(ink, focus ? 2.4 : 1.7));
+    painter.setBrush(enabled ? colours.base : colours.window);
+    painter.drawEllipse(knob, KnobRadius - 1, KnobRadius - 1);
+    if (focus) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(ink);
+        painter.drawEllipse(knob, 3, 3);
+    }
 }
 
 void paintTitleBar(const QStyleOptionTitleBar& bar,

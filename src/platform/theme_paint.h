@@ -22,6 +22,8 @@ void paintComboBox(const QStyleOptionComboBox& box, const QRect& arrow, QPainter
 void paintSpinBox(const QStyleOptionSpinBox& box, const QRect& up, const QRect& down,
                   QPainter& painter);
 void paintScrollBar(const QStyleOptionSlider& bar, const QRect& slider, QPainter& painter);
+// `handle` is the place of what is dragged.
+void paintSlider(const QStyleOptionSlider& slider, const QRect& handle, QPainter& painter);
 
 // `part` gives a button's place, an empty one where the bar has none.
 void paintTitleBar(const QStyleOptionTitleBar& bar,

@@ -24,6 +24,7 @@ constexpr int TitleBarHeight = 30;
 constexpr int WindowFrame = 4;  // wide enough to take hold of; its line is one pixel
 constexpr int IndicatorSize = 16;
 constexpr int SpinWidth = 20;
+constexpr int SliderKnob = 17;
 
 bool isBar(const QObject* widget) { return widget->objectName() == QLatin1String("picButHold"); }
 
@@ -119,6 +120,10 @@ int ThemeStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     switch (metric) {
         case PM_ScrollBarExtent:
             return ScrollBarWidth;
+        case PM_SliderLength:
+        case PM_SliderThickness:
+        case PM_SliderControlThickness:
+            return SliderKnob;
         case PM_ScrollBarSliderMin:
             return ScrollSliderLength;
         case PM_TitleBarHeight:
@@ -289,6 +294,14 @@ void ThemeStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
         case CC_ScrollBar:
             if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option)) {
                 paintScrollBar(*bar, scrollPart(*bar, SC_ScrollBarSlider), *painter);
+                return;
+            }
+            break;
+        case CC_Slider:
+            if (const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option)) {
+                paintSlider(*slider,
+                            proxy()->subControlRect(CC_Slider, slider, SC_SliderHandle, widget),
+                            *painter);
                 return;
             }
             break;

@@ -1,11 +1,11 @@
 #include "sets/frm_song_collection.h"
 
+#include "charts/chart_output.h"
 #include "charts/chart_page.h"
 #include "core/paths.h"
 #include "platform/desktop.h"
 #include "platform/message_box.h"
 #include "platform/printing.h"
-#include "sets/set_output.h"
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -50,12 +50,16 @@ void frmSongCollection::Form_Activate() {
     lblSngList->setText(names);
 }
 
+QStringList frmSongCollection::chartPaths() const {
+    QStringList paths = lblHidFile->text().split(QLatin1Char('|'));
+    paths.removeLast();  // nothing stands behind the last "|"
+    return paths;
+}
+
 void frmSongCollection::stackCharts() {
     fpSong.MaxRows(0);
     fpSong.MaxCols(0);
-    QStringList paths = lblHidFile->text().split(QLatin1Char('|'));
-    paths.removeLast();  // nothing stands behind the last "|"
-    for (const QString& path : paths) {
+    for (const QString& path : chartPaths()) {
         // In place of a chart that cannot be opened the one before it comes once more: this is
         // meant.
         fpT.LoadFromFile(path);
@@ -87,7 +91,8 @@ void frmSongCollection::cmdPrint_Click() { printCollection(); }
 void frmSongCollection::mailCollection() {
     stackCharts();
     layoutCollection();
-    mailBlock(fpSong, fpSong.MaxCols());
+    // Several charts leave the button as it was, as several pages of one chart do: this is meant.
+    mailChart(fpSong, chartPaths().size() == 1 ? NoteButton::Shown : NoteButton::AsItWas);
 }
 
 void frmSongCollection::Command1_Click() { mailCollection(); }

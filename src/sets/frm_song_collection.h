@@ -16,7 +16,8 @@ public:
     SheetGrid fpSong;
 
     // Print and mail the charts whose paths stand in lblHidFile, each path with a "|" behind it.
-    // The mail raises 53 or 75 where its file cannot be written or read back.
+    // The mail shows the "+ Note" button for one chart alone, and raises 53 where there is no
+    // staging file to read, 75 where it cannot be read.
     void printCollection();
     void mailCollection();
 
@@ -25,6 +26,7 @@ public:
 
 private:
     void watchActivation();
+    QStringList chartPaths() const;
     void stackCharts();
 
     void Form_Activate();

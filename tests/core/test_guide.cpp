@@ -5,8 +5,10 @@
 #include "trees.h"
 
 #include <QDirIterator>
+#include <QImage>
 #include <QObject>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextBrowser>
@@ -125,6 +127,32 @@ private Q_SLOTS:
             QCOMPARE(block.text().toLower(), match.captured(1).toLower());
         }
         QVERIFY(links >= 8);
+    }
+
+    void everyPictureIsThereAndFitsTheWindow() {
+        HelpWindow window;
+        window.showFile(QStringLiteral(PROGRAM_TREE "/config/LORVANITEHELP.hlp"));
+        auto* text = window.findChild<QTextBrowser*>(QStringLiteral("txtGuide"));
+        for (const int width : {500, 900}) {
+            window.resize(width, 600);
+            QCoreApplication::processEvents();
+            int pictures = 0;
+            const QTextDocument* guide = text->document();
+            for (QTextBlock block = guide->begin(); block.isValid(); block = block.next()) {
+                for (auto it = block.begin(); !it.atEnd(); ++it) {
+                    const QTextImageFormat picture = it.fragment().charFormat().toImageFormat();
+                    if (!picture.isValid()) continue;
+                    ++pictures;
+                    const QVariant image =
+                        guide->resource(QTextDocument::ImageResource, picture.name());
+                    QVERIFY2(!image.value<QImage>().isNull(), qPrintable(picture.name()));
+                    QVERIFY(picture.width() > 0);
+                    QVERIFY(picture.width() <= text->viewport()->width());
+                }
+            }
+            QVERIFY(pictures >= 15);
+            QCOMPARE(text->horizontalScrollBar()->maximum(), 0);
+        }
     }
 
     void everyBoxOfTheProgramIsExplained() {

@@ -1,6 +1,7 @@
-// Drives, folders and files side by side.
+// Drives, folders and files, one under the other.
 #include "core/run_time_error.h"
 #include "platform/folder_browser.h"
+#include "support/home.h"
 #include "support/registry.h"
 #include "support/world.h"
 
@@ -46,10 +47,8 @@ private Q_SLOTS:
         FolderBrowser browser;
         QVERIFY(browser.Path().isEmpty());
         browser.Pattern("*.set");
-        QSignalSpy changes(&browser, &FolderBrowser::DirChange);
         browser.Path(world->folder() + QStringLiteral("\\sets"));
         QCOMPARE(browser.Path(), world->path("sets"));
-        QCOMPARE(changes.count(), 1);
         QCOMPARE(filesOf(browser), (QStringList{"A.SET", "b.set", "z\u00e4.set"}));
         browser.Pattern("*.sdl");
         QCOMPARE(filesOf(browser), QStringList{"c.sdl"});
@@ -129,8 +128,7 @@ private Q_SLOTS:
     }
 
     void drivesAreTheUsersFolderAndTheComputer() {
-        const QByteArray before = qgetenv("HOME");
-        qputenv("HOME", world->folder().toUtf8());
+        const auto home = withHome(world->folder());
         FolderBrowser browser;
         QCOMPARE(browser.Drive1->itemText(0), QStringLiteral("Home"));
         QVERIFY(browser.Drive1->findText("Computer") > 0);
@@ -141,14 +139,12 @@ private Q_SLOTS:
         QTest::keyClick(browser.Drive1, Qt::Key_Home);
         QCOMPARE(browser.Path(), world->folder());
         QCOMPARE(browser.Drive1->currentText(), QStringLiteral("Home"));
-        qputenv("HOME", before);
     }
 
     void driveThatCannotBeReadIsToldAndTheFolderStays() {
-        const QByteArray before = qgetenv("HOME");
         touch("home/a.set");
         touch("sets/b.set");
-        qputenv("HOME", world->path("home").toUtf8());
+        const auto home = withHome(world->path("home"));
         world->start();
         FolderBrowser browser;
         browser.show();
@@ -162,7 +158,6 @@ private Q_SLOTS:
         QCOMPARE(browser.Path(), world->path("sets"));
         QCOMPARE(browser.Drive1->currentText(), QStringLiteral("Computer"));
         QCOMPARE(filesOf(browser), QStringList{"b.set"});
-        qputenv("HOME", before);
     }
 };
 

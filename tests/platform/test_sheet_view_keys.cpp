@@ -15,6 +15,7 @@ private Q_SLOTS:
     void listKeys();
     void formKeys();
     void tabLeavesTheGrid();
+    void f6LeavesTheGridFromAnyCell();
     void menuKey();
 };
 
@@ -152,6 +153,29 @@ void TestSheetViewKeys::tabLeavesTheGrid() {
     view.setReadOnly(true);
     QTest::keyClick(&view, Qt::Key_Backtab, Qt::ShiftModifier);
     QVERIFY(before.hasFocus());
+}
+
+void TestSheetViewKeys::f6LeavesTheGridFromAnyCell() {
+    QWidget window;
+    QLineEdit before(&window);
+    SheetView view(&window);
+    QLineEdit after(&window);
+    view.setGeometry(0, 30, 300, 150);
+    fillGrid(view, 5, 40);
+    window.resize(500, 300);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    for (const bool list : {false, true}) {
+        view.setReadOnly(list);
+        view.setFocus();
+        view.SetActiveCell(2, 3);
+        QTest::keyClick(&view, Qt::Key_F6);
+        QVERIFY(after.hasFocus());
+        view.setFocus();
+        QTest::keyClick(&view, Qt::Key_F6, Qt::ShiftModifier);
+        QVERIFY(before.hasFocus());
+        QCOMPARE(view.ActiveRow(), 3);
+    }
 }
 
 void TestSheetViewKeys::menuKey() {

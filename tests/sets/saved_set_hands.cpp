@@ -1,5 +1,5 @@
 #include "sets/saved_set_test.h"
-#include "sets/set_grid.h"
+#include "support/home.h"
 
 #include <QDir>
 
@@ -58,9 +58,7 @@ void SavedSetTest::makeGreenSet(const QString& relative, const QString& date, in
     set.MaxRows(rows);
     set.SetText(2, 1, date);
     set.SetText(2, rows, title);
-    set.Col(2);
-    set.Row(rows);
-    set.BackColor(SheetMusicGreen);
+    paint(set, rows);
     write(set, world->path(relative));
 }
 
@@ -94,8 +92,7 @@ void SavedSetTest::goTo(FolderBrowser* browser, const QString& relative) {
 }
 
 void SavedSetTest::seeADriveThatIsGone(const std::function<FolderBrowser*()>& openWindow) {
-    const QByteArray before = qgetenv("HOME");
-    qputenv("HOME", world->path("home").toUtf8());
+    const auto home = withHome(world->path("home"));
     QDir().mkpath(world->path("home"));
     makeSet("saved sets/a.set", "11/22/26", {"Alpha"});
     const FolderBrowser* browser = openWindow();
@@ -104,7 +101,6 @@ void SavedSetTest::seeADriveThatIsGone(const std::function<FolderBrowser*()>& op
     browser->Drive1->setFocus();
     QTest::keyClick(browser->Drive1, Qt::Key_Home);
     settle();
-    qputenv("HOME", before);
     QVERIFY(world->answers.isEmpty());
     QCOMPARE(browser->Path(), world->path("saved sets"));
     QCOMPARE(filesOf(browser->File1), QStringList{"a.set"});

@@ -1,5 +1,4 @@
 #include "platform/printing.h"
-#include "sets/set_grid.h"
 #include "sets/set_list_test.h"
 
 #include <QFile>
@@ -65,9 +64,46 @@ QString SetListTest::printedBy(QPushButton* button, QPageSize::PageSizeId paper)
     return pdf;
 }
 
+void SetListTest::spoilPrintSettings(SheetGrid& grid) {
+    grid.PrintBorder(true);
+    grid.PrintMarginTop(0);
+    grid.PrintMarginBottom(0);
+    grid.PrintOrientation(PrintOrientations::Landscape);
+    grid.PrintSmartPrint(false);
+    grid.PrintColHeaders(true);
+    grid.PrintRowHeaders(true);
+    grid.PrintGrid(true);
+    grid.PrintUseDataMax(false);
+    grid.PrintColor(false);
+    grid.PrintScalingMethod(PrintScaling::BestFit);
+    grid.PrintType(PrintTypes::Block);
+}
+
+void SetListTest::seeSetPrintSettings(const SheetGrid& grid) {
+    QVERIFY(!grid.PrintBorder());
+    QCOMPARE(grid.PrintMarginTop(), 720);
+    QCOMPARE(grid.PrintMarginBottom(), 720);
+    QCOMPARE(grid.PrintOrientation(), PrintOrientations::Portrait);
+    QVERIFY(grid.PrintSmartPrint());
+    QVERIFY(!grid.PrintColHeaders());
+    QVERIFY(!grid.PrintRowHeaders());
+    QVERIFY(!grid.PrintGrid());
+    QVERIFY(grid.PrintUseDataMax());
+    QVERIFY(grid.PrintColor());
+    QCOMPARE(grid.PrintScalingMethod(), PrintScaling::AsItIs);
+    QCOMPARE(grid.PrintType(), PrintTypes::All);
+}
+
 QByteArray SetListTest::bytesOf(const QString& relative) {
     QFile file(world->path(relative));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    if (!file.open(QIODevice::ReadOnly)) QTest::qFail(qPrintable(relative), __FILE__, __LINE__);
+    return file.readAll();
+}
+
+void SetListTest::paint(SheetGrid& set, int row, int colour) {
+    set.Col(2);
+    set.Row(row);
+    set.BackColor(colour);
 }
 
 void SetListTest::pick(QComboBox* box, const QString& item) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "sets/frm_set_list.h"
+#include "sets/set_grid.h"
 #include "support/grid_hands.h"
 #include "support/printed.h"
 #include "support/registry.h"
@@ -36,8 +37,15 @@ protected:
     // The PDF that a click on a button prints.
     QString printedBy(QPushButton* button, QPageSize::PageSizeId paper = QPageSize::A4);
 
-    // The bytes of a file of the program's folder.
+    // Sets each print setting of a set to what it is not to be, and looks whether all are right.
+    static void spoilPrintSettings(SheetGrid& grid);
+    static void seeSetPrintSettings(const SheetGrid& grid);
+
+    // The bytes of a file of the program's folder, which has to be there.
     QByteArray bytesOf(const QString& relative);
+
+    // Colours the title of a row.
+    static void paint(SheetGrid& set, int row, int colour = SheetMusicGreen);
 
     // Picks an item of a category box by the keyboard, as a person does.
     void pick(QComboBox* box, const QString& item);

@@ -58,16 +58,17 @@ class TestImportSet : public SavedSetTest {
         return QDir(world->path("saved sets")).entryList(QDir::Files, QDir::Name);
     }
 
-    QByteArray content(const QString& relative) {
-        QFile file(world->path(relative));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
-    }
-
 private Q_SLOTS:
     void windowComesUpOverTheSavedSets() {
         makeSet("saved sets/a.set", "11/22/26", {"Alpha"});
         frmImportSet& w = open();
         QCOMPARE(w.windowTitle(), QStringLiteral("Import Sets"));
+        QCOMPARE(
+            w.Label2->text(),
+            QStringLiteral("Use this utility to import set lists from other sources and update "
+                           "your database, marking the songs played. Select the songs below "
+                           "then click, Import."));
+        QCOMPARE(w.Label1->text(), QStringLiteral("<= Ctrl Click to select multiple."));
         QCOMPARE(w.browser->Path(), world->path("saved sets"));
         QCOMPARE(filesOf(w.File1), QStringList{"a.set"});
         QVERIFY(w.File1->selectedItems().isEmpty());
@@ -84,9 +85,23 @@ private Q_SLOTS:
         click(w.cmdPrintPast);
         QCOMPARE(world->statements, recordStatements("11/22/26", {"Alpha", "Beta"}));
         QCOMPARE(savedSets(), QStringList{"a.set"});
-        QCOMPARE(content("saved sets/a.set"), content("other/a.set"));
+        QCOMPARE(bytesOf("saved sets/a.set"), bytesOf("other/a.set"));
         QCOMPARE(w.fpSet->GetText(2, 3), QStringLiteral("Beta"));
+    }
+
+    void plainDateOfAFileBecomesADateCell() {
+        addSong({.title = "Alpha"});
+        makeGreenSet("other/plain.set", "11/22/26", 2, "Alpha");
+        SheetGrid file;
+        QVERIFY(file.LoadFromFile(world->path("other/plain.set")));
+        QVERIFY(file.formatAt(1, 2, 1).kind != CellKind::Date);
+        frmImportSet& w = openOther();
+        select(w, {"plain.set"});
+        done();
+        click(w.cmdPrintPast);
         QCOMPARE(w.fpSet->formatAt(1, 2, 1).kind, CellKind::Date);
+        QCOMPARE(w.fpSet->GetText(2, 1), QStringLiteral("11/22/26"));
+        QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
     }
 
     void fileWithoutADateIsToldCopiedAndTheBatchIsDone() {
@@ -99,6 +114,19 @@ private Q_SLOTS:
         click(w.cmdPrintPast);
         QVERIFY(world->statements.isEmpty());
         QCOMPARE(savedSets(), QStringList{"undated.set"});
+    }
+
+    void refusedFileIsToldInEachPassAndTheBatchIsDone() {
+        makeSet("other/a.set", "", {"Alpha"});
+        makeSet("other/b.set", "", {"Beta"});
+        frmImportSet& w = openOther();
+        select(w, {"a.set", "b.set"});
+        world->answers.box(noDate("b.set"));
+        world->answers.box(noDate("b.set"));
+        done();
+        click(w.cmdPrintPast);
+        QVERIFY(world->statements.isEmpty());
+        QCOMPARE(savedSets(), QStringList{"b.set"});
     }
 
     void fileWithoutAKnownTitleIsToldAndCopied() {
@@ -212,7 +240,7 @@ private Q_SLOTS:
     void fileOfTheSavedSetsThemselvesEndsTheCommandBehindItsRecord() {
         addSong({.title = "Alpha"});
         makeSet("saved sets/a.set", "11/22/26", {"Alpha"});
-        const QByteArray before = content("saved sets/a.set");
+        const QByteArray before = bytesOf("saved sets/a.set");
         frmImportSet& w = open();
         select(w, {"a.set"});
         world->answers.runTimeError(70, "Permission denied");
@@ -220,7 +248,7 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, -1);
         QVERIFY(w.isVisible());
         QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
-        QCOMPARE(content("saved sets/a.set"), before);
+        QCOMPARE(bytesOf("saved sets/a.set"), before);
     }
 
     void savedSetOfTheSameNameIsReplaced() {
@@ -231,7 +259,7 @@ private Q_SLOTS:
         select(w, {"a.set"});
         done();
         click(w.cmdPrintPast);
-        QCOMPARE(content("saved sets/a.set"), content("other/a.set"));
+        QCOMPARE(bytesOf("saved sets/a.set"), bytesOf("other/a.set"));
     }
 
     void damagedFileHasNoDateAndIsCopied() {
@@ -289,7 +317,7 @@ private Q_SLOTS:
         QVERIFY(set.LoadFromFile(world->path("other/a.set")));
         set.SetText(1, 2, QString(QLatin1Char('x')).repeated(200000));
         QVERIFY(set.SaveToFile(world->path("other/a.set"), false));
-        const QByteArray before = content("saved sets/a.set");
+        const QByteArray before = bytesOf("saved sets/a.set");
         frmImportSet& w = openOther();
         select(w, {"a.set"});
         world->answers.runTimeError(70, "cannot be written");
@@ -301,7 +329,7 @@ private Q_SLOTS:
         click(w.cmdPrintPast);
         rlimit unlimited{RLIM_INFINITY, RLIM_INFINITY};
         setrlimit(RLIMIT_FSIZE, &unlimited);
-        QCOMPARE(content("saved sets/a.set"), before);
+        QCOMPARE(bytesOf("saved sets/a.set"), before);
         QCOMPARE(savedSets(), QStringList{"a.set"});
     }
 

@@ -1,6 +1,5 @@
 // The set on paper, as a text file, in a mail.
 #include "mail/frm_email.h"
-#include "sets/set_grid.h"
 #include "sets/set_list_test.h"
 
 #include <QDir>
@@ -27,12 +26,6 @@ class TestSetOutput : public SetListTest {
         return body;
     }
 
-    static void makeGreen(frmSetList& w, int row) {
-        w.fpSet->Col(2);
-        w.fpSet->Row(row);
-        w.fpSet->BackColor(SheetMusicGreen);
-    }
-
     static bool hasColour(const QImage& picture, QRgb colour) {
         for (int y = 0; y < picture.height(); ++y)
             for (int x = 0; x < picture.width(); ++x)
@@ -45,7 +38,7 @@ private Q_SLOTS:
         makeDefaultDesign({"Call to worship", "Offering"});
         frmSetList& w = openWith("11/22/26", {"Alpha", "Beta"});
         setUpSetWidths(*w.fpSet);
-        makeGreen(w, 3);
+        paint(*w.fpSet, 3);
         w.fpSongList1->SetActiveCell(2, 1);
         w.fpSet->SetActiveCell(2, 3);
         const QString pdf = printedBy(w.Command3);
@@ -61,28 +54,9 @@ private Q_SLOTS:
 
     void printTakesTheSetPrintSettings() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
-        // Whatever stood before.
-        w.fpSet->PrintBorder(true);
-        w.fpSet->PrintMarginTop(0);
-        w.fpSet->PrintMarginBottom(0);
-        w.fpSet->PrintOrientation(PrintOrientations::Landscape);
-        w.fpSet->PrintUseDataMax(false);
-        w.fpSet->PrintColor(false);
-        w.fpSet->PrintScalingMethod(PrintScaling::BestFit);
-        w.fpSet->PrintType(PrintTypes::Block);
+        spoilPrintSettings(*w.fpSet);
         printedBy(w.Command3);
-        QVERIFY(!w.fpSet->PrintBorder());
-        QCOMPARE(w.fpSet->PrintMarginTop(), 720);
-        QCOMPARE(w.fpSet->PrintMarginBottom(), 720);
-        QCOMPARE(w.fpSet->PrintOrientation(), PrintOrientations::Portrait);
-        QVERIFY(w.fpSet->PrintSmartPrint());
-        QVERIFY(!w.fpSet->PrintColHeaders());
-        QVERIFY(!w.fpSet->PrintRowHeaders());
-        QVERIFY(!w.fpSet->PrintGrid());
-        QVERIFY(w.fpSet->PrintUseDataMax());
-        QVERIFY(w.fpSet->PrintColor());
-        QCOMPARE(w.fpSet->PrintScalingMethod(), PrintScaling::AsItIs);
-        QCOMPARE(w.fpSet->PrintType(), PrintTypes::All);
+        seeSetPrintSettings(*w.fpSet);
     }
 
     void printWithoutADateAsksNothing() {
@@ -95,7 +69,7 @@ private Q_SLOTS:
     void exportWritesALineARow() {
         makeDefaultDesign({"Call to worship", "Offering"});
         frmSetList& w = openWith("10/05/03", {"Title of a song"});
-        makeGreen(w, 2);
+        paint(*w.fpSet, 2);
         w.fpSet->SetActiveCell(2, 3);
         world->answers.file(world->path("saved sets/Set For 10_05_03"));
         click(w.cmdExportText);
@@ -149,7 +123,7 @@ private Q_SLOTS:
         makeDefaultDesign({"Opening"});
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         w.fpSet->MaxRows(400);
-        makeGreen(w, 400);
+        paint(*w.fpSet, 400);
         QCOMPARE(exported(w, "a.txt").count('\n'), 2);
         QCOMPARE(printedPages(printedBy(w.Command3)).size(), 1);
         click(w.cmdEmailSet);
@@ -210,7 +184,7 @@ private Q_SLOTS:
     void mailHoldsTheBlockOfBothColumnsInRowOrder() {
         makeDefaultDesign({"Opening", "Offering"});
         frmSetList& w = openWith("11/22/26", {"Alpha"});
-        makeGreen(w, 2);
+        paint(*w.fpSet, 2);
         click(w.cmdEmailSet);
         QVERIFY(frmEmail::instance().isVisible());
         QVERIFY(frmEmail::instance().cmdAddNote->isVisible());

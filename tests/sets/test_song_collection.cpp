@@ -2,7 +2,6 @@
 #include "charts/chart_page.h"
 #include "mail/frm_email.h"
 #include "sets/frm_song_collection.h"
-#include "sets/set_grid.h"
 #include "sets/set_list_test.h"
 
 #include <QDir>
@@ -33,16 +32,10 @@ class TestSongCollection : public SetListTest {
         addSong({.title = title, .fileLoco = makeChart(title)});
     }
 
-    static void paint(frmSetList& w, int row, int colour = SheetMusicGreen) {
-        w.fpSet->Col(2);
-        w.fpSet->Row(row);
-        w.fpSet->BackColor(colour);
-    }
-
     // The set window with these titles from row 2 on, all of them green.
     frmSetList& openGreen(const QStringList& titles) {
         frmSetList& w = openWith("11/22/26", titles);
-        for (int row = 2; row < titles.size() + 2; ++row) paint(w, row);
+        for (int row = 2; row < titles.size() + 2; ++row) paint(*w.fpSet, row);
         return w;
     }
 
@@ -89,6 +82,8 @@ private Q_SLOTS:
         QCOMPARE(c.lblHidFile->text(), world->path("sheetmusic/Alpha.stp") + QLatin1Char('|'));
         QCOMPARE(c.size(), QSize(295, 196));
         QCOMPARE(c.windowTitle(), QStringLiteral("Export Music"));
+        QCOMPARE(c.Label1->text(),
+                 QStringLiteral("What would you like to do with the sheetmusic from the set?"));
     }
 
     void setWithoutAGreenCellGivesTheMessageAndNoWindow() {
@@ -108,10 +103,10 @@ private Q_SLOTS:
         frmSetList& w = openWith("11/22/26", {"Gamma", "Beta", "Alpha", "Gamma"});
         w.fpSet->MaxRows(60);
         w.fpSet->SetText(2, 60, QStringLiteral("Beta"));
-        paint(w, 2);
-        paint(w, 4, RGB(255, 0, 0));  // any colour but white
-        paint(w, 5, RGB(254, 255, 255));
-        paint(w, 60);
+        paint(*w.fpSet, 2);
+        paint(*w.fpSet, 4, RGB(255, 0, 0));  // any colour but white
+        paint(*w.fpSet, 5, RGB(254, 255, 255));
+        paint(*w.fpSet, 60);
         frmSongCollection& c = collect(w);
         QStringList paths;
         for (const char* title : {"Gamma", "Alpha", "Gamma", "Beta"})
@@ -222,7 +217,12 @@ private Q_SLOTS:
 
     void stackedChartsHaveOneLook() {
         frmSongCollection& c = collectCharts({"Alpha", "Beta"});
+        spoilPrintSettings(c.fpSong);
+        c.fpSong.ColHeadersShow(true);
+        c.fpSong.RowHeadersShow(true);
+        c.fpSong.AllowCellOverflow(false);
         printedBy(c.cmdPrint);
+        seeSetPrintSettings(c.fpSong);
         for (int col = 1; col <= 37; ++col) QCOMPARE(c.fpSong.ColWidth(col), 2.5);
         for (int row = 1; row <= 84; ++row) {
             QCOMPARE(c.fpSong.RowHeight(row), 14.88);
@@ -239,9 +239,6 @@ private Q_SLOTS:
         QVERIFY(c.fpSong.AllowCellOverflow());
         QVERIFY(!c.fpSong.ColHeadersShow());
         QVERIFY(!c.fpSong.RowHeadersShow());
-        QVERIFY(!c.fpSong.PrintColHeaders());
-        QVERIFY(!c.fpSong.PrintGrid());
-        QVERIFY(c.fpSong.PrintUseDataMax());
     }
 
     void secondPrintHoldsWhatTheFirstDid() {
@@ -277,6 +274,15 @@ private Q_SLOTS:
         addSongWithChart("Alpha");
         frmSongCollection& c = collect(openGreen({"Gone", "Alpha"}));
         QCOMPARE(titlesOf(printedPages(printedBy(c.cmdPrint))), (QStringList{"", "Alpha"}));
+    }
+
+    void firstChartThatIsGoneAtASecondPrintIsTheLastOneOfTheFirst() {
+        frmSongCollection& c = collectCharts({"Alpha", "Beta", "Gamma"});
+        QCOMPARE(titlesOf(printedPages(printedBy(c.cmdPrint))),
+                 (QStringList{"Alpha", "Beta", "Gamma"}));
+        QVERIFY(QFile::remove(world->path("sheetmusic/Alpha.stp")));
+        QCOMPARE(titlesOf(printedPages(printedBy(c.cmdPrint))),
+                 (QStringList{"Gamma", "Beta", "Gamma"}));
     }
 
     void chartFailsToOpenAfterTheProgramsFolderWasMoved() {
@@ -326,7 +332,7 @@ private Q_SLOTS:
         click(c.Command1);
         frmEmail& mail = frmEmail::instance();
         QVERIFY(mail.isVisible());
-        QVERIFY(mail.cmdAddNote->isVisible());
+        QVERIFY(mail.cmdAddNote->isHidden());
         const QString html = mail.txtMsg->toPlainText();
         QCOMPARE(QString::fromUtf8(bytesOf("config/email.html")).remove(QLatin1Char('\n')), html);
         QCOMPARE(html.count(QStringLiteral("<TABLE")), 1);
@@ -342,10 +348,37 @@ private Q_SLOTS:
         QVERIFY(!html.contains(QStringLiteral("border-bottom")));
     }
 
-    void mailThatCannotBeStagedEndsTheCommand() {
+    void mailOfOneChartShowsTheNoteButtonAndOneOfSeveralLeavesIt() {
+        frmSongCollection& c = collectCharts({"Alpha"});
+        click(c.Command1);
+        frmEmail& mail = frmEmail::instance();
+        QVERIFY(mail.cmdAddNote->isVisible());
+        addSongWithChart("Beta");
+        frmSetList& w = frmSetList::instance();
+        w.fpSet->SetText(2, 3, QStringLiteral("Beta"));
+        paint(*w.fpSet, 3);
+        bringForward(w);
+        click(collect(w).Command1);
+        QVERIFY(mail.txtMsg->toPlainText().contains(QStringLiteral("Sing of Beta")));
+        QVERIFY(mail.cmdAddNote->isVisible());
+    }
+
+    void failingExportMailsWhatAnEarlierOneLeft() {
+        frmSongCollection& c = collectCharts({"Alpha"});
+        // A file that can be read and not replaced.
+        QVERIFY(QFile::link("/proc/version", world->path("config/email.html")));
+        click(c.Command1);
+        const QByteArray left = bytesOf("config/email.html");
+        QVERIFY(!left.isEmpty());
+        QCOMPARE(frmEmail::instance().txtMsg->toPlainText(), QString::fromUtf8(left).remove('\n'));
+        QVERIFY(frmEmail::instance().cmdAddNote->isVisible());
+        QVERIFY(c.isVisible());
+    }
+
+    void mailWithoutItsFolderEndsTheCommand() {
         frmSongCollection& c = collectCharts({"Alpha"});
         QVERIFY(QDir().rename(world->path("config"), world->path("gone")));
-        world->answers.runTimeError(75);
+        world->answers.runTimeError(53);
         click(c.Command1);
         QVERIFY(!frmEmail::isLoaded());
         QCOMPARE(world->endStatus, -1);
@@ -367,7 +400,7 @@ private Q_SLOTS:
         frmSetList& w = open();
         w.fpSet->MaxRows(60);
         fill(w, "11/22/26", titles);
-        for (int row = 2; row <= 41; ++row) paint(w, row);
+        for (int row = 2; row <= 41; ++row) paint(*w.fpSet, row);
         frmSongCollection& c = collect(w);
         QElapsedTimer timer;
         timer.start();
