@@ -2,9 +2,9 @@
 
 #include "core/database.h"
 #include "core/frm_mdi.h"
-#include "core/paths.h"
 #include "core/run_time_error.h"
 #include "platform/message_box.h"
+#include "platform/program_files.h"
 #include "platform/sheet_view.h"
 #include "platform/theme.h"
 
@@ -38,19 +38,11 @@ void raiseFor(const QString& file, QFrame* frmAssign, Ui::AssignPanel& panel) {
 
 bool chooseMusicFile(const QString& filter, void (CommonDialog::*show)()) {
     CommonDialog& dialog = frmMDI::instance().CommonDlg;
-    dialog.Flags = CommonDialog::OverwritePrompt;
-    dialog.Filter = filter;
-    dialog.InitDir = programFolder() + QStringLiteral("\\sheetmusic\\");
-    return dialog.chosen(show);
+    return chooseFileIn(QStringLiteral("sheetmusic"), dialog, show, dialog.FileName, filter);
 }
 
 bool chooseChart(void (CommonDialog::*show)()) {
     return chooseMusicFile(QStringLiteral("STP Files|*.stp"), show);
-}
-
-void tellNotSaved() {
-    messageBox(QStringLiteral("File did not save, try again or contact Lorvanite."),
-               BoxIcon::Information);
 }
 
 void raisePanel(QWidget* panel) {

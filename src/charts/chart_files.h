@@ -14,9 +14,6 @@ bool chooseMusicFile(const QString& filter, void (CommonDialog::*show)());
 // The same for a chart.
 bool chooseChart(void (CommonDialog::*show)());
 
-// The box after a file that could not be written.
-void tellNotSaved();
-
 // Panels are not shown or hidden: they come up over the grid, and go behind it to leave.
 void raisePanel(QWidget* panel);
 void sendToBottom(QWidget* panel);

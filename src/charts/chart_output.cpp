@@ -7,8 +7,8 @@
 #include "core/sheet_grid.h"
 #include "platform/message_box.h"
 #include "platform/printing.h"
+#include "platform/program_files.h"
 #include "platform/rtf_writer.h"
-#include "sets/set_output.h"
 
 #include <QTextCursor>
 #include <QTextEdit>
@@ -30,6 +30,25 @@ bool chooseExport(SheetGrid& chart, const QString& ending, const QString& untitl
     const QString title = chart.GetText(1, 1);
     frmMDI::instance().CommonDlg.FileName = title.isEmpty() ? untitled : title + ending;
     return chooseMusicFile(filter, &CommonDialog::ShowSave);
+}
+
+// Lays all further pages under page 1 and puts that on view. After a page without a cell a box
+// tells so, and it is false: page 1 keeps the rows added so far, and the page is on view.
+bool mergePages(SheetGrid& chart) {
+    for (int page = 2; page <= chart.SheetCount(); ++page) {
+        chart.ActiveSheet(1);
+        addRowsOfPage(chart);
+        chart.ActiveSheet(page);
+        CellBlock buffer;
+        if (!chart.SaveBlockToBuffer(1, 1, chart.MaxCols(), chart.MaxRows(), buffer)) {
+            messageBox(QStringLiteral("save to buffer failed"));
+            return false;
+        }
+        chart.ActiveSheet(1);
+        if (!chart.LoadBlockFromBuffer(1, chart.MaxRows() - ChartRows + 1, buffer))
+            messageBox(QStringLiteral("load from buffer failed"));
+    }
+    return true;
 }
 
 // On page 1 all pages for paper and mail; false where that failed.
@@ -59,23 +78,6 @@ void setLyricLetters(QTextDocument& sheet) {
 }
 
 }  // namespace
-
-bool mergePages(SheetGrid& chart) {
-    for (int page = 2; page <= chart.SheetCount(); ++page) {
-        chart.ActiveSheet(1);
-        addRowsOfPage(chart);
-        chart.ActiveSheet(page);
-        CellBlock buffer;
-        if (!chart.SaveBlockToBuffer(1, 1, chart.MaxCols(), chart.MaxRows(), buffer)) {
-            messageBox(QStringLiteral("save to buffer failed"));
-            return false;
-        }
-        chart.ActiveSheet(1);
-        if (!chart.LoadBlockFromBuffer(1, chart.MaxRows() - ChartRows + 1, buffer))
-            messageBox(QStringLiteral("load from buffer failed"));
-    }
-    return true;
-}
 
 void printChart(SheetGrid& chart) {
     if (!gatherPages(chart)) return;

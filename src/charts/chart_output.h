@@ -8,11 +8,8 @@
 class QTextEdit;
 class SheetGrid;
 
-// Lays all further pages under page 1 and puts that on view. After a page without a cell a box
-// tells so, and it is false: page 1 keeps the rows added so far, and the page is on view.
-bool mergePages(SheetGrid& chart);
-
-// Prints all pages, each on a sheet of its own, and puts page 1 on view.
+// Prints all pages, each on a sheet of its own, and puts page 1 on view. Stops at a page without a
+// cell: a box tells so, page 1 keeps the rows added so far, and that page is on view.
 void printChart(SheetGrid& chart);
 
 // Asks for a file and writes the page on view to it as HTML. After a cancel the grid's lines stay
@@ -20,7 +17,7 @@ void printChart(SheetGrid& chart);
 void exportChart(SheetGrid& chart);
 
 // Gives all pages, down to the last row with data, to the mail window as its prepared body. Raises
-// 53 where there is no staging file to read.
+// 53 where there is no staging file to read, 75 where it cannot be read. Stops as printChart does.
 void mailChart(SheetGrid& chart, NoteButton note);
 
 // Asks for a file, erases the chords of the page on view, adds its lyrics to `rtb` and writes all

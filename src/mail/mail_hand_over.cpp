@@ -21,13 +21,17 @@ QStringList linesOf(const QString& path) {
 
 QString joinedLinesOf(const QString& path) { return linesOf(path).join(QString()); }
 
-void handOverMail(const QString& html, NoteButton note) {
+void fillMail(const QString& html, NoteButton note) {
     frmEmail& mail = frmEmail::instance();
     mail.txtMsg->setPlainText(html);
     // A prepared body is no station of the Tab key.
     mail.txtMsg->setFocusPolicy(Qt::ClickFocus);
     if (note == NoteButton::Shown) mail.cmdAddNote->setVisible(true);
-    mail.Show();
+}
+
+void handOverMail(const QString& html, NoteButton note) {
+    fillMail(html, note);
+    frmEmail::instance().Show();
 }
 
 void handOverStagedMail(NoteButton note) { handOverMail(joinedLinesOf(mailStagingFile()), note); }

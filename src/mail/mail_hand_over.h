@@ -14,7 +14,10 @@ QString joinedLinesOf(const QString& path);
 
 enum class NoteButton { Shown, AsItWas };
 
-// Gives the mail window a prepared body and shows it, with its "+ Note" button as told.
+// Gives the mail window a prepared body, with its "+ Note" button as told, and does not show it.
+void fillMail(const QString& html, NoteButton note = NoteButton::Shown);
+
+// The same, and shows it.
 void handOverMail(const QString& html, NoteButton note = NoteButton::Shown);
 
 // The whole way once the staging file is written: reads it back and hands it over.

@@ -102,6 +102,21 @@ void setPrintTarget(const QString& path, QPageSize::PageSizeId paper) {
     g_targetPaper = paper;
 }
 
+void applySetPrintSettings(SheetGrid& grid) {
+    grid.PrintBorder(false);
+    grid.PrintMarginTop(720);
+    grid.PrintMarginBottom(720);
+    grid.PrintOrientation(PrintOrientations::Portrait);
+    grid.PrintSmartPrint(true);
+    grid.PrintColHeaders(false);
+    grid.PrintRowHeaders(false);
+    grid.PrintGrid(false);
+    grid.PrintUseDataMax(true);
+    grid.PrintColor(true);
+    grid.PrintScalingMethod(PrintScaling::AsItIs);
+    grid.PrintType(PrintTypes::All);
+}
+
 void PrintSheet(const SheetGrid& grid, int) {
     if (!g_targetPath.isEmpty()) {
         if (!writePdf(grid, g_targetPath, g_targetPaper))

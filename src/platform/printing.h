@@ -6,6 +6,9 @@
 
 class SheetGrid;
 
+// The print settings of a set, of every report of one list and of a chart.
+void applySetPrintSettings(SheetGrid& grid);
+
 // Prints the sheet on view by the grid's print settings; flags 1 means at once, without a
 // question. The job goes to the desktop's default printer, or to its first where none is the
 // default. A machine without any gets a PDF in the folder "printed" beside the program, named after

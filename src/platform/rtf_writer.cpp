@@ -19,7 +19,6 @@ QByteArray sign(QChar c) {
             return QByteArray("\\") + c.toLatin1();
         case u'\t':
             return "\\tab ";
-        case u'\n':
         case QChar::LineSeparator:
             return "\\line ";
         case QChar::Nbsp:

@@ -6,7 +6,6 @@
 #include "platform/desktop.h"
 #include "platform/message_box.h"
 #include "platform/printing.h"
-#include "sets/set_output.h"
 
 #include <QMdiArea>
 #include <QMdiSubWindow>

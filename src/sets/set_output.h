@@ -1,10 +1,7 @@
-// What the windows that show a set or a report share for paper and mail.
+// What the windows that show a set or a report share for mail.
 #pragma once
 
 class SheetGrid;
-
-// The print settings of a set, used for every report of one list.
-void applySetPrintSettings(SheetGrid& grid);
 
 // Writes the two columns of a set, from row 1 to the last with data, over the mail staging file
 // and gives them to the mail window as its prepared body, with its "+ Note" button. Raises 75

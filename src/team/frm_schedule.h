@@ -148,7 +148,7 @@ private:
     void placeChooseEmail();
     void hideForOutput();
     void restoreAfterOutput();
-    bool findWeeks(int& first, int& last);
+    bool findWeeks(int& first, int& last, bool letsEventsThrough);
     void joinNoteLines();
     static void applyPrintSettings(SheetGrid& grid);
 

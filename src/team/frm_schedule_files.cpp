@@ -2,9 +2,9 @@
 #include "core/database.h"
 #include "core/dates.h"
 #include "core/frm_mdi.h"
-#include "core/paths.h"
 #include "core/run_time_error.h"
 #include "platform/message_box.h"
+#include "platform/program_files.h"
 #include "team/frm_schedule.h"
 #include "team/schedule_rows.h"
 
@@ -42,12 +42,8 @@ void ignoringFailure(Step step) {
 
 bool frmSchedule::chooseFile(void (CommonDialog::*show)(), const QString& proposed,
                              const QString& filter) {
-    CommonDialog& dialog = frmMDI::instance().CommonDlg;
-    dialog.Flags = CommonDialog::OverwritePrompt;
-    dialog.Filter = filter;
-    dialog.InitDir = programFolder() + QStringLiteral("\\schedules\\");
-    dialog.FileName = proposed;
-    return dialog.chosen(show);
+    return chooseFileIn(QStringLiteral("schedules"), frmMDI::instance().CommonDlg, show, proposed,
+                        filter);
 }
 
 // --- Saving ------------------------------------------------------------------------------------
@@ -59,9 +55,7 @@ void frmSchedule::cmdSaveSched_Click() {
             BoxButtons::YesNo) == BoxAnswer::Yes)
         finalise();
     if (!chooseFile(&CommonDialog::ShowSave, proposedName())) return;
-    if (!fpSchedule->SaveToFile(frmMDI::instance().CommonDlg.FileName, false))
-        messageBox(QStringLiteral("File did not save, try again or contact Lorvanite."),
-                   BoxIcon::Information);
+    if (!fpSchedule->SaveToFile(frmMDI::instance().CommonDlg.FileName, false)) tellNotSaved();
 }
 
 void frmSchedule::finalise() {

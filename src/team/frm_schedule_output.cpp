@@ -3,10 +3,12 @@
 #include "core/frm_mdi.h"
 #include "core/paths.h"
 #include "core/run_time_error.h"
+#include "mail/frm_email.h"
 #include "mail/mail_hand_over.h"
 #include "platform/desktop.h"
 #include "platform/message_box.h"
 #include "platform/printing.h"
+#include "platform/program_files.h"
 #include "platform/theme.h"
 #include "team/frm_schedule.h"
 #include "team/schedule_rows.h"
@@ -205,12 +207,12 @@ void frmSchedule::restoreAfterOutput() {
 // The block from the head of the first wanted week to the row before the head behind the last one.
 // No such head gives an end below 1, and dates in the wrong order an end above the start: both go
 // out as they are. This is meant.
-bool frmSchedule::findWeeks(int& first, int& last) {
+bool frmSchedule::findWeeks(int& first, int& last, bool letsEventsThrough) {
     const int from =
         fpSchedule->SearchCol(DateColumn, 1, fpSchedule->DataRowCnt(), txtFrom->text());
-    doEvents();
+    if (letsEventsThrough) doEvents();
     const int to = fpSchedule->SearchCol(DateColumn, 1, fpSchedule->DataRowCnt(), txtto->text());
-    doEvents();
+    if (letsEventsThrough) doEvents();
     if (from <= 0 || to <= 0) {
         tellWrongDate();
         showSchedule(true);
@@ -240,16 +242,17 @@ void frmSchedule::mailSchedule() {
     doEvents();
     int first = 1;
     int last = fpSchedule->DataRowCnt();
-    if (isRangeMode() && !findWeeks(first, last)) return;
+    if (isRangeMode() && !findWeeks(first, last, false)) return;
     // An export that fails is not noticed: what the file held before goes out. This is meant.
     fpSchedule->ExportRangeToHTML(1, first, 4, last, mailStagingFile(), false,
                                   QStringLiteral("lsl"));
-    handOverMail(rewriteStagedTable());
+    fillMail(rewriteStagedTable());
     joinNoteLines();
     showSchedule(true);
     doEvents();
+    frmEmail::instance().Show();
     setMousePointer(MousePointer::Arrow);
-    frmChooseEmail->hide();
+    hideChooseEmail();
     restoreAfterOutput();
 }
 
@@ -276,7 +279,7 @@ void frmSchedule::printSchedule() {
     if (isRangeMode()) {
         int first = 0;
         int last = 0;
-        if (!findWeeks(first, last)) return;
+        if (!findWeeks(first, last, true)) return;
         fpSchedule->Col(1);
         fpSchedule->Col2(4);
         fpSchedule->Row(first);
@@ -291,7 +294,7 @@ void frmSchedule::printSchedule() {
     fpSchedule->PrintMarginTop(InchMargin);
     fpSchedule->PrintMarginBottom(InchMargin);
     PrintSheet(*fpSchedule, 1);
-    frmChooseEmail->hide();
+    hideChooseEmail();
     restoreAfterOutput();
 }
 
@@ -323,7 +326,6 @@ void frmSchedule::cmdExportText_Click() {
     if (!fpSchedule->ExportRangeToHTML(1, 1, fpSchedule->MaxCols(), fpSchedule->DataRowCnt(),
                                        frmMDI::instance().CommonDlg.FileName, false,
                                        QStringLiteral("lsl")))
-        messageBox(QStringLiteral("File did not save, try again or contact Lorvanite."),
-                   BoxIcon::Information);
+        tellNotSaved();
     restoreAfterOutput();
 }

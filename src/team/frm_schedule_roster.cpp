@@ -52,7 +52,6 @@ void frmSchedule::addToRoster(int id) {
     Recordset rs;
     rs.Open(QStringLiteral("SELECT * FROM personell WHERE ID = ") + QString::number(id), dbConn,
             CursorType::Dynamic, LockType::ReadOnly);
-    if (rs.EOF_()) return;
     for (int col = 1; col <= int(Columns.size()); ++col) {
         const char* field = Columns[size_t(col) - 1].field;
         if (!field) continue;

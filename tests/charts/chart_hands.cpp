@@ -1,8 +1,6 @@
 #include "charts/chart_test.h"
 
-#include <QDir>
 #include <QFile>
-#include <QLineEdit>
 #include <QMenuBar>
 
 SheetMusic& ChartTest::open() {
@@ -62,16 +60,6 @@ QString ChartTest::stateOf(const SheetGrid* chart) {
         }
     }
     return state + QString::number(chart->AllowCellOverflow());
-}
-
-void ChartTest::answerGoneFolder(const QString& name) {
-    world->answers.custom("folder that goes away", [this, name](QWidget* dialog) {
-        const QString folder = world->path("sheetmusic/gone");
-        QDir().mkpath(folder);
-        dialog->findChild<QLineEdit*>("fileNameEdit")->setText(folder + '/' + name);
-        QMetaObject::invokeMethod(dialog, "accept");
-        QDir(folder).removeRecursively();
-    });
 }
 
 QString ChartTest::makeFile(const QString& relative, const QByteArray& bytes) {

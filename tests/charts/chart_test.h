@@ -26,9 +26,6 @@ protected:
     // Everything that a chart's file has to keep, as text.
     static QString stateOf(const SheetGrid* chart);
 
-    // Answers the next file dialog by a file whose folder goes away as it is chosen.
-    void answerGoneFolder(const QString& name);
-
     // A file of the program's folder with these bytes; its path.
     QString makeFile(const QString& relative, const QByteArray& bytes);
 

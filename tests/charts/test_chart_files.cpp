@@ -2,6 +2,7 @@
 #include "charts/chart_test.h"
 #include "sets/frm_set_list.h"
 #include "sets/set_grid.h"
+#include "support/files.h"
 
 #include <QFile>
 
@@ -84,7 +85,7 @@ private Q_SLOTS:
         SheetMusic& w = open();
         write(w, 1);
         const QString before = stateOf(w.fpSong);
-        answerGoneFolder("abide.stp");
+        answerWithLostFolder(world->answers, world->path("sheetmusic"), "abide.stp");
         world->answers.box(NotSaved, QMessageBox::Information);
         world->answers.question(Question, QMessageBox::Yes);
         pick(w.mnuFile, w.mnuSave);
@@ -105,9 +106,7 @@ private Q_SLOTS:
         // The file dialog comes back, and is given up.
         world->answers.cancelFile();
         pick(w.mnuFile, w.mnuSave);
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), QByteArray("old"));
+        QCOMPARE(bytesOf(path), QByteArray("old"));
     }
 
     void cancelledDialogsSayNothing() {

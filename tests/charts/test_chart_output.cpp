@@ -1,7 +1,7 @@
 // A chart on paper, as a page of HTML and in a mail, from both chart windows.
 #include "charts/chart_test.h"
 #include "mail/frm_email.h"
-#include "platform/printing.h"
+#include "support/files.h"
 #include "support/printed.h"
 
 #include <QFile>
@@ -11,24 +11,7 @@ namespace {
 const QString NotSaved = QStringLiteral("File did not save, try again or contact Lorvanite.");
 const QString Lyric = QString::fromUtf8("Großer Gott, wir loben dich €");
 
-// Every job goes to this file while the target lives.
-class PrintTarget {
-public:
-    explicit PrintTarget(const QString& path, QPageSize::PageSizeId paper = QPageSize::A4)
-        : pdf(path) {
-        setPrintTarget(path, paper);
-    }
-    ~PrintTarget() { setPrintTarget({}); }
-    PrintTarget(const PrintTarget&) = delete;
-    PrintTarget& operator=(const PrintTarget&) = delete;
-
-    const QString pdf;
-};
-
-QString read(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
+QString read(const QString& path) { return QString::fromUtf8(bytesOf(path)); }
 
 qsizetype rowsIn(const QString& html) { return html.count(QStringLiteral("<TR")); }
 
@@ -84,10 +67,11 @@ private Q_SLOTS:
     void onePagePrintsOnOneSheet() {
         QFETCH(QPageSize::PageSizeId, paper);
         SheetView* chart = openChart(false, 1);
+        chart->SetActiveCell(3, 7);
         const QString before = stateOf(chart);
-        const PrintTarget target(world->path("chart.pdf"), paper);
+        const PrintedFile target(world->path("chart.pdf"), paper);
         print(false);
-        const QStringList pages = printedPages(target.pdf);
+        const QStringList pages = printedPages(target.path);
         QCOMPARE(pages.size(), 1);
         for (const QString& text : {QString("Title 1"), QString("F#m7"), Lyric, QString("foot 1")})
             QVERIFY2(pages[0].contains(text), qPrintable(text + " in\n" + pages[0]));
@@ -95,7 +79,7 @@ private Q_SLOTS:
         QCOMPARE(stateOf(chart), before);
         QCOMPARE(chart->ActiveCol(), 0);
         QCOMPARE(chart->ActiveRow(), 0);
-        const QStringList fonts = printedFonts(target.pdf);
+        const QStringList fonts = printedFonts(target.path);
         QVERIFY(!fonts.isEmpty());
         for (const QString& font : fonts) QVERIFY2(font.endsWith(" yes"), qPrintable(font));
     }
@@ -106,10 +90,10 @@ private Q_SLOTS:
         SheetView* chart = openChart(false, 3);
         chart->ActiveSheet(2);
         const QString before = stateOf(chart);
-        const PrintTarget target(world->path("chart.pdf"), paper);
+        const PrintedFile target(world->path("chart.pdf"), paper);
         for (int time = 0; time < 2; ++time) {
             print(false);
-            const QStringList pages = printedPages(target.pdf);
+            const QStringList pages = printedPages(target.path);
             QCOMPARE(pages.size(), 3);
             for (int page = 1; page <= 3; ++page) {
                 const QString& text = pages[page - 1];
@@ -131,9 +115,9 @@ private Q_SLOTS:
         w.fpSong->SetText(20, 5, "G#m7sus4add9");
         w.fpSong->SetText(37, 5, "D");
         w.fpSong->SetText(1, 6, "Abide with me");
-        const PrintTarget target(world->path("chart.pdf"), QPageSize::Letter);
+        const PrintedFile target(world->path("chart.pdf"), QPageSize::Letter);
         print(false);
-        const QImage page = pagePictures(target.pdf, 144).value(0);
+        const QImage page = pagePictures(target.path, 144).value(0);
         QCOMPARE(page.size(), QSize(1224, 1584));
         // Hundredths of an inch: half an inch of margin, then 37 columns of a fifth.
         const auto inkIn = [&page](int fromInch100, int toInch100) {
@@ -156,9 +140,9 @@ private Q_SLOTS:
         SheetView* copy = openChart(true, 3);
         QTest::keyClick(frmTranspose::instance().Slider1, Qt::Key_Right);
         const QString before = stateOf(copy);
-        const PrintTarget target(world->path("chart.pdf"));
+        const PrintedFile target(world->path("chart.pdf"));
         print(true);
-        const QStringList pages = printedPages(target.pdf);
+        const QStringList pages = printedPages(target.path);
         QCOMPARE(pages.size(), 3);
         for (const QString& page : pages) QVERIFY2(page.contains("Gm7"), qPrintable(page));
         QCOMPARE(copy->ActiveSheet(), 1);
@@ -174,8 +158,18 @@ private Q_SLOTS:
         chart->PrintColor(false);
         chart->PrintType(PrintTypes::Block);
         chart->PrintMarginTop(99);
-        const PrintTarget target(world->path("chart.pdf"));
+        chart->PrintMarginBottom(99);
+        chart->PrintGrid(true);
+        chart->PrintColHeaders(true);
+        chart->PrintRowHeaders(true);
+        chart->PrintSmartPrint(false);
+        chart->PrintOrientation(PrintOrientations::Landscape);
+        chart->PrintScalingMethod(PrintScaling::BestFit);
+        chart->SetActiveCell(3, 7);
+        const PrintedFile target(world->path("chart.pdf"));
         print(fromCopy);
+        QCOMPARE(chart->ActiveCol(), 0);
+        QCOMPARE(chart->ActiveRow(), 0);
         QVERIFY(!chart->PrintBorder() && !chart->PrintGrid());
         QVERIFY(!chart->PrintColHeaders() && !chart->PrintRowHeaders());
         QVERIFY(chart->PrintSmartPrint() && chart->PrintUseDataMax() && chart->PrintColor());
@@ -191,9 +185,9 @@ private Q_SLOTS:
         write(w, 3);
         w.fpSong->ActiveSheet(2);
         pick(w.mnuFile, w.mnuNew);
-        const PrintTarget target(world->path("chart.pdf"));
+        const PrintedFile target(world->path("chart.pdf"));
         print(false);
-        const QStringList pages = printedPages(target.pdf);
+        const QStringList pages = printedPages(target.path);
         QCOMPARE(pages.size(), 3);
         QCOMPARE(pages[1].trimmed(), QString());
         QVERIFY(pages[2].contains("Title 3"));
@@ -201,17 +195,17 @@ private Q_SLOTS:
 
     void emptyChartPrintsAnEmptySheet() {
         open();
-        const PrintTarget target(world->path("chart.pdf"));
+        const PrintedFile target(world->path("chart.pdf"));
         print(false);
-        QCOMPARE(printedPages(target.pdf).size(), 1);
-        QCOMPARE(printedPages(target.pdf)[0].trimmed(), QString());
+        QCOMPARE(printedPages(target.path).size(), 1);
+        QCOMPARE(printedPages(target.path)[0].trimmed(), QString());
     }
 
     void thirtyPagesPrintAsThirty() {
         SheetView* chart = openChart(false, 30);
-        const PrintTarget target(world->path("chart.pdf"));
+        const PrintedFile target(world->path("chart.pdf"));
         print(false);
-        const QStringList pages = printedPages(target.pdf);
+        const QStringList pages = printedPages(target.path);
         QCOMPARE(pages.size(), 30);
         QVERIFY(pages[29].contains("Title 30"));
         QCOMPARE(chart->MaxRows(), 42);
@@ -227,11 +221,11 @@ private Q_SLOTS:
         SheetView* chart = openChart(false, 3);
         chart->ActiveSheet(3);
         chart->MaxRows(0);
-        const PrintTarget target(world->path("chart.pdf"));
+        const PrintedFile target(world->path("chart.pdf"));
         world->answers.box("save to buffer failed");
         SheetMusic& w = SheetMusic::instance();
         pick(w.mnuSend, prints ? w.mnuPrint : w.mnuToEmail);
-        QVERIFY(!QFile::exists(target.pdf));
+        QVERIFY(!QFile::exists(target.path));
         QVERIFY(!frmEmail::isLoaded());
         // Page 1 is left with what was added, and the failing page on view.
         QCOMPARE(chart->rowsOf(1), 126);
@@ -334,7 +328,7 @@ private Q_SLOTS:
     void failingExportIsTold() {
         QFETCH(bool, fromCopy);
         SheetView* chart = openChart(fromCopy, 1);
-        answerGoneFolder("page.htm");
+        answerWithLostFolder(world->answers, world->path("sheetmusic"), "page.htm");
         world->answers.box(NotSaved, QMessageBox::Information);
         exportPage(fromCopy);
         QVERIFY(linesShown(chart));
@@ -344,6 +338,7 @@ private Q_SLOTS:
         SheetView* chart = openChart(false, 1);
         chart->SetText(1, 42, "");
         chart->SetText(5, 17, "G");
+        chart->SetActiveCell(3, 7);
         const QString body = mail(false);
         QCOMPARE(chart->DataRowCnt(), 17);
         QCOMPARE(rowsIn(body), 17);
@@ -352,6 +347,7 @@ private Q_SLOTS:
         QVERIFY(frmEmail::instance().isVisible());
         QVERIFY(frmEmail::instance().cmdAddNote->isVisible());
         QVERIFY(!(frmEmail::instance().txtMsg->focusPolicy() & Qt::TabFocus));
+        QCOMPARE(chart->ActiveCol(), 0);
         QCOMPARE(chart->ActiveRow(), 0);
         const QString path = world->path("sheetmusic/page.htm");
         world->answers.file(path);
@@ -385,8 +381,11 @@ private Q_SLOTS:
     }
 
     void copyNeverShowsTheNoteButton() {
-        openChart(true, 1);
+        SheetView* copy = openChart(true, 1);
+        copy->SetActiveCell(3, 7);
         QVERIFY(mail(true).contains(">Title 1<"));
+        QCOMPARE(copy->ActiveCol(), 0);
+        QCOMPARE(copy->ActiveRow(), 0);
         QVERIFY(frmEmail::instance().isVisible());
         QVERIFY(frmEmail::instance().cmdAddNote->isHidden());
         // And leaves it where the chart window has shown it.

@@ -1,5 +1,6 @@
 // The lyric sheet: the words of a page in large type, as RTF.
 #include "charts/chart_test.h"
+#include "support/files.h"
 #include "support/rtf_reader.h"
 
 #include <QFile>
@@ -13,18 +14,13 @@ const QString Sheet = QStringLiteral("sheetmusic/sheet.rtf");
 class TestLyricSheet : public ChartTest {
     Q_OBJECT
 
-    QByteArray bytesOf(const QString& relative) const {
-        QFile file(world->path(relative));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
     // Makes the sheet and gives the lines that another program reads in it.
     QStringList makeSheet() {
         SheetMusic& w = SheetMusic::instance();
         QFile::remove(world->path(Sheet));
         world->answers.file(world->path(Sheet));
         pick(w.mnuSend, w.mnuLyrics);
-        return rtfLines(bytesOf(Sheet));
+        return rtfLines(bytesOf(world->path(Sheet)));
     }
 
     // The 18 lyric rows and row 42, behind an empty first line.
@@ -54,7 +50,7 @@ private Q_SLOTS:
         SheetMusic& w = open();
         w.fpSong->SetText(1, 6, "Abide with me");
         makeSheet();
-        const auto paragraphs = rtfParagraphs(bytesOf(Sheet));
+        const auto paragraphs = rtfParagraphs(bytesOf(world->path(Sheet)));
         QCOMPARE(paragraphs.size(), size_t(20));
         for (const RtfParagraph& paragraph : paragraphs) {
             QCOMPARE(paragraph.align, QStringLiteral("qc"));
@@ -133,7 +129,7 @@ private Q_SLOTS:
         w.fpSong->SetText(1, 6, "second");
         const QStringList both = makeSheet();
         QCOMPARE(both, first + linesWith({"second"}).mid(1));
-        QCOMPARE(rtfParagraphs(bytesOf(Sheet)).at(20).runs.at(0),
+        QCOMPARE(rtfParagraphs(bytesOf(world->path(Sheet))).at(20).runs.at(0),
                  (RtfRun{"second", "Arial", 24, true, false}));
         // With the window its lines go.
         w.Unload();
@@ -145,7 +141,7 @@ private Q_SLOTS:
     void failingSaveIsNotToldAndTakesTheChords() {
         SheetMusic& w = open();
         write(w, 1);
-        answerGoneFolder("sheet.rtf");
+        answerWithLostFolder(world->answers, world->path("sheetmusic"), "sheet.rtf");
         pick(w.mnuSend, w.mnuLyrics);
         QVERIFY(rowOf(w.fpSong, 1, 5).isEmpty());
         QVERIFY(w.fpSong->GridShowHoriz() && w.fpSong->GridShowVert());

@@ -2,6 +2,7 @@
 #include "core/grid_difference.h"
 #include "core/grid_file.h"
 #include "core/sheet_grid.h"
+#include "support/files.h"
 #include "support/registry.h"
 
 #include <QFile>
@@ -111,11 +112,6 @@ QString shownDifference(const SheetGrid& a, const SheetGrid& b) {
     return {};
 }
 
-QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 }  // namespace
 
 class TestGridFile : public QObject {
@@ -150,14 +146,14 @@ private Q_SLOTS:
         QCOMPARE(loaded.SortKey(1), 4);
         QCOMPARE(loaded.SortKeyOrder(1), SortOrder::Descending);
         QVERIFY(loaded.SaveToFile(path(u"again.stp"_s), false));
-        QCOMPARE(contentOf(path(u"again.stp"_s)), contentOf(path(u"Größer.stp"_s)));
+        QCOMPARE(bytesOf(path(u"again.stp"_s)), bytesOf(path(u"Größer.stp"_s)));
     }
 
     void chartIsASmallFile() {
         SheetGrid chart;
         makeChart(chart);
         QVERIFY(chart.SaveToFile(path(u"small.stp"_s), false));
-        QVERIFY(contentOf(path(u"small.stp"_s)).size() < 16 * 1024);
+        QVERIFY(bytesOf(path(u"small.stp"_s)).size() < 16 * 1024);
     }
 
     void defaultsGoOnWorkingAfterLoading() {
@@ -255,7 +251,7 @@ private Q_SLOTS:
         grid.MaxRows(10'000'000);
         grid.MaxCols(16'384);
         QVERIFY(grid.SaveToFile(path(u"wide.set"_s), false));
-        QVERIFY(contentOf(path(u"wide.set"_s)).size() < 1000);
+        QVERIFY(bytesOf(path(u"wide.set"_s)).size() < 1000);
         SheetGrid loaded;
         QVERIFY(loaded.LoadFromFile(path(u"wide.set"_s)));
         QCOMPARE(loaded.MaxRows(), 10'000'000);
@@ -291,7 +287,7 @@ private Q_SLOTS:
         SheetGrid grid;
         grid.SetText(1, 1, u"old"_s);
         QVERIFY(grid.SaveToFile(file, false));
-        const QByteArray old = contentOf(file);
+        const QByteArray old = bytesOf(file);
         for (int row = 1; row <= 500; ++row) grid.SetText(1, row, QString(1000, QChar(u'x')));
 
         const auto signalBefore = std::signal(SIGXFSZ, SIG_IGN);
@@ -305,10 +301,10 @@ private Q_SLOTS:
         std::signal(SIGXFSZ, signalBefore);
 
         QVERIFY(!saved);
-        QCOMPARE(contentOf(file), old);
+        QCOMPARE(bytesOf(file), old);
         QCOMPARE(QDir(m_folder.path()).entryList({u"full.set*"_s}), QStringList{u"full.set"_s});
         QVERIFY(grid.SaveToFile(file, false));
-        QVERIFY(contentOf(file).size() > 500'000);
+        QVERIFY(bytesOf(file).size() > 500'000);
     }
 
     void gridTooLargeForAFileIsNotSaved() {

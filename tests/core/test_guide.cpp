@@ -1,10 +1,10 @@
 // The guide as it is delivered, in the window in which it is read.
 #include "platform/help_window.h"
+#include "support/files.h"
 #include "support/registry.h"
 #include "trees.h"
 
 #include <QDirIterator>
-#include <QFile>
 #include <QImage>
 #include <QObject>
 #include <QRegularExpression>
@@ -15,10 +15,7 @@
 
 namespace {
 
-QString textOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
+QString textOf(const QString& path) { return QString::fromUtf8(bytesOf(path)); }
 
 // The source up to the sign that ends the call or the statement at `from`, outside of strings and
 // of further parentheses.

@@ -1,8 +1,8 @@
 // A grid as a page of HTML, read back with a parser that knows nothing of it.
 #include "core/sheet_grid.h"
+#include "support/files.h"
 #include "support/registry.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -32,10 +32,7 @@ class TestHtmlExport : public QObject {
 
     QString path() const { return folder->filePath(QStringLiteral("out.html")); }
 
-    QString written() const {
-        QFile file(path());
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-    }
+    QString written() const { return QString::fromUtf8(bytesOf(path())); }
 
     // The table as a reader sees it.
     QTextTable* read() {

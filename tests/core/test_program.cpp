@@ -1,5 +1,6 @@
 // The program itself, as a process of its own.
 #include "core/paths.h"
+#include "support/files.h"
 #include "support/registry.h"
 #include "trees.h"
 
@@ -52,16 +53,11 @@ class TestProgram : public QObject {
         QProcess program;
         setHome(program, home);
         program.start(executable, {});
-        QTRY_VERIFY_WITH_TIMEOUT(content.isEmpty() ? QFile::exists(file) : read(file) == content,
+        QTRY_VERIFY_WITH_TIMEOUT(content.isEmpty() ? QFile::exists(file) : bytesOf(file) == content,
                                  30000);
         QCOMPARE(program.state(), QProcess::Running);
         program.kill();
         program.waitForFinished();
-    }
-
-    static QByteArray read(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
     static void write(const QString& path, const QByteArray& content) {
@@ -116,14 +112,14 @@ private Q_SLOTS:
         // A newer one brings its guide, and leaves the user's files.
         write(data + QStringLiteral("/config/mail.ini"), "mine");
         write(data + QStringLiteral("/saved sets/mine.set"), "mine");
-        const QByteArray before = read(database);
+        const QByteArray before = bytesOf(database);
         write(installed + QStringLiteral("/delivered/config/LORVANITEHELP.hlp"), "newer");
         write(installed + QStringLiteral("/delivered/db1.mdb"), "newer");
         runUntil(installed + QStringLiteral("/lorvanite"), QFileInfo(data).path(),
                  data + QStringLiteral("/config/LORVANITEHELP.hlp"), "newer");
-        QVERIFY(read(database) == before);
-        QCOMPARE(read(data + QStringLiteral("/config/mail.ini")), QByteArray("mine"));
-        QCOMPARE(read(data + QStringLiteral("/saved sets/mine.set")), QByteArray("mine"));
+        QVERIFY(bytesOf(database) == before);
+        QCOMPARE(bytesOf(data + QStringLiteral("/config/mail.ini")), QByteArray("mine"));
+        QCOMPARE(bytesOf(data + QStringLiteral("/saved sets/mine.set")), QByteArray("mine"));
     }
 
     void portableProgramFillsItsOwnFolderFromWhatItDelivers() {

@@ -1,5 +1,6 @@
 #include "mail/mail_hands.h"
 
+#include "support/files.h"
 #include "trees.h"
 
 #include <QElapsedTimer>
@@ -11,11 +12,6 @@
 #include <sys/prctl.h>
 
 namespace {
-
-QByteArray contentOfFile(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 void fail(const QString& why) { QTest::qFail(qPrintable(why), __FILE__, __LINE__); }
 
@@ -45,7 +41,7 @@ QString MailServer::address(const QString& host) const {
 }
 
 QStringList MailServer::said() const {
-    return QString::fromUtf8(contentOfFile(path(QStringLiteral("said.txt"))))
+    return QString::fromUtf8(bytesOf(path(QStringLiteral("said.txt"))))
         .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
@@ -58,12 +54,11 @@ int MailServer::letters() const {
 }
 
 QJsonObject MailServer::letter(int n) const {
-    return QJsonDocument::fromJson(contentOfFile(path(QStringLiteral("letter-%1.json").arg(n))))
-        .object();
+    return QJsonDocument::fromJson(bytesOf(path(QStringLiteral("letter-%1.json").arg(n)))).object();
 }
 
 QByteArray MailServer::raw(int n) const {
-    return contentOfFile(path(QStringLiteral("letter-%1-raw").arg(n)));
+    return bytesOf(path(QStringLiteral("letter-%1-raw").arg(n)));
 }
 
 Certificate::Certificate() {
@@ -105,7 +100,7 @@ QByteArray contentOf(const QJsonObject& letter, const QString& typeOrName) {
     for (const QJsonValue& part : letter[QStringLiteral("parts")].toArray()) {
         const QString name = part[QStringLiteral("name")].toString();
         if ((name.isEmpty() ? part[QStringLiteral("type")].toString() : name) == typeOrName)
-            return contentOfFile(part[QStringLiteral("content")].toString());
+            return bytesOf(part[QStringLiteral("content")].toString());
     }
     fail(QStringLiteral("no part ") + typeOrName);
     return {};

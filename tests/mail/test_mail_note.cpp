@@ -1,5 +1,6 @@
 #include "mail/mail_hand_over.h"
 #include "mail/mail_hands.h"
+#include "support/files.h"
 #include "support/registry.h"
 
 #include <QFile>
@@ -16,10 +17,7 @@ const QByteArray Exported =
 class TestMailNote : public MailTest {
     Q_OBJECT
 
-    QByteArray staged() const {
-        QFile file(world->path(QStringLiteral("config/email.html")));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QByteArray staged() const { return bytesOf(world->path(QStringLiteral("config/email.html"))); }
 
     frmEmail& handOver() {
         if (!world->isRunning()) world->start();

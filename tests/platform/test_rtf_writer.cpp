@@ -6,6 +6,7 @@
 #include <QTest>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextTable>
 
 class TestRtfWriter : public QObject {
     Q_OBJECT
@@ -124,6 +125,21 @@ private Q_SLOTS:
         cursor.insertImage(QImage(2, 2, QImage::Format_RGB32));
         cursor.insertText("behind");
         QCOMPARE(rtfLines(rtfOf(document)), QStringList{"before behind"});
+    }
+
+    void textsOfATableStandAsParagraphs() {
+        QTextDocument document;
+        QTextCursor cursor(&document);
+        cursor.insertText("before");
+        QTextTable* table = cursor.insertTable(2, 2);
+        for (int cell = 0; cell < 4; ++cell)
+            table->cellAt(cell / 2, cell % 2)
+                .firstCursorPosition()
+                .insertText(QString("cell %1").arg(cell + 1));
+        cursor = document.rootFrame()->lastCursorPosition();
+        cursor.insertText("behind");
+        QCOMPARE(rtfLines(rtfOf(document)),
+                 (QStringList{"before", "cell 1", "cell 2", "cell 3", "cell 4", "behind"}));
     }
 
     void manyParagraphsAreWritten() {

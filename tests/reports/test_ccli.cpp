@@ -1,6 +1,5 @@
 // The performances of songs with a CCLI number: shown, printed and mailed.
 #include "mail/frm_email.h"
-#include "platform/printing.h"
 #include "reports/frm_ccli.h"
 #include "reports/report_test.h"
 #include "support/printed.h"
@@ -49,12 +48,10 @@ class TestCCLI : public ReportTest {
 
     // Prints the report and gives the words of each line of the pages that hold any.
     QList<QStringList> print() {
-        const QString pdf = world->path(QStringLiteral("report.pdf"));
-        setPrintTarget(pdf);
+        const PrintedFile file(world->path(QStringLiteral("report.pdf")));
         click(frmCCLI::instance().cmdPrintReport);
-        setPrintTarget({});
         QList<QStringList> pages;
-        for (const QString& page : printedPages(pdf)) {
+        for (const QString& page : printedPages(file.path)) {
             QStringList lines;
             for (const QString& line : page.split(QLatin1Char('\n')))
                 if (!line.trimmed().isEmpty()) lines.append(line.simplified());

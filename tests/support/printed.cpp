@@ -1,5 +1,7 @@
 #include "support/printed.h"
 
+#include "platform/printing.h"
+
 #include <QDir>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -14,6 +16,12 @@ QString output(const QString& program, const QStringList& arguments) {
 }
 
 }  // namespace
+
+PrintedFile::PrintedFile(const QString& pdf, QPageSize::PageSizeId paper) : path(pdf) {
+    setPrintTarget(path, paper);
+}
+
+PrintedFile::~PrintedFile() { setPrintTarget({}); }
 
 QStringList printedPages(const QString& pdf) {
     const QString text =

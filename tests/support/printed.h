@@ -2,8 +2,20 @@
 #pragma once
 
 #include <QImage>
+#include <QPageSize>
 #include <QString>
 #include <QStringList>
+
+// A PDF that all prints go to until this is gone.
+class PrintedFile {
+public:
+    explicit PrintedFile(const QString& path, QPageSize::PageSizeId paper = QPageSize::A4);
+    ~PrintedFile();
+    PrintedFile(const PrintedFile&) = delete;
+    PrintedFile& operator=(const PrintedFile&) = delete;
+
+    const QString path;
+};
 
 // The text of each page, as it lies on the page; empty where there is no such file.
 QStringList printedPages(const QString& pdf);

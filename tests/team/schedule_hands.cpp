@@ -1,8 +1,5 @@
-#include "platform/printing.h"
+#include "support/files.h"
 #include "team/schedule_test.h"
-
-#include <QDir>
-#include <QFileDialog>
 
 namespace {
 
@@ -12,12 +9,6 @@ QString quoted(const QString& text) {
 }
 
 }  // namespace
-
-PrintedFile::PrintedFile(const World& world) : path(world.path(QStringLiteral("printed.pdf"))) {
-    setPrintTarget(path);
-}
-
-PrintedFile::~PrintedFile() { setPrintTarget({}); }
 
 int ScheduleTest::addPerson(const PersonRow& person) {
     QStringList values;
@@ -114,13 +105,8 @@ void ScheduleTest::showAtStart(const QString& path) {
         QStringLiteral("UPDATE prefs SET var_value = '%1' WHERE var_name = 'ScedToUse'").arg(path));
 }
 
-void ScheduleTest::answerWithLostFolder(const QString& name) {
-    QVERIFY(QDir(world->path("schedules")).mkpath("gone"));
-    world->answers.file(world->path("schedules/gone/") + name);
-    // The folder goes while the dialog stands open.
-    world->answers.beforeAnswer([this](QWidget* modal) {
-        if (qobject_cast<QFileDialog*>(modal)) QDir(world->path("schedules")).rmdir("gone");
-    });
+void ScheduleTest::answerNotSaved(const QString& name) {
+    answerWithLostFolder(world->answers, world->path("schedules"), name);
     world->answers.box("File did not save, try again or contact Lorvanite.",
                        QMessageBox::Information);
 }
@@ -143,4 +129,27 @@ void ScheduleTest::fillSchedule(SheetGrid& grid, const QStringList& dates, const
         grid.SetText(TeamColumn, row, head);
         grid.SetText(DateColumn, row + 1, dates[week]);
     }
+}
+
+void ScheduleTest::setWrongPrintSettings(SheetGrid& grid) {
+    grid.PrintJobName(QStringLiteral("Another"));
+    grid.PrintFooter(QStringLiteral("another"));
+    grid.PrintBorder(true);
+    grid.PrintRowHeaders(true);
+    grid.PrintShadows(true);
+    grid.PrintMarginTop(99);
+    grid.PrintMarginBottom(99);
+    grid.PrintMarginLeft(99);
+    grid.PrintMarginRight(99);
+    grid.PrintSmartPrint(false);
+    grid.PrintUseDataMax(false);
+}
+
+void ScheduleTest::compareCommonPrintSettings(const SheetGrid& grid) {
+    QCOMPARE(grid.PrintJobName(), QStringLiteral("Worship Schedule"));
+    QCOMPARE(grid.PrintFooter(), QStringLiteral("/cPage /p Of /pc"));
+    QVERIFY(!grid.PrintBorder() && !grid.PrintRowHeaders() && !grid.PrintShadows());
+    QCOMPARE(grid.PrintMarginLeft(), 720);
+    QCOMPARE(grid.PrintMarginRight(), 720);
+    QVERIFY(grid.PrintSmartPrint() && grid.PrintUseDataMax());
 }

@@ -14,17 +14,6 @@ struct PersonRow {
     QString excluded = QStringLiteral("0");
 };
 
-// A PDF that all prints go to until this is gone.
-class PrintedFile {
-public:
-    explicit PrintedFile(const World& world);
-    ~PrintedFile();
-    PrintedFile(const PrintedFile&) = delete;
-    PrintedFile& operator=(const PrintedFile&) = delete;
-
-    QString path;
-};
-
 class ScheduleTest : public WindowTest {
     Q_OBJECT
 
@@ -68,7 +57,12 @@ protected:
     frmSchedule& showWeeks(const QStringList& dates, const QString& head = "Personell");
 
     // Answers the next file dialog with a file that cannot be written, and the box about it.
-    void answerWithLostFolder(const QString& name);
+    void answerNotSaved(const QString& name);
+
+    // The print settings that the schedule and the roster share, all set as neither prints; and as
+    // both do.
+    static void setWrongPrintSettings(SheetGrid& grid);
+    static void compareCommonPrintSettings(const SheetGrid& grid);
 
     // A schedule as it lies in a file: one date a week, heads named `head`.
     void fillSchedule(SheetGrid& grid, const QStringList& dates, const QString& head);

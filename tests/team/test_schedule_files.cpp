@@ -197,7 +197,7 @@ private Q_SLOTS:
         addTheLeast();
         frmSchedule& w = showWeeks({"11/22/26"});
         world->answers.question(Finalise, QMessageBox::No, Players);
-        answerWithLostFolder("a.scd");
+        answerNotSaved("a.scd");
         click(w.cmdSaveSched);
         QCOMPARE(world->endStatus, -1);
     }
