@@ -4,6 +4,7 @@
 #include "platform/desktop.h"
 #include "platform/message_box.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QMainWindow>
 #include <QMdiArea>
@@ -63,6 +64,12 @@ void FormBase::Show() {
     show();
     if (formArea()) formArea()->setActiveSubWindow(m_frame);
     m_frame->raise();
+    // The keys go into the window: to where they were in it, or to its first control.
+    if (isAncestorOf(QApplication::focusWidget())) return;
+    if (focusWidget())
+        focusWidget()->setFocus();
+    else
+        focusNextChild();
 }
 
 void FormBase::centre() {

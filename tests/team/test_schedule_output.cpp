@@ -120,7 +120,7 @@ private Q_SLOTS:
         QVERIFY(!w.frmChooseEmail->isVisible());
         QCOMPARE(world->main().findChild<QMdiArea*>()->activeSubWindow(),
                  frmEmail::instance().parentWidget());
-        QVERIFY(!w.isAncestorOf(QApplication::focusWidget()));
+        QVERIFY(frmEmail::instance().isAncestorOf(QApplication::focusWidget()));
     }
 
     // --- Compacting ---
