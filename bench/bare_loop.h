@@ -3,8 +3,8 @@
 // itself, and the ratio of the two.
 #pragma once
 
-#include "core/paths.h"
-#include "platform/desktop.h"
+#include "core/data/paths.h"
+#include "platform/desktop/desktop.h"
 
 #include <QFile>
 #include <QTemporaryDir>

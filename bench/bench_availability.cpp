@@ -2,11 +2,11 @@
 // weeks, beside a bare loop that reads the same rows and makes the same comparisons. The pass may
 // take 1.5 times the loop and 100 ms at most; the program fails where it does not hold.
 #include "bare_loop.h"
-#include "core/database.h"
-#include "core/frm_mdi.h"
-#include "core/paths.h"
+#include "core/data/database.h"
+#include "core/data/paths.h"
+#include "core/shell/frm_mdi.h"
 #include "team/frm_schedule.h"
-#include "team/schedule_rows.h"
+#include "team/rules/schedule_rows.h"
 
 #include <QApplication>
 #include <QFile>

@@ -1,8 +1,8 @@
 // How long the CCLI report of a period takes on 10,000 songs with 200,000 played rows, as a ratio
 // to a bare loop that steps the same join with SQLite itself and reads the texts of its rows.
 #include "bare_loop.h"
-#include "core/dates.h"
-#include "core/frm_mdi.h"
+#include "core/data/dates.h"
+#include "core/shell/frm_mdi.h"
 #include "reports/frm_ccli.h"
 
 #include <QApplication>

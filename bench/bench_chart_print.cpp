@@ -3,8 +3,8 @@
 // ours is: at most 3 times. The program fails where that does not hold.
 #include "charts/chart_output.h"
 #include "filled_chart.h"
-#include "platform/printing.h"
-#include "platform/theme.h"
+#include "platform/paper/printing.h"
+#include "platform/theme/theme.h"
 #include "ratios.h"
 
 #include <QApplication>

@@ -1,10 +1,10 @@
 // How long a chart's page takes to paint, and a transposition of a chart of 20 pages, the latter
 // also as a ratio to a bare loop that puts the same strings together.
 #include "charts/chart_view.h"
-#include "charts/transposer.h"
+#include "charts/rules/transposer.h"
 #include "filled_chart.h"
-#include "platform/sheet_view.h"
-#include "platform/theme.h"
+#include "platform/grid_view/sheet_view.h"
+#include "platform/theme/theme.h"
 
 #include <QApplication>
 #include <QImage>

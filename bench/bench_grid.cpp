@@ -2,7 +2,7 @@
 // that must hold: filling takes less than half the time of QStandardItemModel, saving and loading
 // at most 3 times one round trip of the bare texts through QJsonDocument. The program fails where
 // they do not.
-#include "core/sheet_grid.h"
+#include "core/grid/sheet_grid.h"
 #include "ratios.h"
 
 #include <QFile>

@@ -1,8 +1,8 @@
 // How long a year of the song history takes on 10,000 songs with 200,000 played rows, all of them
 // listed, as a ratio to a bare loop that prepares and steps the same statements with SQLite itself.
 #include "bare_loop.h"
-#include "core/dates.h"
-#include "core/frm_mdi.h"
+#include "core/data/dates.h"
+#include "core/shell/frm_mdi.h"
 #include "reports/frm_history.h"
 
 #include <QApplication>

@@ -1,7 +1,7 @@
 // How fast a grid of 10,000 x 4 cells goes out as HTML, against writing the very same bytes with
 // QTextStream into a file that is replaced whole, as the grid's is: at most 2 times. The program
 // fails where that does not hold.
-#include "core/sheet_grid.h"
+#include "core/grid/sheet_grid.h"
 #include "ratios.h"
 
 #include <QFile>

@@ -2,7 +2,7 @@
 // ratios to a bare loop that prepares and steps the same statements with SQLite itself.
 #include "bare_loop.h"
 #include "catalogue/frm_song_admin.h"
-#include "core/frm_mdi.h"
+#include "core/shell/frm_mdi.h"
 #include "sets/frm_set_list.h"
 
 #include <QApplication>

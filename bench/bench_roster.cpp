@@ -2,10 +2,10 @@
 // reads the same rows by the same statements and draws the same texts on as many pages. The roster
 // may take 3 times the loop and 500 ms at most; the program fails where it does not hold.
 #include "bare_loop.h"
-#include "core/database.h"
-#include "core/frm_mdi.h"
-#include "core/paths.h"
-#include "platform/printing.h"
+#include "core/data/database.h"
+#include "core/data/paths.h"
+#include "core/shell/frm_mdi.h"
+#include "platform/paper/printing.h"
 #include "ratios.h"
 #include "team/frm_schedule.h"
 

@@ -1,8 +1,8 @@
 // A full chart for the benchmark programs of the charts.
 #pragma once
 
-#include "charts/chart_page.h"
-#include "core/sheet_grid.h"
+#include "charts/rules/chart_page.h"
+#include "core/grid/sheet_grid.h"
 
 #include <QStringList>
 

@@ -1,7 +1,7 @@
-#include "charts/chart_import.h"
-#include "charts/chart_page.h"
+#include "charts/rules/chart_import.h"
+#include "charts/rules/chart_page.h"
 #include "checks.h"
-#include "core/run_time_error.h"
+#include "core/data/run_time_error.h"
 
 #include <QFile>
 #include <QStringList>

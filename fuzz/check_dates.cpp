@@ -1,8 +1,8 @@
 #include "checks.h"
-#include "core/dates.h"
-#include "core/run_time_error.h"
-#include "core/sheet_grid.h"
-#include "core/sheet_grid_dates.h"
+#include "core/data/dates.h"
+#include "core/data/run_time_error.h"
+#include "core/grid/sheet_grid.h"
+#include "core/grid/sheet_grid_dates.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "checks.h"
-#include "core/grid_difference.h"
-#include "core/grid_file.h"
+#include "core/grid/grid_difference.h"
+#include "core/grid/grid_file.h"
 
 QString checkGridFile(const QByteArray& bytes) {
     const auto read = readGridFile(bytes);

@@ -1,5 +1,5 @@
 #include "checks.h"
-#include "core/sheet_grid.h"
+#include "core/grid/sheet_grid.h"
 
 #include <QFile>
 #include <QGuiApplication>

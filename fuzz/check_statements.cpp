@@ -1,7 +1,7 @@
 #include "checks.h"
-#include "core/collation.h"
-#include "core/database.h"
-#include "core/run_time_error.h"
+#include "core/data/collation.h"
+#include "core/data/database.h"
+#include "core/data/run_time_error.h"
 #include "trees.h"
 
 #include <QFile>

@@ -3,7 +3,7 @@
 // The last service is the Sunday before the given day. The target must not exist, or be empty.
 #include "make_sample.h"
 
-#include "core/paths.h"
+#include "core/data/paths.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -56,7 +56,7 @@ struct Sample {
 // --- make_sample_text.cpp ----------------------------------------------------------------------
 
 // The lines of a text, without the comments (lines that begin with "#") and the blanks around.
-QStringList linesOf(const QString& path);
+QStringList sampleLines(const QString& path);
 
 // The fields, cut at "|", of each line that is not empty. Raises where a line has another number
 // of fields than `least` to `most`.

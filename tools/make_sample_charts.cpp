@@ -1,5 +1,5 @@
 // Writes the charts on their pages.
-#include "core/sheet_grid.h"
+#include "core/grid/sheet_grid.h"
 #include "make_sample.h"
 
 #include <QDir>
@@ -161,6 +161,6 @@ void writeCharts(Sample& sample) {
         const QString text = QStringLiteral("%1/charts/%2.txt").arg(sample.texts, song.title);
         if (!QFile::exists(text)) continue;
         song.chart = QStringLiteral("%1/sheetmusic/%2.stp").arg(sample.target, song.title);
-        writeChart(linesOf(text), song.chart);
+        writeChart(sampleLines(text), song.chart);
     }
 }

@@ -1,5 +1,5 @@
 // Fills the sample's database.
-#include "core/dates.h"
+#include "core/data/dates.h"
 #include "make_sample.h"
 
 #include <sqlite3.h>

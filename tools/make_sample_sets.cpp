@@ -1,8 +1,8 @@
 // Writes the set designs and the saved sets, as the set window writes them.
-#include "core/dates.h"
-#include "core/sheet_grid.h"
+#include "core/data/dates.h"
+#include "core/grid/sheet_grid.h"
 #include "make_sample.h"
-#include "sets/set_grid.h"
+#include "sets/rules/set_grid.h"
 
 #include <QDir>
 

@@ -48,7 +48,7 @@ Design readDesign(const QString& path) {
     Design design;
     design.name = QFileInfo(path).completeBaseName();
     int row = FirstDesignRow;
-    for (QString label : linesOf(path)) {
+    for (QString label : sampleLines(path)) {
         if (label.endsWith(NoSong))
             label = label.chopped(NoSong.size()).trimmed();
         else
@@ -65,7 +65,8 @@ void readDesigns(Sample& sample) {
         const Design design = readDesign(folder.filePath(name));
         sample.designs[design.name] = design;
     }
-    sample.defaultDesign = linesOf(sample.texts + QStringLiteral("/default_design.txt")).value(0);
+    sample.defaultDesign =
+        sampleLines(sample.texts + QStringLiteral("/default_design.txt")).value(0);
     if (!sample.designs.contains(sample.defaultDesign))
         throw SampleError(QStringLiteral("no design \"%1\"").arg(sample.defaultDesign));
 }
@@ -89,7 +90,7 @@ void checkService(const Sample& sample, const Service& service) {
 Seasons readSeasons(const Sample& sample) {
     Seasons seasons;
     Service* service = nullptr;
-    for (const QString& line : linesOf(sample.texts + QStringLiteral("/sets.txt"))) {
+    for (const QString& line : sampleLines(sample.texts + QStringLiteral("/sets.txt"))) {
         if (line.startsWith(QLatin1Char('[')) && line.endsWith(QLatin1Char(']'))) {
             const QStringList head = trimmed(line.mid(1, line.size() - 2).split(QLatin1Char(':')));
             auto& sets = seasons[head.value(0)];
@@ -129,7 +130,7 @@ const Song* Sample::find(const QString& title) const {
     return at == songs.end() ? nullptr : &*at;
 }
 
-QStringList linesOf(const QString& path) {
+QStringList sampleLines(const QString& path) {
     QStringList lines = trimmed(textOf(path).split(QLatin1Char('\n')));
     lines.removeIf([](const QString& line) { return line.startsWith(QLatin1Char('#')); });
     while (!lines.isEmpty() && lines.last().isEmpty()) lines.removeLast();
@@ -138,7 +139,7 @@ QStringList linesOf(const QString& path) {
 
 std::vector<QStringList> tableOf(const QString& path, int least, int most) {
     std::vector<QStringList> table;
-    for (const QString& line : linesOf(path)) {
+    for (const QString& line : sampleLines(path)) {
         if (line.isEmpty()) continue;
         table.push_back(trimmed(line.split(QLatin1Char('|'))));
         if (table.back().size() < least || table.back().size() > most)

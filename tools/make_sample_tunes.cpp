@@ -60,7 +60,7 @@ QByteArray waveFile(const std::vector<qint16>& samples) {
 QByteArray tune(const QString& path) {
     std::vector<qint16> samples;
     double beat = 0;  // seconds
-    for (const QString& line : linesOf(path)) {
+    for (const QString& line : sampleLines(path)) {
         const QString name = line.section(QLatin1Char(' '), 0, 0);
         const double value = line.section(QLatin1Char(' '), 1).toDouble();
         if (value <= 0) throw SampleError(QStringLiteral("%1: \"%2\"").arg(path, line));

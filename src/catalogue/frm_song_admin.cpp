@@ -1,12 +1,12 @@
 #include "catalogue/frm_song_admin.h"
 
-#include "core/dates.h"
-#include "core/frm_mdi.h"
-#include "core/paths.h"
-#include "core/run_time_error.h"
-#include "platform/common_dialog.h"
-#include "platform/desktop.h"
-#include "platform/message_box.h"
+#include "core/data/dates.h"
+#include "core/data/paths.h"
+#include "core/data/run_time_error.h"
+#include "core/data/texts.h"
+#include "platform/desktop/common_dialog.h"
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/message_box.h"
 
 #include <algorithm>
 
@@ -69,10 +69,8 @@ QString withoutApostrophes(QString text) { return text.remove(QLatin1Char('\''))
 
 // The latest of a song's dates as it stands in the table, whose text order is by month first.
 QString lastPlayed(const QString& songID) {
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT played_date FROM played_on WHERE (songID = ") + songID +
-                QLatin1Char(')'),
-            dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT played_date FROM played_on WHERE (songID = ") +
+                          songID + QLatin1Char(')'));
     if (rs.EOF_()) return {};
     QString latest = rs.Fields("played_date");
     rs.MoveNext();
@@ -165,19 +163,12 @@ void frmSongAdmin::wireSongs() {
     onEvent(this, &mnuDeleteDoIt, &QAction::triggered, &frmSongAdmin::mnuDeleteDoIt_Click);
 }
 
-void frmSongAdmin::run(const QString& statement, LockType lock) {
-    Recordset rs;
-    rs.Open(statement, dbConn, CursorType::Dynamic, lock);
-}
-
 void frmSongAdmin::loadSongMgmt() {
     for (SheetView* grid : {fpSongList2, fpSMsong, fpdp}) grid->SetActiveCell(0, 0);
     clear(*fpSMsong);
     txtCats->clear();
     QString list;
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT name FROM categories"), dbConn, CursorType::Dynamic,
-            LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT name FROM categories"));
     for (; !rs.EOF_(); rs.MoveNext()) {
         const QString name = rs.Fields("name");
         list += name + QLatin1Char('\t');
@@ -199,9 +190,7 @@ void frmSongAdmin::loadSongList() {
     setMousePointer(MousePointer::Hourglass);
     clear(*fpSMsong);
     clear(*fpSongList2);
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT * FROM songs ORDER BY title"), dbConn, CursorType::Dynamic,
-            LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT * FROM songs ORDER BY title"));
     fpSongList2->MaxRows(0);
     int count = 0;
     for (; !rs.EOF_(); rs.MoveNext()) ++count;
@@ -217,9 +206,8 @@ void frmSongAdmin::loadSongList() {
         fpSongList2->SetText(ListArtist, row, rs.Fields("artist"));
         fpSongList2->SetText(ListKey, row, rs.Fields("dakey"));
         fpSongList2->SetText(ListLastPlayed, row, played);
-        frmMDI::instance().SB->SimpleText(QStringLiteral("Loading....") +
-                                          QString::number(100LL * row / count) +
-                                          QStringLiteral("% Complete"));
+        setStatusText(QStringLiteral("Loading....") + QString::number(100LL * row / count) +
+                      QStringLiteral("% Complete"));
     }
     rs.Close();
     setKind(*fpSongList2, ListLastPlayed, -1, CellKind::Date);
@@ -244,9 +232,7 @@ void frmSongAdmin::showSong(int col, int row) {
     for (int field = RowID; field <= RowKey; ++field)
         fpSMsong->SetText(1, field, fpSongList2->GetText(field, row));
     const QString songID = fpSMsong->GetText(1, RowID);
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT * FROM songs WHERE ID = ") + songID, dbConn, CursorType::Dynamic,
-            LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT * FROM songs WHERE ID = ") + songID);
     int field = RowCategory1;
     for (const char* name : ShownFields) fpSMsong->SetText(1, field++, rs.Fields(name));
     rs.Close();
@@ -254,9 +240,7 @@ void frmSongAdmin::showSong(int col, int row) {
 }
 
 void frmSongAdmin::showDates(const QString& songID) {
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT * FROM played_on WHERE songID = ") + songID, dbConn,
-            CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT * FROM played_on WHERE songID = ") + songID);
     for (int row = 1; !rs.EOF_(); rs.MoveNext(), ++row) {
         if (row > fpdp->MaxRows()) fpdp->MaxRows(row);
         fpdp->SetText(DateID, row, rs.Fields("ID"));
@@ -281,11 +265,12 @@ void frmSongAdmin::storeDates(const QString& title, const QString& songID) {
         const QString date = fpdp->GetText(DatePlayed, row);
         // A new song has no ID yet: its dates fail here, before a date of another song is gone.
         const int number = date.isEmpty() ? 0 : toLong(songID);
-        if (!dateID.isEmpty()) run(QStringLiteral("DELETE FROM played_on WHERE ID = ") + dateID);
+        if (!dateID.isEmpty())
+            execute(QStringLiteral("DELETE FROM played_on WHERE ID = ") + dateID);
         if (date.isEmpty()) continue;
-        run(QStringLiteral("INSERT INTO played_on (title, played_date, songID) VALUES ('") + title +
-            QStringLiteral("', '") + date + QStringLiteral("', ") + QString::number(number) +
-            QStringLiteral(");"));
+        execute(QStringLiteral("INSERT INTO played_on (title, played_date, songID) VALUES ('") +
+                title + QStringLiteral("', '") + date + QStringLiteral("', ") +
+                QString::number(number) + QStringLiteral(");"));
     }
 }
 
@@ -323,12 +308,12 @@ void frmSongAdmin::cmdAdd_Click() {
                            QLatin1Char('\''));
     }
     if (songID.isEmpty())
-        run(QStringLiteral("INSERT INTO songs (") + columns.join(QStringLiteral(", ")) +
-            QStringLiteral(") VALUES ('") + values.join(QStringLiteral("', '")) +
-            QStringLiteral("');"));
+        execute(QStringLiteral("INSERT INTO songs (") + columns.join(QStringLiteral(", ")) +
+                QStringLiteral(") VALUES ('") + values.join(QStringLiteral("', '")) +
+                QStringLiteral("');"));
     else
-        run(QStringLiteral("UPDATE songs SET ") + assignments.join(QStringLiteral(", ")) +
-            QStringLiteral(" WHERE ID = ") + songID);
+        execute(QStringLiteral("UPDATE songs SET ") + assignments.join(QStringLiteral(", ")) +
+                QStringLiteral(" WHERE ID = ") + songID);
     if (fpdp->MaxRows() > 0) storeDates(fields[0].value, songID);
     // The list keeps its old rows until it is reloaded: this is meant.
     clear(*fpSMsong);
@@ -342,7 +327,7 @@ void frmSongAdmin::cmdDel_Click() {
         return;
     }
     // No question is asked, and the song's dates stay in played_on: this is meant.
-    run(QStringLiteral("DELETE FROM songs WHERE ID = ") + songID);
+    execute(QStringLiteral("DELETE FROM songs WHERE ID = ") + songID);
     loadSongList();
     hideColumn(*fpSongList2, ListID);
 }
@@ -372,12 +357,12 @@ void frmSongAdmin::mnuDeleteDoIt_Click() {
 
 void frmSongAdmin::fpSMsong_ButtonClicked(int, int row, bool) {
     if (row == RowSheetMusic)
-        frmMDI::instance().CommonDlg.InitDir = programFolder() + QStringLiteral("\\sheetmusic\\");
+        commonDlg().InitDir = programFolder() + QStringLiteral("\\sheetmusic\\");
     if (row == RowSheetMusic || row == RowSoundFile) chooseFile(row);
 }
 
 void frmSongAdmin::chooseFile(int row) {
-    CommonDialog& dialog = frmMDI::instance().CommonDlg;
+    CommonDialog& dialog = commonDlg();
     dialog.FileName.clear();
     // Any file: what another window has asked for last does not count here.
     dialog.Filter.clear();

@@ -1,8 +1,8 @@
 // The song catalogue: songs, their categories, the dates on which they were played.
 #pragma once
 
-#include "core/database.h"
-#include "core/form.h"
+#include "core/data/database.h"
+#include "platform/desktop/form.h"
 #include "ui_frm_song_admin.h"
 
 #include <QMenu>
@@ -39,7 +39,6 @@ private:
     void showPanel(bool on);
 
     // A statement that changes the database.
-    static void run(const QString& statement, LockType lock = LockType::Optimistic);
 
     void fpSongList2_Click(int col, int row);
     void fpSongList2_RightClick(int clickType, int col, int row, int x, int y);

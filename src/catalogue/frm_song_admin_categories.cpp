@@ -1,6 +1,6 @@
 // The panel in which categories are defined, and the list that gives one to a song.
 #include "catalogue/frm_song_admin.h"
-#include "platform/message_box.h"
+#include "platform/desktop/message_box.h"
 
 namespace {
 
@@ -33,9 +33,7 @@ void frmSongAdmin::showPanel(bool on) {
 }
 
 void frmSongAdmin::loadCategories() {
-    Recordset rs;
-    rs.Open(QStringLiteral("Select * from categories"), dbConn, CursorType::Dynamic,
-            LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("Select * from categories"));
     for (int row = 1; !rs.EOF_(); rs.MoveNext(), ++row) {
         if (row > fpCat->MaxRows()) fpCat->MaxRows(row);
         fpCat->SetText(CategoryID, row, rs.Fields("ID"));
@@ -77,18 +75,18 @@ void frmSongAdmin::cmdAddCat_Click() {
     const QString name = txtName->text();
     const QString description = txtDesc->text();
     if (lblID->text().isEmpty()) {
-        run(QStringLiteral("INSERT INTO categories (name, description) VALUES ('") + name +
-            QStringLiteral("', '") + description + QStringLiteral("');"));
+        execute(QStringLiteral("INSERT INTO categories (name, description) VALUES ('") + name +
+                QStringLiteral("', '") + description + QStringLiteral("');"));
     } else {
-        run(QStringLiteral("UPDATE categories SET name = '") + name +
-            QStringLiteral("', description = '") + description + QStringLiteral("' WHERE ID = ") +
-            lblID->text());
+        execute(QStringLiteral("UPDATE categories SET name = '") + name +
+                QStringLiteral("', description = '") + description +
+                QStringLiteral("' WHERE ID = ") + lblID->text());
         for (const char* slot : {"cat1", "cat2", "cat3", "cat4", "cat5"}) {
             const QLatin1String column(slot);
-            run(QStringLiteral("UPDATE songs SET ") + column + QStringLiteral(" = '") + name +
-                    QStringLiteral("' WHERE ") + column + QStringLiteral(" = '") +
-                    lblOldName->text() + QLatin1Char('\''),
-                LockType::BatchOptimistic);
+            execute(QStringLiteral("UPDATE songs SET ") + column + QStringLiteral(" = '") + name +
+                        QStringLiteral("' WHERE ") + column + QStringLiteral(" = '") +
+                        lblOldName->text() + QLatin1Char('\''),
+                    LockType::BatchOptimistic);
         }
     }
     txtName->clear();
@@ -111,7 +109,7 @@ void frmSongAdmin::cmdDelCat_Click() {
         return;
     }
     // Songs keep the name of a category that is gone: this is meant.
-    run(QStringLiteral("DELETE FROM categories WHERE ID = ") + lblID->text());
+    execute(QStringLiteral("DELETE FROM categories WHERE ID = ") + lblID->text());
     clearCategory();
     fpCat->ClearRange(1, 1, fpCat->MaxCols(), fpCat->MaxRows(), true);
     loadCategories();
@@ -148,15 +146,13 @@ void frmSongAdmin::txtCats_Click() {
     // The fifth look is at cat4 again, so that this list fills four at most: this is meant.
     constexpr const char* slots_[] = {"cat1", "cat2", "cat3", "cat4", "cat4"};
     const char* free = nullptr;
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT * FROM songs WHERE ID = ") + songID, dbConn, CursorType::Dynamic,
-            LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT * FROM songs WHERE ID = ") + songID);
     for (const char* slot : slots_)
         if (!free && rs.Fields(slot).isEmpty()) free = slot;
     rs.Close();
     if (free)
-        run(QStringLiteral("UPDATE songs SET ") + QLatin1String(free) + QStringLiteral(" = '") +
-            category + QStringLiteral("' WHERE ID = ") + songID);
+        execute(QStringLiteral("UPDATE songs SET ") + QLatin1String(free) + QStringLiteral(" = '") +
+                category + QStringLiteral("' WHERE ID = ") + songID);
     else
         messageBox(QStringLiteral("Selected song has 5 categories assigned.  Edit on the left to "
                                   "change."),

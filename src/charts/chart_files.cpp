@@ -1,21 +1,20 @@
 #include "charts/chart_files.h"
 
-#include "core/database.h"
-#include "core/frm_mdi.h"
-#include "core/run_time_error.h"
-#include "platform/message_box.h"
-#include "platform/program_files.h"
-#include "platform/sheet_view.h"
-#include "platform/theme.h"
+#include "core/data/database.h"
+#include "core/data/run_time_error.h"
+#include "platform/desktop/common_dialog.h"
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/message_box.h"
+#include "platform/desktop/program_files.h"
+#include "platform/grid_view/sheet_view.h"
+#include "platform/theme/theme.h"
 
 namespace {
 
 const QString SongLocation = QStringLiteral("Song Location: ");
 
 void listSongs(SheetGrid& fpAttach) {
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT ID, title FROM songs ORDER BY title"), dbConn,
-            CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT ID, title FROM songs ORDER BY title"));
     // Rows of an earlier use stay, so each use lists all songs once more: this is meant.
     for (; !rs.EOF_(); rs.MoveNext()) {
         const int row = fpAttach.MaxRows() + 1;
@@ -37,7 +36,7 @@ void raiseFor(const QString& file, QFrame* frmAssign, Ui::AssignPanel& panel) {
 }  // namespace
 
 bool chooseMusicFile(const QString& filter, void (CommonDialog::*show)()) {
-    CommonDialog& dialog = frmMDI::instance().CommonDlg;
+    CommonDialog& dialog = commonDlg();
     return chooseFileIn(QStringLiteral("sheetmusic"), dialog, show, dialog.FileName, filter);
 }
 
@@ -74,7 +73,7 @@ void setUpAssignPanel(QFrame* frmAssign, Ui::AssignPanel& panel) {
 
 void saveChart(const SheetGrid& chart, QFrame* frmAssign, Ui::AssignPanel& panel) {
     if (!chooseChart(&CommonDialog::ShowSave)) return;
-    const QString file = frmMDI::instance().CommonDlg.FileName;
+    const QString file = commonDlg().FileName;
     // A save that failed does not end the command: this is meant.
     if (!chart.SaveToFile(file, false)) tellNotSaved();
     if (messageBox(
@@ -91,7 +90,7 @@ void saveChart(const SheetGrid& chart, QFrame* frmAssign, Ui::AssignPanel& panel
 
 void showAssignPanel(QFrame* frmAssign, Ui::AssignPanel& panel) {
     listSongs(*panel.fpAttach);
-    raiseFor(frmMDI::instance().CommonDlg.FileName, frmAssign, panel);
+    raiseFor(commonDlg().FileName, frmAssign, panel);
 }
 
 void saveAssigned(const Ui::AssignPanel& panel) {
@@ -102,9 +101,7 @@ void saveAssigned(const Ui::AssignPanel& panel) {
                    BoxIcon::Information);
         return;
     }
-    Recordset rs;
-    rs.Open(QStringLiteral("UPDATE songs SET fileLoco = '") + location +
-                QStringLiteral("' WHERE ID = ") + id,
-            dbConn, CursorType::Dynamic, LockType::Optimistic);
+    execute(QStringLiteral("UPDATE songs SET fileLoco = '") + location +
+            QStringLiteral("' WHERE ID = ") + id);
     messageBox(QStringLiteral("Done!"), BoxIcon::Information);
 }

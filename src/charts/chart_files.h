@@ -1,7 +1,7 @@
 // Charts on the disk, and their tie to a song: what both chart windows share.
 #pragma once
 
-#include "platform/common_dialog.h"
+#include "platform/desktop/common_dialog.h"
 #include "ui_assign_panel.h"
 
 class QFrame;

@@ -1,14 +1,15 @@
 #include "charts/chart_output.h"
 
 #include "charts/chart_files.h"
-#include "charts/chart_page.h"
-#include "core/frm_mdi.h"
-#include "core/paths.h"
-#include "core/sheet_grid.h"
-#include "platform/message_box.h"
-#include "platform/printing.h"
-#include "platform/program_files.h"
-#include "platform/rtf_writer.h"
+#include "charts/rules/chart_page.h"
+#include "core/data/paths.h"
+#include "core/grid/sheet_grid.h"
+#include "platform/desktop/common_dialog.h"
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/message_box.h"
+#include "platform/desktop/program_files.h"
+#include "platform/paper/printing.h"
+#include "platform/paper/rtf_writer.h"
 
 #include <QTextCursor>
 #include <QTextEdit>
@@ -28,7 +29,7 @@ bool chooseExport(SheetGrid& chart, const QString& ending, const QString& untitl
     // A cancel leaves the lines hidden: this is meant.
     showGridLines(chart, false);
     const QString title = chart.GetText(1, 1);
-    frmMDI::instance().CommonDlg.FileName = title.isEmpty() ? untitled : title + ending;
+    commonDlg().FileName = title.isEmpty() ? untitled : title + ending;
     return chooseMusicFile(filter, &CommonDialog::ShowSave);
 }
 
@@ -90,9 +91,8 @@ void exportChart(SheetGrid& chart) {
     if (!chooseExport(chart, QStringLiteral(".htm"), QStringLiteral("Song.htm"),
                       QStringLiteral("HTML Files|*.htm")))
         return;
-    const bool written = chart.ExportRangeToHTML(1, 1, chart.MaxCols(), chart.MaxRows(),
-                                                 frmMDI::instance().CommonDlg.FileName, false,
-                                                 QStringLiteral("lsl"));
+    const bool written = chart.ExportRangeToHTML(
+        1, 1, chart.MaxCols(), chart.MaxRows(), commonDlg().FileName, false, QStringLiteral("lsl"));
     if (!written) tellNotSaved();
     showGridLines(chart, true);
 }
@@ -122,6 +122,6 @@ void saveLyricSheet(SheetGrid& chart, QTextEdit& rtb) {
     }
     setLyricLetters(*rtb.document());
     // From the dialog on errors do not stop the command, and none is told.
-    replaceFile(frmMDI::instance().CommonDlg.FileName, rtfOf(*rtb.document()));
+    replaceFile(commonDlg().FileName, rtfOf(*rtb.document()));
     showGridLines(chart, true);
 }

@@ -1,8 +1,8 @@
 #include "charts/chart_view.h"
 
-#include "charts/chart_page.h"
-#include "platform/sheet_view.h"
-#include "platform/theme.h"
+#include "charts/rules/chart_page.h"
+#include "platform/grid_view/sheet_view.h"
+#include "platform/theme/theme.h"
 
 #include <QHeaderView>
 #include <QScrollBar>

@@ -4,8 +4,8 @@
 #include "charts/chart_output.h"
 #include "charts/chart_view.h"
 #include "charts/sheet_music.h"
-#include "core/database.h"
-#include "platform/theme.h"
+#include "core/data/database.h"
+#include "platform/theme/theme.h"
 
 namespace {
 
@@ -13,10 +13,8 @@ constexpr int PanelMargin = 24;  // pixels
 
 // The value of a row of the table of keys; raises 3021 where there is none.
 QString noteValueOf(const QString& colName) {
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT noteValue FROM transpose WHERE colName = '") + colName +
-                QStringLiteral("'"),
-            dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT noteValue FROM transpose WHERE colName = '") +
+                          colName + QStringLiteral("'"));
     const QString value = rs.Fields("noteValue");
     rs.Close();
     return value;

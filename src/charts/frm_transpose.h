@@ -1,9 +1,9 @@
 // Transpose SheetMusic: a copy of the chart, moved by semi-tones.
 #pragma once
 
-#include "charts/transposer.h"
-#include "core/form.h"
-#include "platform/sheet_view.h"
+#include "charts/rules/transposer.h"
+#include "platform/desktop/form.h"
+#include "platform/grid_view/sheet_view.h"
 #include "ui_assign_panel.h"
 #include "ui_frm_transpose.h"
 

@@ -2,13 +2,13 @@
 
 #include "charts/chart_files.h"
 #include "charts/chart_output.h"
-#include "charts/chart_page.h"
 #include "charts/chart_view.h"
 #include "charts/frm_transpose.h"
-#include "core/frm_mdi.h"
-#include "platform/desktop.h"
-#include "platform/message_box.h"
-#include "platform/theme.h"
+#include "charts/rules/chart_page.h"
+#include "platform/desktop/common_dialog.h"
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/message_box.h"
+#include "platform/theme/theme.h"
 
 #include <algorithm>
 
@@ -102,9 +102,9 @@ void SheetMusic::Form_Resize() {
 
 void SheetMusic::addPage() {
     setMousePointer(MousePointer::Hourglass);
-    addChartPage(*fpSong, [](const QString& text) { frmMDI::instance().SB->SimpleText(text); });
+    addChartPage(*fpSong, [](const QString& text) { setStatusText(text); });
     setMousePointer(MousePointer::Arrow);
-    frmMDI::instance().SB->SimpleText(QString());
+    setStatusText(QString());
 }
 
 void SheetMusic::mnuNew_Click() { clearChartPage(*fpSong); }
@@ -147,7 +147,7 @@ void SheetMusic::fpSong_DragDrop(QWidget* source, int x, int y) {
 
 void SheetMusic::mnuOpen_Click() {
     if (!chooseChart(&CommonDialog::ShowOpen)) return;
-    fpSong->LoadFromFile(frmMDI::instance().CommonDlg.FileName);
+    fpSong->LoadFromFile(commonDlg().FileName);
 }
 
 void SheetMusic::mnuSave_Click() { saveChart(*fpSong, frmAssign, *this); }

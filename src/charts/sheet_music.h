@@ -1,8 +1,8 @@
 // SheetMusic: a chord chart is written, imported, saved, and tied to a song.
 #pragma once
 
-#include "core/form.h"
-#include "platform/sheet_view.h"
+#include "platform/desktop/form.h"
+#include "platform/grid_view/sheet_view.h"
 #include "ui_assign_panel.h"
 #include "ui_sheet_music.h"
 

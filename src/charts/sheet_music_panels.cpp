@@ -1,10 +1,11 @@
 // The panels of the chart window: the import and the note maker.
 #include "charts/chart_files.h"
-#include "charts/chart_import.h"
-#include "charts/chord_palette.h"
+#include "charts/rules/chart_import.h"
+#include "charts/rules/chord_palette.h"
 #include "charts/sheet_music.h"
-#include "core/frm_mdi.h"
-#include "platform/message_box.h"
+#include "platform/desktop/common_dialog.h"
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/message_box.h"
 
 namespace {
 
@@ -45,7 +46,7 @@ void SheetMusic::mnuImport_Click() {
     if (!chooseMusicFile(QStringLiteral("Text Files(*.txt, *.rtf)|*.txt;*.rtf"),
                          &CommonDialog::ShowOpen))
         return;
-    listLines(*fpLoad, frmMDI::instance().CommonDlg.FileName);
+    listLines(*fpLoad, commonDlg().FileName);
     raisePanel(frmImport);
 }
 

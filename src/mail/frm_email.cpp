@@ -1,8 +1,9 @@
 #include "mail/frm_email.h"
 
-#include "core/database.h"
-#include "core/frm_mdi.h"
-#include "platform/theme.h"
+#include "core/data/database.h"
+#include "platform/desktop/common_dialog.h"
+#include "platform/desktop/desktop.h"
+#include "platform/theme/theme.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -94,9 +95,7 @@ void frmEmail::load() {
 }
 
 void frmEmail::loadPeople() {
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT fName, lName, email FROM personell"), dbConn,
-            CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT fName, lName, email FROM personell"));
     for (; !rs.EOF_(); rs.MoveNext())
         if (!rs.Fields("email").isEmpty())
             addRow(*fpEmail, rs.Fields("fName") + QLatin1Char(' ') + rs.Fields("lName"));
@@ -135,7 +134,7 @@ void frmEmail::Label5_Click() {
 }
 
 void frmEmail::cmdBrowse_Click() {
-    CommonDialog& dialog = frmMDI::instance().CommonDlg;
+    CommonDialog& dialog = commonDlg();
     dialog.FileName.clear();
     dialog.InitDir.clear();
     dialog.Filter = QStringLiteral(

@@ -2,9 +2,9 @@
 // mail is sent.
 #pragma once
 
-#include "core/form.h"
 #include "mail/po_send_mail.h"
-#include "platform/sheet_view.h"
+#include "platform/desktop/form.h"
+#include "platform/grid_view/sheet_view.h"
 #include "ui_frm_email.h"
 
 class frmEmail : public Form<frmEmail>, public Ui::frmEmail {
@@ -39,7 +39,6 @@ private:
     void load();
     void placePanels();
     void tellAuthentication();
-    void storeFlag(const QString& statement);
     void rewriteStagingFile(const QStringList& lines);
     void setLetter(const QString& addresses, const QString& names);
 

@@ -1,6 +1,7 @@
 // The note panel.
-#include "core/paths.h"
-#include "core/run_time_error.h"
+#include "core/data/paths.h"
+#include "core/data/run_time_error.h"
+#include "core/data/texts.h"
 #include "mail/frm_email.h"
 #include "mail/mail_hand_over.h"
 
@@ -17,9 +18,7 @@ bool holds(const QString& line, const QString& text) {
 }
 
 QString withBreaks(QString note) {
-    note.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    note.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    return note.replace(QLatin1Char('\n'), QLatin1String("<BR>"));
+    return withUnixLineEnds(note).replace(QLatin1Char('\n'), QLatin1String("<BR>"));
 }
 
 }  // namespace

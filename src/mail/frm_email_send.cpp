@@ -1,8 +1,8 @@
 // The settings panel and the send.
-#include "core/database.h"
+#include "core/data/database.h"
 #include "mail/frm_email.h"
-#include "platform/desktop.h"
-#include "platform/message_box.h"
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/message_box.h"
 
 #include <QMainWindow>
 #include <QScrollBar>
@@ -32,8 +32,7 @@ void frmEmail::loadSettings() {
     txtFrom->setText(poSendMail.From);
     txtFromName->setText(poSendMail.FromDisplayName);
     txtUserName->setText(poSendMail.Username);
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT * FROM prefs"), dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT * FROM prefs"));
     for (; !rs.EOF_(); rs.MoveNext()) {
         const QString name = rs.Fields("var_name");
         const QString value = rs.Fields("var_value");
@@ -66,34 +65,23 @@ void frmEmail::cmdCloseConfig_Click() {
     frmConfig->hide();
 }
 
-void frmEmail::storeFlag(const QString& statement) {
-    Recordset rs;
-    rs.Open(statement, dbConn, CursorType::Dynamic, LockType::Optimistic);
-}
-
 void frmEmail::optAuthentication_MouseDown() {
-    storeFlag(QStringLiteral("UPDATE prefs SET var_value = '") + coming(*optAuthentication) +
-              QStringLiteral("' WHERE var_name = 'SMTPauthentication'"));
+    storePreference(QStringLiteral("SMTPauthentication"), coming(*optAuthentication));
 }
 
 void frmEmail::optPOPauthentication_MouseDown() {
     // The two blanks before the "=" are meant.
-    storeFlag(QStringLiteral("UPDATE prefs SET var_value  = '") + coming(*optPOPauthentication) +
-              QStringLiteral("' WHERE var_name = 'POPauthentication'"));
+    execute(QStringLiteral("UPDATE prefs SET var_value  = '") + coming(*optPOPauthentication) +
+            QStringLiteral("' WHERE var_name = 'POPauthentication'"));
 }
 
 void frmEmail::chkPassword_MouseDown() {
     if (chkPassword->isChecked()) {
         // The stored password stays in its row: this is meant.
-        storeFlag(
-            QStringLiteral("UPDATE prefs SET var_value = 'false' WHERE var_name = "
-                           "'EmailPassRemember'"));
+        storePreference(QStringLiteral("EmailPassRemember"), QStringLiteral("false"));
     } else if (!txtPassword->text().isEmpty()) {
-        storeFlag(
-            QStringLiteral("UPDATE prefs SET var_value = 'true' WHERE var_name = "
-                           "'EmailPassRemember'"));
-        storeFlag(QStringLiteral("UPDATE prefs SET var_value = '") + txtPassword->text() +
-                  QStringLiteral("' WHERE var_name = 'EmailPassword'"));
+        storePreference(QStringLiteral("EmailPassRemember"), QStringLiteral("true"));
+        storePreference(QStringLiteral("EmailPassword"), txtPassword->text());
     } else {
         messageBox(QStringLiteral("Please provide the password to remember."), BoxIcon::Critical);
         // The box ticks all the same; the release of the click may have gone to the message.
@@ -121,9 +109,7 @@ void frmEmail::sendMail() {
         QString broken = message;
         txtMsg->setPlainText(broken.replace(QLatin1Char('\n'), QLatin1String("<BR>\n")));
     }
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT fName, lName, email FROM personell"), dbConn,
-            CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT fName, lName, email FROM personell"));
     QString addresses;
     QString names;
     const bool isAnyone = !rs.EOF_();

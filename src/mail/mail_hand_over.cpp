@@ -1,25 +1,12 @@
 #include "mail/mail_hand_over.h"
 
-#include "core/paths.h"
-#include "core/run_time_error.h"
+#include "core/data/paths.h"
+#include "core/data/run_time_error.h"
+#include "core/data/texts.h"
+#include "core/grid/sheet_grid.h"
 #include "mail/frm_email.h"
 
-#include <QFile>
-
 QString mailStagingFile() { return programFolder() + QStringLiteral("\\config\\email.html"); }
-
-QStringList linesOf(const QString& path) {
-    QFile file(resolvedPath(path));
-    if (!file.exists()) throw RunTimeError(RunTimeError::FileNotFound);
-    if (!file.open(QIODevice::ReadOnly)) throw RunTimeError(RunTimeError::PathAccess);
-    QString text = QString::fromUtf8(file.readAll());
-    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    if (text.endsWith(QLatin1Char('\n'))) text.chop(1);
-    return text.isEmpty() ? QStringList() : text.split(QLatin1Char('\n'));
-}
-
-QString joinedLinesOf(const QString& path) { return linesOf(path).join(QString()); }
 
 void fillMail(const QString& html, NoteButton note) {
     frmEmail& mail = frmEmail::instance();
@@ -35,3 +22,10 @@ void handOverMail(const QString& html, NoteButton note) {
 }
 
 void handOverStagedMail(NoteButton note) { handOverMail(joinedLinesOf(mailStagingFile()), note); }
+
+void mailSetBlock(const SheetGrid& grid) {
+    const bool written = grid.ExportRangeToHTML(1, 1, 2, grid.DataRowCnt(), mailStagingFile(),
+                                                false, QStringLiteral("lsl"));
+    if (!written) throw RunTimeError(RunTimeError::PathAccess);
+    handOverStagedMail();
+}

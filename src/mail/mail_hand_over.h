@@ -3,14 +3,10 @@
 
 #include <QString>
 
+class SheetGrid;
+
 // The file over which the window exports its grid: "\config\email.html" in the program's folder.
 QString mailStagingFile();
-
-// The lines of a text file. Raises 53 where the file is missing, 75 where it cannot be read.
-QStringList linesOf(const QString& path);
-
-// The lines of a text file joined with nothing between them. Errors as of linesOf.
-QString joinedLinesOf(const QString& path);
 
 enum class NoteButton { Shown, AsItWas };
 
@@ -22,3 +18,8 @@ void handOverMail(const QString& html, NoteButton note = NoteButton::Shown);
 
 // The whole way once the staging file is written: reads it back and hands it over.
 void handOverStagedMail(NoteButton note = NoteButton::Shown);
+
+// Exports columns 1 and 2 of a set or a report, down to the last row with data, to the staging
+// file and hands it over with the "+ Note" button. Raises RunTimeError::PathAccess if the file
+// cannot be written, and what linesOf raises if it cannot be read back.
+void mailSetBlock(const SheetGrid& grid);

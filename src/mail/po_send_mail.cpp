@@ -1,6 +1,6 @@
 #include "mail/po_send_mail.h"
 
-#include "core/paths.h"
+#include "core/data/paths.h"
 #include "mail/po_send_mail_talk.h"
 
 #include <QDir>

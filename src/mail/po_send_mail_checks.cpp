@@ -1,6 +1,6 @@
 #include "mail/po_send_mail_checks.h"
 
-#include "core/paths.h"
+#include "core/data/paths.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>

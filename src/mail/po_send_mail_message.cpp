@@ -1,6 +1,7 @@
 #include "mail/po_send_mail_message.h"
 
-#include "core/paths.h"
+#include "core/data/paths.h"
+#include "core/data/texts.h"
 #include "mail/po_send_mail_checks.h"
 
 #include <QDateTime>
@@ -61,8 +62,7 @@ QByteArray encodedWords(const QString& text) {
 
 // Line ends as mail has them.
 QByteArray mailText(QString text) {
-    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    text = withUnixLineEnds(text);
     text.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
     return text.toUtf8();
 }

@@ -1,12 +1,13 @@
 #include "maintenance/frm_backup.h"
 
-#include "core/database.h"
-#include "core/database_backup.h"
-#include "core/frm_mdi.h"
-#include "core/paths.h"
-#include "core/run_time_error.h"
-#include "platform/file_copy.h"
-#include "platform/message_box.h"
+#include "core/data/database.h"
+#include "core/data/database_backup.h"
+#include "core/data/file_copy.h"
+#include "core/data/paths.h"
+#include "core/data/run_time_error.h"
+#include "platform/desktop/common_dialog.h"
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/message_box.h"
 
 namespace {
 
@@ -44,7 +45,7 @@ QString databaseIn(const QString& folder) { return folder + QStringLiteral("/db1
 // Asks for a folder by the save dialog: the proposed name tells what to do and is thrown away.
 // False after a cancel.
 bool chooseFolder(const QString& proposal, QString& folder) {
-    CommonDialog& dialog = frmMDI::instance().CommonDlg;
+    CommonDialog& dialog = commonDlg();
     dialog.Filter.clear();
     dialog.FileName = proposal;
     if (!dialog.chosen(&CommonDialog::ShowSave)) return false;
@@ -130,8 +131,7 @@ void frmBackup::reformatDatabase() {
     for (const char* statement :
          {"DELETE * FROM songs", "DELETE * FROM categories", "DELETE * FROM played_on",
           "DELETE * FROM schedule", "DELETE * FROM personell", "DELETE * FROM vacation"}) {
-        Recordset rs;
-        rs.Open(QLatin1String(statement), dbConn, CursorType::Dynamic, LockType::BatchOptimistic);
+        execute(QLatin1String(statement), LockType::BatchOptimistic);
     }
     messageBox(QStringLiteral("Your database is empty."), BoxIcon::Information);
 }

@@ -2,7 +2,7 @@
 // choice and back; the database can be emptied.
 #pragma once
 
-#include "core/form.h"
+#include "platform/desktop/form.h"
 #include "ui_frm_backup.h"
 
 #include <array>

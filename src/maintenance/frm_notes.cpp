@@ -1,9 +1,9 @@
 #include "maintenance/frm_notes.h"
 
-#include "core/database.h"
-#include "core/dates.h"
-#include "core/sheet_grid_dates.h"
-#include "platform/message_box.h"
+#include "core/data/database.h"
+#include "core/data/dates.h"
+#include "core/grid/sheet_grid_dates.h"
+#include "platform/desktop/message_box.h"
 
 namespace {
 
@@ -51,17 +51,12 @@ void frmNotes::load() {
     fpNotes->Col(NoteID);
     fpNotes->ColHidden(true);
     loadNotes();
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT * FROM prefs WHERE var_name = 'NotesOnStartUp'"), dbConn,
-            CursorType::Dynamic, LockType::ReadOnly);
-    chkReminder->setChecked(rs.Fields("var_value") == QLatin1String("false"));
-    rs.Close();
+    chkReminder->setChecked(preference(QStringLiteral("NotesOnStartUp")) == QLatin1String("false"));
 }
 
 void frmNotes::loadNotes() {
     fpNotes->MaxRows(0);
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT * FROM notes"), dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT * FROM notes"));
     for (int row = 1; !rs.EOF_(); rs.MoveNext(), ++row) {
         fpNotes->MaxRows(row);
         fpNotes->SetText(NoteID, row, rs.Fields("ID"));
@@ -112,20 +107,16 @@ void frmNotes::cmdAdd_Click() {
 
 void frmNotes::addNote(const QString& note, const QString& date) {
     const QString until = date.isEmpty() ? formatDate(DayZero) : formatDate(date);
-    Recordset rs;
-    rs.Open(QStringLiteral("INSERT INTO notes (post_date, notes, notify_date) VALUES ('") +
-                formatDate(today()) + QStringLiteral("', '") + note + QStringLiteral("', '") +
-                until + QStringLiteral("')"),
-            dbConn, CursorType::Dynamic, LockType::Optimistic);
+    execute(QStringLiteral("INSERT INTO notes (post_date, notes, notify_date) VALUES ('") +
+            formatDate(today()) + QStringLiteral("', '") + note + QStringLiteral("', '") + until +
+            QStringLiteral("')"));
 }
 
 void frmNotes::updateNote(const QString& note, const QString& date) {
     // The note's own date moves to today, and no date is the empty text here: this is meant.
-    Recordset rs;
-    rs.Open(QStringLiteral("UPDATE notes SET post_date = '") + formatDate(today()) +
-                QStringLiteral("', notes = '") + note + QStringLiteral("', notify_date = '") +
-                date + QStringLiteral("' WHERE ID = ") + hidID->text(),
-            dbConn, CursorType::Dynamic, LockType::Optimistic);
+    execute(QStringLiteral("UPDATE notes SET post_date = '") + formatDate(today()) +
+            QStringLiteral("', notes = '") + note + QStringLiteral("', notify_date = '") + date +
+            QStringLiteral("' WHERE ID = ") + hidID->text());
 }
 
 void frmNotes::cmdDelete_Click() {
@@ -135,9 +126,7 @@ void frmNotes::cmdDelete_Click() {
         messageBox(QStringLiteral("Select a note to delete first."), BoxIcon::Information);
         return;
     }
-    Recordset rs;
-    rs.Open(QStringLiteral("DELETE FROM notes WHERE id = ") + id, dbConn, CursorType::Dynamic,
-            LockType::Optimistic);
+    execute(QStringLiteral("DELETE FROM notes WHERE id = ") + id);
     loadNotes();
 }
 
@@ -146,8 +135,5 @@ void frmNotes::cmdClr_Click() { clearEditor(); }
 void frmNotes::chkReminder_Click() {
     const QString wanted =
         chkReminder->isChecked() ? QStringLiteral("false") : QStringLiteral("true");
-    Recordset rs;
-    rs.Open(QStringLiteral("UPDATE prefs SET var_value = '") + wanted +
-                QStringLiteral("' WHERE var_name = 'NotesOnStartUp'"),
-            dbConn, CursorType::Dynamic, LockType::Optimistic);
+    storePreference(QStringLiteral("NotesOnStartUp"), wanted);
 }

@@ -1,8 +1,8 @@
 // Notes: short dated notes, and up to which day the program reminds of each at its start.
 #pragma once
 
-#include "core/form.h"
-#include "platform/sheet_view.h"
+#include "platform/desktop/form.h"
+#include "platform/grid_view/sheet_view.h"
 #include "ui_frm_notes.h"
 
 class frmNotes : public Form<frmNotes>, public Ui::frmNotes {

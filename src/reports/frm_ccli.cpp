@@ -1,12 +1,12 @@
 #include "reports/frm_ccli.h"
 
-#include "core/database.h"
-#include "core/dates.h"
-#include "core/sheet_grid_dates.h"
+#include "core/data/database.h"
+#include "core/data/dates.h"
+#include "core/grid/sheet_grid_dates.h"
 #include "mail/frm_email.h"
-#include "platform/message_box.h"
-#include "platform/printing.h"
-#include "sets/set_output.h"
+#include "mail/mail_hand_over.h"
+#include "platform/desktop/message_box.h"
+#include "platform/paper/printing.h"
 
 #include <QHash>
 
@@ -15,7 +15,7 @@
 namespace {
 
 enum PeriodColumn { FromLabel = 1, FromDate, ToLabel, ToDate };
-enum SongColumn { SongID = 1, SongTitle, SongNumber };
+enum PickedSongColumn { PickedSongID = 1, PickedSongTitle, PickedSongNumber };
 enum ReportColumn { ReportTitle = 1, DatePlayed, ReportNumber };
 
 constexpr int DressRows = 3;
@@ -47,9 +47,8 @@ void writeReportHeads(SheetGrid& grid, int row) {
 }
 
 bool wasPlayed(const QString& songID) {
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT played_date FROM played_on WHERE songID = ") + songID, dbConn,
-            CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs =
+        select(QStringLiteral("SELECT played_date FROM played_on WHERE songID = ") + songID);
     return !rs.EOF_();
 }
 
@@ -99,12 +98,12 @@ void frmCCLI::setUpGrids() {
         list->setReadOnly(true);
         list->setFillColumn(SheetView::AllColumns);
     }
-    fpSelectSong->SetText(SongTitle, 0, QStringLiteral("Song Title"));
-    fpSelectSong->SetText(SongNumber, 0, QStringLiteral("CCLI #"));
-    fpSelectSong->ColWidth(SongID, 2.75);
-    fpSelectSong->ColWidth(SongTitle, 16);
-    fpSelectSong->ColWidth(SongNumber, 8.25);
-    fpSelectSong->Col(SongID);
+    fpSelectSong->SetText(PickedSongTitle, 0, QStringLiteral("Song Title"));
+    fpSelectSong->SetText(PickedSongNumber, 0, QStringLiteral("CCLI #"));
+    fpSelectSong->ColWidth(PickedSongID, 2.75);
+    fpSelectSong->ColWidth(PickedSongTitle, 16);
+    fpSelectSong->ColWidth(PickedSongNumber, 8.25);
+    fpSelectSong->Col(PickedSongID);
     fpSelectSong->ColHidden(true);
     writeReportHeads(*fpCCLI, 0);
     fpCCLI->ColWidth(ReportTitle, 20.62);
@@ -133,11 +132,10 @@ void frmCCLI::cmdShowReport_Click() {
     const QDate fromDate = dates.of(from);
     const QDate toDate = dates.of(to);
     clearReport();
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT played_on.songID, played_on.played_date, songs.ID, songs.CCLI, "
-                           "songs.title FROM songs INNER JOIN played_on ON songs.ID = "
-                           "played_on.songID;"),
-            dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs = select(
+        QStringLiteral("SELECT played_on.songID, played_on.played_date, songs.ID, songs.CCLI, "
+                       "songs.title FROM songs INNER JOIN played_on ON songs.ID = "
+                       "played_on.songID;"));
     for (; !rs.EOF_(); rs.MoveNext()) {
         const QString played = rs.Fields("played_date");
         const QDate date = dates.of(played);
@@ -151,9 +149,7 @@ void frmCCLI::cmdShowReport_Click() {
 
 void frmCCLI::cmdSelectSong_Click() {
     // The songs already listed stay, and stand there once more: this is meant.
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT * FROM songs WHERE CCLI > ''"), dbConn, CursorType::Dynamic,
-            LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT * FROM songs WHERE CCLI > ''"));
     for (; !rs.EOF_(); rs.MoveNext()) {
         const QString id = rs.Fields("ID");
         if (wasPlayed(id)) addRow(*fpSelectSong, {id, rs.Fields("Title"), rs.Fields("CCLI")});
@@ -164,13 +160,11 @@ void frmCCLI::cmdSelectSong_Click() {
 
 void frmCCLI::fpSelectSong_Click(int, int row) {
     clearReport();
-    const QString id = fpSelectSong->GetText(SongID, row);
-    const QString number = fpSelectSong->GetText(SongNumber, row);
+    const QString id = fpSelectSong->GetText(PickedSongID, row);
+    const QString number = fpSelectSong->GetText(PickedSongNumber, row);
     // On the heads there is no song; the report is empty all the same: this is meant.
     if (id.isEmpty()) return;
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT * FROM played_on WHERE songID = ") + id, dbConn,
-            CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT * FROM played_on WHERE songID = ") + id);
     for (; !rs.EOF_(); rs.MoveNext())
         addRow(*fpCCLI, {rs.Fields("Title"), rs.Fields("played_date"), number});
     rs.Close();
@@ -188,7 +182,7 @@ void frmCCLI::dressReport() {
     const QString to = fpDates->GetText(ToDate, 1);
     const int chosen = fpSelectSong->ActiveRow();
     // Where no song was chosen, the list's head is none.
-    const QString song = chosen < 1 ? QString() : fpSelectSong->GetText(SongTitle, chosen);
+    const QString song = chosen < 1 ? QString() : fpSelectSong->GetText(PickedSongTitle, chosen);
     // The two dates alone decide, also over the report of one song: this is meant.
     const QString title =
         from.isEmpty() && to.isEmpty()

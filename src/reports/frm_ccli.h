@@ -2,8 +2,8 @@
 // for one song, on the screen, on paper and as a mail.
 #pragma once
 
-#include "core/form.h"
-#include "platform/sheet_view.h"
+#include "platform/desktop/form.h"
+#include "platform/grid_view/sheet_view.h"
 #include "ui_frm_ccli.h"
 
 class frmCCLI : public Form<frmCCLI>, public Ui::frmCCLI {

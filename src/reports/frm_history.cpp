@@ -1,24 +1,22 @@
 #include "reports/frm_history.h"
 
-#include "core/database.h"
-#include "core/dates.h"
-#include "core/frm_mdi.h"
-#include "platform/desktop.h"
+#include "core/data/database.h"
+#include "core/data/dates.h"
+#include "platform/desktop/desktop.h"
 
 #include <QtMath>
 
 namespace {
 
-enum Column { SongID = 1, SongTitle, TimesPlayed };
+enum Column { CountedSongID = 1, CountedSongTitle, CountedSongTimes };
 
 constexpr int YearsOffered = 10;
 
 // How often a song was played in the year of two digits `yy`.
 int timesPlayed(const QString& songID, const QString& yy) {
     int count = 0;
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT played_date FROM played_on WHERE songID = ") + songID, dbConn,
-            CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs =
+        select(QStringLiteral("SELECT played_date FROM played_on WHERE songID = ") + songID);
     // The century plays no part; a text that is too short matches no year.
     for (; !rs.EOF_(); rs.MoveNext())
         if (QStringView(rs.Fields("played_date")).mid(6, 2) == yy) ++count;
@@ -27,8 +25,7 @@ int timesPlayed(const QString& songID, const QString& yy) {
 }
 
 void showProgress(int done, int total) {
-    frmMDI::instance().SB->SimpleText(
-        QStringLiteral("Loading.... %1% Complete").arg(qRound(100.0 * done / total)));
+    setStatusText(QStringLiteral("Loading.... %1% Complete").arg(qRound(100.0 * done / total)));
 }
 
 }  // namespace
@@ -45,21 +42,21 @@ frmHistory::frmHistory() {
 }
 
 void frmHistory::setUpList() {
-    fpH->MaxCols(TimesPlayed);
+    fpH->MaxCols(CountedSongTimes);
     fpH->MaxRows(0);
     fpH->RowHeadersShow(false);
     fpH->GridShowHoriz(false);
     fpH->GridShowVert(false);
-    fpH->ColWidth(SongID, 2.12);
-    fpH->ColWidth(SongTitle, 18.12);
-    fpH->ColWidth(TimesPlayed, 11.78);
+    fpH->ColWidth(CountedSongID, 2.12);
+    fpH->ColWidth(CountedSongTitle, 18.12);
+    fpH->ColWidth(CountedSongTimes, 11.78);
     fpH->setReadOnly(true);
     fpH->setFillColumn(SheetView::AllColumns);
 }
 
 void frmHistory::load() {
     fpH->SetActiveCell(0, 0);
-    fpH->Col(SongID);
+    fpH->Col(CountedSongID);
     fpH->ColHidden(true);
     // One year back and eight ahead, whatever the table holds: this is meant.
     const int thisYear = today().year();
@@ -76,9 +73,7 @@ void frmHistory::resetBars(int foot) {
 void frmHistory::loadYear() {
     fpH->ClearRange(1, 1, -1, -1, true);
     fpH->MaxRows(0);
-    Recordset rs;
-    rs.Open(QStringLiteral("Select id, title FROM songs ORDER BY title"), dbConn,
-            CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("Select id, title FROM songs ORDER BY title"));
     int total = 0;
     for (; !rs.EOF_(); rs.MoveNext()) ++total;
     if (total >= 1) rs.MoveFirst();
@@ -89,15 +84,15 @@ void frmHistory::loadYear() {
         const int count = timesPlayed(id, yy);
         if (count >= 1) {
             fpH->MaxRows(++row);
-            fpH->SetText(SongID, row, id);
-            fpH->SetText(SongTitle, row, rs.Fields("Title"));
-            fpH->SetText(TimesPlayed, row, QString::number(count));
+            fpH->SetText(CountedSongID, row, id);
+            fpH->SetText(CountedSongTitle, row, rs.Fields("Title"));
+            fpH->SetText(CountedSongTimes, row, QString::number(count));
         }
         showProgress(done, total);
     }
     rs.Close();
-    fpH->SetText(SongTitle, 0, QStringLiteral("Song Name"));
-    fpH->SetText(TimesPlayed, 0, QStringLiteral("# Times Played"));
+    fpH->SetText(CountedSongTitle, 0, QStringLiteral("Song Name"));
+    fpH->SetText(CountedSongTimes, 0, QStringLiteral("# Times Played"));
     resetBars(HistoryChart::FootAtRest);
 }
 
@@ -116,17 +111,15 @@ void frmHistory::fpH_Click(int col, int row) {
 
 void frmHistory::chartSong(int row) {
     resetBars(HistoryChart::Foot);
-    lblSongTit->setText(fpH->GetText(SongTitle, row) + QStringLiteral(" For ") +
+    lblSongTit->setText(fpH->GetText(CountedSongTitle, row) + QStringLiteral(" For ") +
                         cmbYear->currentText());
-    const QString id = fpH->GetText(SongID, row);
+    const QString id = fpH->GetText(CountedSongID, row);
     // Beside the songs there is none to chart.
     if (id.isEmpty()) return;
     // Every year of the song counts, not the title's alone: this is meant.
     std::array<int, HistoryChart::Months> counts{};
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT played_date FROM played_on WHERE songID = ") + id +
-                QStringLiteral(" ORDER BY played_date"),
-            dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT played_date FROM played_on WHERE songID = ") + id +
+                          QStringLiteral(" ORDER BY played_date"));
     for (; !rs.EOF_(); rs.MoveNext()) ++counts[toDate(rs.Fields("played_date")).month() - 1];
     rs.Close();
     for (int month = 0; month < HistoryChart::Months; ++month)

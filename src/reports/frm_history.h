@@ -2,8 +2,8 @@
 // was played.
 #pragma once
 
-#include "core/form.h"
-#include "platform/sheet_view.h"
+#include "platform/desktop/form.h"
+#include "platform/grid_view/sheet_view.h"
 #include "reports/frm_history_chart.h"
 #include "ui_frm_history.h"
 

@@ -1,6 +1,6 @@
 #include "reports/frm_history_chart.h"
 
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 
 #include <QLocale>
 #include <QPainter>

@@ -1,10 +1,10 @@
 #include "sets/frm_import_set.h"
 
-#include "platform/file_copy.h"
-#include "platform/message_box.h"
+#include "core/data/file_copy.h"
+#include "platform/desktop/message_box.h"
+#include "sets/rules/set_grid.h"
+#include "sets/rules/set_record.h"
 #include "sets/set_folder.h"
-#include "sets/set_grid.h"
-#include "sets/set_record.h"
 
 frmImportSet::frmImportSet() {
     setupUi(this);

@@ -1,7 +1,7 @@
 // Import Sets: sets of another place are recorded as played and copied to the saved sets.
 #pragma once
 
-#include "core/form.h"
+#include "platform/desktop/form.h"
 #include "ui_frm_import_set.h"
 
 class frmImportSet : public Form<frmImportSet>, public Ui::frmImportSet {

@@ -1,10 +1,10 @@
 #include "sets/frm_past_sets.h"
 
-#include "platform/desktop.h"
-#include "platform/printing.h"
+#include "mail/mail_hand_over.h"
+#include "platform/desktop/desktop.h"
+#include "platform/paper/printing.h"
+#include "sets/rules/set_grid.h"
 #include "sets/set_folder.h"
-#include "sets/set_grid.h"
-#include "sets/set_output.h"
 
 frmPastSets::frmPastSets() {
     setupUi(this);

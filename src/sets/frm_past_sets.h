@@ -1,7 +1,7 @@
 // Past Sets: a saved set is looked at, printed and mailed.
 #pragma once
 
-#include "core/form.h"
+#include "platform/desktop/form.h"
 #include "ui_frm_past_sets.h"
 
 class frmPastSets : public Form<frmPastSets>, public Ui::frmPastSets {

@@ -1,8 +1,8 @@
 #include "sets/frm_set_list.h"
 
-#include "core/database.h"
-#include "platform/theme.h"
-#include "sets/set_grid.h"
+#include "core/data/database.h"
+#include "platform/theme/theme.h"
+#include "sets/rules/set_grid.h"
 
 frmSetList::frmSetList() {
     setupUi(this);
@@ -108,11 +108,7 @@ void frmSetList::load() {
     clickedSetRow = 0;
     loadCategoryCombos(QStringLiteral("list"));
     fpSet->ColWidth(2, 32.88);
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT * FROM prefs WHERE var_name = 'DefaultSetList'"), dbConn,
-            CursorType::Dynamic, LockType::ReadOnly);
-    const QString design = rs.Fields("var_value");
-    rs.Close();
+    const QString design = preference(QStringLiteral("DefaultSetList"));
     if (!design.isEmpty()) fpSet->LoadFromFile(design);
     fpSet->SetActiveCell(0, 0);
     fpSet->ColWidth(2, 32.88);

@@ -2,10 +2,10 @@
 // loaded, and recorded as played.
 #pragma once
 
-#include "core/form.h"
-#include "platform/common_dialog.h"
-#include "platform/media.h"
-#include "platform/sheet_view.h"
+#include "platform/desktop/common_dialog.h"
+#include "platform/desktop/form.h"
+#include "platform/desktop/media.h"
+#include "platform/grid_view/sheet_view.h"
 #include "ui_frm_set_list.h"
 
 #include <QAction>

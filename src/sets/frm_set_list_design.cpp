@@ -1,11 +1,13 @@
 // The right half of the window: the set and its design.
-#include "core/database.h"
-#include "core/frm_mdi.h"
-#include "core/paths.h"
-#include "core/run_time_error.h"
-#include "platform/message_box.h"
+#include "core/data/database.h"
+#include "core/data/paths.h"
+#include "core/data/run_time_error.h"
+#include "core/data/texts.h"
+#include "platform/desktop/common_dialog.h"
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/message_box.h"
 #include "sets/frm_set_list.h"
-#include "sets/set_grid.h"
+#include "sets/rules/set_grid.h"
 
 void frmSetList::placeSong(int row) {
     clickedSetRow = row;
@@ -14,9 +16,8 @@ void frmSetList::placeSong(int row) {
         if (!title.isEmpty()) {
             fpSet->SetText(2, clickedSetRow, title);
             const int id = toLong(fpSongList1->GetText(1, selectedSongRow));
-            Recordset rs;
-            rs.Open(QStringLiteral("SELECT fileLoco FROM songs WHERE ID = ") + QString::number(id),
-                    dbConn, CursorType::Dynamic, LockType::ReadOnly);
+            Recordset rs = select(QStringLiteral("SELECT fileLoco FROM songs WHERE ID = ") +
+                                  QString::number(id));
             // The green is only ever set here: a cell that was green stays so for a song without
             // sheet music. This is meant.
             if (!rs.Fields("fileloco").isEmpty()) {
@@ -34,10 +35,9 @@ void frmSetList::fpSet_Click(int, int row) { placeSong(row); }
 
 void frmSetList::fpSet_Change(int col, int row) {
     if (col != 2 || row != 1) return;
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT song_name FROM special_music WHERE play_date = '") +
-                fpSet->GetText(2, 1) + QStringLiteral("'"),
-            dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs =
+        select(QStringLiteral("SELECT song_name FROM special_music WHERE play_date = '") +
+               fpSet->GetText(2, 1) + QStringLiteral("'"));
     QString names;
     for (; !rs.EOF_(); rs.MoveNext()) names += QLatin1Char(' ') + rs.Fields("song_name");
     rs.Close();
@@ -72,7 +72,7 @@ void frmSetList::Command6_Click() {
 }
 
 bool frmSetList::chooseDesign(void (CommonDialog::*show)()) {
-    CommonDialog& dialog = frmMDI::instance().CommonDlg;
+    CommonDialog& dialog = commonDlg();
     dialog.Filter = QStringLiteral("SDL Files|*.sdl");
     dialog.InitDir = programFolder() + QStringLiteral("\\set designs");
     dialog.FileName = QString();
@@ -83,24 +83,21 @@ bool frmSetList::chooseDesign(void (CommonDialog::*show)()) {
 void frmSetList::designSave() {
     takeFocusOff();
     if (!chooseDesign(&CommonDialog::ShowSave)) return;
-    fpSet->SaveToFile(frmMDI::instance().CommonDlg.FileName, false);
+    fpSet->SaveToFile(commonDlg().FileName, false);
 }
 
 void frmSetList::designLoad() {
     takeFocusOff();
     if (!chooseDesign(&CommonDialog::ShowOpen)) return;
-    fpSet->LoadFromFile(frmMDI::instance().CommonDlg.FileName);
+    fpSet->LoadFromFile(commonDlg().FileName);
 }
 
 void frmSetList::designClear() { fpSet->ClearRange(1, 2, 2, fpSet->MaxRows(), true); }
 
 void frmSetList::designSetDefault() {
     if (!chooseDesign(&CommonDialog::ShowOpen)) return;
-    const QString name = frmMDI::instance().CommonDlg.FileName;
-    Recordset rs;
-    rs.Open(QStringLiteral("UPDATE prefs SET var_value = '") + name +
-                QStringLiteral("' WHERE var_name = 'DefaultSetList'"),
-            dbConn, CursorType::Dynamic, LockType::Optimistic);
+    const QString name = commonDlg().FileName;
+    storePreference(QStringLiteral("DefaultSetList"), name);
     fpSet->LoadFromFile(name);
     takeFocusOff();
 }
@@ -112,11 +109,7 @@ void frmSetList::clearSet() {
     fpSet->MaxRows(50);
     setUpDateCell(*fpSet);
     setUpSetWidths(*fpSet);
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT * FROM prefs WHERE var_name = 'DefaultSetList'"), dbConn,
-            CursorType::Dynamic, LockType::ReadOnly);
-    fpSet->LoadFromFile(rs.Fields("var_value"));
-    rs.Close();
+    fpSet->LoadFromFile(preference(QStringLiteral("DefaultSetList")));
     fpSet->Col(1);
     fpSet->Col2(1);
     fpSet->Row(1);
@@ -135,10 +128,9 @@ void frmSetList::cmdPersonellAvail_Click() {
                    BoxIcon::Information);
         return;
     }
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT player, instrument FROM schedule WHERE pdate = '") + date +
-                QStringLiteral("'"),
-            dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs =
+        select(QStringLiteral("SELECT player, instrument FROM schedule WHERE pdate = '") + date +
+               QStringLiteral("'"));
     QString text;
     for (; !rs.EOF_(); rs.MoveNext())
         text += rs.Fields("instrument") + QStringLiteral(" : ") + rs.Fields("player") +

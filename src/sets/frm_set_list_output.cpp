@@ -1,21 +1,20 @@
 // What goes out of the set: on paper, as a text file, in a mail, and the charts of its songs.
-#include "core/database.h"
-#include "core/frm_mdi.h"
-#include "core/paths.h"
-#include "platform/message_box.h"
-#include "platform/printing.h"
+#include "core/data/database.h"
+#include "core/data/paths.h"
+#include "mail/mail_hand_over.h"
+#include "platform/desktop/common_dialog.h"
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/message_box.h"
+#include "platform/paper/printing.h"
 #include "sets/frm_set_list.h"
 #include "sets/frm_song_collection.h"
-#include "sets/set_grid.h"
-#include "sets/set_output.h"
+#include "sets/rules/set_grid.h"
 
 namespace {
 
 QString fileLocoOf(const QString& title) {
-    Recordset rs;
-    rs.Open(
-        QStringLiteral("SELECT fileLoco FROM songs WHERE title = '") + title + QStringLiteral("'"),
-        dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT fileLoco FROM songs WHERE title = '") + title +
+                          QStringLiteral("'"));
     const QString file = rs.Fields("fileloco");
     rs.Close();
     return file;
@@ -39,7 +38,7 @@ void frmSetList::exportSetAsText() {
         return;
     }
     // The folder is the one that the program's last dialog began in.
-    CommonDialog& dialog = frmMDI::instance().CommonDlg;
+    CommonDialog& dialog = commonDlg();
     dialog.Flags = CommonDialog::OverwritePrompt;
     dialog.Filter = QStringLiteral("TXT Files|*.txt");
     dialog.FileName = defaultSetName(date);

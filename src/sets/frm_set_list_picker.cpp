@@ -1,11 +1,11 @@
 // The left half of the window: finding songs.
-#include "core/database.h"
-#include "core/dates.h"
-#include "core/paths.h"
-#include "core/run_time_error.h"
-#include "platform/message_box.h"
+#include "core/data/database.h"
+#include "core/data/dates.h"
+#include "core/data/paths.h"
+#include "core/data/run_time_error.h"
+#include "platform/desktop/message_box.h"
 #include "sets/frm_set_list.h"
-#include "sets/set_grid.h"
+#include "sets/rules/set_grid.h"
 
 #include <QFile>
 
@@ -66,9 +66,7 @@ void frmSetList::loadCategoryCombos(const QString& mode) {
     cmbCat1->clear();
     cmbCat2->clear();
     QString names;
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT name FROM categories"), dbConn, CursorType::Dynamic,
-            LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT name FROM categories"));
     for (; !rs.EOF_(); rs.MoveNext()) {
         const QString name = rs.Fields("Name");
         if (mode == QLatin1String("list")) {
@@ -177,10 +175,9 @@ void frmSetList::fpSongList1_Click(int col, int row) {
 }
 
 void frmSetList::showPlayedDates(const QString& id) {
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT DISTINCT played_date FROM played_on WHERE (songID = ") + id +
-                QStringLiteral(") ORDER BY played_date"),
-            dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs =
+        select(QStringLiteral("SELECT DISTINCT played_date FROM played_on WHERE (songID = ") + id +
+               QStringLiteral(") ORDER BY played_date"));
     QString text;
     for (int k = 0; !rs.EOF_() && k < MostDatesShown; ++k, rs.MoveNext())
         text = rs.Fields("played_date") + QLatin1Char('\r') + text;
@@ -204,8 +201,6 @@ void frmSetList::mnuCurrentPlaylist_Click() {
 }
 
 void frmSetList::movePlaylist(const QString& statement) {
-    Recordset rs;
-    rs.Open(statement + fpSongList1->GetText(1, fpSongList1->ActiveRow()), dbConn,
-            CursorType::Dynamic, LockType::Optimistic);
+    execute(statement + fpSongList1->GetText(1, fpSongList1->ActiveRow()));
     searchByCategory();
 }

@@ -1,6 +1,6 @@
 // The panel in which a song of the list is heard.
-#include "core/database.h"
-#include "platform/theme.h"
+#include "core/data/database.h"
+#include "platform/theme/theme.h"
 #include "sets/frm_set_list.h"
 
 namespace {
@@ -40,11 +40,9 @@ void frmSetList::setUpPlayer() {
 }
 
 void frmSetList::openPlayer(int row) {
-    Recordset rs;
     // A song that is no more ends the command: this is meant.
-    rs.Open(
-        QStringLiteral("Select soundFile FROM songs WHERE ID = ") + fpSongList1->GetText(1, row),
-        dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("Select soundFile FROM songs WHERE ID = ") +
+                          fpSongList1->GetText(1, row));
     const QString soundFile = rs.Fields("soundFile");
     rs.Close();
     lblPlayTitle->setText(fpSongList1->GetText(2, row));

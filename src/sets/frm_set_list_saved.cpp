@@ -1,10 +1,11 @@
 // Saving the set, recording what was played, loading a saved set.
-#include "core/frm_mdi.h"
-#include "platform/message_box.h"
+#include "platform/desktop/common_dialog.h"
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/message_box.h"
 #include "sets/frm_set_list.h"
+#include "sets/rules/set_grid.h"
+#include "sets/rules/set_record.h"
 #include "sets/set_folder.h"
-#include "sets/set_grid.h"
-#include "sets/set_record.h"
 
 void frmSetList::saveSet() {
     takeFocusOff();
@@ -24,7 +25,7 @@ void frmSetList::saveSet() {
                                   "for the selected songs to the date you've selected?"),
                    BoxIcon::None, QStringLiteral("Lorvanite"), BoxButtons::YesNo) == BoxAnswer::Yes)
         recordPlayed(titles, date);
-    CommonDialog& dialog = frmMDI::instance().CommonDlg;
+    CommonDialog& dialog = commonDlg();
     dialog.Flags = CommonDialog::OverwritePrompt;
     dialog.Filter = QStringLiteral("SET Files|*.set");
     dialog.InitDir = savedSetsFolder();
@@ -36,7 +37,7 @@ void frmSetList::cmdSaveSetList_Click() { saveSet(); }
 
 void frmSetList::loadSet() {
     takeFocusOff();
-    CommonDialog& dialog = frmMDI::instance().CommonDlg;
+    CommonDialog& dialog = commonDlg();
     dialog.Filter = QStringLiteral("SET Files|*.set");
     dialog.InitDir = savedSetsFolder() + QLatin1Char('\\');
     dialog.FileName = QString();

@@ -1,11 +1,11 @@
 #include "sets/frm_song_collection.h"
 
 #include "charts/chart_output.h"
-#include "charts/chart_page.h"
-#include "core/paths.h"
-#include "platform/desktop.h"
-#include "platform/message_box.h"
-#include "platform/printing.h"
+#include "charts/rules/chart_page.h"
+#include "core/data/paths.h"
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/message_box.h"
+#include "platform/paper/printing.h"
 
 #include <QMdiArea>
 #include <QMdiSubWindow>

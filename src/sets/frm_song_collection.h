@@ -1,8 +1,8 @@
 // Export Music: the charts of a set's songs, printed or mailed as one document.
 #pragma once
 
-#include "core/form.h"
-#include "core/sheet_grid.h"
+#include "core/grid/sheet_grid.h"
+#include "platform/desktop/form.h"
 #include "ui_frm_song_collection.h"
 
 class frmSongCollection : public Form<frmSongCollection>, public Ui::frmSongCollection {

@@ -1,8 +1,8 @@
 #include "sets/set_folder.h"
 
-#include "core/paths.h"
-#include "core/run_time_error.h"
-#include "platform/folder_browser.h"
+#include "core/data/paths.h"
+#include "core/data/run_time_error.h"
+#include "platform/desktop/folder_browser.h"
 
 QString savedSetsFolder() { return programFolder() + QStringLiteral("\\saved sets"); }
 

@@ -1,7 +1,7 @@
 #include "team/frm_schedule.h"
 
-#include "core/sheet_grid_dates.h"
-#include "platform/theme.h"
+#include "core/grid/sheet_grid_dates.h"
+#include "platform/theme/theme.h"
 
 frmSchedule::frmSchedule() {
     Ui::frmSchedule::setupUi(this);

@@ -1,10 +1,10 @@
 // Scheduling: the team's people on the left, the schedule of the coming weeks on the right.
 #pragma once
 
-#include "core/form.h"
-#include "core/sheet_grid.h"
-#include "platform/common_dialog.h"
-#include "platform/sheet_view.h"
+#include "core/grid/sheet_grid.h"
+#include "platform/desktop/common_dialog.h"
+#include "platform/desktop/form.h"
+#include "platform/grid_view/sheet_view.h"
 #include "ui_choose_email_panel.h"
 #include "ui_frm_schedule.h"
 

@@ -1,9 +1,10 @@
 // Who can serve on which date, and what is sung on it.
-#include "core/database.h"
-#include "core/dates.h"
-#include "core/run_time_error.h"
+#include "core/data/database.h"
+#include "core/data/dates.h"
+#include "core/data/run_time_error.h"
+#include "core/data/texts.h"
 #include "team/frm_schedule.h"
-#include "team/schedule_rows.h"
+#include "team/rules/schedule_rows.h"
 
 #include <QHash>
 
@@ -56,10 +57,9 @@ void sortOffers(std::vector<Offer>& offers) {
 // its order.
 Team readTeam() {
     Team team;
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT fName, lName, role, role2, role3, vDays, excludeScheduling FROM "
-                           "personell ORDER BY role"),
-            dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs = select(
+        QStringLiteral("SELECT fName, lName, role, role2, role3, vDays, excludeScheduling FROM "
+                       "personell ORDER BY role"));
     for (; !rs.EOF_(); rs.MoveNext()) {
         const QString name =
             QLatin1Char(':') + rs.Fields("fName") + QLatin1Char(' ') + rs.Fields("lName");
@@ -78,8 +78,7 @@ Team readTeam() {
 }
 
 bool hasRows(const QString& query) {
-    Recordset rs;
-    rs.Open(query, dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs = select(query);
     return !rs.EOF_();
 }
 
@@ -144,8 +143,7 @@ void frmSchedule::fillSetLists(int firstRow, int weeks) {
         return formatDate(fpSchedule->GetText(DateColumn, firstRow + week * WeekRows));
     };
     for (int week = 0; week < weeks; ++week) titlesOf.insert(dateOfWeek(week), {});
-    Recordset rs;
-    rs.Open(PlayedQuery, dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs = select(PlayedQuery);
     if (rs.EOF_() && weeks > 0)
         failForLackOf(QStringLiteral(
             "no song recorded as played yet. Save the first set with its date in \"Set List\"."));

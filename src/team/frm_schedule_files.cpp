@@ -1,31 +1,17 @@
 // Finalising, the schedule's files, the schedule of the start-up.
-#include "core/database.h"
-#include "core/dates.h"
-#include "core/frm_mdi.h"
-#include "core/run_time_error.h"
-#include "platform/message_box.h"
-#include "platform/program_files.h"
+#include "core/data/database.h"
+#include "core/data/dates.h"
+#include "core/data/run_time_error.h"
+#include "platform/desktop/common_dialog.h"
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/message_box.h"
+#include "platform/desktop/program_files.h"
 #include "team/frm_schedule.h"
-#include "team/schedule_rows.h"
+#include "team/rules/schedule_rows.h"
 
 namespace {
 
-QString setting(const QString& query) {
-    Recordset rs;
-    rs.Open(query, dbConn, CursorType::Dynamic, LockType::ReadOnly);
-    return rs.Fields("var_value");
-}
-
-QString scheduleToUse() {
-    return setting(QStringLiteral("SELECT * FROM prefs WHERE var_name = 'ScedToUse'"));
-}
-
-// `where` is the statement's end behind the value.
-void storeSetting(const QString& value, const QString& where) {
-    Recordset rs;
-    rs.Open(QStringLiteral("UPDATE prefs SET var_value = '") + value + where, dbConn,
-            CursorType::Dynamic, LockType::Optimistic);
-}
+QString scheduleToUse() { return preference(QStringLiteral("ScedToUse")); }
 
 // Runs a step whose failure changes nothing about the steps behind it.
 template <typename Step>
@@ -42,8 +28,7 @@ void ignoringFailure(Step step) {
 
 bool frmSchedule::chooseFile(void (CommonDialog::*show)(), const QString& proposed,
                              const QString& filter) {
-    return chooseFileIn(QStringLiteral("schedules"), frmMDI::instance().CommonDlg, show, proposed,
-                        filter);
+    return chooseFileIn(QStringLiteral("schedules"), commonDlg(), show, proposed, filter);
 }
 
 // --- Saving ------------------------------------------------------------------------------------
@@ -55,7 +40,7 @@ void frmSchedule::cmdSaveSched_Click() {
             BoxButtons::YesNo) == BoxAnswer::Yes)
         finalise();
     if (!chooseFile(&CommonDialog::ShowSave, proposedName())) return;
-    if (!fpSchedule->SaveToFile(frmMDI::instance().CommonDlg.FileName, false)) tellNotSaved();
+    if (!fpSchedule->SaveToFile(commonDlg().FileName, false)) tellNotSaved();
 }
 
 void frmSchedule::finalise() {
@@ -76,18 +61,15 @@ void frmSchedule::finalise() {
 // one: a "Personell" head is passed over, and a "Worship Team" head fails as any text without a
 // colon does, with this week's rows stored. This is meant.
 void frmSchedule::finaliseWeek(int row, const QString& date) {
-    Recordset rs;
-    rs.Open(QStringLiteral("DELETE FROM schedule WHERE pdate = '") + date + QLatin1Char('\''),
-            dbConn, CursorType::Dynamic, LockType::Optimistic);
+    execute(QStringLiteral("DELETE FROM schedule WHERE pdate = '") + date + QLatin1Char('\''));
     for (int k = row; k < row + WeekRows; ++k) {
         const QString text = fpSchedule->GetText(TeamColumn, k);
         if (text.isEmpty() || text == QLatin1String("Personell")) continue;
         const qsizetype colon = text.indexOf(QLatin1Char(':'));
         if (colon < 0) throw RunTimeError(RunTimeError::InvalidCall);
-        rs.Open(QStringLiteral("INSERT INTO schedule (player, instrument, pdate) VALUES ('") +
-                    text.mid(colon + 1) + QStringLiteral("', '") + text.left(colon) +
-                    QStringLiteral("', '") + date + QStringLiteral("')"),
-                dbConn, CursorType::Dynamic, LockType::Optimistic);
+        execute(QStringLiteral("INSERT INTO schedule (player, instrument, pdate) VALUES ('") +
+                text.mid(colon + 1) + QStringLiteral("', '") + text.left(colon) +
+                QStringLiteral("', '") + date + QStringLiteral("')"));
     }
 }
 
@@ -103,7 +85,7 @@ QString frmSchedule::proposedName() const {
 
 void frmSchedule::cmdLoadSched_Click() {
     if (!chooseFile(&CommonDialog::ShowOpen, QString())) return;
-    fpSchedule->LoadFromFile(frmMDI::instance().CommonDlg.FileName);
+    fpSchedule->LoadFromFile(commonDlg().FileName);
     // Not the widths of a new schedule: this is meant.
     setColumnWidths(26.88, 27.0, 18.38);
     ignoringFailure([this] { refreshAvailability(); });
@@ -116,10 +98,9 @@ void frmSchedule::cmdLoadSched_Click() {
 }
 
 void frmSchedule::refreshSetListOf(int row, const QString& date) {
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT played_date, title FROM played_on WHERE played_date = '") +
-                date + QLatin1Char('\''),
-            dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs =
+        select(QStringLiteral("SELECT played_date, title FROM played_on WHERE played_date = '") +
+               date + QLatin1Char('\''));
     for (; !rs.EOF_(); rs.MoveNext()) fpSchedule->SetText(SongsColumn, row++, rs.Fields("title"));
 }
 
@@ -145,21 +126,20 @@ void frmSchedule::chkShow_MouseUp(bool ticked) {
                           BoxIcon::None, QStringLiteral("Lorvanite"),
                           BoxButtons::YesNo) == BoxAnswer::Yes) {
         if (!chooseFile(&CommonDialog::ShowOpen, QString())) return;
-        const QString path = frmMDI::instance().CommonDlg.FileName;
+        const QString path = commonDlg().FileName;
         showFile(path);
-        storeSetting(path, QStringLiteral("' WHERE var_name = 'ScedToUse'"));
+        storePreference(QStringLiteral("ScedToUse"), path);
     } else {
         showFile(scheduleToUse());
     }
-    storeSetting(ticked ? QStringLiteral("true") : QStringLiteral("false"),
-                 QStringLiteral("' WHERE var_name = 'SchedOnStartUp'"));
+    storePreference(QStringLiteral("SchedOnStartUp"),
+                    ticked ? QStringLiteral("true") : QStringLiteral("false"));
 }
 
 void frmSchedule::showStartSchedule() {
     QString path;
-    const QString wanted =
-        setting(QStringLiteral("SELECT * FROM prefs WHERE var_name = 'SchedOnStartUp'"));
-    if (wanted == QLatin1String("true")) path = scheduleToUse();
+    if (preference(QStringLiteral("SchedOnStartUp")) == QLatin1String("true"))
+        path = scheduleToUse();
     chkShow->setChecked(!path.isEmpty());
     if (path.isEmpty()) {
         showSchedule(false);

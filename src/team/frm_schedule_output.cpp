@@ -1,17 +1,18 @@
 // What goes out of a schedule: mail, paper, a page of HTML; and the panel that asks for the weeks.
-#include "core/dates.h"
-#include "core/frm_mdi.h"
-#include "core/paths.h"
-#include "core/run_time_error.h"
+#include "core/data/dates.h"
+#include "core/data/paths.h"
+#include "core/data/run_time_error.h"
+#include "core/data/texts.h"
 #include "mail/frm_email.h"
 #include "mail/mail_hand_over.h"
-#include "platform/desktop.h"
-#include "platform/message_box.h"
-#include "platform/printing.h"
-#include "platform/program_files.h"
-#include "platform/theme.h"
+#include "platform/desktop/common_dialog.h"
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/message_box.h"
+#include "platform/desktop/program_files.h"
+#include "platform/paper/printing.h"
+#include "platform/theme/theme.h"
 #include "team/frm_schedule.h"
-#include "team/schedule_rows.h"
+#include "team/rules/schedule_rows.h"
 
 #include <QApplication>
 #include <QFile>
@@ -324,8 +325,7 @@ void frmSchedule::cmdExportText_Click() {
                     QStringLiteral("HTML Files|*.html")))
         return;
     if (!fpSchedule->ExportRangeToHTML(1, 1, fpSchedule->MaxCols(), fpSchedule->DataRowCnt(),
-                                       frmMDI::instance().CommonDlg.FileName, false,
-                                       QStringLiteral("lsl")))
+                                       commonDlg().FileName, false, QStringLiteral("lsl")))
         tellNotSaved();
     restoreAfterOutput();
 }

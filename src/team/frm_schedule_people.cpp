@@ -1,8 +1,9 @@
 // The people: picking, showing, storing and deleting a person's record.
-#include "core/database.h"
-#include "core/dates.h"
-#include "core/run_time_error.h"
-#include "platform/message_box.h"
+#include "core/data/database.h"
+#include "core/data/dates.h"
+#include "core/data/run_time_error.h"
+#include "core/data/texts.h"
+#include "platform/desktop/message_box.h"
 #include "team/frm_schedule.h"
 
 #include <array>
@@ -35,11 +36,6 @@ constexpr int RoleField = 2;
 constexpr int VacationCols = 3;
 constexpr int VacationRows = 12;
 
-void run(const QString& statement) {
-    Recordset rs;
-    rs.Open(statement, dbConn, CursorType::Dynamic, LockType::Optimistic);
-}
-
 QString fullName(const QString& first, const QString& last) {
     return first + QLatin1Char(' ') + last;
 }
@@ -48,9 +44,8 @@ QString fullName(const QString& first, const QString& last) {
 
 void frmSchedule::loadPersonnelList() {
     cmbPersonell->clear();
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT ID, fName, lName, role FROM personell ORDER BY lName"), dbConn,
-            CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs =
+        select(QStringLiteral("SELECT ID, fName, lName, role FROM personell ORDER BY lName"));
     for (; !rs.EOF_(); rs.MoveNext())
         cmbPersonell->addItem(fullName(rs.Fields("fName"), rs.Fields("lName")),
                               toLong(rs.Fields("ID")));
@@ -68,9 +63,8 @@ void frmSchedule::showPerson(int id) {
     // Rows 13 and 14 are written below and not emptied here: this is meant.
     fpPerson->ClearRange(1, 1, 1, 12, true);
     fpVacation->ClearRange(1, 1, VacationCols, VacationRows, true);
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT * FROM personell WHERE ID = ") + QString::number(id), dbConn,
-            CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs =
+        select(QStringLiteral("SELECT * FROM personell WHERE ID = ") + QString::number(id));
     if (rs.EOF_()) return;
     for (const PersonField& field : Fields)
         fpPerson->SetText(1, field.row, rs.Fields(field.column));
@@ -121,21 +115,23 @@ QString frmSchedule::readVacation() {
 // The values stand in the order of Fields, with the vacation and the exclude flag behind them.
 void frmSchedule::storePerson(const QStringList& values) {
     if (lblHidPersonID->text().isEmpty()) {
-        run(QStringLiteral(
+        execute(
+            QStringLiteral(
                 "INSERT INTO personell (fName, lName, role, role2, role3, address, city, state, "
                 "zip, phone, cell, email, vDays, excludeScheduling) VALUES ('") +
             values.join(QStringLiteral("', '")) + QStringLiteral("')"));
         return;
     }
-    run(QStringLiteral("UPDATE personell SET fName = '") + values[0] +
-        QStringLiteral("', lName = '") + values[1] + QStringLiteral("', role = '") + values[2] +
-        QStringLiteral("', role2 = '") + values[3] + QStringLiteral("', role3 = '") + values[4] +
-        QStringLiteral("', address = '") + values[5] + QStringLiteral("', city = '") + values[6] +
-        QStringLiteral("', state = '") + values[7] + QStringLiteral("', zip = '") + values[8] +
-        QStringLiteral("', phone = '") + values[9] + QStringLiteral("', cell = '") + values[10] +
-        QStringLiteral("', email = '") + values[11] + QStringLiteral("', vDays = '") + values[12] +
-        QStringLiteral("', excludeScheduling = '") + values[13] + QStringLiteral("' WHERE ID = ") +
-        QString::number(toLong(lblHidPersonID->text())));
+    execute(QStringLiteral("UPDATE personell SET fName = '") + values[0] +
+            QStringLiteral("', lName = '") + values[1] + QStringLiteral("', role = '") + values[2] +
+            QStringLiteral("', role2 = '") + values[3] + QStringLiteral("', role3 = '") +
+            values[4] + QStringLiteral("', address = '") + values[5] +
+            QStringLiteral("', city = '") + values[6] + QStringLiteral("', state = '") + values[7] +
+            QStringLiteral("', zip = '") + values[8] + QStringLiteral("', phone = '") + values[9] +
+            QStringLiteral("', cell = '") + values[10] + QStringLiteral("', email = '") +
+            values[11] + QStringLiteral("', vDays = '") + values[12] +
+            QStringLiteral("', excludeScheduling = '") + values[13] +
+            QStringLiteral("' WHERE ID = ") + QString::number(toLong(lblHidPersonID->text())));
 }
 
 void frmSchedule::cmdAddPlayer_Click() {
@@ -143,10 +139,8 @@ void frmSchedule::cmdAddPlayer_Click() {
     QString oldFirst;
     QString oldLast;
     if (!id.isEmpty()) {
-        Recordset rs;
-        rs.Open(QStringLiteral("SELECT fName, lName FROM personell WHERE ID = ") +
-                    QString::number(toLong(id)),
-                dbConn, CursorType::Dynamic, LockType::ReadOnly);
+        Recordset rs = select(QStringLiteral("SELECT fName, lName FROM personell WHERE ID = ") +
+                              QString::number(toLong(id)));
         if (!rs.EOF_()) {
             oldFirst = rs.Fields("fName");
             oldLast = rs.Fields("lName");
@@ -166,8 +160,8 @@ void frmSchedule::cmdAddPlayer_Click() {
     storePerson(values);
     // A name is all that finalised weeks know of a person: namesakes are renamed together, and a
     // new person's old name is a single blank. This is meant.
-    run(QStringLiteral("UPDATE schedule SET player = '") + fullName(first, last) +
-        QStringLiteral("' WHERE player = '") + fullName(oldFirst, oldLast) + QLatin1Char('\''));
+    execute(QStringLiteral("UPDATE schedule SET player = '") + fullName(first, last) +
+            QStringLiteral("' WHERE player = '") + fullName(oldFirst, oldLast) + QLatin1Char('\''));
     loadPersonnelList();
     // A new person has no number here yet, and the command ends: this is meant.
     if (id.isEmpty()) return;
@@ -177,8 +171,8 @@ void frmSchedule::cmdAddPlayer_Click() {
 
 void frmSchedule::cmdDeletePlayer_Click() {
     if (lblHidPersonID->text().isEmpty()) return;
-    run(QStringLiteral("DELETE * FROM personell WHERE ID = ") +
-        QString::number(toLong(lblHidPersonID->text())));
+    execute(QStringLiteral("DELETE * FROM personell WHERE ID = ") +
+            QString::number(toLong(lblHidPersonID->text())));
     fpPerson->ClearRange(1, 1, 1, fpPerson->MaxRows(), true);
     fpVacation->ClearRange(1, 1, -1, -1, true);
     lblHidPersonID->setText(QString());

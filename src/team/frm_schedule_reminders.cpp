@@ -1,8 +1,9 @@
 // What the special music writes into the schedule of the start-up.
-#include "core/database.h"
-#include "core/dates.h"
+#include "core/data/database.h"
+#include "core/data/dates.h"
+#include "core/data/texts.h"
 #include "team/frm_schedule.h"
-#include "team/schedule_rows.h"
+#include "team/rules/schedule_rows.h"
 
 namespace {
 
@@ -23,9 +24,7 @@ void frmSchedule::writeReminders() {
 // A line lands in the date row whatever stands there, so that of two items the later one wins, and
 // a note typed there is lost: this is meant.
 void frmSchedule::writeRemindersOf(int row, const QDate& date) {
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT * FROM special_music"), dbConn, CursorType::Dynamic,
-            LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT * FROM special_music"));
     for (; !rs.EOF_(); rs.MoveNext()) {
         if (rs.Fields("remind_schedule") != QLatin1String("Yes")) continue;
         const QDate playDate = toDate(rs.Fields("play_date"));

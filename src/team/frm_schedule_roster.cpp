@@ -1,6 +1,6 @@
 // The roster: everyone of the team on paper.
-#include "core/database.h"
-#include "platform/printing.h"
+#include "core/data/database.h"
+#include "platform/paper/printing.h"
 #include "team/frm_schedule.h"
 
 #include <array>
@@ -49,9 +49,8 @@ void frmSchedule::cmdPrintRoster_Click() {
 void frmSchedule::addToRoster(int id) {
     const int row = fpTemp.MaxRows() + 1;
     fpTemp.MaxRows(row);
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT * FROM personell WHERE ID = ") + QString::number(id), dbConn,
-            CursorType::Dynamic, LockType::ReadOnly);
+    Recordset rs =
+        select(QStringLiteral("SELECT * FROM personell WHERE ID = ") + QString::number(id));
     for (int col = 1; col <= int(Columns.size()); ++col) {
         const char* field = Columns[size_t(col) - 1].field;
         if (!field) continue;

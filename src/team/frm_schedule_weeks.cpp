@@ -1,9 +1,10 @@
 // The weeks: a new schedule, typed dates, the pop-up menu.
-#include "core/dates.h"
-#include "core/run_time_error.h"
-#include "platform/message_box.h"
+#include "core/data/dates.h"
+#include "core/data/run_time_error.h"
+#include "core/data/texts.h"
+#include "platform/desktop/message_box.h"
 #include "team/frm_schedule.h"
-#include "team/schedule_rows.h"
+#include "team/rules/schedule_rows.h"
 
 namespace {
 

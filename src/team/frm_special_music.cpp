@@ -1,10 +1,11 @@
 #include "team/frm_special_music.h"
 
-#include "core/database.h"
-#include "core/dates.h"
-#include "core/run_time_error.h"
-#include "core/sheet_grid_dates.h"
-#include "platform/message_box.h"
+#include "core/data/database.h"
+#include "core/data/dates.h"
+#include "core/data/run_time_error.h"
+#include "core/data/texts.h"
+#include "core/grid/sheet_grid_dates.h"
+#include "platform/desktop/message_box.h"
 
 #include <QStyleOptionButton>
 
@@ -85,9 +86,7 @@ void frmSpecialMusic::resizeEvent(QResizeEvent* event) {
 
 void frmSpecialMusic::loadSpecialMusic() {
     fpSMusic->MaxRows(0);
-    Recordset rs;
-    rs.Open(QStringLiteral("SELECT * FROM special_music"), dbConn, CursorType::Dynamic,
-            LockType::ReadOnly);
+    Recordset rs = select(QStringLiteral("SELECT * FROM special_music"));
     for (; !rs.EOF_(); rs.MoveNext()) {
         const int row = fpSMusic->MaxRows() + 1;
         fpSMusic->MaxRows(row);
@@ -129,30 +128,25 @@ void frmSpecialMusic::cmdAddCat_Click() {
     if (txtInterval->text().isEmpty()) txtInterval->setText(QStringLiteral("0"));
     const QString title = txtTitle->text();
     const QString interval = txtInterval->text();
-    Recordset rs;
     if (lblHidID->text().isEmpty()) {
-        rs.Open(QStringLiteral("INSERT INTO special_music (song_name, play_date, remind_schedule, "
+        execute(QStringLiteral("INSERT INTO special_music (song_name, play_date, remind_schedule, "
                                "remind_interval) VALUES ('") +
-                    title + QStringLiteral("', '") + date + QStringLiteral("', '") + flag +
-                    QStringLiteral("', '") + interval + QStringLiteral("');"),
-                dbConn, CursorType::Dynamic, LockType::Optimistic);
+                title + QStringLiteral("', '") + date + QStringLiteral("', '") + flag +
+                QStringLiteral("', '") + interval + QStringLiteral("');"));
     } else {
         // Every item becomes this one: this is meant.
-        rs.Open(QStringLiteral("UPDATE special_music SET song_name = '") + title +
-                    QStringLiteral("', play_date = '") + date +
-                    QStringLiteral("', remind_schedule = '") + flag +
-                    QStringLiteral("', remind_interval = '") + interval + QLatin1Char('\''),
-                dbConn, CursorType::Dynamic, LockType::Optimistic);
+        execute(QStringLiteral("UPDATE special_music SET song_name = '") + title +
+                QStringLiteral("', play_date = '") + date +
+                QStringLiteral("', remind_schedule = '") + flag +
+                QStringLiteral("', remind_interval = '") + interval + QLatin1Char('\''));
     }
     loadSpecialMusic();
 }
 
 void frmSpecialMusic::cmdDelCat_Click() {
     if (lblHidID->text().isEmpty()) return;
-    Recordset rs;
-    rs.Open(QStringLiteral("DELETE FROM special_music WHERE ID = ") +
-                QString::number(toLong(lblHidID->text())),
-            dbConn, CursorType::Dynamic, LockType::Optimistic);
+    execute(QStringLiteral("DELETE FROM special_music WHERE ID = ") +
+            QString::number(toLong(lblHidID->text())));
     loadSpecialMusic();
 }
 

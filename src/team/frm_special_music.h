@@ -1,8 +1,8 @@
 // Special Music Schedule: songs that somebody performs on a date, outside the ordinary set.
 #pragma once
 
-#include "core/form.h"
-#include "platform/sheet_view.h"
+#include "platform/desktop/form.h"
+#include "platform/grid_view/sheet_view.h"
 #include "ui_frm_special_music.h"
 
 class frmSpecialMusic : public Form<frmSpecialMusic>, public Ui::frmSpecialMusic {

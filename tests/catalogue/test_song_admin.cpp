@@ -1,6 +1,6 @@
 // Songs: the list, the song on view, storing and deleting.
 #include "catalogue/song_admin_hands.h"
-#include "core/database.h"
+#include "core/data/database.h"
 #include "support/registry.h"
 
 #include <QMenu>

@@ -1,7 +1,7 @@
 // Charts on the disk, and their tie to a song.
 #include "charts/chart_test.h"
 #include "sets/frm_set_list.h"
-#include "sets/set_grid.h"
+#include "sets/rules/set_grid.h"
 #include "support/files.h"
 
 #include <QFile>

@@ -1,6 +1,6 @@
 // Lines of a text file, marked by hand and laid out on the chart.
-#include "charts/chart_import.h"
 #include "charts/chart_test.h"
+#include "charts/rules/chart_import.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>

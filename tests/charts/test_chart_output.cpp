@@ -8,7 +8,7 @@
 
 namespace {
 
-const QString NotSaved = QStringLiteral("File did not save, try again or contact Lorvanite.");
+const QString ChartNotSaved = QStringLiteral("File did not save, try again or contact Lorvanite.");
 const QString Lyric = QString::fromUtf8("Großer Gott, wir loben dich €");
 
 QString read(const QString& path) { return QString::fromUtf8(bytesOf(path)); }
@@ -329,7 +329,7 @@ private Q_SLOTS:
         QFETCH(bool, fromCopy);
         SheetView* chart = openChart(fromCopy, 1);
         answerWithLostFolder(world->answers, world->path("sheetmusic"), "page.htm");
-        world->answers.box(NotSaved, QMessageBox::Information);
+        world->answers.box(ChartNotSaved, QMessageBox::Information);
         exportPage(fromCopy);
         QVERIFY(linesShown(chart));
     }

@@ -1,7 +1,7 @@
 // The chart's page: its rows, its commands and the mouse.
-#include "charts/chart_page.h"
 #include "charts/chart_test.h"
-#include "platform/desktop.h"
+#include "charts/rules/chart_page.h"
+#include "platform/desktop/desktop.h"
 
 #include <QImage>
 #include <QMdiSubWindow>

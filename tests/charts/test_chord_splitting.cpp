@@ -1,7 +1,7 @@
 // Many chords in every key, against a second statement of how a chord is taken apart.
-#include "charts/chart_page.h"
-#include "charts/transposer.h"
-#include "core/sheet_grid.h"
+#include "charts/rules/chart_page.h"
+#include "charts/rules/transposer.h"
+#include "core/grid/sheet_grid.h"
 #include "support/registry.h"
 #include "support/world.h"
 

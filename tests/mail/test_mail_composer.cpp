@@ -1,5 +1,5 @@
 #include "mail/mail_hands.h"
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 #include "support/grid_hands.h"
 #include "support/registry.h"
 

@@ -1,7 +1,7 @@
 // The window that copies the data away and back, and empties the database.
 #include "catalogue/frm_song_admin.h"
-#include "core/database.h"
-#include "core/dates.h"
+#include "core/data/database.h"
+#include "core/data/dates.h"
 #include "maintenance/frm_backup.h"
 #include "support/registry.h"
 #include "support/world.h"

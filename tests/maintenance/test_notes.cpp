@@ -1,6 +1,6 @@
 // Notes and their reminders.
-#include "core/database.h"
-#include "core/dates.h"
+#include "core/data/database.h"
+#include "core/data/dates.h"
 #include "maintenance/frm_notes.h"
 #include "support/grid_hands.h"
 #include "support/registry.h"

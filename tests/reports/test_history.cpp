@@ -1,7 +1,7 @@
 // Which songs were played in a year, and in which months one was.
 #include "catalogue/frm_song_admin.h"
-#include "core/database.h"
-#include "core/dates.h"
+#include "core/data/database.h"
+#include "core/data/dates.h"
 #include "reports/frm_history.h"
 #include "reports/report_test.h"
 

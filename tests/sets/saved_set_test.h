@@ -1,7 +1,7 @@
 // What the tests of saved sets share.
 #pragma once
 
-#include "platform/folder_browser.h"
+#include "platform/desktop/folder_browser.h"
 #include "sets/set_list_test.h"
 
 #include <functional>

@@ -1,4 +1,4 @@
-#include "platform/printing.h"
+#include "platform/paper/printing.h"
 #include "sets/set_list_test.h"
 
 #include <QFile>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "sets/frm_set_list.h"
-#include "sets/set_grid.h"
+#include "sets/rules/set_grid.h"
 #include "support/grid_hands.h"
 #include "support/printed.h"
 #include "support/registry.h"

@@ -1,6 +1,6 @@
 // Saving a set, the played record, loading a set.
+#include "sets/rules/set_grid.h"
 #include "sets/saved_set_test.h"
-#include "sets/set_grid.h"
 
 #include <QFile>
 

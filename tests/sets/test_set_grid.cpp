@@ -1,5 +1,5 @@
 // Laying out a set, and its design.
-#include "sets/set_grid.h"
+#include "sets/rules/set_grid.h"
 #include "sets/set_list_test.h"
 
 #include <QFile>

@@ -1,5 +1,5 @@
 // The charts of a set's songs, gathered, printed and mailed.
-#include "charts/chart_page.h"
+#include "charts/rules/chart_page.h"
 #include "mail/frm_email.h"
 #include "sets/frm_song_collection.h"
 #include "sets/set_list_test.h"

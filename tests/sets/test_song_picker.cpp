@@ -1,5 +1,5 @@
 // Finding songs in the set window.
-#include "sets/set_grid.h"
+#include "sets/rules/set_grid.h"
 #include "sets/set_list_test.h"
 
 #include <QFile>

@@ -1,6 +1,6 @@
 // Hearing a song while picking.
-#include "platform/theme.h"
-#include "sets/set_grid.h"
+#include "platform/theme/theme.h"
+#include "sets/rules/set_grid.h"
 #include "sets/set_list_test.h"
 #include "support/sound_file.h"
 #include "trees.h"

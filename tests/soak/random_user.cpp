@@ -1,10 +1,10 @@
 #include "soak/random_user.h"
 
 #include "mail/frm_email.h"
-#include "platform/desktop.h"
-#include "platform/printing.h"
-#include "platform/sheet_view.h"
-#include "platform/theme.h"
+#include "platform/desktop/desktop.h"
+#include "platform/grid_view/sheet_view.h"
+#include "platform/paper/printing.h"
+#include "platform/theme/theme.h"
 #include "soak/watchdog.h"
 
 #include <QApplication>

@@ -4,10 +4,10 @@
 // hang, leak, make the toolkit warn, leave a statement open or the hourglass on; only what is told
 // in the box of a run-time error may end the program, which is started again over the same folder
 // then.
-#include "core/database.h"
-#include "platform/desktop.h"
-#include "platform/printing.h"
-#include "platform/theme.h"
+#include "core/data/database.h"
+#include "platform/desktop/desktop.h"
+#include "platform/paper/printing.h"
+#include "platform/theme/theme.h"
 #include "soak/random_user.h"
 #include "soak/watchdog.h"
 #include "team/frm_schedule.h"

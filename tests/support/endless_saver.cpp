@@ -1,8 +1,8 @@
 #include "support/endless_saver.h"
 
-#include "core/database.h"
-#include "core/frm_mdi.h"
-#include "core/paths.h"
+#include "core/data/database.h"
+#include "core/data/paths.h"
+#include "core/shell/frm_mdi.h"
 #include "sets/frm_set_list.h"
 #include "support/answers.h"
 

@@ -3,7 +3,7 @@
 #include "catalogue/frm_song_admin.h"
 #include "charts/frm_transpose.h"
 #include "charts/sheet_music.h"
-#include "core/frm_about.h"
+#include "core/shell/frm_about.h"
 #include "mail/frm_email.h"
 #include "maintenance/frm_backup.h"
 #include "maintenance/frm_notes.h"

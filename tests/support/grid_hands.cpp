@@ -1,6 +1,6 @@
 #include "support/grid_hands.h"
 
-#include "platform/sheet_view.h"
+#include "platform/grid_view/sheet_view.h"
 #include "support/world.h"
 
 #include <QApplication>

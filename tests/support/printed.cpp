@@ -1,6 +1,6 @@
 #include "support/printed.h"
 
-#include "platform/printing.h"
+#include "platform/paper/printing.h"
 
 #include <QDir>
 #include <QProcess>

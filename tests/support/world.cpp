@@ -1,9 +1,9 @@
 #include "support/world.h"
 
-#include "core/database.h"
-#include "core/dates.h"
-#include "core/paths.h"
-#include "platform/desktop.h"
+#include "core/data/database.h"
+#include "core/data/dates.h"
+#include "core/data/paths.h"
+#include "platform/desktop/desktop.h"
 #include "trees.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 // A fresh world for each test: a program folder of its own, a day, answers, a statement log.
 #pragma once
 
-#include "core/frm_mdi.h"
+#include "core/shell/frm_mdi.h"
 #include "support/answers.h"
 
 #include <QDate>

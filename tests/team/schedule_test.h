@@ -5,7 +5,7 @@
 #include "support/registry.h"
 #include "support/world.h"
 #include "team/frm_schedule.h"
-#include "team/schedule_rows.h"
+#include "team/rules/schedule_rows.h"
 
 // A person as the row is written; "NULL" as a value stores none.
 struct PersonRow {

@@ -1,0 +1,160 @@
+#include "charts/rules/chart_import.h"
+
+#include "charts/rules/chart_page.h"
+#include "core/data/paths.h"
+#include "core/data/run_time_error.h"
+
+#include <QFile>
+#include <QStringDecoder>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+constexpr qint64 MostBytes = 64 << 20;   // far more than the list can take
+constexpr qint64 LeastBytes = 64 << 10;  // of what does not tell its size
+constexpr size_t MarkedRows = 100;
+constexpr size_t ChordsOfLine = 30;
+constexpr int LastImportRow = 40;
+
+// What the western code page 1252 has at 0x80 to 0x9f, where Latin-1 has controls.
+constexpr std::array<char16_t, 32> WesternSigns = {
+    0x20ac, 0x0081, 0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008d, 0x017d, 0x008f, 0x0090, 0x2018, 0x2019, 0x201c, 0x201d, 0x2022,
+    0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0x009d, 0x017e, 0x0178};
+
+QString fromWestern(QByteArrayView bytes) {
+    QString text = QString::fromLatin1(bytes);
+    for (QChar& c : text)
+        if (c.unicode() >= 0x80 && c.unicode() <= 0x9f) c = WesternSigns[c.unicode() - 0x80];
+    return text;
+}
+
+// Each line is UTF-8 where it can be.
+QString decoded(QByteArrayView line) {
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    const QString text = utf8(line);
+    return utf8.hasError() ? fromWestern(line) : text;
+}
+
+// The file's bytes, those of UTF-16 turned into UTF-8.
+QByteArray readBytes(const QString& path) {
+    QFile file(resolvedPath(path));
+    if (!file.open(QIODevice::ReadOnly)) return {};
+    // A read takes the room that it asks for at once.
+    QByteArray bytes = file.read(std::clamp(file.size(), LeastBytes, MostBytes));
+    if (bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff")) {
+        QStringDecoder utf16(QStringDecoder::Utf16);
+        const QString text = utf16(bytes);
+        bytes = text.toUtf8();
+    } else if (bytes.startsWith("\xef\xbb\xbf")) {
+        bytes.remove(0, 3);
+    }
+    return bytes;
+}
+
+int colourOf(SheetGrid& list, int col, int row) {
+    list.Col(col);
+    list.Row(row);
+    return list.BackColor();
+}
+
+// The kinds of lines that can be marked.
+struct LineKind {
+    QChar letter;
+    int colour;
+};
+
+constexpr std::array<LineKind, 3> LineKinds = {
+    {{u't', TitleMark}, {u'c', ChordMark}, {u'l', LyricMark}}};
+
+using RowKinds = std::array<QChar, MarkedRows + 1>;
+
+RowKinds kindsOf(SheetGrid& list) {
+    RowKinds rowKinds{};
+    for (int i = 1; i <= list.DataRowCnt(); ++i) {
+        const int colour = colourOf(list, 1, i);
+        for (const LineKind& kind : LineKinds) {
+            if (colour != kind.colour) continue;
+            if (size_t(i) > MarkedRows) throw RunTimeError(RunTimeError::SubscriptOutOfRange);
+            rowKinds.at(size_t(i)) = kind.letter;
+        }
+    }
+    return rowKinds;
+}
+
+// The chords of a line; where they stood in it is not kept.
+QStringList chordTokens(QString line) {
+    line.replace(QLatin1Char(' '), QLatin1Char(':')).replace(QLatin1Char('\t'), QLatin1Char(':'));
+    QStringList tokens = line.split(QLatin1Char(':'), Qt::SkipEmptyParts);
+    if (size_t(tokens.size()) > ChordsOfLine) throw RunTimeError(RunTimeError::SubscriptOutOfRange);
+    return tokens;
+}
+
+}  // namespace
+
+void listLines(SheetGrid& list, const QString& path) {
+    list.ClearRange(-1, -1, -1, -1, true);
+    const QByteArray bytes = readBytes(path);
+    int row = list.DataRowCnt();
+    qsizetype start = 0;
+    while (start < bytes.size() && row < list.MaxRows()) {
+        qsizetype end = start;
+        while (end < bytes.size() && bytes[end] != '\r' && bytes[end] != '\n') ++end;
+        const QString line = decoded(QByteArrayView(bytes).sliced(start, end - start));
+        if (!line.isEmpty()) list.SetText(1, ++row, line);
+        start = end + 1;
+    }
+}
+
+void markLine(SheetGrid& list, int col, int row, const QString& importMode) {
+    const int colour = colourOf(list, col, row);
+    if (importMode == QLatin1String("title"))
+        list.BackColor(TitleMark);  // also on a second click, which takes no title's mark off
+    else if (importMode == QLatin1String("chords"))
+        list.BackColor(colour == ChordMark ? White : ChordMark);
+    else if (importMode == QLatin1String("lyrics"))
+        list.BackColor(colour == LyricMark ? White : LyricMark);
+}
+
+void clearMarks(SheetGrid& list) {
+    const int rows = list.DataRowCnt();
+    list.Col(1);
+    for (int row = 1; row <= rows; ++row) {
+        list.Row(row);
+        list.BackColor(White);
+    }
+}
+
+void layMarkedLines(SheetGrid& list, SheetGrid& chart, const std::function<void()>& addPage) {
+    const RowKinds rowKinds = kindsOf(list);
+    int titleRow = 1;
+    int chordRow = FirstChordRow;
+    int lyricRow = FirstLyricRow;
+    for (int i = 1; i <= int(MarkedRows); ++i) {
+        // Only the lyrics decide on a new page, and nothing pairs a chord line with its lyric line.
+        if (lyricRow > LastImportRow) {
+            addPage();
+            chart.ActiveSheet(chart.SheetCount());
+            lyricRow = FirstLyricRow;
+            chordRow = FirstChordRow;
+        }
+        const QChar kind = rowKinds.at(size_t(i));
+        if (kind.isNull()) {
+            if (i == list.DataRowCnt() + 1) break;
+            continue;
+        }
+        const QString text = list.GetText(1, i).trimmed();
+        if (kind == u't') {
+            chart.SetText(1, titleRow++, text);
+        } else if (kind == u'l') {
+            chart.SetText(1, lyricRow, text);
+            lyricRow += 2;
+        } else {
+            const QStringList chords = chordTokens(text);
+            for (int k = 1; k <= int(chords.size()); ++k) chart.SetText(k, chordRow, chords[k - 1]);
+            chordRow += 2;
+        }
+    }
+}

@@ -1,0 +1,219 @@
+#include "core/data/database.h"
+
+#include "core/data/collation.h"
+#include "core/data/database_handle.h"
+#include "core/data/database_upgrade.h"
+#include "core/data/paths.h"
+#include "core/data/run_time_error.h"
+
+#include <QStringDecoder>
+
+#include <cstring>
+#include <utility>
+
+Connection dbConn;
+
+namespace {
+
+int collate(void*, int sizeA, const void* a, int sizeB, const void* b) {
+    return compareTexts({static_cast<const char*>(a), static_cast<size_t>(sizeA)},
+                        {static_cast<const char*>(b), static_cast<size_t>(sizeB)});
+}
+
+// Statements read and write rows, and nothing else.
+int authorize(void*, int action, const char*, const char*, const char*, const char*) {
+    switch (action) {
+        case SQLITE_SELECT:
+        case SQLITE_READ:
+        case SQLITE_INSERT:
+        case SQLITE_UPDATE:
+        case SQLITE_DELETE:
+        case SQLITE_FUNCTION:
+        case SQLITE_RECURSIVE:
+            return SQLITE_OK;
+        default:
+            return SQLITE_DENY;
+    }
+}
+
+[[noreturn]] void refuse(sqlite3* handle) {
+    throw RunTimeError(RunTimeError::StatementRefused, QString::fromUtf8(sqlite3_errmsg(handle)));
+}
+
+// A stored text as it is: a plain conversion takes a byte order mark at its start away.
+QString storedText(const char* text, qsizetype size) {
+    const QByteArrayView bytes(text, size);
+    if (!bytes.startsWith("\xef\xbb\xbf")) return QString::fromUtf8(bytes);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return decoder(bytes);
+}
+
+bool isBlank(const char* text) {
+    for (; *text; ++text)
+        if (!std::strchr(" \t\r\n;", *text)) return false;
+    return true;
+}
+
+// "DELETE * FROM songs" says the same as "DELETE FROM songs".
+QByteArray storesForm(const QString& source) {
+    QByteArray text = source.toUtf8();
+    qsizetype at = 0;
+    const auto skipBlanks = [&] {
+        while (at < text.size() && std::strchr(" \t\r\n", text[at])) ++at;
+    };
+    skipBlanks();
+    if (qstrnicmp(text.constData() + at, "delete", 6) != 0) return text;
+    at += 6;
+    skipBlanks();
+    if (at < text.size() && text[at] == '*') text[at] = ' ';
+    return text;
+}
+
+void setUp(sqlite3* handle) {
+    sqlite3_busy_timeout(handle, LockWait);
+    sqlite3_create_collation_v2(handle, "NOCASE", SQLITE_UTF8, nullptr, collate, nullptr);
+    // The journal is gone from the folder, and the folder on the disk, before a statement returns.
+    sqlite3_exec(handle, "PRAGMA journal_mode = DELETE; PRAGMA synchronous = EXTRA", nullptr,
+                 nullptr, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_set_authorizer(handle, authorize, nullptr);
+}
+
+}  // namespace
+
+Connection::~Connection() { Close(); }
+
+void Connection::Open(const QString& path) {
+    if (m_handle) throw RunTimeError(RunTimeError::ObjectIsOpen);
+    const QString file = resolvedPath(path);
+    sqlite3* handle = nullptr;
+    int result =
+        sqlite3_open_v2(file.toUtf8().constData(), &handle, SQLITE_OPEN_READWRITE, nullptr);
+    if (result == SQLITE_OK) {
+        setUp(handle);
+        // Opening reads nothing: a first look tells whether the file is a database.
+        sqlite3_set_authorizer(handle, nullptr, nullptr);
+        result =
+            sqlite3_exec(handle, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
+        sqlite3_set_authorizer(handle, authorize, nullptr);
+    }
+    if (result != SQLITE_OK && result != SQLITE_BUSY) {
+        const QString why = QString::fromUtf8(sqlite3_errmsg(handle));
+        sqlite3_close(handle);
+        failToOpen(file, why);
+    }
+    m_handle = handle;
+}
+
+void Connection::Close() {
+    sqlite3_close_v2(m_handle);
+    m_handle = nullptr;
+}
+
+void openDatabase() {
+    const QString file = programFolder() + QStringLiteral("\\db1.mdb");
+    upgradeDatabase(file);
+    dbConn.Open(file);
+}
+
+Recordset::Recordset(Recordset&& other) noexcept
+    : m_handle(other.m_handle),
+      m_statement(std::exchange(other.m_statement, nullptr)),
+      m_names(std::move(other.m_names)),
+      m_onRow(std::exchange(other.m_onRow, false)) {}
+
+Recordset::~Recordset() { Close(); }
+
+void Recordset::Open(const QString& source, Connection& connection, CursorType cursor,
+                     LockType lock, int options) {
+    Q_UNUSED(options)
+    if (m_statement) throw RunTimeError(RunTimeError::ObjectIsOpen);
+    if (!connection.m_handle) throw RunTimeError(RunTimeError::ObjectIsClosed);
+    m_handle = connection.m_handle;
+    if (connection.m_callback) connection.m_callback(source, cursor, lock);
+    const QByteArray text = storesForm(source);
+    const char* rest = nullptr;
+    // A text is read to its first zero: what stands behind one would be left out in silence.
+    if (text.contains('\0'))
+        throw RunTimeError(RunTimeError::StatementRefused,
+                           QStringLiteral("The statement holds a character that ends it early."));
+    if (sqlite3_prepare_v2(m_handle, text.constData(), int(text.size()) + 1, &m_statement, &rest) !=
+        SQLITE_OK)
+        refuse(m_handle);
+    if (!m_statement || !isBlank(rest)) {
+        Close();
+        throw RunTimeError(RunTimeError::StatementRefused,
+                           QStringLiteral("A call runs one statement, and this is none or more."));
+    }
+    m_names.clear();
+    for (int i = 0; i < sqlite3_column_count(m_statement); ++i)
+        m_names.push_back(QString::fromUtf8(sqlite3_column_name(m_statement, i)));
+    step();
+    if (m_names.empty()) Close();
+}
+
+void Recordset::step() {
+    const int result = sqlite3_step(m_statement);
+    m_onRow = result == SQLITE_ROW;
+    if (m_onRow || result == SQLITE_DONE) return;
+    const RunTimeError error(RunTimeError::StatementRefused,
+                             QString::fromUtf8(sqlite3_errmsg(m_handle)));
+    Close();
+    throw error;
+}
+
+bool Recordset::EOF_() const {
+    if (!m_statement) throw RunTimeError(RunTimeError::ObjectIsClosed);
+    return !m_onRow;
+}
+
+QString Recordset::Fields(QAnyStringView name) const {
+    if (EOF_()) throw RunTimeError(RunTimeError::NoCurrentRecord);
+    for (size_t i = 0; i < m_names.size(); ++i) {
+        if (QAnyStringView::compare(m_names[i], name, Qt::CaseInsensitive) != 0) continue;
+        const int column = static_cast<int>(i);
+        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
+        return storedText(text, sqlite3_column_bytes(m_statement, column));
+    }
+    throw RunTimeError(RunTimeError::NoSuchItem,
+                       QStringLiteral("The result has no field \"%1\".").arg(name.toString()));
+}
+
+void Recordset::MoveNext() {
+    if (EOF_()) throw RunTimeError(RunTimeError::NoCurrentRecord);
+    step();
+}
+
+void Recordset::MoveFirst() {
+    if (!m_statement) throw RunTimeError(RunTimeError::ObjectIsClosed);
+    sqlite3_reset(m_statement);
+    step();
+    if (!m_onRow) throw RunTimeError(RunTimeError::NoCurrentRecord);
+}
+
+void Recordset::Close() {
+    sqlite3_finalize(m_statement);
+    m_statement = nullptr;
+    m_onRow = false;
+}
+
+Recordset select(const QString& source) {
+    Recordset rows;
+    rows.Open(source, dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    return rows;
+}
+
+void execute(const QString& source, LockType lock) {
+    Recordset().Open(source, dbConn, CursorType::Dynamic, lock);
+}
+
+QString preference(const QString& name) {
+    return select(QStringLiteral("SELECT * FROM prefs WHERE var_name = '") + name +
+                  QLatin1Char('\''))
+        .Fields("var_value");
+}
+
+void storePreference(const QString& name, const QString& value) {
+    execute(QStringLiteral("UPDATE prefs SET var_value = '") + value +
+            QStringLiteral("' WHERE var_name = '") + name + QLatin1Char('\''));
+}

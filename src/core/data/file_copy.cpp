@@ -1,0 +1,69 @@
+#include "core/data/file_copy.h"
+
+#include "core/data/paths.h"
+#include "core/data/run_time_error.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+[[noreturn]] void fail(RunTimeError::Number number, const char* why, const QString& path) {
+    throw RunTimeError(number, QString::fromLatin1(why).arg(QDir::toNativeSeparators(path)));
+}
+
+void needFolder(const QString& path) {
+    if (!QFileInfo(path).isDir())
+        fail(RunTimeError::PathNotFound, "Path not found: the folder \"%1\" is missing.", path);
+}
+
+void copyEntries(const QString& source, const QString& target) {
+    if (!QDir().mkpath(target))
+        fail(RunTimeError::PermissionDenied, "Permission denied: \"%1\" cannot be made.", target);
+    const auto entries =
+        QDir(source).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    for (const QFileInfo& entry : entries) {
+        const QString copy = target + QLatin1Char('/') + entry.fileName();
+        if (entry.isDir())
+            copyEntries(entry.filePath(), copy);
+        else
+            copyFile(entry.filePath(), copy);
+    }
+}
+
+}  // namespace
+
+void copyFile(const QString& source, const QString& target) {
+    const QFileInfo from(resolvedPath(source));
+    const QFileInfo to(resolvedPath(target));
+    if (!from.isFile())
+        fail(RunTimeError::FileNotFound, "File not found: \"%1\".", from.filePath());
+    needFolder(to.path());
+    if (to.exists() && from.canonicalFilePath() == to.canonicalFilePath())
+        fail(RunTimeError::PermissionDenied,
+             "Permission denied: \"%1\" cannot be copied onto itself.", from.filePath());
+    QFile file(from.filePath());
+    if (!file.open(QIODevice::ReadOnly))
+        fail(RunTimeError::PermissionDenied, "Permission denied: \"%1\" cannot be read.",
+             from.filePath());
+    const QByteArray content = file.readAll();
+    if (file.error() != QFileDevice::NoError || !replaceFile(to.filePath(), content))
+        fail(RunTimeError::PermissionDenied, "Permission denied: \"%1\" cannot be written.",
+             to.filePath());
+}
+
+void copyFolder(const QString& source, const QString& target) {
+    const QString from = resolvedPath(source);
+    const QString to = resolvedPath(target);
+    needFolder(from);
+    needFolder(QFileInfo(to).path());
+    // A folder in itself would be copied without end.
+    const QString inFolder = QFileInfo(to).exists()
+                                 ? QFileInfo(to).canonicalFilePath()
+                                 : QFileInfo(QFileInfo(to).path()).canonicalFilePath();
+    if (liesIn(inFolder, QFileInfo(from).canonicalFilePath()))
+        fail(RunTimeError::PermissionDenied,
+             "Permission denied: the folder \"%1\" cannot be copied into itself.", from);
+    copyEntries(from, to);
+}

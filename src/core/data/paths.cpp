@@ -1,0 +1,116 @@
+#include "core/data/paths.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStandardPaths>
+#include <QTemporaryFile>
+
+#include <algorithm>
+
+namespace {
+
+QString g_folder;
+
+bool canWriteIn(const QString& folder) {
+    QTemporaryFile probe(folder + QStringLiteral("/.write-XXXXXX"));
+    return probe.open();
+}
+
+qsizetype lastSeparator(const QString& path) {
+    return std::max(path.lastIndexOf(QLatin1Char('/')), path.lastIndexOf(QLatin1Char('\\')));
+}
+
+QByteArray contentOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// The copy is all of the file, or is not there at all.
+void copyWhole(const QString& from, const QString& to) {
+    QFile file(from);
+    if (file.open(QIODevice::ReadOnly)) replaceFile(to, file.readAll());
+}
+
+// What the program brings along in config, the guide above all, is that of its version. What it
+// writes there itself has other names.
+void renewConfig(const QString& delivered, const QString& folder) {
+    const QDir from(delivered + QStringLiteral("/config"));
+    const QDir to(folder + QStringLiteral("/config"));
+    QDirIterator files(from.path(), QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString file = files.next();
+        const QString target = to.filePath(from.relativeFilePath(file));
+        if (contentOf(file) != contentOf(target)) copyWhole(file, target);
+    }
+}
+
+QString chooseFolder() {
+    const QString own = QCoreApplication::applicationDirPath();
+    // A package keeps what it delivers in a folder of its own, so that a newer one that is laid
+    // over it touches no work.
+    QString delivered = own + QStringLiteral("/delivered");
+    if (!QFileInfo(delivered).isDir()) delivered = own;
+    // An installed program never keeps data beside itself, even where it may (for the superuser):
+    // they would go with it.
+    const bool installed = QFile::exists(own + QStringLiteral("/.installed"));
+    QString folder = own;
+    if (installed || !canWriteIn(own))
+        folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                 QStringLiteral("/lorvanite");
+    if (folder != delivered) {
+        copyTree(delivered, folder);
+        renewConfig(delivered, folder);
+    }
+    return folder;
+}
+
+}  // namespace
+
+QString programFolder() {
+    if (g_folder.isEmpty()) g_folder = chooseFolder();
+    return g_folder;
+}
+
+void setProgramFolder(const QString& folder) { g_folder = folder; }
+
+void copyTree(const QString& from, const QString& to) {
+    QDir().mkpath(to);
+    const auto entries = QDir(from).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    for (const QFileInfo& entry : entries) {
+        const QString target = to + QLatin1Char('/') + entry.fileName();
+        if (entry.isDir()) {
+            copyTree(entry.filePath(), target);
+        } else if (!entry.isExecutable() && !QFile::exists(target)) {
+            copyWhole(entry.filePath(), target);
+        }
+    }
+}
+
+QString resolvedPath(const QString& path) {
+    if (QFile::exists(path)) return path;
+    QString plain = path;
+    plain.replace(QLatin1Char('\\'), QLatin1Char('/'));
+    return plain;
+}
+
+QString fileNameOf(const QString& path) { return path.mid(lastSeparator(path) + 1); }
+
+QString folderOf(const QString& path) {
+    return path.left(std::max<qsizetype>(lastSeparator(path), 0));
+}
+
+bool liesIn(const QString& path, const QString& folder) {
+    return folder.endsWith(QLatin1Char('/'))
+               ? path.startsWith(folder)
+               : (path + QLatin1Char('/')).startsWith(folder + QLatin1Char('/'));
+}
+
+bool replaceFile(const QString& path, const QByteArray& content) {
+    QSaveFile file(resolvedPath(path));
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() &&
+           file.commit();
+}

@@ -1,0 +1,10 @@
+#include "core/grid/sheet_grid_dates.h"
+
+void setUpDateCells(SheetGrid& grid, int col, int row) {
+    grid.Col(col);
+    grid.Row(row);
+    grid.CellType(CellKind::Date);
+    grid.TypeDateCentury(false);
+    grid.TypeDateFormat(2);
+    grid.TypeSpin(true);
+}

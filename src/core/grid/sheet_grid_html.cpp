@@ -1,0 +1,241 @@
+#include "core/data/paths.h"
+#include "core/grid/sheet_grid_data.h"
+
+#include <QFile>
+
+#include <cmath>
+
+namespace {
+
+// Readers' fonts run wider than ours, so a unit of width is wider than on the screen.
+constexpr double PixelsPerUnit = 8.215;
+constexpr double PixelsPerPoint = 96.0 / 72;
+
+QByteArray colourName(int colour) {
+    const int value = (colour & 0xFF) << 16 | (colour & 0xFF00) | (colour >> 16 & 0xFF);
+    return '#' + QByteArray::number(value, 16).rightJustified(6, '0');
+}
+
+// A text as the table shows it: its line ends as breaks, rows of blanks kept.
+void appendText(QByteArray& html, const QString& text) {
+    const QByteArray bytes = text.toUtf8();
+    char before = ' ';  // blanks at the start of a line are kept, too
+    bool afterReturn = false;
+    for (char c : bytes) {
+        if (c == '\n' && afterReturn) {
+            afterReturn = false;
+            continue;
+        }
+        afterReturn = c == '\r';
+        if (c == '\t') c = ' ';
+        if (c == '&') {
+            html += "&amp;";
+        } else if (c == '<') {
+            html += "&lt;";
+        } else if (c == '>') {
+            html += "&gt;";
+        } else if (c == '"') {
+            html += "&quot;";
+        } else if (c == '\r' || c == '\n') {
+            html += "<BR>";
+            c = ' ';
+        } else if (c == ' ' && before == ' ') {
+            html += "&nbsp;";
+        } else if (uchar(c) >= ' ') {
+            html += c;
+        }
+        before = c;
+    }
+}
+
+QByteArray borderStyle(const char* side, const CellBorder& border) {
+    if (border.style == BorderStyle::None) return {};
+    return QByteArray("border-") + side + ":1px solid " + colourName(border.colour) + ';';
+}
+
+// What all cells of one format have in common: the tag up to its end, without it, and what stands
+// about the text.
+struct CellTag {
+    QByteArray open;
+    const char* before = "";
+    const char* after = "";
+};
+
+CellTag tagOf(const CellFormat& format) {
+    CellTag tag;
+    tag.open = "<TD";
+    if (format.hAlign == HAlign::Centre) tag.open += " ALIGN=CENTER";
+    if (format.hAlign == HAlign::Right) tag.open += " ALIGN=RIGHT";
+    if (format.backColor != White) tag.open += " BGCOLOR=\"" + colourName(format.backColor) + '"';
+    QByteArray style;
+    if (format.hasForeColor) style += "color:" + colourName(format.foreColor) + ';';
+    // Dark on light also where the reader's own text is light.
+    else if (format.backColor != White)
+        style += "color:#000000;";
+    if (!format.fontName.isEmpty()) {
+        QString name = format.fontName;
+        for (const char* no : {"'", "\"", "&", "<", ">", ";"}) name.remove(QLatin1String(no));
+        style += "font-family:'" + name.toUtf8() + "',sans-serif;";
+    }
+    if (format.fontSize > 0) style += "font-size:" + QByteArray::number(format.fontSize) + "pt;";
+    style += borderStyle("left", format.left) + borderStyle("top", format.top) +
+             borderStyle("right", format.right) + borderStyle("bottom", format.bottom);
+    if (!style.isEmpty()) tag.open += " STYLE=\"" + style + '"';
+    if (format.fontBold) {
+        tag.before = "<B>";
+        tag.after = "</B>";
+    }
+    return tag;
+}
+
+// A number as short as it can be written.
+QByteArray numbered(double value) { return QByteArray::number(value, 'g', 4); }
+
+class HtmlTable {
+public:
+    HtmlTable(const SheetGrid& grid, const SheetData& page, const GridArea& area);
+
+    QByteArray page();
+
+private:
+    void appendOpening();
+    void appendRow(int row);
+    void appendCell(int col, int row, const GridCell* cell);
+    const CellTag& tag(int col, int row, const GridCell* cell);
+    QString firstText() const;
+
+    struct Col {
+        bool hidden;
+        int format;
+        double width;
+    };
+
+    const SheetGrid& m_grid;
+    const SheetData& m_page;
+    const GridArea m_area;
+    const int m_sheet;
+    std::vector<Col> m_cols;
+    int m_rowFormat = -1;
+    QByteArray m_html;
+    std::map<std::array<int, 3>, CellTag> m_tags;
+};
+
+HtmlTable::HtmlTable(const SheetGrid& grid, const SheetData& page, const GridArea& area)
+    : m_grid(grid), m_page(page), m_area(area), m_sheet(grid.Sheet()) {
+    for (int col = area.col; col <= area.col2; ++col) {
+        const GridLine& line = page.colLine(col);
+        m_cols.push_back({line.hidden, line.format, line.hidden ? 0 : line.size});
+    }
+}
+
+// The page's title: its first text.
+QString HtmlTable::firstText() const {
+    for (int row = m_area.row; row <= m_area.row2; ++row)
+        for (int col = m_area.col; col <= m_area.col2; ++col) {
+            const GridCell* cell = m_page.cell(col, row);
+            if (cell && !cell->text.isEmpty()) return cell->text;
+        }
+    return QStringLiteral("Lorvanite");
+}
+
+// The tags "<HTML>" and "</TABLE>" stand on lines of their own, and the table's tag on one: what
+// goes into a mail is worked on by lines.
+QByteArray HtmlTable::page() {
+    m_html.reserve(64 * (m_area.row2 - m_area.row + 1) * qsizetype(m_cols.size()) + 1024);
+    m_html +=
+        "<HTML>\n<HEAD>\n<META HTTP-EQUIV=\"Content-Type\" CONTENT=\"text/html; "
+        "charset=utf-8\">\n<TITLE>";
+    appendText(m_html, firstText().simplified());
+    m_html += "</TITLE>\n</HEAD>\n<BODY BGCOLOR=\"#ffffff\">\n";
+    appendOpening();
+    for (int row = m_area.row; row <= m_area.row2; ++row)
+        if (!m_page.rowLine(row).hidden) appendRow(row);
+    m_html += "</TABLE>\n</BODY>\n</HTML>\n";
+    return m_html;
+}
+
+void HtmlTable::appendOpening() {
+    double units = 0;
+    for (const Col& col : m_cols) units += col.width;
+    const int width = int(std::lround(units * PixelsPerUnit));
+    m_html += "<TABLE CELLSPACING=0 CELLPADDING=0 BORDER=0 WIDTH=" + QByteArray::number(width) +
+              " STYLE=\"border-collapse:collapse;color:#000000;font-family:Arial,sans-serif;"
+              "font-size:10pt";
+    if (m_grid.AllowCellOverflow()) m_html += ";table-layout:fixed;white-space:nowrap";
+    m_html += "\">\n";
+    for (const Col& col : m_cols) {
+        if (!col.hidden && units > 0)
+            m_html += "<COL WIDTH=\"" + numbered(100 * col.width / units) + "%\">";
+    }
+    m_html += '\n';
+}
+
+void HtmlTable::appendRow(int row) {
+    const GridLine& line = m_page.rowLine(row);
+    m_rowFormat = line.format;
+    m_html += "<TR STYLE=\"height:" + QByteArray::number(std::lround(line.size * PixelsPerPoint)) +
+              "px\">";
+    for (int col = m_area.col; col <= m_area.col2; ++col) {
+        if (!m_cols[size_t(col - m_area.col)].hidden) appendCell(col, row, m_page.cell(col, row));
+    }
+    m_html += "</TR>\n";
+}
+
+void HtmlTable::appendCell(int col, int row, const GridCell* cell) {
+    const CellSpan* span = m_page.spanAt(col, row);
+    int cols = 1;
+    int rows = 1;
+    if (span) {
+        // The first cell of a span that is seen stands for all of it.
+        const int lastCol = std::min(span->col + span->cols - 1, m_area.col2);
+        const int lastRow = std::min(span->row + span->rows - 1, m_area.row2);
+        for (int c = std::max(span->col, m_area.col); c < col; ++c)
+            if (!m_cols[size_t(c - m_area.col)].hidden) return;
+        for (int r = std::max(span->row, m_area.row); r < row; ++r)
+            if (!m_page.rowLine(r).hidden) return;
+        for (int c = col + 1; c <= lastCol; ++c) cols += !m_cols[size_t(c - m_area.col)].hidden;
+        for (int r = row + 1; r <= lastRow; ++r) rows += !m_page.rowLine(r).hidden;
+        col = span->col;
+        row = span->row;
+        cell = m_page.cell(col, row);
+    }
+    const CellTag& look = tag(col, row, cell);
+    m_html += look.open;
+    if (cols > 1) m_html += " COLSPAN=" + QByteArray::number(cols);
+    if (rows > 1) m_html += " ROWSPAN=" + QByteArray::number(rows);
+    m_html += '>';
+    if (!cell || cell->text.isEmpty()) {
+        m_html += "&nbsp;";
+    } else {
+        m_html += look.before;
+        appendText(m_html, cell->text);
+        m_html += look.after;
+    }
+    m_html += "</TD>";
+}
+
+const CellTag& HtmlTable::tag(int col, int row, const GridCell* cell) {
+    const int colFormat =
+        col >= m_area.col ? m_cols[size_t(col - m_area.col)].format : m_page.colLine(col).format;
+    const int rowFormat = row >= m_area.row ? m_rowFormat : m_page.rowLine(row).format;
+    const std::array<int, 3> key{cell ? cell->format : -1, rowFormat, colFormat};
+    const auto known = m_tags.find(key);
+    if (known != m_tags.end()) return known->second;
+    CellFormat format = m_page.resolved(col, row);
+    const CellBorder gridLine{BorderStyle::Solid, RGB(216, 210, 195)};
+    if (m_grid.GridShowHoriz() && format.bottom.style == BorderStyle::None)
+        format.bottom = gridLine;
+    if (m_grid.GridShowVert() && format.right.style == BorderStyle::None) format.right = gridLine;
+    return m_tags.emplace(key, tagOf(format)).first->second;
+}
+
+}  // namespace
+
+bool SheetGrid::ExportRangeToHTML(int col, int row, int col2, int row2, const QString& path,
+                                  bool append, const QString&) const {
+    const GridArea area = outputArea(*this, Sheet(), {col, row, col2, row2});
+    const QByteArray html = HtmlTable(*this, d->current(), area).page();
+    if (!append) return replaceFile(path, html);
+    QFile file(resolvedPath(path));
+    return file.open(QIODevice::Append) && file.write(html) == html.size() && file.flush();
+}

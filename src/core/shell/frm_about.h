@@ -1,0 +1,13 @@
+// The about box.
+#pragma once
+
+#include "platform/desktop/form.h"
+#include "ui_frm_about.h"
+
+class frmAbout : public Form<frmAbout>, public Ui::frmAbout {
+public:
+    frmAbout();
+
+private:
+    void cmdOK_Click();
+};

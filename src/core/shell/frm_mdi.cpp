@@ -1,0 +1,213 @@
+#include "core/shell/frm_mdi.h"
+
+#include "catalogue/frm_song_admin.h"
+#include "charts/sheet_music.h"
+#include "core/data/database.h"
+#include "core/data/dates.h"
+#include "core/data/paths.h"
+#include "core/shell/frm_about.h"
+#include "core/shell/frm_splash.h"
+#include "mail/frm_email.h"
+#include "maintenance/frm_backup.h"
+#include "maintenance/frm_notes.h"
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/message_box.h"
+#include "platform/theme/theme.h"
+#include "reports/frm_ccli.h"
+#include "reports/frm_history.h"
+#include "sets/frm_import_set.h"
+#include "sets/frm_past_sets.h"
+#include "sets/frm_set_list.h"
+#include "team/frm_schedule.h"
+#include "team/frm_special_music.h"
+
+#include <QCloseEvent>
+#include <QMdiSubWindow>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace {
+
+frmMDI* g_instance = nullptr;
+
+constexpr int UtilitiesLeft = 11505;  // twips
+constexpr int AboutMargin = 150;      // twips
+
+// Opens a module: on the screen first, in its place then.
+template <typename Module>
+void showModule() {
+    Module::instance().Show();
+    Module::instance().centre();
+}
+
+void centreOnScreen(QWidget& window) {
+    const QRect room = window.screen()->availableGeometry();
+    const QPoint place = room.center() - window.rect().center();
+    window.move(std::max(place.x(), room.x()), std::max(place.y(), room.y()));
+}
+
+}  // namespace
+
+frmMDI::frmMDI() {
+    setupUi(this);
+    g_instance = this;
+    // The bar's free button is made first; Qt takes it for the last already, going round the end.
+    setTabOrder(cmdSetList, cmdAbout);
+    setTabOrder(Command11, cmdAbout);
+    setMainWindow({this, mdiArea, SB, &CommonDlg});
+    dressButtons();
+    setUpUtilities();
+    wireModules();
+    openDatabase();
+    centreOnScreen(*this);
+    splash = new frmSplash(this);
+    splash->show();
+    showReminderNotes();
+}
+
+frmMDI::~frmMDI() {
+    setMainWindow({});
+    g_instance = nullptr;
+}
+
+frmMDI& frmMDI::instance() { return *g_instance; }
+
+void frmMDI::dressButtons() {
+    const struct {
+        QToolButton* button;
+        const char* icon;
+    } looks[] = {
+        {cmdSetList, "set-list"},
+        {cmdSongMgmt, "song-admin"},
+        {cmdHistory, "song-history"},
+        {cmdPastSets, "past-sets"},
+        {cmdSheetMusic, "sheet-music"},
+        {cmdEmail, "email"},
+        {cmdScheduling, "scheduling"},
+        {Command1, "notes"},
+        {Command10, "utilities"},
+        {cmdAbout, "about"},
+        {Command11, "help"},
+    };
+    for (const auto& look : looks) look.button->setIcon(themedIcon(QLatin1String(look.icon)));
+    setWindowIcon(themedIcon(QStringLiteral("app")));
+    mdiArea->setBackground(palette().brush(QPalette::Window));
+}
+
+void frmMDI::setUpUtilities() {
+    mnuUtilities.setTitle(QStringLiteral("Utilities"));
+    mnuSpecialMusic.setText(QStringLiteral("Special Music"));
+    mnuImportSet.setText(QStringLiteral("Import Set List"));
+    mnuBackupFiles.setText(QStringLiteral("Backup Files"));
+    mnuCCLI.setText(QStringLiteral("CCLI Report"));
+    mnuUtilities.addActions({&mnuSpecialMusic, &mnuImportSet, &mnuBackupFiles, &mnuCCLI});
+}
+
+void frmMDI::wireModules() {
+    onEvent(this, cmdSetList, &QToolButton::clicked, &frmMDI::cmdSetList_Click);
+    onEvent(this, cmdSongMgmt, &QToolButton::clicked, &frmMDI::cmdSongMgmt_Click);
+    onEvent(this, cmdHistory, &QToolButton::clicked, &frmMDI::cmdHistory_Click);
+    onEvent(this, cmdPastSets, &QToolButton::clicked, &frmMDI::cmdPastSets_Click);
+    onEvent(this, cmdSheetMusic, &QToolButton::clicked, &frmMDI::cmdSheetMusic_Click);
+    onEvent(this, cmdEmail, &QToolButton::clicked, &frmMDI::cmdEmail_Click);
+    onEvent(this, cmdScheduling, &QToolButton::clicked, &frmMDI::cmdScheduling_Click);
+    onEvent(this, Command1, &QToolButton::clicked, &frmMDI::Command1_Click);
+    onEvent(this, Command10, &QToolButton::clicked, &frmMDI::Command10_Click);
+    onEvent(this, Command11, &QToolButton::clicked, &frmMDI::Command11_Click);
+    onEvent(this, cmdAbout, &QToolButton::clicked, &frmMDI::cmdAbout_Click);
+    onEvent(this, &mnuSpecialMusic, &QAction::triggered, &frmMDI::mnuSpecialMusic_Click);
+    onEvent(this, &mnuImportSet, &QAction::triggered, &frmMDI::mnuImportSet_Click);
+    onEvent(this, &mnuBackupFiles, &QAction::triggered, &frmMDI::mnuBackupFiles_Click);
+    onEvent(this, &mnuCCLI, &QAction::triggered, &frmMDI::mnuCCLI_Click);
+}
+
+void frmMDI::showReminderNotes() {
+    Recordset rs = select(QStringLiteral("SELECT * FROM prefs WHERE var_name = 'NotesOnStartUp'"));
+    if (rs.EOF_()) return;
+    const QString wanted = rs.Fields("var_value");
+    rs.Close();
+    if (wanted != QLatin1String("true")) return;
+    Recordset notes = select(QStringLiteral("SELECT * FROM notes"));
+    QString text;
+    for (; !notes.EOF_(); notes.MoveNext()) {
+        // A note without a date that can be read is never due.
+        const auto notifyDate = parseDate(notes.Fields("notify_date"));
+        // Shown up to the day before the date, never on the date itself: this is meant.
+        if (notifyDate && today() < *notifyDate) text += notes.Fields("notes") + QLatin1Char('\r');
+    }
+    notes.Close();
+    if (!text.isEmpty()) messageBox(text, BoxIcon::Information, QStringLiteral("Reminder Notes"));
+}
+
+void frmMDI::cmdSetList_Click() {
+    frmSetList::instance().centre();
+    frmSetList::instance().Show();
+}
+
+void frmMDI::cmdSongMgmt_Click() {
+    setMousePointer(MousePointer::Hourglass);
+    frmSongAdmin::instance().Show();
+    doEvents();
+    frmSongAdmin::instance().loadSongMgmt();
+    frmSongAdmin::instance().centre();
+    setMousePointer(MousePointer::Arrow);
+}
+
+void frmMDI::cmdScheduling_Click() { showModule<frmSchedule>(); }
+
+void frmMDI::mnuSpecialMusic_Click() { showModule<frmSpecialMusic>(); }
+void frmMDI::mnuImportSet_Click() { showModule<frmImportSet>(); }
+void frmMDI::cmdPastSets_Click() { showModule<frmPastSets>(); }
+void frmMDI::cmdSheetMusic_Click() { showModule<SheetMusic>(); }
+void frmMDI::cmdHistory_Click() {
+    setMousePointer(MousePointer::Hourglass);
+    showModule<frmHistory>();
+    setMousePointer(MousePointer::Arrow);
+}
+
+void frmMDI::Command1_Click() {
+    frmNotes::instance().centre();
+    frmNotes::instance().Show();
+}
+
+void frmMDI::mnuBackupFiles_Click() { showModule<frmBackup>(); }
+void frmMDI::mnuCCLI_Click() { showModule<frmCCLI>(); }
+void frmMDI::cmdEmail_Click() { showModule<frmEmail>(); }
+
+void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }
+
+void frmMDI::Command10_Click() {
+    // The left edge is a fixed place and does not follow the button: this is meant.
+    const QPoint place(px(UtilitiesLeft), Command10->y() + Command10->height());
+    mnuUtilities.popup(picButHold->mapToGlobal(place));
+}
+
+void frmMDI::Command11_Click() {
+    CommonDlg.HelpCommand = 9;
+    CommonDlg.HelpFile = programFolder() + QStringLiteral("\\config\\LORVANITEHELP.hlp");
+    CommonDlg.ShowHelp();
+}
+
+void frmMDI::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    cmdAbout->move(width() - cmdAbout->width() - px(AboutMargin), cmdAbout->y());
+}
+
+void frmMDI::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (g_instance == this && event->type() == QEvent::PaletteChange)
+        mdiArea->setBackground(palette().brush(QPalette::Window));
+}
+
+void frmMDI::closeEvent(QCloseEvent* event) {
+    mdiArea->closeAllSubWindows();
+    // A module window that must not close now keeps the program.
+    for (const QMdiSubWindow* window : mdiArea->subWindowList()) {
+        if (!window->isVisible()) continue;
+        event->ignore();
+        return;
+    }
+    QMainWindow::closeEvent(event);
+    endProcess(0);
+}

@@ -1,0 +1,123 @@
+#include "platform/desktop/common_dialog.h"
+
+#include "core/data/paths.h"
+#include "core/data/run_time_error.h"
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/help_window.h"
+#include "platform/desktop/message_box.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMainWindow>
+
+#include <algorithm>
+
+namespace {
+
+struct FileFilter {
+    QString name;
+    QStringList patterns;
+};
+
+QList<FileFilter> filtersOf(const QString& filter) {
+    QList<FileFilter> filters;
+    const QStringList parts = filter.split(QLatin1Char('|'));
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
+        filters.append({parts[i].section(QLatin1Char('('), 0, 0).trimmed(),
+                        parts[i + 1].split(QLatin1Char(';'), Qt::SkipEmptyParts)});
+    return filters;
+}
+
+// One file's path, or the folder of several and their names in it, NUL between them.
+QString joinedNames(const QStringList& files) {
+    if (files.size() < 2) return QDir::toNativeSeparators(files.value(0));
+    const QDir folder = QFileInfo(files.first()).dir();
+    QStringList parts{folder.path()};
+    for (const QString& file : files) parts += folder.relativeFilePath(file);
+    return QDir::toNativeSeparators(parts.join(QChar(u'\0')));
+}
+
+// A file dialog that gives a name to save under one of its filter's endings before it looks
+// whether the file exists.
+class FileDialog : public QFileDialog {
+public:
+    using QFileDialog::QFileDialog;
+
+    QStringList patterns;
+
+    void accept() override {
+        auto* edit = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        if (acceptMode() == AcceptSave && edit) edit->setText(withEnding(edit->text()));
+        QFileDialog::accept();
+    }
+
+private:
+    QString withEnding(const QString& name) const {
+        if (name.isEmpty() || patterns.isEmpty() || QDir::match(patterns, fileNameOf(name)) ||
+            QFileInfo(directory(), name).isDir())
+            return name;
+        const QString ending = patterns.first().mid(1);
+        return ending.startsWith(QLatin1Char('.')) && !ending.contains(QLatin1Char('*'))
+                   ? name + ending
+                   : name;
+    }
+};
+
+}  // namespace
+
+void CommonDialog::ShowOpen() { show(false); }
+
+void CommonDialog::ShowSave() { show(true); }
+
+bool CommonDialog::chosen(void (CommonDialog::*show)()) {
+    CancelError = true;
+    try {
+        (this->*show)();
+    } catch (const RunTimeError& error) {
+        return error.number() != RunTimeError::DialogCancelled;
+    }
+    return true;
+}
+
+void CommonDialog::show(bool saves) {
+    FileDialog dialog(mainWindow());
+    // The desktop's own dialog would neither keep the endings nor follow the program's look.
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !(Flags & OverwritePrompt));
+    dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    const bool takesSeveral = !saves && (Flags & AllowMultiselect);
+    dialog.setFileMode(saves          ? QFileDialog::AnyFile
+                       : takesSeveral ? QFileDialog::ExistingFiles
+                                      : QFileDialog::ExistingFile);
+    if (!DialogTitle.isEmpty()) dialog.setWindowTitle(DialogTitle);
+    if (!InitDir.isEmpty()) dialog.setDirectory(resolvedPath(InitDir));
+    QStringList names;
+    const QList<FileFilter> filters = filtersOf(Filter);
+    for (const FileFilter& filter : filters)
+        names.append(filter.name + QStringLiteral(" (") + filter.patterns.join(QLatin1Char(' ')) +
+                     QLatin1Char(')'));
+    if (!names.isEmpty()) {
+        const int first = std::clamp(FilterIndex, 1, int(names.size())) - 1;
+        dialog.setNameFilters(names);
+        dialog.selectNameFilter(names[first]);
+        dialog.patterns = filters[first].patterns;
+    }
+    if (!FileName.isEmpty()) dialog.selectFile(resolvedPath(FileName));
+    if (dialog.exec() != QDialog::Accepted) {
+        if (CancelError) throw RunTimeError(RunTimeError::DialogCancelled);
+        return;
+    }
+    FileName = joinedNames(dialog.selectedFiles());
+}
+
+void CommonDialog::ShowHelp() {
+    const QString file = resolvedPath(HelpFile);
+    if (!QFileInfo::exists(file)) {
+        messageBox(QStringLiteral("The help file \"%1\" is missing.").arg(file),
+                   BoxIcon::Exclamation);
+        return;
+    }
+    if (!m_help) m_help = new HelpWindow(mainWindow());
+    static_cast<HelpWindow*>(m_help.data())->showFile(file);
+}

@@ -1,0 +1,49 @@
+// What the windows share of the desktop: the main window, the pointer, the end of the process.
+#pragma once
+
+#include <functional>
+
+class CommonDialog;
+class QMainWindow;
+class QMdiArea;
+class QString;
+class StatusLine;
+
+// What the main window lends to every module window.
+struct MainWindowParts {
+    QMainWindow* window = nullptr;
+    QMdiArea* area = nullptr;        // module windows open inside it
+    StatusLine* status = nullptr;    // SB
+    CommonDialog* dialog = nullptr;  // CommonDlg
+};
+
+// Called by the main window when it is created, and with an empty value when it is destroyed.
+void setMainWindow(const MainWindowParts& parts);
+
+// The main window and the area of the module windows; null if there is no main window.
+QMainWindow* mainWindow();
+QMdiArea* formArea();
+
+// The shared file and help dialog. There has to be a main window.
+CommonDialog& commonDlg();
+
+// Shows a text in the status bar; does nothing if there is no main window.
+void setStatusText(const QString& text);
+
+enum class MousePointer { Arrow = 1, Hourglass = 11 };
+
+// The pointer over all windows of the program.
+void setMousePointer(MousePointer pointer);
+
+// One turn of the event loop, in which windows paint and timers fire. What the user does waits.
+void doEvents();
+
+// Pixels of a length in twips, of which 15 make a pixel.
+constexpr int px(int twips) { return twips / 15; }
+
+// Ends the process. With status 0 the main event loop ends and main() returns; with any other
+// status the process ends at once, without running destructors.
+void endProcess(int status);
+
+// Lets a test be told of the end instead.
+void setEndOfProcess(std::function<void(int status)> callback);

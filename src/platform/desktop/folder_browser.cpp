@@ -1,0 +1,197 @@
+#include "platform/desktop/folder_browser.h"
+
+#include "core/data/paths.h"
+#include "core/data/run_time_error.h"
+#include "platform/desktop/message_box.h"
+
+#include <QDir>
+#include <QGridLayout>
+#include <QHeaderView>
+#include <QStorageInfo>
+#include <QStyledItemDelegate>
+
+#include <algorithm>
+#include <functional>
+
+namespace {
+
+struct Place {
+    QString name;
+    QString folder;
+};
+
+// File systems that belong to the machine's inner workings are no places of the user's.
+bool isPlugged(const QStorageInfo& volume) {
+    static const QStringList where = {QStringLiteral("/media/"), QStringLiteral("/run/media/"),
+                                      QStringLiteral("/mnt/"), QStringLiteral("/Volumes/")};
+    return std::any_of(where.begin(), where.end(), [&](const QString& start) {
+        return (volume.rootPath() + QLatin1Char('/')).startsWith(start);
+    });
+}
+
+QList<Place> places() {
+    QList<Place> found;
+    const auto add = [&](const QString& name, const QString& folder) {
+        const bool known = std::any_of(found.begin(), found.end(),
+                                       [&](const Place& place) { return place.folder == folder; });
+        if (!known) found.append({name, folder});
+    };
+    add(QStringLiteral("Home"), QDir::homePath());
+    for (const QFileInfo& drive : QDir::drives())
+        add(drive.path() == QLatin1String("/") ? QStringLiteral("Computer")
+                                               : QDir::toNativeSeparators(drive.path()),
+            drive.path());
+    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes())
+        if (isPlugged(volume)) add(volume.displayName(), volume.rootPath());
+    return found;
+}
+
+// A list of drives that looks around each time it drops down.
+class DriveList : public QComboBox {
+public:
+    DriveList(QWidget* parent, std::function<void()> lookAround)
+        : QComboBox(parent), m_lookAround(std::move(lookAround)) {}
+
+    void showPopup() override {
+        m_lookAround();
+        QComboBox::showPopup();
+    }
+
+private:
+    std::function<void()> m_lookAround;
+};
+
+// Rows as airy as those of the grids.
+class AiryRows : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        return QStyledItemDelegate::sizeHint(option, index).expandedTo(QSize(0, RowHeight));
+    }
+
+private:
+    static constexpr int RowHeight = 26;
+};
+
+}  // namespace
+
+FolderBrowser::FolderBrowser(QWidget* parent)
+    : QWidget(parent),
+      Drive1(new DriveList(this, [this] { listDrives(); })),
+      Dir1(new QTreeView(this)),
+      File1(new QListWidget(this)) {
+    Drive1->setAccessibleName(QStringLiteral("Drives"));
+    Dir1->setAccessibleName(QStringLiteral("Folders"));
+    File1->setAccessibleName(QStringLiteral("Files"));
+    auto* layout = new QGridLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(8);
+    layout->addWidget(Drive1, 0, 0);
+    layout->addWidget(Dir1, 1, 0);
+    layout->addWidget(File1, 2, 0);
+    layout->setRowStretch(1, 1);
+    layout->setRowStretch(2, 1);
+    for (QAbstractItemView* list :
+         {static_cast<QAbstractItemView*>(Dir1), static_cast<QAbstractItemView*>(File1)})
+        list->setItemDelegate(new AiryRows(list));
+    setUpTree();
+    listDrives();
+    connect(Drive1, &QComboBox::activated, this, &FolderBrowser::Drive1_Change);
+    connect(Dir1->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &FolderBrowser::Dir1_Change);
+    connect(File1, &QListWidget::itemClicked, this, &FolderBrowser::FileClick);
+    connect(File1, &QListWidget::itemActivated, this, &FolderBrowser::FileClick);
+}
+
+void FolderBrowser::setUpTree() {
+    m_folders.setFilter(QDir::AllDirs | QDir::NoDotAndDotDot);
+    m_folders.setReadOnly(true);
+    m_folders.setRootPath(QString());
+    Dir1->setModel(&m_folders);
+    // Folders come in by and by and are sorted then; the one on view stays in sight.
+    connect(&m_folders, &QAbstractItemModel::layoutAboutToBeChanged, this, [this] {
+        const QRect place = Dir1->visualRect(Dir1->currentIndex());
+        m_inSight = Dir1->viewport()->rect().intersects(place);
+    });
+    connect(&m_folders, &QAbstractItemModel::layoutChanged, this, [this] {
+        if (m_inSight) Dir1->scrollTo(Dir1->currentIndex());
+    });
+    Dir1->setHeaderHidden(true);
+    for (int column = 1; column < m_folders.columnCount(); ++column) Dir1->hideColumn(column);
+    Dir1->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    Dir1->header()->setStretchLastSection(false);
+}
+
+QString FolderBrowser::Path() const { return m_path; }
+
+void FolderBrowser::Path(const QString& folder) {
+    const QFileInfo info(QDir::cleanPath(resolvedPath(folder)));
+    if (!info.isDir()) throw RunTimeError(RunTimeError::PathNotFound);
+    if (!info.isReadable()) throw RunTimeError(RunTimeError::PathAccess);
+    const QModelIndex index = m_folders.index(info.absoluteFilePath());
+    Dir1->setCurrentIndex(index);
+    Dir1->expand(index);
+    Dir1->scrollTo(index);
+}
+
+void FolderBrowser::Pattern(const QString& pattern) {
+    m_pattern = pattern;
+    listFiles();
+}
+
+QString FolderBrowser::FileName() const {
+    const QListWidgetItem* item = File1->currentItem();
+    return item ? item->text() : QString();
+}
+
+QString FolderBrowser::FilePath() const {
+    const QString name = FileName();
+    return name.isEmpty() ? name : QDir(m_path).filePath(name);
+}
+
+void FolderBrowser::setMultiSelect(bool on) {
+    File1->setSelectionMode(on ? QAbstractItemView::ExtendedSelection
+                               : QAbstractItemView::SingleSelection);
+}
+
+void FolderBrowser::listDrives() {
+    Drive1->clear();
+    for (const Place& place : places()) Drive1->addItem(place.name, place.folder);
+    showDrive();
+}
+
+// The drive whose folder is nearest above the one on view.
+void FolderBrowser::showDrive() {
+    qsizetype nearest = -1;
+    Drive1->setCurrentIndex(-1);
+    for (int i = 0; i < Drive1->count(); ++i) {
+        const QString folder = Drive1->itemData(i).toString();
+        if (!liesIn(m_path, folder) || folder.size() <= nearest) continue;
+        nearest = folder.size();
+        Drive1->setCurrentIndex(i);
+    }
+}
+
+void FolderBrowser::listFiles() {
+    File1->clear();
+    if (m_path.isEmpty()) return;
+    File1->addItems(QDir(m_path).entryList({m_pattern}, QDir::Files,
+                                           QDir::Name | QDir::IgnoreCase | QDir::LocaleAware));
+}
+
+void FolderBrowser::Drive1_Change() {
+    try {
+        Path(Drive1->currentData().toString());
+    } catch (const RunTimeError&) {
+        // Missing or closed to the user: both mean that the drive cannot be read.
+        showDrive();
+        messageBox(QStringLiteral("Device Unavailable"));
+    }
+}
+
+void FolderBrowser::Dir1_Change(const QModelIndex& folder) {
+    m_path = m_folders.filePath(folder);
+    listFiles();
+    showDrive();
+}

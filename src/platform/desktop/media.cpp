@@ -1,0 +1,161 @@
+#include "platform/desktop/media.h"
+
+#include "core/data/paths.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QPointer>
+
+#include <algorithm>
+#include <clocale>
+#include <cstring>
+#include <mpv/client.h>
+#include <vector>
+
+namespace {
+
+struct Option {
+    const char* name;
+    const char* value;
+};
+
+// Nothing but the sound of the one file: no picture, no settings of the user's own player, no
+// scripts, nothing from the network, nor any file that the file names.
+constexpr Option Options[] = {
+    {"config", "no"},
+    {"terminal", "no"},
+    {"vid", "no"},
+    {"sid", "no"},
+    {"audio-display", "no"},
+    {"load-scripts", "no"},
+    {"ytdl", "no"},
+    {"access-references", "no"},
+    {"autoload-files", "no"},
+    {"demuxer-lavf-o", "protocol_whitelist=[file]"},
+    {"keep-open", "yes"},
+    {"keep-open-pause", "no"},
+    {"ao", "pipewire,pulse,alsa"},
+    {"audio-fallback-to-null", "yes"},
+    {"pause", "yes"},
+    {"audio-client-name", "Lorvanite"},
+};
+
+bool isTrue(const mpv_event_property& property) {
+    return property.format == MPV_FORMAT_FLAG && *static_cast<int*>(property.data);
+}
+
+}  // namespace
+
+Media::Media(QObject* parent) : QObject(parent) {}
+
+Media::~Media() {
+    if (!m_player) return;
+    mpv_set_wakeup_callback(m_player, nullptr, nullptr);
+    mpv_terminate_destroy(m_player);
+}
+
+void Media::createPlayer() {
+    if (m_player) return;
+    // The player reads and writes numbers with a point, and refuses to start otherwise.
+    std::setlocale(LC_NUMERIC, "C");
+    mpv_handle* player = mpv_create();
+    if (!player) return;
+    for (const Option& option : Options) mpv_set_option_string(player, option.name, option.value);
+    if (mpv_initialize(player) < 0) {
+        mpv_terminate_destroy(player);
+        return;
+    }
+    mpv_observe_property(player, 0, "idle-active", MPV_FORMAT_FLAG);
+    mpv_observe_property(player, 0, "pause", MPV_FORMAT_FLAG);
+    mpv_observe_property(player, 0, "eof-reached", MPV_FORMAT_FLAG);
+    mpv_observe_property(player, 0, "time-pos", MPV_FORMAT_DOUBLE);
+    m_player = player;
+    // The call comes from the player's own thread.
+    mpv_set_wakeup_callback(
+        player,
+        [](void* media) {
+            auto* self = static_cast<Media*>(media);
+            QMetaObject::invokeMethod(
+                self, [self] { self->takeEvents(); }, Qt::QueuedConnection);
+        },
+        this);
+}
+
+void Media::takeEvents() {
+    for (;;) {
+        const mpv_event* event = mpv_wait_event(m_player, 0);
+        if (event->event_id == MPV_EVENT_NONE) return;
+        if (event->event_id != MPV_EVENT_PROPERTY_CHANGE) continue;
+        const auto& property = *static_cast<const mpv_event_property*>(event->data);
+        if (std::strcmp(property.name, "idle-active") == 0)
+            m_open = !isTrue(property);
+        else if (std::strcmp(property.name, "pause") == 0)
+            m_held = isTrue(property);
+        else if (std::strcmp(property.name, "eof-reached") == 0)
+            m_atEnd = isTrue(property);
+        else
+            // Below nought while the sound is on its way to the loudspeaker.
+            m_position = property.format == MPV_FORMAT_DOUBLE
+                             ? std::max(0.0, *static_cast<double*>(property.data))
+                             : 0;
+    }
+}
+
+Media::State Media::state() const {
+    if (!m_open) return State::Closed;
+    return m_held || m_atEnd ? State::Held : State::Playing;
+}
+
+void Media::Command(const QString& word) {
+    const auto is = [&](const char* wanted) {
+        return word.compare(QLatin1String(wanted), Qt::CaseInsensitive) == 0;
+    };
+    if (is("open")) openFile();
+    if (!m_player) return;
+    if (is("close")) {
+        send({"stop"});
+    } else if (is("play")) {
+        if (m_atEnd) goToStart();
+        hold(false);
+    } else if (is("pause")) {
+        hold(true);
+    } else if (is("stop")) {
+        hold(true);
+        goToStart();
+    }
+}
+
+void Media::openFile() {
+    const QFileInfo file(resolvedPath(FileName));
+    const bool there = file.isFile();
+    if (there) createPlayer();
+    if (!m_player) return;
+    hold(true);
+    m_atEnd = false;
+    // A whole path begins with a slash, and can be neither an address nor an option.
+    if (there)
+        send({"loadfile", QFile::encodeName(file.absoluteFilePath()).constData()});
+    else
+        send({"stop"});
+}
+
+void Media::hold(bool on) {
+    int flag = on;
+    mpv_set_property_async(m_player, 0, "pause", MPV_FORMAT_FLAG, &flag);
+}
+
+void Media::goToStart() { send({"seek", "0", "absolute+exact"}); }
+
+// The words are taken over before the call returns, and obeyed afterwards, in their order.
+void Media::send(std::initializer_list<const char*> words) {
+    std::vector<const char*> list(words);
+    list.push_back(nullptr);
+    mpv_command_async(m_player, 0, list.data());
+}
+
+Media& soundDevice() {
+    static QPointer<Media> device;
+    if (!device) device = new Media(QCoreApplication::instance());
+    return *device;
+}

@@ -1,0 +1,18 @@
+#include "platform/desktop/program_files.h"
+
+#include "core/data/paths.h"
+#include "platform/desktop/message_box.h"
+
+bool chooseFileIn(const QString& folder, CommonDialog& dialog, void (CommonDialog::*show)(),
+                  const QString& proposed, const QString& filter) {
+    dialog.Flags = CommonDialog::OverwritePrompt;
+    dialog.Filter = filter;
+    dialog.InitDir = programFolder() + QLatin1Char('\\') + folder + QLatin1Char('\\');
+    dialog.FileName = proposed;
+    return dialog.chosen(show);
+}
+
+void tellNotSaved() {
+    messageBox(QStringLiteral("File did not save, try again or contact Lorvanite."),
+               BoxIcon::Information);
+}

@@ -1,0 +1,29 @@
+#include "platform/desktop/status_line.h"
+
+#include <QTimer>
+
+namespace {
+
+constexpr int ShowEvery = 50;  // milliseconds
+
+}  // namespace
+
+StatusLine::StatusLine(QWidget* parent) : QStatusBar(parent) { m_sinceShown.start(); }
+
+void StatusLine::SimpleText(const QString& text) {
+    m_text = text;
+    if (m_sinceShown.elapsed() >= ShowEvery) {
+        apply();
+        repaint();
+        return;
+    }
+    if (m_pending) return;
+    m_pending = true;
+    QTimer::singleShot(ShowEvery, this, &StatusLine::apply);
+}
+
+void StatusLine::apply() {
+    m_pending = false;
+    m_sinceShown.restart();
+    showMessage(m_text);
+}

@@ -1,0 +1,141 @@
+// A grid on the screen.
+#pragma once
+
+#include "core/grid/sheet_grid.h"
+
+#include <QTableView>
+
+#include <memory>
+#include <vector>
+
+struct CellEdit;
+struct EditedCell;
+
+// Draws a SheetGrid and lets a person edit it like a spreadsheet. It is the grid: cell calls go to
+// it, and it shows them at the next turn of the event loop, one look for any number of writes.
+class SheetView : public QTableView, public SheetGrid {
+    Q_OBJECT
+
+public:
+    using QTableView::isRowHidden;
+    using SheetGrid::isRowHidden;
+
+    explicit SheetView(QWidget* parent = nullptr);
+    ~SheetView() override;
+
+    // A list: cells cannot be edited; Enter and Space count as a click on the active cell.
+    // (In a grid that can be edited Ctrl+Enter does.) F6 leaves any grid, Shift+F6 backward.
+    void setReadOnly(bool on);
+    bool isReadOnly() const;
+
+    // The column that takes the width that the others leave over, on the screen only (ColWidth
+    // stays); AllColumns shares it out in proportion to the widths, 0 leaves it empty.
+    static constexpr int AllColumns = -1;
+    void setFillColumn(int col);
+
+    // The column whose texts break into lines. Its rows grow with them on the screen only
+    // (RowHeight stays); 0 for none.
+    void setWrapColumn(int col);
+
+    // How much wider than ColWidth the columns are on the screen (ColWidth stays), for texts in the
+    // desktop's font; 1 at first.
+    void setColumnZoom(double factor);
+
+    // Shows pending changes now.
+    void flush();
+
+    // Takes the text of an open editor now. Clicks, shortcuts and the loss of the focus do so.
+    void commitEdit();
+
+    // A cell's or head's place in this widget's coordinates, for pop-ups and tests; flushes first.
+    QRect cellRect(int col, int row);
+
+Q_SIGNALS:
+    // A cell (row 0: a column head, column 0: a row head) was clicked with the left button.
+    void Click(int col, int row);
+    // The user has changed a cell's text: typed, picked, pasted, deleted, undone or redone.
+    void Change(int col, int row);
+    // A button cell, or the button of a cell that carries one, was pressed.
+    void ButtonClicked(int col, int row, bool buttonDown);
+    // Right click or menu key; x and y in pixels in this widget.
+    void RightClick(int clickType, int col, int row, int x, int y);
+    // A mouse button was released: 1 left, 2 right, 4 middle.
+    void MouseUp(int button, int shift, int x, int y);
+
+protected:
+    void becameDirty() override;
+
+    bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void selectionChanged(const QItemSelection& selected,
+                          const QItemSelection& deselected) override;
+    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                     const QList<int>& roles) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+
+private:
+    struct Cell {
+        int col = -1;
+        int row = -1;
+        bool isCell() const { return col > 0 && row > 0; }
+        bool operator==(const Cell&) const = default;
+    };
+    struct Parts;
+
+    // What is shown (sheet_view.cpp).
+    void setUpHeads();
+    void applyLayout();
+    void applySpans();
+    void applySizes();
+    void applyFill();
+    void shareWidth();
+    void applyWrap(int firstRow, int lastRow);
+    int columnPixels(int col) const;
+    void settleScrollBars();
+    void applyTabs();
+    void applyActiveCell();
+    void dropLostEditor();
+    bool isActive(const EditedCell& cell) const;
+    void placeOverlays();
+    void colDragged(int col, int width);
+    void tabPicked(int tab);
+
+    // The mouse and the keys (sheet_view_input.cpp).
+    Cell cellAt(const QPoint& place) const;
+    QRect handleRect(Cell cell) const;
+    void handlePressed(Cell cell);
+    void raiseClick(Cell cell);
+    void raiseRightClick(Cell cell, const QPoint& place, bool byKey);
+    void raiseMouseUp(const QMouseEvent& event, const QWidget& from);
+    bool wantsShortcut(const QKeyEvent& event) const;
+    bool runShortcut(QKeyEvent* event);
+    bool keyInList(const QKeyEvent& event);
+    bool keyInForm(const QKeyEvent& event);
+    bool moveActive(int cols, int rows);
+    bool tabToNext(bool forward);
+    void setCurrent(Cell cell);
+
+    // The user's edits (sheet_view_user.cpp).
+    std::vector<CellEdit> selectedCells() const;
+    void enter(int sheet, std::vector<CellEdit> edits);
+    void undoStep(bool forward);
+    void raiseChanges();
+    void copySelection();
+    void clearSelectedCells();
+    void paste();
+    void find(const QString& text, int step);
+
+    std::unique_ptr<Parts> m;
+};

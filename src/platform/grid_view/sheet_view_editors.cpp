@@ -1,0 +1,279 @@
+#include "platform/grid_view/sheet_view_editors.h"
+
+#include "core/data/dates.h"
+#include "platform/grid_view/sheet_view_paint.h"
+#include "platform/theme/theme.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCalendarWidget>
+#include <QComboBox>
+#include <QFocusEvent>
+#include <QPainter>
+#include <QVBoxLayout>
+#include <QWheelEvent>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int Frame = 2;
+constexpr int LineMargin = 2;  // what a line keeps free by itself
+const QDate FirstDate(1990, 1, 1);
+const QDate LastDate(2100, 12, 31);
+
+QStringList itemsOf(const QString& tabbed) {
+    QStringList items = tabbed.split(QLatin1Char('\t'));
+    while (!items.isEmpty() && items.last().isEmpty()) items.removeLast();
+    return items;
+}
+
+// Sees all events of the program while an editor is open: what a shortcut, a button that takes no
+// focus or a menu does has to find the editor's text in the grid.
+class OutsideWatch : public QObject {
+public:
+    explicit OutsideWatch(SheetDelegate& delegate) : m_delegate(delegate) {}
+
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override {
+        const bool press = event->type() == QEvent::MouseButtonPress && object->isWidgetType();
+        if ((press || event->type() == QEvent::Shortcut) && m_delegate.editor() &&
+            !m_delegate.owns(object))
+            Q_EMIT m_delegate.actedOutside();
+        return false;
+    }
+
+private:
+    SheetDelegate& m_delegate;
+};
+
+}  // namespace
+
+// --- Lines -------------------------------------------------------------------------------------
+
+CellLine::CellLine(QWidget* parent) : QLineEdit(parent) {
+    setFrame(false);
+    setAutoFillBackground(true);
+    connect(this, &QLineEdit::textChanged, this, &CellLine::grow);
+}
+
+void CellLine::setCell(const QRect& cell) {
+    m_cell = cell;
+    const int padding = cell.width() < 40 ? 2 : 6;
+    setTextMargins(std::max(padding - LineMargin, 0), 0, LineMargin, 1);
+    grow();
+}
+
+void CellLine::grow() {
+    if (m_cell.isEmpty()) return;
+    const QMargins margins = textMargins();
+    const int actionRoom = actions().isEmpty() ? 0 : m_cell.height() + 4;
+    const int wanted = fontMetrics().horizontalAdvance(text()) + margins.left() + margins.right() +
+                       2 * LineMargin + 2 * Frame + 8 + actionRoom;
+    QRect place = m_cell;
+    const int room = isRightToLeft() ? place.right() + 1 : parentWidget()->width() - place.left();
+    place.setWidth(std::max(place.width(), std::min(wanted, room)));
+    if (isRightToLeft()) place.moveRight(m_cell.right());
+    setGeometry(place);
+}
+
+void CellLine::paintEvent(QPaintEvent* event) {
+    QLineEdit::paintEvent(event);
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::Highlight));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    painter.drawRect(rect().adjusted(1, 1, -2, -2));
+}
+
+DateLine::DateLine(bool spin, QWidget* parent) : CellLine(parent), m_spin(spin) {
+    QAction* open = addAction(themedIcon(QStringLiteral("scheduling")), TrailingPosition);
+    open->setText(QStringLiteral("Calendar"));
+    open->setToolTip(QStringLiteral("Pick a day (Alt+Down)"));
+    connect(open, &QAction::triggered, this, &DateLine::openCalendar);
+}
+
+void DateLine::openCalendar() {
+    auto* popup = new QFrame(this, Qt::Popup);
+    popup->setAttribute(Qt::WA_DeleteOnClose);
+    popup->setFrameShape(QFrame::StyledPanel);
+    auto* layout = new QVBoxLayout(popup);
+    layout->setContentsMargins(1, 1, 1, 1);
+    auto* calendar = new QCalendarWidget(popup);
+    calendar->setGridVisible(false);
+    calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    calendar->setDateRange(FirstDate, LastDate);
+    calendar->setSelectedDate(parseDate(text()).value_or(today()));
+    layout->addWidget(calendar);
+    const auto pick = [this, popup](QDate day) {
+        setText(formatDate(day));
+        popup->close();
+        Q_EMIT picked();
+    };
+    connect(calendar, &QCalendarWidget::clicked, this, pick);
+    connect(calendar, &QCalendarWidget::activated, this, pick);
+    popup->adjustSize();
+    popup->move(mapToGlobal(QPoint(0, height())));
+    popup->show();
+    calendar->setFocus(Qt::PopupFocusReason);
+}
+
+void DateLine::step(int days) {
+    const auto date = parseDate(text());
+    const QDate next = date ? date->addDays(days) : today();
+    setText(formatDate(std::clamp(next, FirstDate, LastDate)));
+    selectAll();
+}
+
+void DateLine::keyPressEvent(QKeyEvent* event) {
+    const bool up = event->key() == Qt::Key_Up;
+    const bool down = event->key() == Qt::Key_Down;
+    if ((down && event->modifiers() & Qt::AltModifier) || event->key() == Qt::Key_F4) {
+        openCalendar();
+    } else if (m_spin && (up || down)) {
+        step(up ? 1 : -1);
+    } else {
+        CellLine::keyPressEvent(event);
+    }
+}
+
+void DateLine::wheelEvent(QWheelEvent* event) {
+    if (m_spin && event->angleDelta().y() != 0) step(event->angleDelta().y() > 0 ? 1 : -1);
+    event->accept();
+}
+
+// --- The delegate ------------------------------------------------------------------------------
+
+SheetDelegate::SheetDelegate(const SheetGrid& grid, SheetPainter& painter, QObject* parent)
+    : QStyledItemDelegate(parent),
+      m_grid(grid),
+      m_painter(painter),
+      m_watch(std::make_unique<OutsideWatch>(*this)) {}
+
+SheetDelegate::~SheetDelegate() = default;
+
+bool SheetDelegate::owns(const QObject* object) const {
+    for (; object && m_editor; object = object->parent()) {
+        if (object == m_editor) return true;
+    }
+    return false;
+}
+
+void SheetDelegate::drop() {
+    if (auto* combo = qobject_cast<QComboBox*>(m_editor)) combo->showPopup();
+    if (auto* line = qobject_cast<DateLine*>(m_editor)) line->openCalendar();
+}
+
+void SheetDelegate::forget() {
+    m_editor = nullptr;
+    QCoreApplication::instance()->removeEventFilter(m_watch.get());
+}
+
+// A combo box that loses the focus because it closes tells its choice once more.
+void SheetDelegate::take(QWidget* editor) {
+    if (editor != m_editor) return;
+    Q_EMIT commitData(editor);
+    if (editor == m_editor) Q_EMIT closeEditor(editor, NoHint);
+}
+
+QWidget* SheetDelegate::makeEditor(QWidget* parent, const CellFormat& format) const {
+    auto* self = const_cast<SheetDelegate*>(this);
+    if (format.kind == CellKind::Combo) {
+        auto* combo = new QComboBox(parent);
+        combo->setEditable(true);
+        combo->setInsertPolicy(QComboBox::NoInsert);
+        combo->addItems(itemsOf(format.comboList));
+        combo->setMaxVisibleItems(std::max(format.comboMaxDrop, 1));
+        connect(combo, &QComboBox::activated, self, [self, combo] { self->take(combo); });
+        return combo;
+    }
+    if (format.kind == CellKind::Date) {
+        auto* line = new DateLine(format.spin, parent);
+        connect(line, &DateLine::picked, self, [self, line] { self->take(line); });
+        return line;
+    }
+    return new CellLine(parent);
+}
+
+QWidget* SheetDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                                     const QModelIndex& index) const {
+    m_cell = {m_grid.ActiveSheet(), index.column() + 1, index.row() + 1, {}, {}};
+    m_cell.before = m_grid.textAt(m_cell.sheet, m_cell.col, m_cell.row);
+    const CellFormat format = m_grid.formatAt(m_cell.sheet, m_cell.col, m_cell.row);
+    QWidget* editor = makeEditor(parent, format);
+    editor->setFont(m_painter.fontOf(format));
+    auto* line = qobject_cast<QLineEdit*>(editor);
+    if (auto* combo = qobject_cast<QComboBox*>(editor)) {
+        combo->setCurrentIndex(combo->findText(m_cell.before, Qt::MatchFixedString));
+        combo->setEditText(m_cell.before);
+        line = combo->lineEdit();
+        line->setTextMargins(2, 0, 0, 0);
+    } else {
+        line->setText(m_cell.before);
+        line->setAlignment((format.hAlign == HAlign::Right    ? Qt::AlignRight
+                            : format.hAlign == HAlign::Centre ? Qt::AlignHCenter
+                                                              : Qt::AlignLeft) |
+                           Qt::AlignVCenter);
+    }
+    line->selectAll();
+    m_cell.offered = textOf(editor);
+    m_editor = editor;
+    QCoreApplication::instance()->installEventFilter(m_watch.get());
+    Q_EMIT opened();
+    return editor;
+}
+
+// The user's text stays as it is whatever the program writes meanwhile.
+void SheetDelegate::setEditorData(QWidget*, const QModelIndex&) const {}
+
+void SheetDelegate::setModelData(QWidget* editor, QAbstractItemModel*, const QModelIndex&) const {
+    const QString text = textOf(editor);
+    if (editor != m_editor || text == m_cell.offered) return;
+    m_cell.offered = text;  // taken once
+    Q_EMIT entered(EditedCell(m_cell), text);
+}
+
+void SheetDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                         const QModelIndex&) const {
+    if (auto* line = qobject_cast<CellLine*>(editor)) {
+        line->setCell(option.rect);
+    } else {
+        editor->setGeometry(option.rect);
+    }
+}
+
+void SheetDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const {
+    if (editor == m_editor) const_cast<SheetDelegate*>(this)->forget();
+    QStyledItemDelegate::destroyEditor(editor, index);
+}
+
+QSize SheetDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const {
+    const int row = index.row() + 1;
+    const int height = pixelsOfPoints(m_grid.heightOf(m_grid.ActiveSheet(), row));
+    return {m_painter.wantedWidth(index.column() + 1, row), height};
+}
+
+QString SheetDelegate::textOf(const QWidget* editor) {
+    if (const auto* combo = qobject_cast<const QComboBox*>(editor)) return combo->currentText();
+    const auto* line = qobject_cast<const QLineEdit*>(editor);
+    return line ? line->text() : QString();
+}
+
+bool SheetDelegate::eventFilter(QObject* object, QEvent* event) {
+    if (object != m_editor) return QStyledItemDelegate::eventFilter(object, event);
+    const QEvent::Type type = event->type();
+    if (type == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+        if (enter && !(key->modifiers() & ~Qt::KeypadModifier)) {
+            const QPointer<QWidget> editor = m_editor;
+            Q_EMIT commitData(editor);
+            if (editor) Q_EMIT closeEditor(editor, SubmitModelCache);
+            return true;
+        }
+    }
+    if (type == QEvent::FocusOut) {
+        const QWidget* popup = QApplication::activePopupWidget();
+        if (popup && !owns(popup)) Q_EMIT actedOutside();
+    }
+    return QStyledItemDelegate::eventFilter(object, event);
+}

@@ -1,0 +1,133 @@
+#include "platform/grid_view/sheet_view_head.h"
+
+#include "platform/grid_view/sheet_view_paint.h"
+#include "platform/theme/theme.h"
+
+#include <QContextMenuEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPointer>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {}  // namespace
+
+SheetHead::SheetHead(Qt::Orientation orientation, const SheetGrid& grid, QWidget* parent)
+    : QHeaderView(orientation, parent), m_grid(grid) {
+    setMinimumSectionSize(5);
+    setSectionsClickable(true);
+    setHighlightSections(false);
+    setSectionResizeMode(orientation == Qt::Horizontal ? Interactive : Fixed);
+    connect(this, &QHeaderView::sectionResized, this, [this] { m_resized = true; });
+    // Not raised where the press takes hold of a border to drag it.
+    connect(this, &QHeaderView::sectionPressed, this, [this](int section) { m_pressed = section; });
+}
+
+QSize SheetHead::sizeHint() const {
+    const int sheet = m_grid.ActiveSheet();
+    if (orientation() == Qt::Horizontal) return {0, pixelsOfPoints(m_grid.heightOf(sheet, 0))};
+    return {int(std::lround(m_grid.widthOf(sheet, 0) * pixelsPerUnit())), 0};
+}
+
+void SheetHead::paintEvent(QPaintEvent* event) {
+    Q_EMIT aboutToPaint();
+    QPainter painter(viewport());
+    const ThemeColours& colours = themeColours(palette());
+    const QRect dirty = event->rect();
+    const bool across = orientation() == Qt::Horizontal;
+    painter.fillRect(dirty, across ? colours.head : colours.base);
+    if (!across) painter.fillRect(0, 0, width(), length() - offset(), colours.head);
+    const int from = across ? dirty.left() : dirty.top();
+    const int to = across ? dirty.right() : dirty.bottom();
+    const int first = std::max(visualIndexAt(std::min(from, to)), 0);
+    for (int visual = first; visual < count(); ++visual) {
+        const int section = logicalIndex(visual);
+        if (isSectionHidden(section)) continue;
+        const int place = sectionViewportPosition(section);
+        if (!isRightToLeft() && place > to) break;
+        const QRect rect = across ? QRect(place, 0, sectionSize(section), height())
+                                  : QRect(0, place, width(), sectionSize(section));
+        if (rect.intersects(dirty)) paintHead(painter, section, rect);
+    }
+    painter.setPen(colours.line);
+    if (across) {
+        painter.drawLine(0, height() - 1, width(), height() - 1);
+    } else {
+        painter.drawLine(width() - 1, 0, width() - 1, length() - offset() - 1);
+    }
+}
+
+void SheetHead::paintHead(QPainter& painter, int section, const QRect& rect) const {
+    const ThemeColours& colours = themeColours(palette());
+    const bool across = orientation() == Qt::Horizontal;
+    const int col = across ? section + 1 : 0;
+    const int row = across ? 0 : section + 1;
+    const CellFormat format = m_grid.formatAt(m_grid.ActiveSheet(), col, row);
+    const bool plain = format.backColor == White;
+    if (!plain) painter.fillRect(rect, screenColour(format.backColor));
+    painter.setPen(colours.line);
+    if (across) {
+        painter.drawLine(rect.right(), rect.top() + (plain ? 6 : 0), rect.right(),
+                         rect.bottom() - (plain ? 6 : 0));
+    } else {
+        painter.drawLine(rect.left(), rect.bottom(), rect.right(), rect.bottom());
+    }
+    const QString text = m_grid.textAt(m_grid.ActiveSheet(), col, row);
+    if (text.isEmpty()) return;
+    QFont headFont = font();
+    headFont.setWeight(QFont::DemiBold);
+    painter.setFont(headFont);
+    painter.setPen(plain ? colours.text : themeColours(false).text);
+    const QRect room = rect.adjusted(CellPadding, 0, -CellPadding, 0);
+    const bool centred =
+        across && m_grid.formatAt(m_grid.ActiveSheet(), col, 1).hAlign == HAlign::Centre;
+    painter.drawText(room, int(centred ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter),
+                     painter.fontMetrics().elidedText(text, Qt::ElideRight, room.width()));
+}
+
+int SheetHead::sectionAt(const QPoint& place) const {
+    return logicalIndexAt(orientation() == Qt::Horizontal ? place.x() : place.y());
+}
+
+void SheetHead::mousePressEvent(QMouseEvent* event) {
+    Q_EMIT aboutToAct();
+    m_resized = false;
+    m_rightReported = false;
+    const int section = sectionAt(event->position().toPoint());
+    m_pressed = -1;
+    m_rightPressed = event->button() == Qt::RightButton ? section : -1;
+    QHeaderView::mousePressEvent(event);
+}
+
+void SheetHead::mouseReleaseEvent(QMouseEvent* event) {
+    const QPointer<SheetHead> alive(this);
+    QHeaderView::mouseReleaseEvent(event);
+    const bool dragged = m_resized;
+    Q_EMIT aboutToAct();
+    if (!alive) return;
+    const QPoint place = event->position().toPoint();
+    const int section = sectionAt(place);
+    const int pressed = std::exchange(m_pressed, -1);
+    const int rightPressed = std::exchange(m_rightPressed, -1);
+    Q_EMIT buttonReleased(event);
+    if (!alive || section < 0) return;
+    if (event->button() == Qt::LeftButton && section == pressed && !dragged) {
+        Q_EMIT clicked(section);
+    } else if (event->button() == Qt::RightButton && section == rightPressed &&
+               !std::exchange(m_rightReported, true)) {
+        Q_EMIT rightClicked(section, place);
+    }
+}
+
+// A right click comes as button events, as a context menu event, or as both.
+void SheetHead::contextMenuEvent(QContextMenuEvent* event) {
+    event->accept();
+    Q_EMIT aboutToAct();
+    const int section = sectionAt(event->pos());
+    if (section < 0) return;
+    const bool pressing = m_rightPressed >= 0;
+    if (std::exchange(m_rightReported, pressing)) return;
+    Q_EMIT rightClicked(section, event->pos());
+}

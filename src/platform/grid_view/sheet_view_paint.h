@@ -1,0 +1,77 @@
+// Paints a grid's cells into a view.
+#pragma once
+
+#include "platform/grid_view/cell_look.h"
+
+#include <QFont>
+#include <QFontMetrics>
+#include <QHash>
+#include <QPixmap>
+#include <QTableView>
+
+struct ThemeColours;
+
+// What a painting needs to know beside the grid.
+struct SheetLook {
+    bool list = false;  // the active row stands out as a whole
+    bool focus = false;
+    int activeCol = 0;
+    int activeRow = 0;
+    int wrapCol = 0;  // its texts break into lines
+    int editCol = 0;  // the cell under an open editor
+    int editRow = 0;
+};
+
+// Two passes over the rows that need it: grounds, lines and borders first, then the texts, which
+// may run over into empty neighbours.
+class SheetPainter {
+public:
+    SheetPainter(const QTableView& view, const SheetGrid& grid) : m_view(view), m_grid(grid) {}
+
+    void paint(QPainter& painter, const QRect& dirty, const SheetLook& look);
+
+    // The part of a cell that opens its list or calendar, or that is its button; empty where the
+    // cell has none.
+    QRect handleRect(const CellFormat& format, const QRect& cell, bool list) const;
+
+    // The width that a cell's text would like to have.
+    int wantedWidth(int col, int row);
+
+    // The height that a cell's text needs when it breaks into lines in a column of this width.
+    int wrappedHeight(int col, int row, int width);
+
+    // The font of a cell.
+    const QFont& fontOf(const CellFormat& format) { return face(format).font; }
+
+private:
+    struct Face {
+        QFont font;
+        QFontMetrics metrics;
+    };
+    struct Picture {
+        QByteArray file;  // kept, so that its address names it
+        QPixmap pixmap;
+    };
+    struct Pass;  // one painting
+
+    const Face& face(const CellFormat& format);
+    QPixmap picture(const QByteArray& file);
+
+    void paintGrounds(Pass& pass);
+    void paintGround(Pass& pass, int col, int row, const QRect& rect);
+    void paintBorders(Pass& pass);
+    void paintHandle(Pass& pass, const CellFormat& format, const QRect& handle);
+    void paintTexts(Pass& pass, int row);
+    void paintText(Pass& pass, int col, int row, const CellFormat& format, const QString& text);
+    void paintActive(Pass& pass);
+    QColor textColour(const Pass& pass, int row, const CellFormat& format) const;
+    QRect overflowRect(const Pass& pass, int col, int row, HAlign align, int wanted,
+                       QRect rect) const;
+    QRect cellRect(int col, int row) const;
+
+    const QTableView& m_view;
+    const SheetGrid& m_grid;
+    QHash<QString, Face> m_faces;
+    QFont m_facesFor;
+    QHash<const char*, Picture> m_pictures;
+};

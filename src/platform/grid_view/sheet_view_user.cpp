@@ -1,0 +1,180 @@
+// What the user does to a grid's texts.
+#include "platform/grid_view/sheet_view_parts.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QPointer>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+
+// --- The editor --------------------------------------------------------------------------------
+
+void SheetView::commitEdit() {
+    const QPointer<QWidget> editor = m->delegate.editor();
+    if (!editor || m->committing) return;
+    const QPointer<SheetView> alive(this);
+    m->committing = true;
+    commitData(editor);
+    if (!alive) return;
+    m->committing = false;
+    if (editor && editor == m->delegate.editor()) {
+        closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
+}
+
+void SheetView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    // What took its text may have closed it.
+    if (editor != m->delegate.editor()) return;
+    const Cell cell{m->delegate.cell().col, m->delegate.cell().row};
+    m->delegate.forget();
+    QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    viewport()->update();
+    flush();
+    // The focus goes on from the cell, unless the program has put it elsewhere.
+    if (currentIndex() != m->model.indexOf(cell.col, cell.row)) return;
+    switch (hint) {
+        case QAbstractItemDelegate::EditNextItem:
+            tabToNext(true);
+            break;
+        case QAbstractItemDelegate::EditPreviousItem:
+            tabToNext(false);
+            break;
+        case QAbstractItemDelegate::SubmitModelCache:
+            moveActive(0, 1);
+            break;
+        default:
+            break;
+    }
+}
+
+// --- Edits -------------------------------------------------------------------------------------
+
+void SheetView::enter(int sheet, std::vector<CellEdit> edits) {
+    std::erase_if(edits, [](const CellEdit& edit) { return edit.before == edit.after; });
+    if (edits.empty()) return;
+    flush();  // what the program wrote before is not the user's
+    m->undo.push(new EditCommand(*this, sheet, std::move(edits), m->changed));
+    raiseChanges();
+}
+
+void SheetView::undoStep(bool forward) {
+    flush();
+    // A step whose cells have another text by now does nothing and is gone: on to the next.
+    while (m->changed.empty() && (forward ? m->undo.canRedo() : m->undo.canUndo())) {
+        const int step = forward ? m->undo.index() : m->undo.index() - 1;
+        const int sheet = static_cast<const EditCommand*>(m->undo.command(step))->sheet();
+        {
+            const QScopedValueRollback byUser(m->byUser, true);
+            ActiveSheet(sheet);
+            flush();
+        }
+        forward ? m->undo.redo() : m->undo.undo();
+    }
+    if (m->changed.empty()) return;
+    setCurrent({m->changed.front().first, m->changed.front().second});
+    raiseChanges();
+}
+
+void SheetView::raiseChanges() {
+    const QPointer<SheetView> alive(this);
+    m->byUser = true;
+    const CellPlaces places = std::exchange(m->changed, {});
+    for (const auto& [col, row] : places) {
+        Q_EMIT Change(col, row);
+        if (!alive) return;
+    }
+    flush();
+    m->byUser = false;
+}
+
+// Cells on view that hold texts of their own; what is hidden is not the user's to touch.
+std::vector<CellEdit> SheetView::selectedCells() const {
+    std::vector<CellEdit> cells;
+    const int sheet = ActiveSheet();
+    QModelIndexList indexes = selectionModel()->selectedIndexes();
+    if (indexes.isEmpty() && currentIndex().isValid()) indexes << currentIndex();
+    std::sort(indexes.begin(), indexes.end());
+    for (const QModelIndex& index : indexes) {
+        const Cell cell{index.column() + 1, index.row() + 1};
+        if (isColumnHidden(index.column()) || isRowHidden(index.row())) continue;
+        const CellSpan span = spanAt(sheet, cell.col, cell.row);
+        if (span.cols > 0 && cell != Cell{span.col, span.row}) continue;
+        const QString text = textAt(sheet, cell.col, cell.row);
+        cells.push_back({cell.col, cell.row, text, text});
+    }
+    return cells;
+}
+
+void SheetView::copySelection() {
+    TextRows rows;
+    int row = 0;
+    for (const CellEdit& cell : selectedCells()) {
+        if (rows.empty() || cell.row != row) rows.emplace_back();
+        row = cell.row;
+        rows.back().push_back(cell.before);
+    }
+    if (!rows.empty()) QApplication::clipboard()->setText(toClipboardText(rows));
+}
+
+void SheetView::clearSelectedCells() {
+    std::vector<CellEdit> edits = selectedCells();
+    for (CellEdit& edit : edits) edit.after.clear();
+    enter(ActiveSheet(), std::move(edits));
+}
+
+void SheetView::paste() {
+    const TextRows rows = fromClipboardText(QApplication::clipboard()->text());
+    std::vector<CellEdit> selected = selectedCells();
+    if (rows.empty() || selected.empty()) return;
+    std::vector<CellEdit> edits;
+    if (rows.size() == 1 && rows.front().size() == 1) {
+        // One text goes into every selected cell.
+        edits = std::move(selected);
+        for (CellEdit& edit : edits) edit.after = rows.front().front();
+    } else {
+        const int sheet = ActiveSheet();
+        int row = selected.front().row;
+        for (const std::vector<QString>& texts : rows) {
+            while (row <= rowsOf(sheet) && isRowHidden(row - 1)) ++row;
+            if (row > rowsOf(sheet)) break;
+            int col = selected.front().col;
+            for (const QString& text : texts) {
+                while (col <= colsOf(sheet) && isColumnHidden(col - 1)) ++col;
+                if (col > colsOf(sheet)) break;
+                const CellSpan span = spanAt(sheet, col, row);
+                const bool seen = span.cols == 0 || (span.col == col && span.row == row);
+                if (seen) edits.push_back({col, row, textAt(sheet, col, row), text});
+                ++col;
+            }
+            ++row;
+        }
+    }
+    enter(ActiveSheet(), std::move(edits));
+}
+
+// --- Find --------------------------------------------------------------------------------------
+
+void SheetView::find(const QString& text, int step) {
+    flush();
+    const int sheet = ActiveSheet();
+    const int cols = colsOf(sheet);
+    const qint64 cells = qint64(rowsOf(sheet)) * cols;
+    if (text.isEmpty() || cells == 0) {
+        m->findBar->setFound(true);
+        return;
+    }
+    const QModelIndex from = currentIndex();
+    const qint64 start = from.isValid() ? qint64(from.row()) * cols + from.column() + step
+                                        : (step < 0 ? cells - 1 : 0);
+    for (qint64 n = 0; n < cells; ++n) {
+        const qint64 at = (start + (step < 0 ? -n : n) + 2 * cells) % cells;
+        const Cell cell{int(at % cols) + 1, int(at / cols) + 1};
+        if (isColumnHidden(cell.col - 1) || isRowHidden(cell.row - 1)) continue;
+        if (!textAt(sheet, cell.col, cell.row).contains(text, Qt::CaseInsensitive)) continue;
+        setCurrent(cell);
+        m->findBar->setFound(true);
+        return;
+    }
+    m->findBar->setFound(false);
+}

@@ -1,0 +1,301 @@
+#include "platform/paper/print_painter.h"
+
+#include <QPageLayout>
+#include <QPagedPaintDevice>
+#include <QPainter>
+#include <QPixmap>
+
+#include <algorithm>
+
+namespace {
+
+constexpr double LineWidth = 10;
+constexpr double LeastStretch = 0.6;  // of a text that has less room than it wants
+const QColor GridLine(0xB8, 0xB2, 0xA4);
+const QColor HeadGround(0xEE, 0xE8, 0xD8);
+
+class SheetDrawing {
+public:
+    SheetDrawing(QPainter& painter, const SheetGrid& grid, const QSizeF& paper)
+        : m_painter(painter), m_grid(grid), m_paper(paper), m_layout(grid, paper, m_faces) {}
+
+    int pageCount() const { return int(m_layout.pages().size()); }
+    void draw(int number);
+
+private:
+    void placeCells();
+    void drawHeads();
+    void drawHead(int col, int row, const QRectF& rect);
+    void drawCells();
+    void drawGround(const CellFormat& format, const QRectF& rect, int col, int row);
+    void drawBorders(int col, int row);
+    void drawFrame();
+    void drawText(int col, int row, const CellFormat& format, const QRectF& cell);
+    QRectF overflowRect(int col, int row, HAlign align, double wanted, QRectF rect) const;
+    void drawLine(const QString& codes, int number, double middle);
+
+    double left(int col) const { return m_lefts[size_t(col - m_page.firstCol)]; }
+    double top(int row) const { return m_tops[size_t(row - m_page.firstRow)]; }
+    QRectF cellRect(int col, int row) const {
+        return {left(col), top(row), m_layout.width(col), m_layout.height(row)};
+    }
+    QRectF spanRect(const CellSpan& span) const;
+
+    QPainter& m_painter;
+    const SheetGrid& m_grid;
+    const QSizeF m_paper;
+    PrintFaces m_faces;
+    PrintLayout m_layout;
+    PrintedPage m_page;
+    std::vector<double> m_lefts;  // of the page's columns, and the right edge
+    std::vector<double> m_tops;   // of the page's rows, and the bottom edge
+};
+
+void SheetDrawing::draw(int number) {
+    m_page = m_layout.pages()[size_t(number - 1)];
+    m_painter.save();
+    const QRectF body = m_layout.body();
+    m_painter.setClipRect(body.adjusted(-LineWidth, -LineWidth, LineWidth, LineWidth));
+    m_painter.translate(body.topLeft());
+    m_painter.scale(m_layout.scale(), m_layout.scale());
+    if (m_page.lastRow >= m_page.firstRow) {
+        placeCells();
+        drawHeads();
+        drawCells();
+        drawFrame();
+    }
+    m_painter.restore();
+    drawLine(m_grid.PrintHeader(), number, body.top() / 2);
+    drawLine(m_grid.PrintFooter(), number, (body.bottom() + m_paper.height()) / 2);
+}
+
+void SheetDrawing::placeCells() {
+    m_lefts = {m_layout.width(0)};
+    for (int col = m_page.firstCol; col <= m_page.lastCol; ++col)
+        m_lefts.push_back(m_lefts.back() + m_layout.width(col));
+    m_tops = {m_layout.height(0) - m_page.skipped};
+    for (int row = m_page.firstRow; row <= m_page.lastRow; ++row)
+        m_tops.push_back(m_tops.back() + m_layout.height(row));
+}
+
+// The part of a span that is on this page.
+QRectF SheetDrawing::spanRect(const CellSpan& span) const {
+    const int firstCol = std::max(span.col, m_page.firstCol);
+    const int lastCol = std::min(span.col + span.cols - 1, m_page.lastCol);
+    const int firstRow = std::max(span.row, m_page.firstRow);
+    const int lastRow = std::min(span.row + span.rows - 1, m_page.lastRow);
+    return QRectF(QPointF(left(firstCol), top(firstRow)),
+                  QPointF(left(lastCol + 1), top(lastRow + 1)));
+}
+
+void SheetDrawing::drawHeads() {
+    const double width = m_layout.width(0);
+    const double height = m_layout.height(0);
+    if (height > 0) {
+        if (width > 0) drawHead(0, 0, {0, 0, width, height});
+        for (int col = m_page.firstCol; col <= m_page.lastCol; ++col)
+            drawHead(col, 0, {left(col), 0, m_layout.width(col), height});
+        // Rows that began on the page before must not show under the heads.
+        const QRectF rest(-LineWidth, height, left(m_page.lastCol) + m_paper.width(),
+                          m_layout.body().height());
+        m_painter.setClipRect(rest, Qt::IntersectClip);
+    }
+    if (width <= 0) return;
+    for (int row = m_page.firstRow; row <= m_page.lastRow; ++row)
+        drawHead(0, row, {0, top(row), width, m_layout.height(row)});
+}
+
+void SheetDrawing::drawHead(int col, int row, const QRectF& rect) {
+    if (rect.isEmpty()) return;
+    CellFormat format = m_grid.formatAt(m_layout.sheet(), col, row);
+    format.fontBold = true;
+    if (m_grid.PrintShadows()) m_painter.fillRect(rect, HeadGround);
+    drawGround(format, rect, col, row);
+    QString text = m_grid.textAt(m_layout.sheet(), col, row);
+    if (!text.isEmpty()) drawText(col, row, format, rect);
+}
+
+void SheetDrawing::drawCells() {
+    const auto eachCell = [&](const auto& visit) {
+        for (int row = m_page.firstRow; row <= m_page.lastRow; ++row) {
+            if (m_layout.height(row) <= 0) continue;
+            for (int col = m_page.firstCol; col <= m_page.lastCol; ++col)
+                if (m_layout.width(col) > 0) visit(col, row);
+        }
+    };
+    const int sheet = m_layout.sheet();
+    // Where a cell is drawn: a span with the first of its cells on the page.
+    const auto placeOf = [&](int& col, int& row) {
+        const CellSpan span = m_grid.spanAt(sheet, col, row);
+        if (span.cols == 0) return cellRect(col, row);
+        if (col != std::max(span.col, m_page.firstCol) ||
+            row != std::max(span.row, m_page.firstRow))
+            return QRectF();
+        col = span.col;
+        row = span.row;
+        return spanRect(span);
+    };
+    eachCell([&](int col, int row) {
+        const QRectF rect = placeOf(col, row);
+        if (!rect.isEmpty()) drawGround(m_grid.formatAt(sheet, col, row), rect, col, row);
+    });
+    eachCell([&](int col, int row) { drawBorders(col, row); });
+    eachCell([&](int col, int row) {
+        if (m_grid.textAt(sheet, col, row).isEmpty() && m_grid.spanAt(sheet, col, row).cols == 0)
+            return;
+        const QRectF rect = placeOf(col, row);
+        if (!rect.isEmpty()) drawText(col, row, m_grid.formatAt(sheet, col, row), rect);
+    });
+}
+
+void SheetDrawing::drawGround(const CellFormat& format, const QRectF& rect, int col, int row) {
+    if (m_grid.PrintColor() && format.backColor != White)
+        m_painter.fillRect(rect, screenColour(format.backColor));
+    if (m_grid.PrintGrid()) {
+        m_painter.setPen(QPen(GridLine, LineWidth / 2));
+        m_painter.drawRect(rect);
+    }
+    const QByteArray file = m_grid.pictureAt(m_layout.sheet(), col, row);
+    if (file.isEmpty()) return;
+    QPixmap pixmap;
+    if (!pixmap.loadFromData(file)) return;
+    const QRectF room = rect.adjusted(LineWidth, LineWidth, -LineWidth, -LineWidth);
+    QRectF place(QPointF(), QSizeF(pixmap.size()).scaled(room.size(), Qt::KeepAspectRatio));
+    place.moveCenter(room.center());
+    m_painter.drawPixmap(place, pixmap, QRectF(pixmap.rect()));
+}
+
+void SheetDrawing::drawBorders(int col, int row) {
+    const CellFormat format = m_grid.formatAt(m_layout.sheet(), col, row);
+    const CellSpan span = m_grid.spanAt(m_layout.sheet(), col, row);
+    const bool joined = span.cols > 0;
+    const QRectF rect = cellRect(col, row);
+    const auto line = [&](const CellBorder& border, bool inside, QPointF from, QPointF to) {
+        if (border.style == BorderStyle::None || inside) return;
+        m_painter.setPen(
+            QPen(m_grid.PrintColor() ? screenColour(border.colour) : Qt::black, LineWidth));
+        m_painter.drawLine(from, to);
+    };
+    line(format.left, joined && col > span.col, rect.topLeft(), rect.bottomLeft());
+    line(format.top, joined && row > span.row, rect.topLeft(), rect.topRight());
+    line(format.right, joined && col < span.col + span.cols - 1, rect.topRight(),
+         rect.bottomRight());
+    line(format.bottom, joined && row < span.row + span.rows - 1, rect.bottomLeft(),
+         rect.bottomRight());
+}
+
+void SheetDrawing::drawFrame() {
+    if (!m_grid.PrintBorder()) return;
+    m_painter.setPen(QPen(Qt::black, LineWidth));
+    const double bottom = std::min(m_tops.back(), m_layout.body().height() / m_layout.scale());
+    m_painter.drawRect(QRectF(QPointF(0, 0), QPointF(m_lefts.back(), bottom)));
+}
+
+// As on the screen, texts run over into empty neighbours, and past the last column with data.
+QRectF SheetDrawing::overflowRect(int col, int row, HAlign align, double wanted,
+                                  QRectF rect) const {
+    const auto room = [&](int step, double enough) {
+        double found = 0;
+        for (int next = col + step; next >= m_page.firstCol && found < enough; next += step) {
+            if (next > m_page.lastCol) {
+                const double edge = m_layout.body().width() / m_layout.scale();
+                return std::max(found, edge - rect.right());
+            }
+            if (!takesOverflow(m_grid, m_layout.sheet(), next, row)) break;
+            found += m_layout.width(next);
+        }
+        return found;
+    };
+    const double lacking = wanted - rect.width();
+    if (align == HAlign::Left) rect.setRight(rect.right() + room(1, lacking));
+    if (align == HAlign::Right) rect.setLeft(rect.left() - room(-1, lacking));
+    if (align == HAlign::Centre) {
+        // What finds no room on one side goes to the other.
+        const auto grow = [&](int step, double by) { return std::min(room(step, by), by); };
+        const double left = grow(-1, lacking / 2);
+        const double right = grow(1, lacking - left);
+        rect.adjust(-grow(-1, lacking - right), 0, right, 0);
+    }
+    return rect;
+}
+
+void SheetDrawing::drawText(int col, int row, const CellFormat& format, const QRectF& cell) {
+    const QString text = withLineEnds(m_grid.textAt(m_layout.sheet(), col, row));
+    if (text.isEmpty() || format.kind == CellKind::Picture) return;
+    const PrintFace& face = m_faces.of(format);
+    const double padding = PrintLayout::padding(cell.width());
+    QRectF rect = cell.adjusted(padding, 0, -padding, 0);
+    const double wanted = face.metrics.horizontalAdvance(text);
+    const bool lines = text.contains(QLatin1Char('\n'));
+    const bool single = m_grid.spanAt(m_layout.sheet(), col, row).cols == 0 && row > 0;
+    int flags = format.hAlign == HAlign::Left    ? Qt::AlignLeft
+                : format.hAlign == HAlign::Right ? Qt::AlignRight
+                                                 : Qt::AlignHCenter;
+    double stretch = 1;
+    if (lines || (wanted > rect.width() && !m_grid.AllowCellOverflow())) {
+        flags |= face.wrapFlags(text, rect.width()) | Qt::AlignTop;
+        rect.adjust(0, LineWidth, 0, 0);
+    } else {
+        flags |= Qt::TextSingleLine | Qt::AlignVCenter;
+        if (wanted > rect.width() && single)
+            rect = overflowRect(col, row, format.hAlign, wanted, rect);
+        // Between filled neighbours a text is set narrower before it is cut.
+        if (wanted > rect.width()) stretch = std::max(rect.width() / wanted, LeastStretch);
+    }
+    const bool coloured = m_grid.PrintColor() && format.hasForeColor;
+    m_painter.save();
+    if (wanted * stretch > rect.width() + 1) m_painter.setClipRect(rect, Qt::IntersectClip);
+    m_painter.setFont(face.font);
+    m_painter.setPen(coloured ? screenColour(format.foreColor) : QColor(Qt::black));
+    m_painter.translate(rect.topLeft());
+    m_painter.scale(stretch, 1);
+    m_painter.drawText(QRectF(0, 0, rect.width() / stretch, rect.height()), flags, text);
+    m_painter.restore();
+}
+
+// A header or footer: what stands behind "/c" is centred, what stands before it is at the left.
+void SheetDrawing::drawLine(const QString& codes, int number, double middle) {
+    if (codes.isEmpty()) return;
+    QString atLeft;
+    QString centred;
+    QString* part = &atLeft;
+    for (qsizetype i = 0; i < codes.size();) {
+        const QStringView rest = QStringView(codes).mid(i);
+        if (rest.startsWith(QLatin1String("/pc"))) {
+            *part += QString::number(pageCount());
+            i += 3;
+        } else if (rest.startsWith(QLatin1String("/p"))) {
+            *part += QString::number(number);
+            i += 2;
+        } else if (rest.startsWith(QLatin1String("/c"))) {
+            part = &centred;
+            i += 2;
+        } else {
+            *part += codes[i++];
+        }
+    }
+    const PrintFace& face = m_faces.of({});
+    const QRectF body = m_layout.body();
+    const double height = face.metrics.height();
+    const QRectF rect(body.left(), middle - height / 2, body.width(), height);
+    m_painter.setFont(face.font);
+    m_painter.setPen(Qt::black);
+    m_painter.drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, atLeft);
+    m_painter.drawText(rect, Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextSingleLine, centred);
+}
+
+}  // namespace
+
+bool drawSheet(QPagedPaintDevice& device, const SheetGrid& grid) {
+    QPainter painter;
+    if (!painter.begin(&device)) return false;
+    const double scale = double(device.logicalDpiX()) / TwipsPerInch;
+    painter.scale(scale, scale);
+    const QSizeF paper = device.pageLayout().fullRect(QPageLayout::Inch).size() * TwipsPerInch;
+    SheetDrawing drawing(painter, grid, paper);
+    for (int number = 1; number <= drawing.pageCount(); ++number) {
+        if (number > 1 && !device.newPage()) return false;
+        drawing.draw(number);
+    }
+    return painter.end();
+}

@@ -1,0 +1,141 @@
+#include "platform/paper/printing.h"
+
+#include "core/data/dates.h"
+#include "core/data/paths.h"
+#include "core/grid/sheet_grid.h"
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/message_box.h"
+#include "platform/paper/print_painter.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QLocale>
+#include <QPdfWriter>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QSaveFile>
+
+namespace {
+
+constexpr int MostOfAName = 60;
+
+QString g_targetPath;
+QPageSize::PageSizeId g_targetPaper = QPageSize::A4;
+
+QString jobName(const SheetGrid& grid) {
+    if (!grid.PrintJobName().isEmpty()) return grid.PrintJobName();
+    const int sheet = grid.ActiveSheet();
+    QString name;
+    for (int row = 1; row <= grid.dataRowsOf(sheet) && name.isEmpty(); ++row) {
+        for (int col = 1; col <= grid.colsOf(sheet); ++col)
+            name += QLatin1Char(' ') + grid.textAt(sheet, col, row);
+        name = name.simplified();
+    }
+    name = name.left(MostOfAName).trimmed();
+    return name.isEmpty() ? QStringLiteral("Lorvanite") : name;
+}
+
+QPageLayout::Orientation orientationOf(const SheetGrid& grid) {
+    return grid.PrintOrientation() == PrintOrientations::Landscape ? QPageLayout::Landscape
+                                                                   : QPageLayout::Portrait;
+}
+
+bool writePdf(const SheetGrid& grid, const QString& path, QPageSize::PageSizeId paper) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) return false;
+    {
+        QPdfWriter writer(&file);
+        writer.setResolution(TwipsPerInch);
+        writer.setTitle(jobName(grid));
+        writer.setCreator(QStringLiteral("Lorvanite"));
+        writer.setPageSize(QPageSize(paper));
+        writer.setPageOrientation(orientationOf(grid));
+        writer.setPageMargins({});
+        if (!drawSheet(writer, grid)) return false;
+    }
+    return file.error() == QFileDevice::NoError && file.commit();
+}
+
+bool sendToPrinter(const SheetGrid& grid, const QPrinterInfo& info) {
+    QPrinter printer(info, QPrinter::HighResolution);
+    printer.setDocName(jobName(grid));
+    printer.setPageOrientation(orientationOf(grid));
+    printer.setFullPage(true);
+    printer.setPageMargins({});
+    return drawSheet(printer, grid);
+}
+
+// The default printer, or the first where none is the default; null where there is none at all.
+QPrinterInfo printerOfTheDesktop() {
+    const QPrinterInfo byDefault = QPrinterInfo::defaultPrinter();
+    return byDefault.isNull() ? QPrinterInfo::availablePrinters().value(0) : byDefault;
+}
+
+// A name of its own for each job; no job replaces another.
+QString pdfPath(const QString& job) {
+    const QString folder = programFolder() + QStringLiteral("/printed");
+    QDir().mkpath(folder);
+    QString name = job;
+    for (QChar& c : name)
+        if (QStringLiteral("/\\:*?\"<>|").contains(c) || !c.isPrint()) c = QLatin1Char('_');
+    const QString stem =
+        folder + QLatin1Char('/') + name + QLatin1Char(' ') +
+        QDateTime(today(), QTime::currentTime()).toString(QStringLiteral("yyyy-MM-dd hh.mm.ss"));
+    QString path = stem + QStringLiteral(".pdf");
+    for (int n = 2; QFile::exists(path); ++n) path = stem + QStringLiteral(" (%1).pdf").arg(n);
+    return path;
+}
+
+}  // namespace
+
+void setPrintTarget(const QString& path, QPageSize::PageSizeId paper) {
+    g_targetPath = path;
+    g_targetPaper = paper;
+}
+
+void applySetPrintSettings(SheetGrid& grid) {
+    grid.PrintBorder(false);
+    grid.PrintMarginTop(720);
+    grid.PrintMarginBottom(720);
+    grid.PrintOrientation(PrintOrientations::Portrait);
+    grid.PrintSmartPrint(true);
+    grid.PrintColHeaders(false);
+    grid.PrintRowHeaders(false);
+    grid.PrintGrid(false);
+    grid.PrintUseDataMax(true);
+    grid.PrintColor(true);
+    grid.PrintScalingMethod(PrintScaling::AsItIs);
+    grid.PrintType(PrintTypes::All);
+}
+
+void PrintSheet(const SheetGrid& grid, int) {
+    if (!g_targetPath.isEmpty()) {
+        if (!writePdf(grid, g_targetPath, g_targetPaper))
+            messageBox(QStringLiteral("The page could not be written to ") + g_targetPath,
+                       BoxIcon::Exclamation);
+        return;
+    }
+    const QPrinterInfo printer = printerOfTheDesktop();
+    if (!printer.isNull()) {
+        if (sendToPrinter(grid, printer)) {
+            setStatusText(QStringLiteral("Sent to the printer ") + printer.printerName());
+        } else {
+            messageBox(QStringLiteral("The printer ") + printer.printerName() +
+                           QStringLiteral(" did not take the pages. Please look whether it is "
+                                          "switched on and print again."),
+                       BoxIcon::Exclamation);
+        }
+        return;
+    }
+    const bool letter = QLocale().measurementSystem() == QLocale::ImperialUSSystem;
+    const QString path = pdfPath(jobName(grid));
+    if (writePdf(grid, path, letter ? QPageSize::Letter : QPageSize::A4)) {
+        setStatusText(QStringLiteral("No printer found. The pages are in ") +
+                      QDir::toNativeSeparators(path));
+    } else {
+        messageBox(QStringLiteral("There is no printer, and the pages could not be written to\r") +
+                       QDir::toNativeSeparators(path),
+                   BoxIcon::Exclamation);
+    }
+}

@@ -1,0 +1,87 @@
+#include "sets/rules/set_record.h"
+
+#include "core/data/database.h"
+#include "core/data/run_time_error.h"
+#include "core/grid/sheet_grid.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int FirstTitleRow = 2;
+constexpr int LastSetTitleRow = 25;
+
+// A 24th title has no place, and the command ends there: this is meant.
+Titles titlesOf(const SheetGrid& set) {
+    Titles titles;
+    size_t n = 0;
+    for (int row = FirstTitleRow; row <= LastSetTitleRow; ++row) {
+        const QString title = set.GetText(2, row);
+        if (title.isEmpty()) continue;
+        if (n == titles.size()) throw RunTimeError(RunTimeError::SubscriptOutOfRange);
+        titles[n++] = title;
+    }
+    return titles;
+}
+
+// A title that is a piece of what stands above it counts as a double: this is meant.
+Titles withoutDoubles(const Titles& titles) {
+    Titles uniqueTitles;
+    size_t m = 0;
+    QString seen;
+    for (const QString& title : titles) {
+        if (seen.contains(title)) continue;
+        seen += title + QLatin1Char('\r');
+        uniqueTitles[m++] = title;
+    }
+    return uniqueTitles;
+}
+
+}  // namespace
+
+bool holdsKnownTitle(const SheetGrid& set) {
+    bool found = false;
+    for (int row = FirstTitleRow; row <= LastSetTitleRow; ++row) {
+        const QString title = set.GetText(2, row);
+        if (title.isEmpty()) continue;
+        Recordset rs = select(QStringLiteral("SELECT title FROM songs WHERE title = '") + title +
+                              QStringLiteral("'"));
+        found = !rs.EOF_() || found;
+        rs.Close();
+    }
+    return found;
+}
+
+Titles titlesToRecord(const SheetGrid& set) { return withoutDoubles(titlesOf(set)); }
+
+int countRecorded(const Titles& titles, const QString& date) {
+    int already = 0;
+    Recordset rs = select(QStringLiteral("SELECT * FROM played_on"));
+    for (; !rs.EOF_(); rs.MoveNext()) {
+        if (rs.Fields("played_date") != date) continue;
+        const QString title = rs.Fields("Title");
+        already += static_cast<int>(std::count(titles.begin(), titles.end(), title));
+    }
+    rs.Close();
+    return already;
+}
+
+// The date belongs to one set: its old record goes whole.
+void recordPlayed(const Titles& titles, const QString& date) {
+    execute(QStringLiteral("DELETE * FROM played_on WHERE played_date = '") + date +
+            QStringLiteral("'"));
+    // Carried from one title to the next: a typed title that is no song's is recorded under the
+    // song before it. This is meant.
+    QString id;
+    for (const QString& title : titles) {
+        if (title.isEmpty()) continue;
+        Recordset rs = select(QStringLiteral("SELECT ID FROM songs WHERE title = '") + title +
+                              QStringLiteral("'"));
+        if (!rs.EOF_()) id = rs.Fields("ID");
+        rs.Close();
+        if (id.isEmpty()) continue;
+        execute(QStringLiteral("INSERT INTO played_on (title, played_date, songID) VALUES ('") +
+                title + QStringLiteral("', '") + date + QStringLiteral("', ") + id +
+                QStringLiteral(")"));
+    }
+}

@@ -1,0 +1,285 @@
+// The connection and the running of statements.
+#include "core/data/collation.h"
+#include "core/data/database.h"
+#include "core/data/dates.h"
+#include "core/data/run_time_error.h"
+#include "support/registry.h"
+#include "support/world.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+
+#include <sqlite3.h>
+#include <unistd.h>
+
+namespace {
+
+void run(const QString& source) {
+    Recordset rs;
+    rs.Open(source, dbConn, CursorType::Dynamic, LockType::Optimistic);
+    if (rs.isOpen()) rs.Close();
+}
+
+QStringList column(const QString& source, const char* name) {
+    QStringList values;
+    Recordset rs;
+    rs.Open(source, dbConn, CursorType::Dynamic, LockType::ReadOnly);
+    for (; !rs.EOF_(); rs.MoveNext()) values.append(rs.Fields(name));
+    rs.Close();
+    return values;
+}
+
+int numberOf(const std::function<void()>& act) {
+    try {
+        act();
+    } catch (const RunTimeError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+}  // namespace
+
+class TestDatabase : public WindowTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void titleIsFoundWhateverItsCase() {
+        openDatabase();
+        run("INSERT INTO songs (title) VALUES ('Amazing Grace'), ('ÉTERNEL'), ('Ευλόγει'), "
+            "('주 하나님')");
+        const auto found = [](const char* title) {
+            return column(QStringLiteral("SELECT title FROM songs WHERE title = '%1'")
+                              .arg(QString::fromUtf8(title)),
+                          "TITLE")
+                .size();
+        };
+        QCOMPARE(found("AMAZING GRACE"), 1);
+        QCOMPARE(found("éternel"), 1);
+        QCOMPARE(found("ΕΥΛΌΓΕΙ"), 1);
+        QCOMPARE(found("주 하나님"), 1);
+        QCOMPARE(found("e\xCC\x81ternel"), 1);  // the accent as a mark of its own
+        QCOMPARE(found("Amazing"), 0);
+    }
+
+    void titlesComeInTheOrderOfAPersonsList() {
+        openDatabase();
+        run("INSERT INTO songs (title) VALUES ('zeal'), ('Émile'), ('apple'), ('Zion'), ('Eve'), "
+            "('Äpfel'), ('Be Thou'), ('Élan'), ('B')");
+        QCOMPARE(column("SELECT title FROM songs ORDER BY title", "title"),
+                 (QStringList{"Äpfel", "apple", "B", "Be Thou", "Élan", "Émile", "Eve", "zeal",
+                              "Zion"}));
+    }
+
+    void plainTextsCompareAsTheCollatorDoes() {
+        QCollator collator(QLocale(QLocale::English, QLocale::UnitedStates));
+        collator.setCaseSensitivity(Qt::CaseInsensitive);
+        const QStringList texts = {"",    " ",       "a",   "A",  "b",        "ab",
+                                   "a b", "a-b",     "a'b", "1",  "10",       "2",
+                                   "(x)", "#1",      "Bb",  "bB", "12/25/01", "06/01/03",
+                                   "é",   "e\u0301", "e",   "f",  "z~",       "_"};
+        const auto sign = [](int n) { return (n > 0) - (n < 0); };
+        for (const QString& a : texts)
+            for (const QString& b : texts)
+                QCOMPARE(compareTexts(a.toStdString(), b.toStdString()),
+                         sign(collator.compare(a, b)));
+    }
+
+    void songsWithANumberAreThoseWhoseNumberIsNotEmpty() {
+        openDatabase();
+        run("INSERT INTO songs (title, CCLI) VALUES ('with', '22025'), ('empty', ''), "
+            "('null', NULL)");
+        QCOMPARE(column("SELECT * FROM songs WHERE CCLI > ''", "title"), QStringList{"with"});
+    }
+
+    void updateOfAMissingKeyChangesNothingAndReportsNothing() {
+        openDatabase();
+        run("DELETE FROM prefs WHERE var_name = 'ScedToUse'");
+        const QStringList before = world->rows("SELECT * FROM prefs");
+        run("UPDATE prefs SET var_value = 'x' WHERE var_name = 'ScedToUse'");
+        QCOMPARE(world->rows("SELECT * FROM prefs"), before);
+    }
+
+    void orderByAPlayedDateIsTheOrderOfText() {
+        openDatabase();
+        run("INSERT INTO played_on (title, played_date, songID) VALUES ('a', '12/31/05', 1), "
+            "('a', '01/01/06', 1)");
+        const QStringList dates =
+            column("SELECT played_date FROM played_on ORDER BY played_date", "played_date");
+        QCOMPARE(dates, (QStringList{"01/01/06", "12/31/05"}));
+        QVERIFY(toDate(dates[0]) > toDate(dates[1]));
+    }
+
+    void deleteWithAStarEmptiesOrFilters() {
+        openDatabase();
+        run("INSERT INTO songs (title) VALUES ('a * b'), ('c')");
+        run("DELETE * FROM songs WHERE title = 'a * b'");
+        QCOMPARE(column("SELECT title FROM songs", "title"), QStringList{"c"});
+        run("  delete  *  from SONGS");
+        QVERIFY(column("SELECT title FROM songs", "title").isEmpty());
+    }
+
+    void countersCountOnAndAreNotUsedAgain() {
+        openDatabase();
+        run("INSERT INTO songs (title) VALUES ('a')");
+        run("DELETE FROM songs");
+        run("INSERT INTO songs (title) VALUES ('b')");
+        QCOMPARE(column("SELECT ID FROM songs", "id"), QStringList{"2"});
+    }
+
+    void statementIsRefused_data() {
+        QTest::addColumn<QString>("source");
+        for (const char* source : {"ATTACH DATABASE 'x.db' AS x",
+                                   "DETACH DATABASE main",
+                                   "PRAGMA user_version = 7",
+                                   "PRAGMA journal_mode = OFF",
+                                   "DROP TABLE songs",
+                                   "CREATE TABLE t (a)",
+                                   "CREATE INDEX i ON songs (title)",
+                                   "ALTER TABLE songs ADD COLUMN x",
+                                   "BEGIN",
+                                   "COMMIT",
+                                   "SAVEPOINT a",
+                                   "VACUUM",
+                                   "REINDEX",
+                                   "ANALYZE",
+                                   "DELETE FROM songs; DELETE FROM played_on",
+                                   "",
+                                   "   ",
+                                   "-- nothing",
+                                   "SELECT * FROM no_such_table",
+                                   "SELECT no_such_column FROM songs",
+                                   "SELECT title FROM songs WHERE title = 'it's'",
+                                   "DELETE FROM sqlite_master",
+                                   "CREATE TEMP TABLE t (a)",
+                                   "CREATE TRIGGER t AFTER INSERT ON songs BEGIN SELECT 1; END"})
+            QTest::newRow(source) << QString::fromLatin1(source);
+    }
+    void statementIsRefused() {
+        QFETCH(QString, source);
+        openDatabase();
+        run("INSERT INTO songs (title) VALUES ('a')");
+        run("INSERT INTO played_on (title) VALUES ('a')");
+        const QStringList before = world->rows("SELECT sql FROM sqlite_master");
+        QCOMPARE(numberOf([&] { run(source); }), int(RunTimeError::StatementRefused));
+        QCOMPARE(world->rows("SELECT sql FROM sqlite_master"), before);
+        QCOMPARE(world->rows("SELECT count(*) FROM songs"), QStringList{"1"});
+        QCOMPARE(world->rows("SELECT count(*) FROM played_on"), QStringList{"1"});
+    }
+
+    void trailingSemicolonIsNoSecondStatement() {
+        openDatabase();
+        run("INSERT INTO songs (title) VALUES ('a;b');  \n");
+        QCOMPARE(world->rows("SELECT title FROM songs"), QStringList{"a;b"});
+    }
+
+    void textBehindAZeroIsNotLeftOut() {
+        openDatabase();
+        QString source = QStringLiteral("DELETE FROM prefs");
+        source.append(QChar(0)).append(QStringLiteral(" WHERE var_name = 'ScedToUse'"));
+        QCOMPARE(numberOf([&] { run(source); }), int(RunTimeError::StatementRefused));
+        QCOMPARE(world->rows("SELECT count(*) FROM prefs"), QStringList{"8"});
+    }
+
+    void recordsetKeepsItsRules() {
+        Recordset rs;
+        const auto open = [&](const char* source) {
+            rs.Open(source, dbConn, CursorType::Dynamic, LockType::ReadOnly);
+        };
+        QCOMPARE(numberOf([&] { open("SELECT * FROM songs"); }), int(RunTimeError::ObjectIsClosed));
+        openDatabase();
+        QCOMPARE(numberOf([] { openDatabase(); }), int(RunTimeError::ObjectIsOpen));
+        open("SELECT * FROM songs");
+        QVERIFY(rs.EOF_());
+        QCOMPARE(numberOf([&] { rs.Fields("title"); }), int(RunTimeError::NoCurrentRecord));
+        QCOMPARE(numberOf([&] { rs.MoveNext(); }), int(RunTimeError::NoCurrentRecord));
+        QCOMPARE(numberOf([&] { rs.MoveFirst(); }), int(RunTimeError::NoCurrentRecord));
+        QCOMPARE(numberOf([&] { open("SELECT * FROM prefs"); }), int(RunTimeError::ObjectIsOpen));
+        rs.Close();
+        QCOMPARE(numberOf([&] { (void)rs.EOF_(); }), int(RunTimeError::ObjectIsClosed));
+        open("SELECT * FROM prefs");
+        QCOMPARE(numberOf([&] { rs.Fields("nothing"); }), int(RunTimeError::NoSuchItem));
+        const QString first = rs.Fields("VAR_NAME");
+        while (!rs.EOF_()) rs.MoveNext();
+        rs.MoveFirst();
+        QCOMPARE(rs.Fields("var_name"), first);
+        rs.Close();
+    }
+
+    void writeLeavesTheRecordsetClosed() {
+        openDatabase();
+        Recordset rs;
+        for (int i = 0; i < 3; ++i)
+            rs.Open("INSERT INTO songs (title) VALUES ('a')", dbConn, CursorType::Dynamic,
+                    LockType::Optimistic);
+        QVERIFY(!rs.isOpen());
+        QCOMPARE(world->rows("SELECT count(*) FROM songs"), QStringList{"3"});
+    }
+
+    void byteOrderMarkAtTheStartOfATextIsKept() {
+        openDatabase();
+        const QString title = QStringLiteral("\ufeffPasted \ufeffFrom Afar");
+        run("INSERT INTO songs (title) VALUES ('" + title + "')");
+        QCOMPARE(column("SELECT title FROM songs", "title"), QStringList{title});
+    }
+
+    void nullReadsAsTheEmptyText() {
+        openDatabase();
+        run("INSERT INTO songs (title, artist) VALUES ('a', NULL)");
+        QCOMPARE(column("SELECT * FROM songs", "artist"), QStringList{""});
+    }
+
+    void lockedDatabaseRefusesTheStatementAndLosesNothing() {
+        openDatabase();
+        run("INSERT INTO songs (title) VALUES ('kept')");
+        sqlite3* other = nullptr;
+        QCOMPARE(sqlite3_open(world->path("db1.mdb").toUtf8().constData(), &other), SQLITE_OK);
+        QCOMPARE(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+        QString description;
+        try {
+            run("DELETE FROM songs");
+        } catch (const RunTimeError& error) {
+            description = error.description();
+        }
+        QCOMPARE(description, QStringLiteral("database is locked"));
+        sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+        sqlite3_close(other);
+        QCOMPARE(world->rows("SELECT title FROM songs"), QStringList{"kept"});
+        run("DELETE FROM songs");
+        QCOMPARE(world->rows("SELECT count(*) FROM songs"), QStringList{"0"});
+    }
+
+    void readOnlyFolderRefusesWritesAndReadsOn() {
+        // A folder's mode does not bind the superuser, so the test becomes somebody else.
+        const auto all = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther |
+                         QFile::ReadGroup | QFile::ExeGroup;
+        QFile::setPermissions(world->path("db1.mdb"), all);
+        QFile::setPermissions(world->folder(), all);
+        QFile::setPermissions(QFileInfo(world->folder()).path(), all | QFile::WriteOwner);
+        const bool isRoot = geteuid() == 0;
+        if (isRoot) QCOMPARE(seteuid(65534), 0);
+        openDatabase();
+        const QStringList read = column("SELECT var_name FROM prefs", "var_name");
+        const int number = numberOf([] { run("DELETE FROM prefs"); });
+        dbConn.Close();
+        if (isRoot) QCOMPARE(seteuid(0), 0);
+        QFile::setPermissions(world->folder(), all | QFile::WriteOwner);
+        QFile::setPermissions(world->path("db1.mdb"), all | QFile::WriteOwner);
+        QCOMPARE(read.size(), 8);
+        QCOMPARE(number, int(RunTimeError::StatementRefused));
+        QCOMPARE(world->rows("SELECT count(*) FROM prefs"), QStringList{"8"});
+    }
+
+    void statementLogHoldsSourceCursorAndLock() {
+        openDatabase();
+        Recordset rs;
+        rs.Open("UPDATE prefs SET var_value = '' WHERE var_name = 'x'", dbConn, CursorType::Dynamic,
+                LockType::BatchOptimistic);
+        QCOMPARE(world->statements,
+                 QStringList{"UPDATE prefs SET var_value = '' WHERE var_name = 'x' [4]"});
+    }
+};
+
+LORVANITE_TEST(TestDatabase)
+#include "test_database.moc"

@@ -1,0 +1,266 @@
+// The start, the main window, the splash, the reminder, the help.
+#include "core/data/database.h"
+#include "core/data/dates.h"
+#include "core/shell/frm_about.h"
+#include "core/shell/frm_splash.h"
+#include "support/registry.h"
+#include "support/world.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QFile>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QMessageBox>
+#include <QTextBrowser>
+
+#include <algorithm>
+
+namespace {
+
+const QString ReminderStatement =
+    QStringLiteral("SELECT * FROM prefs WHERE var_name = 'NotesOnStartUp' [1]");
+const QString NotesStatement = QStringLiteral("SELECT * FROM notes [1]");
+
+void addNote(World& world, const QString& text, const QDate& notify) {
+    world.sql(QStringLiteral("INSERT INTO notes (post_date, notes, notify_date) "
+                             "VALUES ('11/01/26', '%1', '%2')")
+                  .arg(text, formatDate(notify)));
+}
+
+}  // namespace
+
+class TestMainWindow : public WindowTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void withoutThePreferenceTheStartCompletesAndNoReminderShows() {
+        world->sql("DELETE FROM prefs WHERE var_name = 'NotesOnStartUp'");
+        addNote(*world, "due", today().addDays(5));
+        world->start();
+        QCOMPARE(world->statements, QStringList{ReminderStatement});
+        QVERIFY(world->main().isVisible());
+    }
+
+    void reminderIsOffUnlessThePreferenceIsExactlyTrue_data() {
+        QTest::addColumn<QString>("value");
+        for (const char* value : {"false", "TRUE", "True", "true ", ""})
+            QTest::newRow(value) << QString::fromLatin1(value);
+    }
+    void reminderIsOffUnlessThePreferenceIsExactlyTrue() {
+        QFETCH(QString, value);
+        world->sql(QStringLiteral("UPDATE prefs SET var_value = '%1' "
+                                  "WHERE var_name = 'NotesOnStartUp'")
+                       .arg(value));
+        addNote(*world, "due", today().addDays(5));
+        world->start();
+        QVERIFY(world->main().isVisible());
+    }
+
+    void noteForTomorrowShowsAndNoteForTodayDoesNot() {
+        addNote(*world, "for today", today());
+        addNote(*world, "for tomorrow", today().addDays(1));
+        addNote(*world, "for yesterday", today().addDays(-1));
+        world->answers.box("for tomorrow\r", QMessageBox::Information, "Reminder Notes");
+        world->start();
+        QCOMPARE(world->statements, (QStringList{ReminderStatement, NotesStatement}));
+    }
+
+    void allDueNotesStandInOneBoxInTableOrder() {
+        addNote(*world, "one", today().addDays(9));
+        addNote(*world, "two", today().addDays(1));
+        addNote(*world, "three <b>&amp;", today().addDays(30));
+        world->answers.box("one\rtwo\rthree <b>&amp;\r", QMessageBox::Information,
+                           "Reminder Notes");
+        world->start();
+    }
+
+    void noteWhoseDateCannotBeReadIsSkipped() {
+        world->sql(
+            "INSERT INTO notes (notes, notify_date) VALUES ('a', ''), ('b', 'soon'), "
+            "('c', NULL), ('d', '12/30/99'), ('e', '12/24/26')");
+        world->answers.box("e\r", QMessageBox::Information, "Reminder Notes");
+        world->start();
+    }
+
+    void splashLiesOverTheMiddleAndGoesAtAClick() {
+        world->start();
+        QPointer<frmSplash> splash = world->main().splash;
+        QVERIFY(splash && splash->isVisible());
+        QCOMPARE(splash->t.interval(), 3000);
+        QVERIFY(splash->t.isActive());
+        // Up to the main window's frame, which comes later.
+        const QPoint middle = world->main().geometry().center();
+        QVERIFY((splash->geometry().center() - middle).manhattanLength() < 8);
+        QCOMPARE(splash->lblVersion->text(), QStringLiteral("Version 1.0.0"));
+        // The timer goes with the splash and fires no more.
+        QPointer<QTimer> timer(&splash->t);
+        click(splash->Image1);
+        QVERIFY(!splash);
+        QVERIFY(!timer);
+    }
+
+    void splashIsSeenBesideTheReminderBeforeTheMainWindowIsUp() {
+        addNote(*world, "due", today().addDays(5));
+        bool isSeen = false;
+        world->answers.custom("reminder", [&isSeen](QWidget* box) {
+            const auto windows = QApplication::topLevelWidgets();
+            isSeen = std::any_of(windows.begin(), windows.end(), [](const QWidget* window) {
+                return qobject_cast<const frmSplash*>(window) && window->isVisible();
+            });
+            QTest::mouseClick(qobject_cast<QMessageBox*>(box)->button(QMessageBox::Ok),
+                              Qt::LeftButton);
+        });
+        world->start();
+        QVERIFY(isSeen);
+    }
+
+    void splashGoesByItselfWhenItsTimerFires() {
+        world->start();
+        QPointer<frmSplash> splash = world->main().splash;
+        splash->t.start(10);
+        QTRY_VERIFY(!splash);
+    }
+
+    void resizingMovesOnlyTheAboutButton() {
+        world->start();
+        frmMDI& main = world->main();
+        const QList<QWidget*> others = {main.cmdSetList,    main.cmdSongMgmt,   main.cmdHistory,
+                                        main.cmdPastSets,   main.cmdSheetMusic, main.cmdEmail,
+                                        main.cmdScheduling, main.Command1,      main.Command10,
+                                        main.Command11};
+        QList<QRect> before;
+        for (const QWidget* button : others) before.append(button->geometry());
+        for (const int width : {1100, 1270}) {
+            main.resize(width, 700);
+            settle();
+            for (int i = 0; i < others.size(); ++i) QCOMPARE(others[i]->geometry(), before[i]);
+            QCOMPARE(main.cmdAbout->x(), width - main.cmdAbout->width() - 10);
+        }
+    }
+
+    void noButtonLiesOverAnotherAtTheLeastWidth() {
+        world->start();
+        frmMDI& main = world->main();
+        main.resize(main.minimumSize());
+        settle();
+        QVERIFY(main.cmdAbout->x() >= main.Command11->geometry().right());
+    }
+
+    void openingAModuleTwiceMakesNoSecondWindow() {
+        world->start();
+        click(world->main().cmdAbout);
+        click(world->main().cmdAbout);
+        QCOMPARE(world->main().mdiArea->subWindowList().size(), 1);
+        QVERIFY(frmAbout::isLoaded());
+        QCOMPARE(frmAbout::instance().lblVersion->text(), QStringLiteral("Version: 1.0.0"));
+    }
+
+    void moduleStandsInTheMiddleFiveHundredTwipsFromTheTop() {
+        world->start();
+        click(world->main().cmdAbout);
+        const QMdiSubWindow* frame = world->main().mdiArea->subWindowList().constFirst();
+        QCOMPARE(frame->x(), (world->main().width() - frame->width()) / 2);
+        QCOMPARE(frame->y(), 33);
+    }
+
+    void closedModuleIsMadeAnewAtTheNextOpening() {
+        world->start();
+        click(world->main().cmdAbout);
+        click(frmAbout::instance().cmdOK);
+        QVERIFY(!frmAbout::isLoaded());
+        QVERIFY(world->main().mdiArea->subWindowList().isEmpty());
+        click(world->main().cmdAbout);
+        QVERIFY(frmAbout::isLoaded());
+    }
+
+    void utilitiesMenuHangsBelowTheBarAtItsFixedPlace() {
+        world->start();
+        frmMDI& main = world->main();
+        click(main.Command10);
+        QVERIFY(main.mnuUtilities.isVisible());
+        const QPoint place = main.picButHold->mapFromGlobal(main.mnuUtilities.pos());
+        QCOMPARE(place, QPoint(767, main.Command10->y() + main.Command10->height()));
+        QStringList items;
+        for (const QAction* item : main.mnuUtilities.actions()) items.append(item->text());
+        QCOMPARE(items,
+                 (QStringList{"Special Music", "Import Set List", "Backup Files", "CCLI Report"}));
+        main.mnuUtilities.close();
+    }
+
+    void helpShowsTheGuideAndFindsInIt() {
+        world->start();
+        click(world->main().Command11);
+        QCOMPARE(world->main().CommonDlg.HelpCommand, 9);
+        const auto* help = world->main().findChild<QDialog*>("frmHelp");
+        QVERIFY(help && help->isVisible());
+        auto* text = help->findChild<QTextBrowser*>("txtGuide");
+        auto* find = help->findChild<QLineEdit*>("txtFind");
+        QVERIFY(text->toPlainText().size() > 1000);
+        QTest::keyClicks(find, "playlist");
+        QTest::keyClick(find, Qt::Key_Return);
+        QCOMPARE(text->textCursor().selectedText().toLower(), QStringLiteral("playlist"));
+    }
+
+    void missingHelpFileIsTold() {
+        QFile::remove(world->path("config/LORVANITEHELP.hlp"));
+        world->start();
+        world->answers.box(QStringLiteral("The help file \"%1/config/LORVANITEHELP.hlp\" is "
+                                          "missing.")
+                               .arg(world->folder()),
+                           QMessageBox::Warning);
+        click(world->main().Command11);
+    }
+
+    void statusLineShowsTheNewestText() {
+        world->start();
+        StatusLine* line = world->main().SB;
+        for (int i = 1; i <= 100; ++i) line->SimpleText(QStringLiteral("%1%").arg(i));
+        QCOMPARE(line->SimpleText(), QStringLiteral("100%"));
+        QTRY_COMPARE(line->currentMessage(), QStringLiteral("100%"));
+        QTest::qWait(120);
+        line->SimpleText(QStringLiteral("at once"));
+        QCOMPARE(line->currentMessage(), QStringLiteral("at once"));
+    }
+
+    void closingTheMainWindowUnloadsTheModulesAndEndsTheProcess() {
+        world->start();
+        click(world->main().cmdAbout);
+        world->main().close();
+        settle();
+        QVERIFY(!frmAbout::isLoaded());
+        QCOMPARE(world->endStatus, 0);
+    }
+
+    void missingDatabaseStopsTheStart() {
+        QFile::remove(world->path("db1.mdb"));
+        world->answers.runTimeError(-2147467259, "db1.mdb");
+        atEdge(OnFailure::EndsProgram, [&] { world->start(); });
+        QCOMPARE(world->endStatus, 1);
+        QVERIFY(!world->isRunning());
+        QVERIFY(!QFile::exists(world->path("db1.mdb")));
+    }
+
+    void fileThatIsNoDatabaseStopsTheStartAndStaysAsItIs() {
+        QFile file(world->path("db1.mdb"));
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        const QByteArray letter = QByteArray("Dear all, this is a letter.\n").repeated(100);
+        file.write(letter);
+        file.close();
+        world->answers.runTimeError(-2147467259, "not a database");
+        atEdge(OnFailure::EndsProgram, [&] { world->start(); });
+        QCOMPARE(world->endStatus, 1);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), letter);
+    }
+
+    void databaseWithoutATableStopsTheStart() {
+        world->sql("DROP TABLE prefs");
+        world->answers.runTimeError(-2147217900, "no such table: prefs");
+        atEdge(OnFailure::EndsProgram, [&] { world->start(); });
+        QCOMPARE(world->endStatus, 1);
+    }
+};
+
+LORVANITE_TEST(TestMainWindow)
+#include "test_main_window.moc"
