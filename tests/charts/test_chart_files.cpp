@@ -9,10 +9,6 @@
 namespace {
 
 const QString Filter = QStringLiteral("STP Files (*.stp)");
-const QString Question =
-    QStringLiteral("Would you like to associate this music to a song in the database?");
-const QString NotSaved = QStringLiteral("File did not save, try again or contact Lorvanite.");
-const QString NoSong = QStringLiteral("Please select a song title to assign this file to.");
 const QString SongStatement = QStringLiteral("SELECT ID, title FROM songs ORDER BY title [1]");
 
 QString native(const QString& path) { return QDir::toNativeSeparators(path); }
@@ -25,7 +21,7 @@ class TestChartFiles : public ChartTest {
     QString save(SheetMusic& w, const QString& name, QMessageBox::StandardButton tie) {
         const QString path = world->path("sheetmusic/" + name);
         world->answers.file(path);
-        world->answers.question(Question, tie);
+        world->answers.question(TieQuestion, tie);
         pick(w.mnuFile, w.mnuSave);
         return path;
     }
@@ -55,12 +51,12 @@ private Q_SLOTS:
         SheetMusic& w = open();
         const QString path = save(w, "abide.stp", QMessageBox::Yes);
         QVERIFY(isOnTop(w.frmAssign));
-        QCOMPARE(columnOf(w.fpAttach, 1), (QStringList{id, other}));
-        QCOMPARE(columnOf(w.fpAttach, 2), (QStringList{"Abide", "Blest"}));
-        w.fpAttach->Col(1);
+        QCOMPARE(columnOf(w.fpAttach, AttachColumn::ID), (QStringList{id, other}));
+        QCOMPARE(columnOf(w.fpAttach, AttachColumn::Title), (QStringList{"Abide", "Blest"}));
+        w.fpAttach->Col(AttachColumn::ID);
         QVERIFY(w.fpAttach->ColHidden());
         QCOMPARE(w.lblAssign->text(), "Song Location: " + native(path));
-        clickCell(w.fpAttach, 2, 1);
+        clickCell(w.fpAttach, AttachColumn::Title, 1);
         QCOMPARE(w.lblAssignSong->text(), QStringLiteral("Assign To: Abide"));
         world->answers.box("Done!", QMessageBox::Information);
         click(w.cmdSaveAssigned);
@@ -72,7 +68,7 @@ private Q_SLOTS:
                                                  .arg(native(path), id)}));
         // The panel stays, and another song can be given the same file.
         QVERIFY(isOnTop(w.frmAssign));
-        clickCell(w.fpAttach, 2, 2);
+        clickCell(w.fpAttach, AttachColumn::Title, 2);
         world->answers.box("Done!", QMessageBox::Information);
         click(w.cmdSaveAssigned);
         QCOMPARE(fileLocoOf(other), native(path));
@@ -86,11 +82,11 @@ private Q_SLOTS:
         write(w, 1);
         const QString before = stateOf(w.fpSong);
         answerWithLostFolder(world->answers, world->path("sheetmusic"), "abide.stp");
-        world->answers.box(NotSaved, QMessageBox::Information);
-        world->answers.question(Question, QMessageBox::Yes);
+        world->answers.box(ChartNotSaved, QMessageBox::Information);
+        world->answers.question(TieQuestion, QMessageBox::Yes);
         pick(w.mnuFile, w.mnuSave);
         QVERIFY(isOnTop(w.frmAssign));
-        QCOMPARE(columnOf(w.fpAttach, 1), QStringList{id});
+        QCOMPARE(columnOf(w.fpAttach, AttachColumn::ID), QStringList{id});
         QCOMPARE(stateOf(w.fpSong), before);
     }
 
@@ -129,8 +125,9 @@ private Q_SLOTS:
         pick(w.mnuFile, w.mnuAttachToDB);
         click(w.cmdCloseAssign);
         pick(w.mnuFile, w.mnuAttachToDB);
-        QCOMPARE(columnOf(w.fpAttach, 1), (QStringList{a, b, a, b}));
-        QCOMPARE(columnOf(w.fpAttach, 2), (QStringList{"abide", "Blest", "abide", "Blest"}));
+        QCOMPARE(columnOf(w.fpAttach, AttachColumn::ID), (QStringList{a, b, a, b}));
+        QCOMPARE(columnOf(w.fpAttach, AttachColumn::Title),
+                 (QStringList{"abide", "Blest", "abide", "Blest"}));
         QCOMPARE(world->statements, (QStringList{SongStatement, SongStatement}));
         QVERIFY(isOnTop(w.frmAssign));
     }
@@ -141,7 +138,7 @@ private Q_SLOTS:
         SheetMusic& w = open();
         pick(w.mnuFile, w.mnuAttachToDB);
         QCOMPARE(w.lblAssign->text(), QStringLiteral("Song Location: "));
-        clickCell(w.fpAttach, 2, 1);
+        clickCell(w.fpAttach, AttachColumn::Title, 1);
         world->answers.box("Done!", QMessageBox::Information);
         click(w.cmdSaveAssigned);
         QCOMPARE(fileLocoOf(id), QString());
@@ -168,7 +165,7 @@ private Q_SLOTS:
         addSong("Abide");
         SheetMusic& w = open();
         pick(w.mnuFile, w.mnuAttachToDB);
-        world->answers.box(NoSong, QMessageBox::Information);
+        world->answers.box(NoSongToTie, QMessageBox::Information);
         click(w.cmdSaveAssigned);
         QCOMPARE(world->statements, QStringList{SongStatement});
         QVERIFY(isOnTop(w.frmAssign));
@@ -178,7 +175,7 @@ private Q_SLOTS:
         const QString id = addSong("Abide");
         SheetMusic& w = open();
         save(w, "Pat's.stp", QMessageBox::Yes);
-        clickCell(w.fpAttach, 2, 1);
+        clickCell(w.fpAttach, AttachColumn::Title, 1);
         world->answers.runTimeError(-2147217900);
         click(w.cmdSaveAssigned);
         QCOMPARE(world->endStatus, 1);
@@ -217,7 +214,7 @@ private Q_SLOTS:
         SheetMusic& again = open();
         again.addPage();
         again.addPage();
-        again.fpSong->SetText(1, 4, "to be lost");
+        again.fpSong->SetText(1, ChartRow::Spacer, "to be lost");
         world->answers.file(path);
         pick(again.mnuFile, again.mnuOpen);
         QCOMPARE(again.fpSong->SheetCount(), pages);
@@ -249,7 +246,7 @@ private Q_SLOTS:
         const QString path = save(w, name, QMessageBox::Yes);
         QCOMPARE(w.lblAssign->text(), "Song Location: " + native(path));
         QCOMPARE(w.width(), 803);
-        clickCell(w.fpAttach, 2, 1);
+        clickCell(w.fpAttach, AttachColumn::Title, 1);
         world->answers.box("Done!", QMessageBox::Information);
         click(w.cmdSaveAssigned);
         QCOMPARE(world->rows("SELECT fileLoco FROM songs"), QStringList{native(path)});
@@ -260,7 +257,7 @@ private Q_SLOTS:
         world->sql("UPDATE songs SET playlist = 'Current'");
         SheetMusic& w = open();
         save(w, "abide.stp", QMessageBox::Yes);
-        clickCell(w.fpAttach, 2, 1);
+        clickCell(w.fpAttach, AttachColumn::Title, 1);
         world->answers.box("Done!", QMessageBox::Information);
         click(w.cmdSaveAssigned);
         click(world->main().cmdSetList);

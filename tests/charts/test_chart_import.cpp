@@ -1,6 +1,5 @@
 // Lines of a text file, marked by hand and laid out on the chart.
 #include "charts/chart_test.h"
-#include "charts/rules/chart_import.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>
@@ -38,16 +37,17 @@ class TestChartImport : public ChartTest {
     // Marks rows by the button of a mode and clicks.
     static void mark(SheetMusic& w, QPushButton* mode, const QList<int>& rows) {
         click(mode);
-        for (const int row : rows) clickCell(w.fpLoad, 1, row);
+        for (const int row : rows) clickCell(w.fpLoad, ImportColumn::Line, row);
     }
 
     static void markRange(SheetMusic& w, QPushButton* mode, int first, int last) {
         click(mode);
-        for (int row = first; row <= last; ++row) markLine(*w.fpLoad, 1, row, w.importMode);
+        for (int row = first; row <= last; ++row)
+            markLine(*w.fpLoad, ImportColumn::Line, row, w.importMode);
     }
 
     static QStringList linesOf(SheetMusic& w) {
-        QStringList lines = columnOf(w.fpLoad, 1);
+        QStringList lines = columnOf(w.fpLoad, ImportColumn::Line);
         while (!lines.isEmpty() && lines.last().isEmpty()) lines.removeLast();
         return lines;
     }
@@ -82,10 +82,13 @@ private Q_SLOTS:
         QCOMPARE(colourOf(w.fpLoad, 4), 13158655);
         click(w.cmdDone);
         QVERIFY(!isOnTop(w.frmImport));
-        QCOMPARE(w.fpSong->GetText(1, 1), QStringLiteral("Abide with me"));
-        QCOMPARE(w.fpSong->GetText(1, 2), QStringLiteral("words: Lyte"));
+        QCOMPARE(w.fpSong->GetText(ChartColumn::Text, ChartRow::Title),
+                 QStringLiteral("Abide with me"));
+        QCOMPARE(w.fpSong->GetText(ChartColumn::Text, ChartRow::Title + 1),
+                 QStringLiteral("words: Lyte"));
         for (int k = 1; k <= 3; ++k)
-            QCOMPARE(w.fpSong->GetText(k, 5), QStringList({"D", "A7/C#", "Bm"})[k - 1]);
+            QCOMPARE(w.fpSong->GetText(k, ChartRow::FirstChord),
+                     QStringList({"D", "A7/C#", "Bm"})[k - 1]);
         QCOMPARE(lyricsOf(w.fpSong, 1), (QStringList{"Abide with me", "fast falls  the eventide"}));
         QCOMPARE(w.fpSong->SheetCount(), 1);
         QCOMPARE(w.importMode, QStringLiteral("lyrics"));
@@ -99,8 +102,9 @@ private Q_SLOTS:
         QCOMPARE(w.fpSong->ActiveSheet(), 2);
         const QStringList first = lyricsOf(w.fpSong, 1);
         QCOMPARE(first.size(), 18);
-        QCOMPARE(w.fpSong->textAt(1, 1, 40), QStringLiteral("line 18"));
-        QCOMPARE(w.fpSong->textAt(1, 1, 42), QString());
+        QCOMPARE(w.fpSong->textAt(1, ChartColumn::Text, ChartRow::LastLyric),
+                 QStringLiteral("line 18"));
+        QCOMPARE(w.fpSong->textAt(1, ChartColumn::Text, ChartRow::Last), QString());
         QCOMPARE(lyricsOf(w.fpSong, 2), (QStringList{"line 19", "line 20"}));
     }
 
@@ -116,7 +120,7 @@ private Q_SLOTS:
         SheetMusic& w = open();
         w.addPage();
         w.addPage();
-        w.fpSong->SetText(1, 6, "third");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "third");
         w.fpSong->ActiveSheet(2);
         import(w, numbered("line", 1, 19));
         markRange(w, w.FlatBttn2, 1, 19);
@@ -150,7 +154,8 @@ private Q_SLOTS:
         SheetMusic& w = openWith("   Be   Thou  my Vision   \n");
         mark(w, w.Command2, {1});
         click(w.cmdDone);
-        QCOMPARE(w.fpSong->GetText(1, 1), QStringLiteral("Be   Thou  my Vision"));
+        QCOMPARE(w.fpSong->GetText(ChartColumn::Text, ChartRow::Title),
+                 QStringLiteral("Be   Thou  my Vision"));
     }
 
     void titleRowsHaveNoLimit() {
@@ -166,8 +171,9 @@ private Q_SLOTS:
         mark(w, w.Command3, {1, 4});
         mark(w, w.FlatBttn2, {2, 3, 5});
         click(w.cmdDone);
-        QCOMPARE(w.fpSong->GetText(1, 7), QStringLiteral("G"));
-        QCOMPARE(w.fpSong->GetText(1, 10), QStringLiteral("three"));
+        QCOMPARE(w.fpSong->GetText(1, ChartRow::FirstChord + 2), QStringLiteral("G"));
+        QCOMPARE(w.fpSong->GetText(ChartColumn::Text, ChartRow::FirstLyric + 4),
+                 QStringLiteral("three"));
     }
 
     void secondClickTakesMarksOffButATitles() {
@@ -192,7 +198,7 @@ private Q_SLOTS:
         click(w.FlatBttn1);
         for (int row = 1; row <= 3; ++row) QCOMPARE(colourOf(w.fpLoad, row), White);
         QVERIFY(w.importMode.isEmpty());
-        clickCell(w.fpLoad, 1, 2);
+        clickCell(w.fpLoad, ImportColumn::Line, 2);
         QCOMPARE(colourOf(w.fpLoad, 2), White);
         click(w.cmdDone);
         QCOMPARE(w.fpSong->DataRowCnt(), 0);
@@ -312,11 +318,11 @@ private Q_SLOTS:
 
     void markBeyondRow100EndsTheProgramWithTheChartAsItWas() {
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 6, "stays");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "stays");
         import(w, numbered("line", 1, 150));
         mark(w, w.FlatBttn2, {1});
-        w.fpLoad->SetActiveCell(1, 101);
-        clickCell(w.fpLoad, 1, 101);
+        w.fpLoad->SetActiveCell(ImportColumn::Line, 101);
+        clickCell(w.fpLoad, ImportColumn::Line, 101);
         QCOMPARE(colourOf(w.fpLoad, 101), LyricMark);
         world->answers.runTimeError(9);
         click(w.cmdDone);
@@ -338,29 +344,30 @@ private Q_SLOTS:
         SheetMusic& w = openWith(thirty + "\n" + thirty + "Z\n");
         mark(w, w.Command3, {1});
         click(w.cmdDone);
-        QCOMPARE(rowOf(w.fpSong, 1, 5).size(), 30);
-        QCOMPARE(w.fpSong->GetText(30, 5), QStringLiteral("C30"));
+        QCOMPARE(rowOf(w.fpSong, 1, ChartRow::FirstChord).size(), 30);
+        QCOMPARE(w.fpSong->GetText(30, ChartRow::FirstChord), QStringLiteral("C30"));
         pick(w.mnuFile, w.mnuNew);
         import(w, "D\n" + thirty + "Z\n");
         mark(w, w.Command3, {2});
         world->answers.runTimeError(9);
         click(w.cmdDone);
         QCOMPARE(world->endStatus, 1);
-        QCOMPARE(rowOf(w.fpSong, 1, 5), QStringList{"D"});  // what stood before the failure
-        QVERIFY(rowOf(w.fpSong, 1, 7).isEmpty());
+        QCOMPARE(rowOf(w.fpSong, 1, ChartRow::FirstChord),
+                 QStringList{"D"});  // what stood before the failure
+        QVERIFY(rowOf(w.fpSong, 1, ChartRow::FirstChord + 2).isEmpty());
     }
 
     void importWritesOverThePageOnView() {
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 6, "old");
-        w.fpSong->SetText(4, 5, "E");
-        w.fpSong->SetText(1, 8, "stays");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "old");
+        w.fpSong->SetText(4, ChartRow::FirstChord, "E");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric + 2, "stays");
         import(w, "A B\nnew\n");
         mark(w, w.Command3, {1});
         mark(w, w.FlatBttn2, {2});
         click(w.cmdDone);
         QCOMPARE(lyricsOf(w.fpSong, 1), (QStringList{"new", "stays"}));
-        QCOMPARE(rowOf(w.fpSong, 1, 5), (QStringList{"A", "B", "E"}));
+        QCOMPARE(rowOf(w.fpSong, 1, ChartRow::FirstChord), (QStringList{"A", "B", "E"}));
     }
 
     void bigAndBinaryFilesNeitherHangNorTouchTheChart_data() {
@@ -377,8 +384,8 @@ private Q_SLOTS:
     void bigAndBinaryFilesNeitherHangNorTouchTheChart() {
         QFETCH(QByteArray, bytes);
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 6, "stays");
-        w.fpSong->SetText(3, 5, "F#");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "stays");
+        w.fpSong->SetText(3, ChartRow::FirstChord, "F#");
         import(w, bytes, "big.txt");
         QVERIFY(isOnTop(w.frmImport));
         QVERIFY(linesOf(w).size() <= 500);
@@ -386,13 +393,13 @@ private Q_SLOTS:
         click(w.FlatBttn1);
         click(w.cmdDone);
         QCOMPARE(lyricsOf(w.fpSong, 1), QStringList{"stays"});
-        QCOMPARE(rowOf(w.fpSong, 1, 5), QStringList{"F#"});
+        QCOMPARE(rowOf(w.fpSong, 1, ChartRow::FirstChord), QStringList{"F#"});
     }
 
     void keyboardMarksAsTheMouseDoes() {
         SheetMusic& w = openWith(numbered("line", 1, 4));
         click(w.FlatBttn2);
-        w.fpLoad->SetActiveCell(1, 1);
+        w.fpLoad->SetActiveCell(ImportColumn::Line, 1);
         w.fpLoad->setFocus();
         QTest::keyClick(w.fpLoad, Qt::Key_Down);
         QTest::keyClick(w.fpLoad, Qt::Key_Space);

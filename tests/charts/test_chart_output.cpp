@@ -8,7 +8,6 @@
 
 namespace {
 
-const QString ChartNotSaved = QStringLiteral("File did not save, try again or contact Lorvanite.");
 const QString Lyric = QString::fromUtf8("Großer Gott, wir loben dich €");
 
 QString read(const QString& path) { return QString::fromUtf8(bytesOf(path)); }
@@ -67,7 +66,7 @@ private Q_SLOTS:
     void onePagePrintsOnOneSheet() {
         QFETCH(QPageSize::PageSizeId, paper);
         SheetView* chart = openChart(false, 1);
-        chart->SetActiveCell(3, 7);
+        chart->SetActiveCell(3, ChartRow::FirstChord + 2);
         const QString before = stateOf(chart);
         const PrintedFile target(world->path("chart.pdf"), paper);
         print(false);
@@ -111,10 +110,10 @@ private Q_SLOTS:
 
     void chordsPrintOverTheirSyllables() {
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 5, "C");
-        w.fpSong->SetText(20, 5, "G#m7sus4add9");
-        w.fpSong->SetText(37, 5, "D");
-        w.fpSong->SetText(1, 6, "Abide with me");
+        w.fpSong->SetText(1, ChartRow::FirstChord, "C");
+        w.fpSong->SetText(20, ChartRow::FirstChord, "G#m7sus4add9");
+        w.fpSong->SetText(37, ChartRow::FirstChord, "D");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "Abide with me");
         const PrintedFile target(world->path("chart.pdf"), QPageSize::Letter);
         print(false);
         const QImage page = pagePictures(target.path, 144).value(0);
@@ -165,7 +164,7 @@ private Q_SLOTS:
         chart->PrintSmartPrint(false);
         chart->PrintOrientation(PrintOrientations::Landscape);
         chart->PrintScalingMethod(PrintScaling::BestFit);
-        chart->SetActiveCell(3, 7);
+        chart->SetActiveCell(3, ChartRow::FirstChord + 2);
         const PrintedFile target(world->path("chart.pdf"));
         print(fromCopy);
         QCOMPARE(chart->ActiveCol(), 0);
@@ -278,7 +277,7 @@ private Q_SLOTS:
         QFETCH(QString, title);
         QFETCH(QString, proposed);
         SheetView* chart = openChart(fromCopy, 1);
-        chart->SetText(1, 1, title);
+        chart->SetText(ChartColumn::Text, ChartRow::Title, title);
         world->answers.fileAsProposed();
         exportPage(fromCopy);
         const auto& dialog = world->answers.fileDialogs().at(0);
@@ -295,7 +294,7 @@ private Q_SLOTS:
         QFETCH(bool, fromCopy);
         SheetView* chart = openChart(fromCopy, 2);
         chart->ActiveSheet(2);
-        chart->SetText(1, 42, "");
+        chart->SetText(ChartColumn::Text, ChartRow::Last, "");
         const QString before = stateOf(chart);
         const QString path = world->path("sheetmusic/page.htm");
         world->answers.file(path);
@@ -336,9 +335,9 @@ private Q_SLOTS:
 
     void mailEndsAtTheLastRowWithData() {
         SheetView* chart = openChart(false, 1);
-        chart->SetText(1, 42, "");
-        chart->SetText(5, 17, "G");
-        chart->SetActiveCell(3, 7);
+        chart->SetText(ChartColumn::Text, ChartRow::Last, "");
+        chart->SetText(5, ChartRow::FirstChord + 12, "G");
+        chart->SetActiveCell(3, ChartRow::FirstChord + 2);
         const QString body = mail(false);
         QCOMPARE(chart->DataRowCnt(), 17);
         QCOMPARE(rowsIn(body), 17);
@@ -382,7 +381,7 @@ private Q_SLOTS:
 
     void copyNeverShowsTheNoteButton() {
         SheetView* copy = openChart(true, 1);
-        copy->SetActiveCell(3, 7);
+        copy->SetActiveCell(3, ChartRow::FirstChord + 2);
         QVERIFY(mail(true).contains(">Title 1<"));
         QCOMPARE(copy->ActiveCol(), 0);
         QCOMPARE(copy->ActiveRow(), 0);
@@ -426,7 +425,7 @@ private Q_SLOTS:
 
     void signsOfHtmlAreMailedAsText() {
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 6, "<B>you & me</B>");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "<B>you & me</B>");
         QVERIFY(mail(false).contains("&lt;B&gt;you &amp; me&lt;/B&gt;"));
     }
 };

@@ -1,6 +1,5 @@
 // The chart's page: its rows, its commands and the mouse.
 #include "charts/chart_test.h"
-#include "charts/rules/chart_page.h"
 #include "platform/desktop/desktop.h"
 
 #include <QImage>
@@ -119,59 +118,59 @@ private Q_SLOTS:
 
     void clickWithoutAWaitingChordChangesNothing() {
         SheetMusic& w = open();
-        clickCell(w.fpSong, 4, 5);
+        clickCell(w.fpSong, 4, ChartRow::FirstChord);
         QCOMPARE(w.fpSong->DataRowCnt(), 0);
         w.pendingChord = "Am7";
-        clickCell(w.fpSong, 4, 5);
-        QCOMPARE(w.fpSong->GetText(4, 5), QStringLiteral("Am7"));
+        clickCell(w.fpSong, 4, ChartRow::FirstChord);
+        QCOMPARE(w.fpSong->GetText(4, ChartRow::FirstChord), QStringLiteral("Am7"));
         QVERIFY(w.pendingChord.isEmpty());
-        clickCell(w.fpSong, 6, 5);
-        clickCell(w.fpSong, 4, 5);
-        QCOMPARE(rowOf(w.fpSong, 1, 5), QStringList{"Am7"});
+        clickCell(w.fpSong, 6, ChartRow::FirstChord);
+        clickCell(w.fpSong, 4, ChartRow::FirstChord);
+        QCOMPARE(rowOf(w.fpSong, 1, ChartRow::FirstChord), QStringList{"Am7"});
     }
 
     void chordDroppedOnALyricRowReplacesTheLine() {
         SheetMusic& w = open();
-        type(w.fpSong, 1, 6, "Abide with me");
+        type(w.fpSong, ChartColumn::Text, ChartRow::FirstLyric, "Abide with me");
         w.pendingChord = "D";
-        clickCell(w.fpSong, 9, 6);
-        QCOMPARE(w.fpSong->GetText(1, 6), QStringLiteral("D"));
-        QCOMPARE(rowOf(w.fpSong, 1, 6), QStringList{"D"});
+        clickCell(w.fpSong, 9, ChartRow::FirstLyric);
+        QCOMPARE(w.fpSong->GetText(ChartColumn::Text, ChartRow::FirstLyric), QStringLiteral("D"));
+        QCOMPARE(rowOf(w.fpSong, 1, ChartRow::FirstLyric), QStringList{"D"});
     }
 
     void moveTakesAChordToTheNextClick() {
         SheetMusic& w = open();
-        type(w.fpSong, 3, 7, "F#m");
-        clickCell(w.fpSong, 3, 7, Qt::RightButton);
+        type(w.fpSong, 3, ChartRow::FirstChord + 2, "F#m");
+        clickCell(w.fpSong, 3, ChartRow::FirstChord + 2, Qt::RightButton);
         QVERIFY(pickMenuItem(w.mnuMove, w.mnuSubMove));
         QCOMPARE(w.pendingChord, QStringLiteral("F#m"));
-        QCOMPARE(w.fpSong->GetText(3, 7), QString());
-        clickCell(w.fpSong, 12, 9);
-        QCOMPARE(rowOf(w.fpSong, 1, 9), QStringList{"F#m"});
-        QCOMPARE(w.fpSong->GetText(12, 9), QStringLiteral("F#m"));
+        QCOMPARE(w.fpSong->GetText(3, ChartRow::FirstChord + 2), QString());
+        clickCell(w.fpSong, 12, ChartRow::FirstChord + 4);
+        QCOMPARE(rowOf(w.fpSong, 1, ChartRow::FirstChord + 4), QStringList{"F#m"});
+        QCOMPARE(w.fpSong->GetText(12, ChartRow::FirstChord + 4), QStringLiteral("F#m"));
     }
 
     void moveOfAnEmptyCellDropsNothing() {
         SheetMusic& w = open();
-        type(w.fpSong, 5, 5, "G");
+        type(w.fpSong, 5, ChartRow::FirstChord, "G");
         w.pendingChord = "C";
-        clickCell(w.fpSong, 8, 5, Qt::RightButton);
+        clickCell(w.fpSong, 8, ChartRow::FirstChord, Qt::RightButton);
         QCOMPARE(w.fpSong->ActiveCol(), 8);
         QCOMPARE(w.fpSong->ActiveRow(), 5);
         QVERIFY(pickMenuItem(w.mnuMove, w.mnuSubMove));
         QVERIFY(w.pendingChord.isEmpty());
-        clickCell(w.fpSong, 5, 5);
-        QCOMPARE(rowOf(w.fpSong, 1, 5), QStringList{"G"});
+        clickCell(w.fpSong, 5, ChartRow::FirstChord);
+        QCOMPARE(rowOf(w.fpSong, 1, ChartRow::FirstChord), QStringList{"G"});
     }
 
     void moveOnALyricRowPicksUpTheWholeLine() {
         SheetMusic& w = open();
-        type(w.fpSong, 1, 8, "Fast falls the eventide");
-        clickCell(w.fpSong, 20, 8, Qt::RightButton);
+        type(w.fpSong, ChartColumn::Text, ChartRow::FirstLyric + 2, "Fast falls the eventide");
+        clickCell(w.fpSong, 20, ChartRow::FirstLyric + 2, Qt::RightButton);
         QVERIFY(pickMenuItem(w.mnuMove, w.mnuSubMove));
         QCOMPARE(w.pendingChord, QStringLiteral("Fast falls the eventide"));
-        QVERIFY(rowOf(w.fpSong, 1, 8).isEmpty());
-        clickCell(w.fpSong, 30, 10);
+        QVERIFY(rowOf(w.fpSong, 1, ChartRow::FirstLyric + 2).isEmpty());
+        clickCell(w.fpSong, 30, ChartRow::FirstLyric + 4);
         QCOMPARE(lyricsOf(w.fpSong, 1), (QStringList{"", "", "Fast falls the eventide"}));
     }
 
@@ -181,8 +180,8 @@ private Q_SLOTS:
         pick(w.mnuPage, w.mnuAddPage);
         for (int page = 1; page <= 3; ++page) {
             w.fpSong->ActiveSheet(page);
-            type(w.fpSong, 1, 1, QString("Page %1").arg(page));
-            type(w.fpSong, 7, 5, "C");
+            type(w.fpSong, ChartColumn::Text, ChartRow::Title, QString("Page %1").arg(page));
+            type(w.fpSong, 7, ChartRow::FirstChord, "C");
         }
         w.fpSong->ActiveSheet(2);
         pick(w.mnuFile, w.mnuNew);
@@ -190,15 +189,16 @@ private Q_SLOTS:
         QCOMPARE(w.fpSong->ActiveSheet(), 2);
         QCOMPARE(w.fpSong->DataRowCnt(), 0);
         for (const int page : {1, 3}) {
-            QCOMPARE(w.fpSong->textAt(page, 1, 1), QString("Page %1").arg(page));
-            QCOMPARE(w.fpSong->textAt(page, 7, 5), QStringLiteral("C"));
-            QVERIFY(isSpanned(w.fpSong, page, 41));
+            QCOMPARE(w.fpSong->textAt(page, ChartColumn::Text, ChartRow::Title),
+                     QString("Page %1").arg(page));
+            QCOMPARE(w.fpSong->textAt(page, 7, ChartRow::FirstChord), QStringLiteral("C"));
+            QVERIFY(isSpanned(w.fpSong, page, ChartRow::LastOdd));
         }
     }
 
     void afterNewRow41IsInSeparateCells() {
         SheetMusic& w = open();
-        QVERIFY(isSpanned(w.fpSong, 1, 41));
+        QVERIFY(isSpanned(w.fpSong, 1, ChartRow::LastOdd));
         pick(w.mnuFile, w.mnuNew);
         QCOMPARE(w.fpSong->MaxRows(), 42);
         for (int row = 1; row <= 42; ++row) {
@@ -209,29 +209,29 @@ private Q_SLOTS:
         }
         // On an added page the chord rows come up as the page's default.
         pick(w.mnuPage, w.mnuAddPage);
-        QVERIFY(isSpanned(w.fpSong, 2, 41));
+        QVERIFY(isSpanned(w.fpSong, 2, ChartRow::LastOdd));
         pick(w.mnuFile, w.mnuNew);
-        QCOMPARE(roleOf(w.fpSong, 2, 41), QStringLiteral("cells centre"));
-        QCOMPARE(roleOf(w.fpSong, 2, 5), QStringLiteral("cells centre"));
+        QCOMPARE(roleOf(w.fpSong, 2, ChartRow::LastOdd), QStringLiteral("cells centre"));
+        QCOMPARE(roleOf(w.fpSong, 2, ChartRow::FirstChord), QStringLiteral("cells centre"));
     }
 
     void deletePageAsks() {
         SheetMusic& w = open();
         pick(w.mnuPage, w.mnuAddPage);
-        w.fpSong->SetText(1, 1, "second");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::Title, "second");
         world->answers.question("Delete the selected page?", QMessageBox::No);
         pick(w.mnuPage, w.mnuDelPage);
         QCOMPARE(w.fpSong->SheetCount(), 2);
         world->answers.question("Delete the selected page?", QMessageBox::Yes);
         pick(w.mnuPage, w.mnuDelPage);
         QCOMPARE(w.fpSong->SheetCount(), 1);
-        QCOMPARE(w.fpSong->GetText(1, 1), QString());
+        QCOMPARE(w.fpSong->GetText(ChartColumn::Text, ChartRow::Title), QString());
         // Of the only page the grid decides: it stays.
-        type(w.fpSong, 1, 1, "first");
+        type(w.fpSong, ChartColumn::Text, ChartRow::Title, "first");
         world->answers.question("Delete the selected page?", QMessageBox::Yes);
         pick(w.mnuPage, w.mnuDelPage);
         QCOMPARE(w.fpSong->SheetCount(), 1);
-        QCOMPARE(w.fpSong->GetText(1, 1), QStringLiteral("first"));
+        QCOMPARE(w.fpSong->GetText(ChartColumn::Text, ChartRow::Title), QStringLiteral("first"));
     }
 
     void tabsAreTheWayBetweenPages() {
@@ -241,23 +241,23 @@ private Q_SLOTS:
         pick(w.mnuPage, w.mnuAddPage);
         QVERIFY(tabs->isVisible());
         QCOMPARE(tabs->count(), 2);
-        type(w.fpSong, 1, 1, "second");
+        type(w.fpSong, ChartColumn::Text, ChartRow::Title, "second");
         QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(0).center());
         settle();
         QCOMPARE(w.fpSong->Sheet(), 1);
-        type(w.fpSong, 1, 1, "first");
-        QCOMPARE(w.fpSong->textAt(2, 1, 1), QStringLiteral("second"));
-        QCOMPARE(w.fpSong->textAt(1, 1, 1), QStringLiteral("first"));
+        type(w.fpSong, ChartColumn::Text, ChartRow::Title, "first");
+        QCOMPARE(w.fpSong->textAt(2, ChartColumn::Text, ChartRow::Title), QStringLiteral("second"));
+        QCOMPARE(w.fpSong->textAt(1, ChartColumn::Text, ChartRow::Title), QStringLiteral("first"));
     }
 
     void closeInTheMenuDoesNothing() {
         SheetMusic& w = open();
-        type(w.fpSong, 1, 1, "Abide");
+        type(w.fpSong, ChartColumn::Text, ChartRow::Title, "Abide");
         QVERIFY(w.mnuClose->isEnabled());
         pick(w.mnuFile, w.mnuClose);
         QVERIFY(SheetMusic::isLoaded());
         QVERIFY(w.isVisible());
-        QCOMPARE(w.fpSong->GetText(1, 1), QStringLiteral("Abide"));
+        QCOMPARE(w.fpSong->GetText(ChartColumn::Text, ChartRow::Title), QStringLiteral("Abide"));
     }
 
     void captionsAreThoseOfTheMenus() {
@@ -282,7 +282,7 @@ private Q_SLOTS:
     void chordRunsOverEmptyCellsAndIsCutAtText() {
         SheetMusic& w = open();
         const auto inkOf = [&](int col) {
-            w.fpSong->SetActiveCell(1, 1);
+            w.fpSong->SetActiveCell(ChartColumn::Text, ChartRow::Title);
             settle();
             QRect cell = w.fpSong->cellRect(col, 5);
             const QImage image = w.fpSong->grab(cell.adjusted(1, 2, -2, -3)).toImage();
@@ -292,16 +292,16 @@ private Q_SLOTS:
                     if (qGray(image.pixel(x, y)) < 128) ++dark;
             return dark;
         };
-        w.fpSong->SetText(2, 5, "G#m7sus4add9");
+        w.fpSong->SetText(2, ChartRow::FirstChord, "G#m7sus4add9");
         QVERIFY(inkOf(2) > 0);
         QVERIFY(inkOf(3) > 0);
         QVERIFY(inkOf(4) > 0);
         const int alone = inkOf(3);
-        w.fpSong->SetText(4, 5, "I");
+        w.fpSong->SetText(4, ChartRow::FirstChord, "I");
         QVERIFY(inkOf(4) < alone);  // a thin letter, and nothing of the long chord
         QCOMPARE(inkOf(3), alone);
         const int thin = inkOf(4);
-        w.fpSong->SetText(2, 5, "");
+        w.fpSong->SetText(2, ChartRow::FirstChord, "");
         QCOMPARE(inkOf(4), thin);
         QCOMPARE(inkOf(3), 0);
     }
@@ -366,7 +366,7 @@ private Q_SLOTS:
 
     void contentIsLostWithTheWindow() {
         SheetMusic& w = open();
-        type(w.fpSong, 1, 1, "Abide");
+        type(w.fpSong, ChartColumn::Text, ChartRow::Title, "Abide");
         w.pendingChord = "C";
         w.Unload();
         settle();
@@ -381,7 +381,7 @@ private Q_SLOTS:
         for (int i = 0; i < 99; ++i) w.addPage();
         QCOMPARE(w.fpSong->SheetCount(), 100);
         QCOMPARE(w.fpSong->ActiveSheet(), 100);
-        QVERIFY(isSpanned(w.fpSong, 100, 41));
+        QVERIFY(isSpanned(w.fpSong, 100, ChartRow::LastOdd));
     }
 };
 

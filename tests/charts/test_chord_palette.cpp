@@ -49,13 +49,13 @@ private Q_SLOTS:
         take(w.notes[3], "7");
         click(w.cmdCh);
         QCOMPARE(w.pendingChord, QStringLiteral("G#m7"));
-        clickCell(w.fpSong, 3, 5);
-        QCOMPARE(w.fpSong->GetText(3, 5), QStringLiteral("G#m7"));
+        clickCell(w.fpSong, 3, ChartRow::FirstChord);
+        QCOMPARE(w.fpSong->GetText(3, ChartRow::FirstChord), QStringLiteral("G#m7"));
         QVERIFY(w.pendingChord.isEmpty());
         // The picks stay: the same chord again for the next cell.
         click(w.cmdCh);
-        clickCell(w.fpSong, 6, 7);
-        QCOMPARE(w.fpSong->GetText(6, 7), QStringLiteral("G#m7"));
+        clickCell(w.fpSong, 6, ChartRow::FirstChord + 2);
+        QCOMPARE(w.fpSong->GetText(6, ChartRow::FirstChord + 2), QStringLiteral("G#m7"));
     }
 
     void withoutPicksNothingIsPlaced() {
@@ -63,7 +63,7 @@ private Q_SLOTS:
         w.pendingChord = "C";
         click(w.cmdCh);
         QVERIFY(w.pendingChord.isEmpty());
-        clickCell(w.fpSong, 3, 5);
+        clickCell(w.fpSong, 3, ChartRow::FirstChord);
         QCOMPARE(w.fpSong->DataRowCnt(), 0);
     }
 
@@ -88,12 +88,12 @@ private Q_SLOTS:
 
     void majorSevenAndARootlessChordTransposeAsTold() {
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 5, "CMaj7");
-        w.fpSong->SetText(5, 5, "7");
+        w.fpSong->SetText(1, ChartRow::FirstChord, "CMaj7");
+        w.fpSong->SetText(5, ChartRow::FirstChord, "7");
         frmTranspose& t = openTranspose(w);
         t.Slider1->setFocus();
         QTest::keyClick(t.Slider1, Qt::Key_Right);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"C#Maj7", "7"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), (QStringList{"C#Maj7", "7"}));
     }
 
     void clearMarkLeavesTheOtherLists() {

@@ -103,13 +103,13 @@ class TestChordSplitting : public WindowTest {
     static void fill(SheetGrid& chart, const QStringList& texts) {
         setUpChart(chart);
         int page = 1;
-        int row = FirstChordRow;
+        int row = ChartRow::FirstChord;
         int col = 1;
         for (const QString& text : texts) {
-            if (row > 39) {
+            if (row > ChartRow::LastChord) {
                 addChartPage(chart, [](const QString&) {});
                 ++page;
-                row = FirstChordRow;
+                row = ChartRow::FirstChord;
             }
             chart.SetText(col, row, text);
             if (++col > ChartCols) {
@@ -123,7 +123,7 @@ class TestChordSplitting : public WindowTest {
     static QStringList chordsOf(const SheetGrid& chart, qsizetype count) {
         QStringList texts;
         for (int page = 1; page <= chart.SheetCount(); ++page)
-            for (int row = FirstChordRow; row <= 39; row += 2)
+            for (int row = ChartRow::FirstChord; row <= ChartRow::LastChord; row += 2)
                 for (int col = 1; col <= ChartCols && texts.size() < count; ++col)
                     texts.append(chart.textAt(page, col, row));
         return texts;

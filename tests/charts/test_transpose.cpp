@@ -19,7 +19,8 @@ class TestTranspose : public ChartTest {
     // The transpose window over a chart with these chords in row 5, from column 1 on.
     frmTranspose& openWith(const QStringList& chords) {
         SheetMusic& w = open();
-        for (int i = 0; i < chords.size(); ++i) w.fpSong->SetText(i + 1, 5, chords[i]);
+        for (int i = 0; i < chords.size(); ++i)
+            w.fpSong->SetText(i + 1, ChartRow::FirstChord, chords[i]);
         return openTranspose(w);
     }
 
@@ -49,10 +50,10 @@ class TestTranspose : public ChartTest {
 private Q_SLOTS:
     void windowShowsACopyOfTheChart() {
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 1, "Abide");
-        w.fpSong->SetText(4, 5, "D");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::Title, "Abide");
+        w.fpSong->SetText(4, ChartRow::FirstChord, "D");
         w.addPage();
-        w.fpSong->SetText(1, 6, "second");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "second");
         w.fpSong->ActiveSheet(1);
         frmTranspose& t = openTranspose(w);
         QVERIFY(t.isVisible());
@@ -88,10 +89,11 @@ private Q_SLOTS:
         frmTranspose& t = openWith({"C", "Am7", "F/G"});
         world->statements.clear();
         moveTo(t, 3);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"Eb", "Cm7", "Ab/Bb"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), (QStringList{"Eb", "Cm7", "Ab/Bb"}));
         QCOMPARE(t.lblNumSteps->text(), changedBy(3));
         QCOMPARE(world->statements, QStringList{keyStatement("p3")});  // read once a pass
-        QCOMPARE(SheetMusic::instance().fpSong->GetText(1, 5), QStringLiteral("C"));
+        QCOMPARE(SheetMusic::instance().fpSong->GetText(1, ChartRow::FirstChord),
+                 QStringLiteral("C"));
         moveTo(t, -3);
         QCOMPARE(t.lblNumSteps->text(), QStringLiteral("Changed By -3 Semi-Tones"));
         QCOMPARE(world->statements.last(), keyStatement("n3"));
@@ -112,21 +114,22 @@ private Q_SLOTS:
     void positionZeroWritesTheRootNotesRaw() {
         frmTranspose& t = openWith({"C#m", "D", "Ab/Db"});
         moveTo(t, 5);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"F#m", "G", "C#/F#"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), (QStringList{"F#m", "G", "C#/F#"}));
         world->statements.clear();
         moveTo(t, 0);
         QCOMPARE(world->statements, QStringList{keyStatement("rootnote")});
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"F#m", "G", "C#:Db/F#"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord),
+                 (QStringList{"F#m", "G", "C#:Db/F#"}));
         QCOMPARE(t.lblNumSteps->text(), changedBy(0));
     }
 
     void resetTakesAFreshCopyAndRunsNoPass() {
         frmTranspose& t = openWith({"C", "G"});
         moveTo(t, 4);
-        SheetMusic::instance().fpSong->SetText(3, 5, "D");
+        SheetMusic::instance().fpSong->SetText(3, ChartRow::FirstChord, "D");
         world->statements.clear();
         click(t.cmdReset);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"C", "G", "D"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), (QStringList{"C", "G", "D"}));
         QCOMPARE(t.lblNumSteps->text(), QString());
         QCOMPARE(t.Slider1->value(), 0);
         QVERIFY(world->statements.isEmpty());
@@ -134,10 +137,10 @@ private Q_SLOTS:
 
     void resetTakesCellsAwayThatTheChartLacks() {
         frmTranspose& t = openWith({"C"});
-        type(t.fpPreview, 4, 5, "Am7");
-        type(t.fpPreview, 1, 8, "a line of the copy");
+        type(t.fpPreview, 4, ChartRow::FirstChord, "Am7");
+        type(t.fpPreview, ChartColumn::Text, ChartRow::FirstLyric + 2, "a line of the copy");
         click(t.cmdReset);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), QStringList{"C"});
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), QStringList{"C"});
         QVERIFY(lyricsOf(t.fpPreview, 1).isEmpty());
     }
 
@@ -166,7 +169,7 @@ private Q_SLOTS:
     void pagesOfALongerChartStayInTheCopy() {
         SheetMusic& w = open();
         w.addPage();
-        w.fpSong->SetText(1, 6, "second");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "second");
         frmTranspose& t = openTranspose(w);
         world->answers.question("Delete the selected page?", QMessageBox::Yes);
         pick(w.mnuPage, w.mnuDelPage);
@@ -180,13 +183,14 @@ private Q_SLOTS:
         SheetMusic& w = open();
         for (int page = 1; page <= 3; ++page) {
             if (page > 1) w.addPage();
-            w.fpSong->SetText(page, 39, "G");
+            w.fpSong->SetText(page, ChartRow::LastChord, "G");
         }
         frmTranspose& t = openTranspose(w);
         t.fpPreview->ActiveSheet(2);
         world->statements.clear();
         moveTo(t, 2);
-        for (int page = 1; page <= 3; ++page) QCOMPARE(cell(t, page, 39, page), QString("A"));
+        for (int page = 1; page <= 3; ++page)
+            QCOMPARE(cell(t, page, ChartRow::LastChord, page), QString("A"));
         QCOMPARE(world->statements.size(), 1);
         QCOMPARE(t.fpPreview->Sheet(), 2);
         QCOMPARE(t.fpPreview->ActiveSheet(), 2);
@@ -201,8 +205,8 @@ private Q_SLOTS:
             const bool chords = row >= 5 && row % 2 == 1;
             QCOMPARE(cell(t, 1, row), chords ? QStringLiteral("B") : QStringLiteral("A"));
         }
-        QCOMPARE(cell(t, 1, 41), QStringLiteral("B"));
-        QCOMPARE(cell(t, 1, 42), QStringLiteral("A"));
+        QCOMPARE(cell(t, 1, ChartRow::LastOdd), QStringLiteral("B"));
+        QCOMPARE(cell(t, 1, ChartRow::Last), QStringLiteral("A"));
     }
 
     void cellsAreSplitAsTold_data() {
@@ -241,7 +245,8 @@ private Q_SLOTS:
         frmTranspose& t = openWith({"D#", "Eb", "C#", "Db", "G#", "A#", "Gb"});
         QCOMPARE(t.rootNotes[1], QStringLiteral("C#/Db"));
         moveTo(t, 1);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"n1", "n3", "n1", "n1", "n8", "n8", "n8"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord),
+                 (QStringList{"n1", "n3", "n1", "n1", "n8", "n8", "n8"}));
     }
 
     void missingKeyRowEndsTheProgram() {
@@ -259,14 +264,15 @@ private Q_SLOTS:
         world->answers.runTimeError(9);
         moveTo(t, 1);
         QCOMPARE(world->endStatus, 1);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"C#", "Eb", "E", "C"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), (QStringList{"C#", "Eb", "E", "C"}));
     }
 
     void shortKeyRowHarmsNoOtherNote() {
         setRow("p1", "C#,D,Eb");
         frmTranspose& t = openWith({"C", "C#", "D", "word"});
         moveTo(t, 1);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"C#", "D", "Eb", "word"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord),
+                 (QStringList{"C#", "D", "Eb", "word"}));
     }
 
     void thirteenRootNotesEndTheProgram() {
@@ -281,7 +287,7 @@ private Q_SLOTS:
         setRow("rootnote", "C,C#:Db,D");
         frmTranspose& t = openWith({"C", "D", "E", "Bb"});
         moveTo(t, 1);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"C#", "Eb", "E", "Bb"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), (QStringList{"C#", "Eb", "E", "Bb"}));
     }
 
     void missingRootRowEndsTheProgram() {
@@ -305,22 +311,21 @@ private Q_SLOTS:
     void copyIsSavedAsAnotherChartAndTied() {
         world->sql("INSERT INTO songs (title, fileLoco) VALUES ('Abide', 'old.stp')");
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 1, "Abide");
-        w.fpSong->SetText(2, 5, "D/F#");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::Title, "Abide");
+        w.fpSong->SetText(2, ChartRow::FirstChord, "D/F#");
         w.addPage();
         frmTranspose& t = openTranspose(w);
         moveTo(t, 3);
         const QString path = world->path("sheetmusic/abide in F.stp");
         world->answers.file(path);
-        world->answers.question("Would you like to associate this music to a song in the database?",
-                                QMessageBox::Yes);
+        world->answers.question(TieQuestion, QMessageBox::Yes);
         click(t.cmdSaveSetList);
         QVERIFY(world->answers.fileDialogs().at(0).saves);
         QVERIFY(isOnTop(t.frmAssign));
         QCOMPARE(t.lblAssign->text(), "Song Location: " + QDir::toNativeSeparators(path));
-        QCOMPARE(columnOf(t.fpAttach, 2), QStringList{"Abide"});
+        QCOMPARE(columnOf(t.fpAttach, AttachColumn::Title), QStringList{"Abide"});
         // The list and the close button carry no command here.
-        clickCell(t.fpAttach, 2, 1);
+        clickCell(t.fpAttach, AttachColumn::Title, 1);
         QCOMPARE(t.lblAssignSong->text(), QString());
         click(t.cmdCloseAssign);
         QVERIFY(isOnTop(t.frmAssign));
@@ -331,18 +336,16 @@ private Q_SLOTS:
         world->answers.file(path);
         pick(w.mnuFile, w.mnuOpen);
         QCOMPARE(w.fpSong->SheetCount(), 2);
-        QCOMPARE(w.fpSong->textAt(1, 2, 5), QStringLiteral("F/A"));
-        QCOMPARE(w.fpSong->textAt(1, 1, 1), QStringLiteral("Abide"));
+        QCOMPARE(w.fpSong->textAt(1, 2, ChartRow::FirstChord), QStringLiteral("F/A"));
+        QCOMPARE(w.fpSong->textAt(1, ChartColumn::Text, ChartRow::Title), QStringLiteral("Abide"));
     }
 
     void withoutASongSaveAssignedAsksHereToo() {
         frmTranspose& t = openWith({"C"});
         world->answers.file(world->path("sheetmusic/c.stp"));
-        world->answers.question("Would you like to associate this music to a song in the database?",
-                                QMessageBox::Yes);
+        world->answers.question(TieQuestion, QMessageBox::Yes);
         click(t.cmdSaveSetList);
-        world->answers.box("Please select a song title to assign this file to.",
-                           QMessageBox::Information);
+        world->answers.box(NoSongToTie, QMessageBox::Information);
         click(t.cmdSaveAssigned);
     }
 
