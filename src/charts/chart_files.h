@@ -1,4 +1,4 @@
-// Charts on the disk, and their tie to a song: what both chart windows share.
+// Saving and opening charts and assigning them to songs. Shared by both chart windows.
 #pragma once
 
 #include "platform/desktop/common_dialog.h"

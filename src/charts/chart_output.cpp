@@ -34,17 +34,17 @@ bool chooseExport(SheetGrid& chart, const QString& extension, const QString& fil
 
 void tellFailure(const QString& text) { messageBox(text); }
 
-void setLyricLetters(QTextDocument& sheet) {
-    QTextCharFormat letters;
-    letters.setFontFamilies({QStringLiteral("Arial")});
-    letters.setFontPointSize(LyricPoints);
-    letters.setFontWeight(QFont::Bold);
+void setLyricFormat(QTextDocument& sheet) {
+    QTextCharFormat format;
+    format.setFontFamilies({QStringLiteral("Arial")});
+    format.setFontPointSize(LyricPoints);
+    format.setFontWeight(QFont::Bold);
     QTextBlockFormat centred;
     centred.setAlignment(Qt::AlignHCenter);
     QTextCursor all(&sheet);
     all.select(QTextCursor::Document);
-    all.mergeCharFormat(letters);
-    all.mergeBlockCharFormat(letters);
+    all.mergeCharFormat(format);
+    all.mergeBlockCharFormat(format);
     all.mergeBlockFormat(centred);
 }
 
@@ -57,6 +57,7 @@ void printChart(SheetGrid& chart) {
     splitMergedPages(chart);
 }
 
+// Deliberate: behaviour 121.
 void exportChart(SheetGrid& chart) {
     if (!chooseExport(chart, QStringLiteral(".htm"), QStringLiteral("HTML Files|*.htm"))) return;
     if (!writePageAsHtml(chart, commonDlg().FileName)) tellNotSaved();
@@ -83,7 +84,7 @@ void saveLyricSheet(SheetGrid& chart, QTextEdit& rtb) {
         end.insertBlock();
         end.insertText(lyric);
     }
-    setLyricLetters(*rtb.document());
+    setLyricFormat(*rtb.document());
     // Once the dialog has been shown, errors do not stop this command, and none is reported.
     static_cast<void>(replaceFile(commonDlg().FileName, rtfOf(*rtb.document())));
     showGridLines(chart, true);

@@ -16,11 +16,11 @@
 
 namespace {
 
-constexpr int WindowWidth = 12045;  // twips
-constexpr int WindowHeight = 7935;  // twips
-constexpr int AboveTheGrid = 400;   // twips
-constexpr int LeastHeight = 5400;   // twips
-constexpr int Margin = 12;          // pixels
+constexpr int WindowWidth = 12045;   // twips
+constexpr int WindowHeight = 7935;   // twips
+constexpr int AboveTheGrid = 400;    // twips
+constexpr int MinimumHeight = 5400;  // twips
+constexpr int Margin = 12;           // pixels
 
 }  // namespace
 
@@ -36,7 +36,7 @@ SheetMusic::SheetMusic() {
     wireImport();
     wirePalette();
     dressButtons();
-    setMinimumHeight(px(LeastHeight));
+    setMinimumHeight(px(MinimumHeight));
     setDesignSize(QSize(px(WindowWidth), px(WindowHeight)));
     atEdge(onFailure(), [this] { load(); });
 }
@@ -193,7 +193,7 @@ void SheetMusic::formatPreviewPages() {
     setMousePointer(MousePointer::Arrow);
 }
 
-// Leaves the slider as it is. Deliberate: behaviour 144.
+// The slider keeps its position. Deliberate: behaviour 143.
 void SheetMusic::copyToTranspose() {
     frmTranspose& window = frmTranspose::instance();
     const bool copied = copyChart(

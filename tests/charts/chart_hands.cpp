@@ -87,7 +87,7 @@ bool ChartTest::isOnTop(const QWidget* panel) {
 }
 
 void ChartTest::type(SheetView* grid, int col, int row, const QString& text) {
-    QApplication::setActiveWindow(&world->main());  // a box has taken it
+    QApplication::setActiveWindow(&world->main());  // a message box may have become active
     typeInCell(grid, col, row, text);
     QCOMPARE(grid->GetText(col, row), text);
 }

@@ -1,4 +1,4 @@
-// Charts on the disk, and their tie to a song.
+// Saving and opening charts, and assigning them to a song.
 #include "charts/chart_test.h"
 #include "sets/frm_set_list.h"
 #include "sets/rules/set_grid.h"
@@ -27,7 +27,7 @@ class TestChartFiles : public ChartTest {
     }
 
 private Q_SLOTS:
-    void savedAndNotTied() {
+    void answerNoSavesWithoutAssigning() {
         const QString id = addSong("Abide");
         world->sql("UPDATE songs SET fileLoco = 'old.stp'");
         SheetMusic& w = open();
@@ -45,7 +45,7 @@ private Q_SLOTS:
         QCOMPARE(world->main().CommonDlg.Flags, 2);
     }
 
-    void savedAndTied() {
+    void answerYesAssignsTheSavedFile() {
         const QString other = addSong("Blest");
         const QString id = addSong("Abide");
         SheetMusic& w = open();
@@ -66,7 +66,7 @@ private Q_SLOTS:
                  (QStringList{SongStatement, QString("UPDATE songs SET fileLoco = '%1' WHERE ID = "
                                                      "%2 [3]")
                                                  .arg(native(path), id)}));
-        // The panel stays, and another song can be given the same file.
+        // The panel stays, and the file can be assigned to another song too.
         QVERIFY(isOnTop(w.frmAssign));
         clickCell(w.fpAttach, AttachColumn::Title, 2);
         world->answers.box("Done!", QMessageBox::Information);
@@ -77,6 +77,7 @@ private Q_SLOTS:
     }
 
     void failingSaveStillAsks() {
+        // Deliberate: behaviour 127.
         const QString id = addSong("Abide");
         SheetMusic& w = open();
         write(w, 1);
@@ -90,7 +91,7 @@ private Q_SLOTS:
         QCOMPARE(stateOf(w.fpSong), before);
     }
 
-    void existingFileIsAskedAbout() {
+    void existingFileIsKeptUnlessConfirmed() {
         SheetMusic& w = open();
         makeFile("sheetmusic/abide.stp", "old");
         const QString path = world->path("sheetmusic/abide.stp");
@@ -99,13 +100,13 @@ private Q_SLOTS:
             QTest::mouseClick(qobject_cast<QMessageBox*>(box)->button(QMessageBox::No),
                               Qt::LeftButton);
         });
-        // The file dialog comes back, and is given up.
+        // The file dialog is still open, and is cancelled.
         world->answers.cancelFile();
         pick(w.mnuFile, w.mnuSave);
         QCOMPARE(bytesOf(path), QByteArray("old"));
     }
 
-    void cancelledDialogsSayNothing() {
+    void cancelledDialogsChangeNothing() {
         SheetMusic& w = open();
         write(w, 2);
         const QString before = stateOf(w.fpSong);
@@ -119,6 +120,7 @@ private Q_SLOTS:
     }
 
     void attachTwiceListsEverySongTwice() {
+        // Deliberate: behaviour 128.
         const QString b = addSong("Blest");
         const QString a = addSong("abide");
         SheetMusic& w = open();
@@ -133,6 +135,7 @@ private Q_SLOTS:
     }
 
     void attachBeforeAnyDialogWritesAnEmptyPath() {
+        // Deliberate: behaviour 129.
         const QString id = addSong("Abide");
         world->sql("UPDATE songs SET fileLoco = 'old.stp'");
         SheetMusic& w = open();
@@ -146,7 +149,8 @@ private Q_SLOTS:
                  QString("UPDATE songs SET fileLoco = '' WHERE ID = %1 [3]").arg(id));
     }
 
-    void attachTakesTheNameThatTheLastDialogLeft() {
+    void attachTakesTheFileOfTheLastDialog() {
+        // Deliberate: behaviour 129.
         addSong("Abide");
         SheetMusic& w = open();
         const QString path = save(w, "one.stp", QMessageBox::No);
@@ -161,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(w.lblAssign->text(), QStringLiteral("Song Location: elsewhere.set"));
     }
 
-    void withoutAnActiveRowASongIsAskedFor() {
+    void withoutAnActiveRowTheUserIsAskedToSelectASong() {
         addSong("Abide");
         SheetMusic& w = open();
         pick(w.mnuFile, w.mnuAttachToDB);
@@ -172,6 +176,7 @@ private Q_SLOTS:
     }
 
     void apostropheInThePathEndsTheProgram() {
+        // Deliberate: behaviour 125.
         const QString id = addSong("Abide");
         SheetMusic& w = open();
         save(w, "Pat's.stp", QMessageBox::Yes);
@@ -183,7 +188,7 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(world->path("sheetmusic/Pat's.stp")));
     }
 
-    void songsThatCannotBeReadStopAttachButNotSave() {
+    void missingSongTableStopsAttachButNotSave() {
         SheetMusic& w = open();
         world->sql("DROP TABLE songs");
         save(w, "abide.stp", QMessageBox::Yes);
@@ -222,7 +227,7 @@ private Q_SLOTS:
         QVERIFY(!again.fpSong->ColHeadersShow() && !again.fpSong->RowHeadersShow());
     }
 
-    void openingADamagedFileLeavesTheChart() {
+    void openingADamagedFileKeepsTheChart() {
         SheetMusic& w = open();
         write(w, 2);
         const QString before = stateOf(w.fpSong);
@@ -239,7 +244,7 @@ private Q_SLOTS:
         }
     }
 
-    void longPathKeepsItsWholeText() {
+    void longPathIsStoredInFull() {
         addSong("Abide");
         SheetMusic& w = open();
         const QString name = QString(120, 'x') + QString::fromUtf8(" ü & <b>.stp");
@@ -252,7 +257,7 @@ private Q_SLOTS:
         QCOMPARE(world->rows("SELECT fileLoco FROM songs"), QStringList{native(path)});
     }
 
-    void setGridShowsATiedSongGreen() {
+    void setGridShowsASongWithAChartGreen() {
         const QString id = addSong("Abide");
         world->sql("UPDATE songs SET playlist = 'Current'");
         SheetMusic& w = open();

@@ -1,4 +1,4 @@
-// A chart on paper, as a page of HTML and in a mail, from both chart windows.
+// Printing, exporting and mailing a chart from both chart windows.
 #include "charts/chart_test.h"
 #include "mail/frm_email.h"
 #include "support/files.h"
@@ -36,7 +36,7 @@ class TestChartOutput : public ChartTest {
         QTest::newRow("transpose window") << true;
     }
 
-    // One of the two windows' grids over a chart of so many pages.
+    // Opens a chart of so many pages; returns the grid of one of the two windows.
     SheetView* openChart(bool fromCopy, int pages) {
         SheetMusic& w = open();
         write(w, pages);
@@ -118,7 +118,7 @@ private Q_SLOTS:
         print(false);
         const QImage page = pagePictures(target.path, 144).value(0);
         QCOMPARE(page.size(), QSize(1224, 1584));
-        // Hundredths of an inch: half an inch of margin, then 37 columns of a fifth.
+        // In hundredths of an inch: a margin of half an inch, then 37 columns of about a fifth.
         const auto inkIn = [&page](int fromInch100, int toInch100) {
             int dark = 0;
             for (int y = 144; y < 1440; ++y)
@@ -128,14 +128,14 @@ private Q_SLOTS:
         };
         QCOMPARE(inkIn(0, 50), 0);
         QVERIFY(inkIn(50, 62) > 0);
-        // The long chord runs over its neighbours, and no line of the grid is printed.
+        // The long chord runs over the empty cells, and no grid line is printed.
         QVERIFY(inkIn(420, 440) > 0 && inkIn(500, 516) > 0);
         QCOMPARE(inkIn(525, 740), 0);
         QVERIFY(inkIn(744, 758) > 0);
         QCOMPARE(inkIn(770, 850), 0);
     }
 
-    void copyIsPrintedAsItStands() {
+    void transposedCopyIsPrinted() {
         SheetView* copy = openChart(true, 3);
         QTest::keyClick(frmTranspose::instance().Slider1, Qt::Key_Right);
         const QString before = stateOf(copy);
@@ -148,8 +148,8 @@ private Q_SLOTS:
         QCOMPARE(stateOf(copy), before);
     }
 
-    void chartPrintsByItsSettings_data() { addWindows(); }
-    void chartPrintsByItsSettings() {
+    void printSettingsAreSet_data() { addWindows(); }
+    void printSettingsAreSet() {
         QFETCH(bool, fromCopy);
         SheetView* chart = openChart(fromCopy, 1);
         chart->PrintBorder(true);
@@ -179,7 +179,7 @@ private Q_SLOTS:
         QCOMPARE(chart->PrintType(), PrintTypes::All);
     }
 
-    void emptyPageInTheMiddleIsPrintedEmpty() {
+    void emptyPageInTheMiddleIsPrinted() {
         SheetMusic& w = open();
         write(w, 3);
         w.fpSong->ActiveSheet(2);
@@ -210,12 +210,13 @@ private Q_SLOTS:
         QCOMPARE(chart->MaxRows(), 42);
     }
 
-    void pageWithoutCellsEndsTheCommand_data() {
+    void pageWithoutCellsStopsTheCommand_data() {
         QTest::addColumn<bool>("prints");
         QTest::newRow("print") << true;
         QTest::newRow("mail") << false;
     }
-    void pageWithoutCellsEndsTheCommand() {
+    void pageWithoutCellsStopsTheCommand() {
+        // Deliberate: behaviour 144.
         QFETCH(bool, prints);
         SheetView* chart = openChart(false, 3);
         chart->ActiveSheet(3);
@@ -226,7 +227,7 @@ private Q_SLOTS:
         pick(w.mnuSend, prints ? w.mnuPrint : w.mnuToEmail);
         QVERIFY(!QFile::exists(target.path));
         QVERIFY(!frmEmail::isLoaded());
-        // Page 1 is left with what was added, and the failing page on view.
+        // Page 1 keeps the added rows, and the page without cells is shown.
         QCOMPARE(chart->rowsOf(1), 126);
         QCOMPARE(chart->textAt(1, 1, 43), QStringLiteral("Title 2"));
         QVERIFY(chart->hasPageBreak(1, 42) && chart->hasPageBreak(1, 84));
@@ -234,10 +235,10 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, -1);
     }
 
-    void rowsOfFurtherPagesHaveTheirFormat() {
+    void mergedRowsAreFormatted() {
         SheetView* chart = openChart(false, 2);
         chart->ActiveSheet(2);
-        chart->MaxRows(1);  // so that the rows below show what they were given
+        chart->MaxRows(1);  // so that the rows below keep their formats
         chart->SheetCount(3);
         chart->ActiveSheet(3);
         chart->MaxRows(0);
@@ -289,8 +290,9 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(world->path("sheetmusic/" + proposed)));
     }
 
-    void pageOnViewIsWrittenWithAllItsRows_data() { addWindows(); }
-    void pageOnViewIsWrittenWithAllItsRows() {
+    void pageShownIsExportedWithAllItsRows_data() { addWindows(); }
+    void pageShownIsExportedWithAllItsRows() {
+        // Deliberate: behaviour 121.
         QFETCH(bool, fromCopy);
         SheetView* chart = openChart(fromCopy, 2);
         chart->ActiveSheet(2);
@@ -304,14 +306,15 @@ private Q_SLOTS:
         QVERIFY(html.contains(">Title 2<"));
         QVERIFY(html.contains(">F#m7<") && html.contains(Lyric));
         QVERIFY(!html.contains("Title 1"));
-        QVERIFY(!html.contains("border-bottom"));  // the grid's lines stay out
+        QVERIFY(!html.contains("border-bottom"));  // no grid lines
         QVERIFY(linesShown(chart));
         QCOMPARE(chart->ActiveSheet(), 2);
         QCOMPARE(stateOf(chart), before);
     }
 
-    void cancelLeavesTheGridWithoutItsLines_data() { addWindows(); }
-    void cancelLeavesTheGridWithoutItsLines() {
+    void cancelledExportLeavesTheGridLinesHidden_data() { addWindows(); }
+    void cancelledExportLeavesTheGridLinesHidden() {
+        // Deliberate: behaviour 145.
         QFETCH(bool, fromCopy);
         SheetView* chart = openChart(fromCopy, 1);
         QVERIFY(linesShown(chart));
@@ -323,8 +326,8 @@ private Q_SLOTS:
         QVERIFY(linesShown(chart));
     }
 
-    void failingExportIsTold_data() { addWindows(); }
-    void failingExportIsTold() {
+    void failingExportIsReported_data() { addWindows(); }
+    void failingExportIsReported() {
         QFETCH(bool, fromCopy);
         SheetView* chart = openChart(fromCopy, 1);
         answerWithLostFolder(world->answers, world->path("sheetmusic"), "page.htm");
@@ -354,7 +357,7 @@ private Q_SLOTS:
         QCOMPARE(rowsIn(read(path)), 42);
     }
 
-    void emptyChartIsMailedWithoutARow() {
+    void emptyChartIsMailedWithoutRows() {
         open();
         const QString body = mail(false);
         QVERIFY(body.startsWith("<HTML>"));
@@ -362,6 +365,7 @@ private Q_SLOTS:
     }
 
     void twoPagesGiveTheSameBodyFromBothWindows() {
+        // Deliberate: behaviour 149.
         SheetView* chart = openChart(false, 2);
         const QString before = stateOf(chart);
         const QString body = mail(false);
@@ -379,7 +383,8 @@ private Q_SLOTS:
         QCOMPARE(stateOf(copy), copyBefore);
     }
 
-    void copyNeverShowsTheNoteButton() {
+    void transposeWindowNeverShowsTheNoteButton() {
+        // Deliberate: behaviour 149.
         SheetView* copy = openChart(true, 1);
         copy->SetActiveCell(3, ChartRow::FirstChord + 2);
         QVERIFY(mail(true).contains(">Title 1<"));
@@ -387,14 +392,14 @@ private Q_SLOTS:
         QCOMPARE(copy->ActiveRow(), 0);
         QVERIFY(frmEmail::instance().isVisible());
         QVERIFY(frmEmail::instance().cmdAddNote->isHidden());
-        // And leaves it where the chart window has shown it.
+        // The transpose window does not hide it either.
         mail(false);
         QVERIFY(frmEmail::instance().cmdAddNote->isVisible());
         mail(true);
         QVERIFY(frmEmail::instance().cmdAddNote->isVisible());
     }
 
-    void onlyTheChartWindowLetsTextRunOver() {
+    void onlyTheChartWindowTurnsOverflowOn() {
         SheetView* copy = openChart(true, 1);
         copy->AllowCellOverflow(false);
         SheetMusic::instance().fpSong->AllowCellOverflow(false);
@@ -404,9 +409,10 @@ private Q_SLOTS:
         QVERIFY(SheetMusic::instance().fpSong->AllowCellOverflow());
     }
 
-    void failingExportMailsWhatAnEarlierOneLeft() {
+    void failingExportMailsTheLastExportedFile() {
+        // Deliberate: behaviour 148.
         openChart(false, 1);
-        // A file that can be read and not replaced.
+        // A file that can be read but not replaced.
         QFile::remove(world->path("config/email.html"));
         QVERIFY(QFile::link("/proc/version", world->path("config/email.html")));
         const QString body = mail(false);
@@ -423,7 +429,7 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, 1);
     }
 
-    void signsOfHtmlAreMailedAsText() {
+    void htmlCharactersAreMailedAsText() {
         SheetMusic& w = open();
         w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "<B>you & me</B>");
         QVERIFY(mail(false).contains("&lt;B&gt;you &amp; me&lt;/B&gt;"));

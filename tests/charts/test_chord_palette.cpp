@@ -41,7 +41,7 @@ private Q_SLOTS:
         }
     }
 
-    void chordIsBuiltAndDropped() {
+    void chordIsMadeAndPlaced() {
         SheetMusic& w = openMaker();
         take(w.notes[0], "G");
         take(w.notes[1], "#");
@@ -52,13 +52,13 @@ private Q_SLOTS:
         clickCell(w.fpSong, 3, ChartRow::FirstChord);
         QCOMPARE(w.fpSong->GetText(3, ChartRow::FirstChord), QStringLiteral("G#m7"));
         QVERIFY(w.pendingChord.isEmpty());
-        // The picks stay: the same chord again for the next cell.
+        // The selection stays, for the same chord in the next cell.
         click(w.cmdCh);
         clickCell(w.fpSong, 6, ChartRow::FirstChord + 2);
         QCOMPARE(w.fpSong->GetText(6, ChartRow::FirstChord + 2), QStringLiteral("G#m7"));
     }
 
-    void withoutPicksNothingIsPlaced() {
+    void withoutASelectionNothingIsPlaced() {
         SheetMusic& w = openMaker();
         w.pendingChord = "C";
         click(w.cmdCh);
@@ -67,7 +67,7 @@ private Q_SLOTS:
         QCOMPARE(w.fpSong->DataRowCnt(), 0);
     }
 
-    void picksAreJoinedAsTheyStand_data() {
+    void selectedItemsAreJoined_data() {
         QTest::addColumn<QStringList>("picks");
         QTest::addColumn<QString>("chord");
         QTest::newRow("B flat") << QStringList{"B", "b", "", ""} << "Bb";
@@ -76,7 +76,7 @@ private Q_SLOTS:
         QTest::newRow("D suspended") << QStringList{"D", "", "sus", "4"} << "Dsus4";
         QTest::newRow("without a root") << QStringList{"", "", "", "7"} << "7";
     }
-    void picksAreJoinedAsTheyStand() {
+    void selectedItemsAreJoined() {
         QFETCH(QStringList, picks);
         QFETCH(QString, chord);
         SheetMusic& w = openMaker();
@@ -86,7 +86,7 @@ private Q_SLOTS:
         QCOMPARE(w.pendingChord, chord);
     }
 
-    void majorSevenAndARootlessChordTransposeAsTold() {
+    void chordWithoutARootIsNotTransposed() {
         SheetMusic& w = open();
         w.fpSong->SetText(1, ChartRow::FirstChord, "CMaj7");
         w.fpSong->SetText(5, ChartRow::FirstChord, "7");
@@ -96,7 +96,7 @@ private Q_SLOTS:
         QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), (QStringList{"C#Maj7", "7"}));
     }
 
-    void clearMarkLeavesTheOtherLists() {
+    void clearMarkClearsItsOwnListOnly() {
         SheetMusic& w = openMaker();
         take(w.notes[0], "A");
         take(w.notes[1], "b");
@@ -112,7 +112,7 @@ private Q_SLOTS:
         QCOMPARE(picked(w.notes[2]), QStringLiteral("aug"));
     }
 
-    void clearTakesAllPicksOffAndKeepsTheWaitingChord() {
+    void clearKeepsTheWaitingChord() {
         SheetMusic& w = openMaker();
         take(w.notes[0], "E");
         take(w.notes[3], "11");
@@ -126,7 +126,7 @@ private Q_SLOTS:
         QCOMPARE(w.pendingChord, QStringLiteral("E11"));
     }
 
-    void keyboardPicksAsTheMouseDoes() {
+    void keyboardSelectsLikeTheMouse() {
         SheetMusic& w = openMaker();
         w.notes[1]->setFocus();
         QTest::keyClick(w.notes[1], Qt::Key_Home);

@@ -1,4 +1,4 @@
-// The lyric sheet: the words of a page in large type, as RTF.
+// The lyric sheet: the lyrics of a page in large type, as RTF.
 #include "charts/chart_test.h"
 #include "support/files.h"
 #include "support/rtf_reader.h"
@@ -14,7 +14,7 @@ const QString Sheet = QStringLiteral("sheetmusic/sheet.rtf");
 class TestLyricSheet : public ChartTest {
     Q_OBJECT
 
-    // Makes the sheet and gives the lines that another program reads in it.
+    // Makes the sheet; returns its lines as another program reads them.
     QStringList makeSheet() {
         SheetMusic& w = SheetMusic::instance();
         QFile::remove(world->path(Sheet));
@@ -23,7 +23,7 @@ class TestLyricSheet : public ChartTest {
         return rtfLines(bytesOf(world->path(Sheet)));
     }
 
-    // The 18 lyric rows and row 42, behind an empty first line.
+    // An empty first line, the 18 lyric rows and row 42.
     static QStringList linesWith(const QStringList& lyrics) {
         QStringList lines{QString()};
         lines += lyrics;
@@ -83,7 +83,8 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(world->path("sheetmusic/" + proposed)));
     }
 
-    void sheetCostsThePageItsChords() {
+    void sheetErasesTheChordsOfThePage() {
+        // Deliberate: behaviour 146.
         SheetMusic& w = open();
         write(w, 3);
         for (int page = 1; page <= 3; ++page) {
@@ -110,7 +111,8 @@ private Q_SLOTS:
         QVERIFY(w.fpSong->GridShowHoriz() && w.fpSong->GridShowVert());
     }
 
-    void cancelErasesNoChordAndLeavesNoLines() {
+    void cancelKeepsTheChordsAndLeavesTheGridLinesHidden() {
+        // Deliberate: behaviour 145.
         SheetMusic& w = open();
         write(w, 1);
         const QString before = stateOf(w.fpSong);
@@ -124,7 +126,8 @@ private Q_SLOTS:
         QVERIFY(w.fpSong->GridShowHoriz() && w.fpSong->GridShowVert());
     }
 
-    void secondSheetHoldsTheFirstAheadOfItsOwn() {
+    void secondSheetBeginsWithTheFirst() {
+        // Deliberate: behaviour 147.
         SheetMusic& w = open();
         w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "first");
         const QStringList first = makeSheet();
@@ -133,14 +136,15 @@ private Q_SLOTS:
         QCOMPARE(both, first + linesWith({"second"}).mid(1));
         QCOMPARE(rtfParagraphs(bytesOf(world->path(Sheet))).at(20).runs.at(0),
                  (RtfRun{"second", "Arial", 24, true, false}));
-        // With the window its lines go.
+        // A new window begins without lines.
         w.Unload();
         settle();
         open();
         QCOMPARE(makeSheet(), linesWith({}));
     }
 
-    void failingSaveIsNotToldAndTakesTheChords() {
+    void failingSaveIsNotReportedAndErasesTheChords() {
+        // Deliberate: behaviour 146.
         SheetMusic& w = open();
         write(w, 1);
         answerWithLostFolder(world->answers, world->path("sheetmusic"), "sheet.rtf");
@@ -150,7 +154,7 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, -1);
     }
 
-    void importListsASheetsMarksAsTheyStand() {
+    void importListsASheetWithItsMarkup() {
         SheetMusic& w = open();
         w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "Abide with me");
         makeSheet();
@@ -161,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(lines.filter("Abide with me\\par").size(), 1);
     }
 
-    void pageOfAnotherHeightGivesItsOwnLines() {
+    void pageOfAnotherHeightHasItsOwnLines() {
         SheetMusic& w = open();
         w.fpSong->MaxRows(60);
         w.fpSong->SetText(1, 60, "far below");

@@ -1,4 +1,4 @@
-// The transpose window: its copy of the chart, its slider, its passes.
+// The transpose window: its copy of the chart and its slider.
 #include "charts/chart_test.h"
 
 #include <QFile>
@@ -16,7 +16,7 @@ QString changedBy(int steps) { return QStringLiteral("Changed By %1 Semi-Tones")
 class TestTranspose : public ChartTest {
     Q_OBJECT
 
-    // The transpose window over a chart with these chords in row 5, from column 1 on.
+    // Opens the transpose window for a chart with these chords in its first chord row.
     frmTranspose& openWith(const QStringList& chords) {
         SheetMusic& w = open();
         for (int i = 0; i < chords.size(); ++i)
@@ -24,7 +24,7 @@ class TestTranspose : public ChartTest {
         return openTranspose(w);
     }
 
-    // Moves the slider by the arrow keys, a pass for each step.
+    // Moves the slider with the arrow keys; each step transposes.
     static void step(frmTranspose& t, int steps) {
         t.Slider1->setFocus();
         for (int i = 0; i < qAbs(steps); ++i)
@@ -32,7 +32,7 @@ class TestTranspose : public ChartTest {
         settle();
     }
 
-    // Moves the slider to a value at once, as a drag does that is reported once.
+    // Moves the slider in one step, like a drag that is reported once.
     static void moveTo(frmTranspose& t, int value) {
         t.Slider1->setSliderPosition(value);
         settle();
@@ -61,7 +61,7 @@ private Q_SLOTS:
         QCOMPARE(world->statements, QStringList{keyStatement("rootnote")});
         QCOMPARE(t.fpPreview->SheetCount(), 2);
         QCOMPARE(t.fpPreview->ActiveSheet(), 1);
-        QCOMPARE(w.fpSong->ActiveSheet(), 2);  // the chart is left on its last page
+        QCOMPARE(w.fpSong->ActiveSheet(), 2);  // deliberate: behaviour 143
         for (int page = 1; page <= 2; ++page) {
             QCOMPARE(t.fpPreview->colsOf(page), 37);
             QCOMPARE(t.fpPreview->rowsOf(page), 42);
@@ -85,13 +85,13 @@ private Q_SLOTS:
         QVERIFY(!isOnTop(t.frmAssign));
     }
 
-    void sliderRunsAPassAndSaysBy() {
+    void sliderTransposesAndShowsTheDistance() {
         frmTranspose& t = openWith({"C", "Am7", "F/G"});
         world->statements.clear();
         moveTo(t, 3);
         QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), (QStringList{"Eb", "Cm7", "Ab/Bb"}));
         QCOMPARE(t.lblNumSteps->text(), changedBy(3));
-        QCOMPARE(world->statements, QStringList{keyStatement("p3")});  // read once a pass
+        QCOMPARE(world->statements, QStringList{keyStatement("p3")});  // read once
         QCOMPARE(SheetMusic::instance().fpSong->GetText(1, ChartRow::FirstChord),
                  QStringLiteral("C"));
         moveTo(t, -3);
@@ -99,7 +99,8 @@ private Q_SLOTS:
         QCOMPARE(world->statements.last(), keyStatement("n3"));
     }
 
-    void passesAddUp() {
+    void movesAddUp() {
+        // Deliberate: behaviour 141.
         frmTranspose& t = openWith({"C"});
         moveTo(t, 2);
         moveTo(t, 3);
@@ -111,7 +112,8 @@ private Q_SLOTS:
         QCOMPARE(t.lblNumSteps->text(), changedBy(3));
     }
 
-    void positionZeroWritesTheRootNotesRaw() {
+    void positionZeroWritesTheRootNotesUnchanged() {
+        // Deliberate: behaviour 142.
         frmTranspose& t = openWith({"C#m", "D", "Ab/Db"});
         moveTo(t, 5);
         QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), (QStringList{"F#m", "G", "C#/F#"}));
@@ -123,7 +125,7 @@ private Q_SLOTS:
         QCOMPARE(t.lblNumSteps->text(), changedBy(0));
     }
 
-    void resetTakesAFreshCopyAndRunsNoPass() {
+    void resetMakesAFreshCopyWithoutTransposing() {
         frmTranspose& t = openWith({"C", "G"});
         moveTo(t, 4);
         SheetMusic::instance().fpSong->SetText(3, ChartRow::FirstChord, "D");
@@ -135,7 +137,7 @@ private Q_SLOTS:
         QVERIFY(world->statements.isEmpty());
     }
 
-    void resetTakesCellsAwayThatTheChartLacks() {
+    void resetEmptiesCellsThatAreEmptyInTheChart() {
         frmTranspose& t = openWith({"C"});
         type(t.fpPreview, 4, ChartRow::FirstChord, "Am7");
         type(t.fpPreview, ChartColumn::Text, ChartRow::FirstLyric + 2, "a line of the copy");
@@ -144,21 +146,22 @@ private Q_SLOTS:
         QVERIFY(lyricsOf(t.fpPreview, 1).isEmpty());
     }
 
-    void secondCallLeavesSliderAndLabel() {
+    void secondCallKeepsSliderAndLabel() {
+        // Deliberate: behaviour 143.
         frmTranspose& t = openWith({"C"});
         moveTo(t, 2);
         openTranspose(SheetMusic::instance());
         QCOMPARE(cell(t, 1), QStringLiteral("C"));
         QCOMPARE(t.Slider1->value(), 2);
         QCOMPARE(t.lblNumSteps->text(), changedBy(2));
-        // The program's own writes run no pass.
+        // Setting the value by program does not transpose.
         world->statements.clear();
         t.Slider1->setValue(7);
         QVERIFY(world->statements.isEmpty());
         QCOMPARE(cell(t, 1), QStringLiteral("C"));
     }
 
-    void keyAtTheEndOfTheSliderRunsNoPass() {
+    void keyAtTheEndOfTheSliderDoesNotTranspose() {
         frmTranspose& t = openWith({"C"});
         moveTo(t, 12);
         world->statements.clear();
@@ -167,6 +170,7 @@ private Q_SLOTS:
     }
 
     void pagesOfALongerChartStayInTheCopy() {
+        // Deliberate: behaviour 143.
         SheetMusic& w = open();
         w.addPage();
         w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "second");
@@ -179,7 +183,7 @@ private Q_SLOTS:
         QCOMPARE(lyricsOf(t.fpPreview, 2), QStringList{"second"});
     }
 
-    void threePagesAreTransposedInOnePass() {
+    void allPagesAreTransposedAtOnce() {
         SheetMusic& w = open();
         for (int page = 1; page <= 3; ++page) {
             if (page > 1) w.addPage();
@@ -196,7 +200,7 @@ private Q_SLOTS:
         QCOMPARE(t.fpPreview->ActiveSheet(), 2);
     }
 
-    void onlyChordRowsAreVisited() {
+    void onlyChordRowsAreTransposed() {
         SheetMusic& w = open();
         for (int row = 1; row <= 42; ++row) w.fpSong->SetText(1, row, "A");
         frmTranspose& t = openTranspose(w);
@@ -209,7 +213,7 @@ private Q_SLOTS:
         QCOMPARE(cell(t, 1, ChartRow::Last), QStringLiteral("A"));
     }
 
-    void cellsAreSplitAsTold_data() {
+    void cellsAreTransposed_data() {
         QTest::addColumn<QString>("before");
         QTest::addColumn<QString>("after");  // two semi-tones up
         const QStringList pairs = {"G=A",           "Gsus4=Asus4",
@@ -231,7 +235,8 @@ private Q_SLOTS:
             QTest::newRow(qPrintable("<" + sides[0] + ">")) << sides[0] << sides[1];
         }
     }
-    void cellsAreSplitAsTold() {
+    void cellsAreTransposed() {
+        // Deliberate: behaviours 138 and 140.
         QFETCH(QString, before);
         QFETCH(QString, after);
         frmTranspose& t = openWith({before});
@@ -239,7 +244,8 @@ private Q_SLOTS:
         QCOMPARE(cell(t, 1), after);
     }
 
-    void firstEntryThatHoldsTheSignsWins() {
+    void firstMatchingEntryWins() {
+        // Deliberate: behaviour 139.
         setRow("rootnote", "C,C#:Db,D,D#:Eb,E,F,F#,G,G#:Ab,A,Bb,B");
         setRow("p1", "n0,n1,n2,n3,n4,n5,n6,n7,n8,n9,n10,n11");
         frmTranspose& t = openWith({"D#", "Eb", "C#", "Db", "G#", "A#", "Gb"});
@@ -267,7 +273,7 @@ private Q_SLOTS:
         QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), (QStringList{"C#", "Eb", "E", "C"}));
     }
 
-    void shortKeyRowHarmsNoOtherNote() {
+    void shortKeyRowTransposesTheOtherNotes() {
         setRow("p1", "C#,D,Eb");
         frmTranspose& t = openWith({"C", "C#", "D", "word"});
         moveTo(t, 1);
@@ -283,7 +289,7 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, 1);
     }
 
-    void fewerRootNotesLeaveTheOtherCells() {
+    void fewerRootNotesKeepTheOtherCells() {
         setRow("rootnote", "C,C#:Db,D");
         frmTranspose& t = openWith({"C", "D", "E", "Bb"});
         moveTo(t, 1);
@@ -298,7 +304,7 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, 1);
     }
 
-    void chartWithoutCellsIsToldAndNotShown() {
+    void chartWithoutCellsIsReportedAndNotShown() {
         SheetMusic& w = open();
         w.fpSong->MaxRows(0);
         world->answers.box("save to buffer failed");
@@ -308,7 +314,7 @@ private Q_SLOTS:
         frmTranspose::instance().Unload();
     }
 
-    void copyIsSavedAsAnotherChartAndTied() {
+    void copyIsSavedAsAnotherChartAndAssigned() {
         world->sql("INSERT INTO songs (title, fileLoco) VALUES ('Abide', 'old.stp')");
         SheetMusic& w = open();
         w.fpSong->SetText(ChartColumn::Text, ChartRow::Title, "Abide");
@@ -324,7 +330,7 @@ private Q_SLOTS:
         QVERIFY(isOnTop(t.frmAssign));
         QCOMPARE(t.lblAssign->text(), "Song Location: " + QDir::toNativeSeparators(path));
         QCOMPARE(columnOf(t.fpAttach, AttachColumn::Title), QStringList{"Abide"});
-        // The list and the close button carry no command here.
+        // Deliberate: behaviour 130.
         clickCell(t.fpAttach, AttachColumn::Title, 1);
         QCOMPARE(t.lblAssignSong->text(), QString());
         click(t.cmdCloseAssign);
@@ -340,7 +346,7 @@ private Q_SLOTS:
         QCOMPARE(w.fpSong->textAt(1, ChartColumn::Text, ChartRow::Title), QStringLiteral("Abide"));
     }
 
-    void withoutASongSaveAssignedAsksHereToo() {
+    void withoutASongTheUserIsAskedToSelectOne() {
         frmTranspose& t = openWith({"C"});
         world->answers.file(world->path("sheetmusic/c.stp"));
         world->answers.question(TieQuestion, QMessageBox::Yes);
@@ -352,7 +358,7 @@ private Q_SLOTS:
     void mouseMovesTheSlider() {
         frmTranspose& t = openWith({"C"});
         world->statements.clear();
-        // The handle, from the middle to the right end in one move.
+        // Drags the handle from the middle to the right end in one move.
         const QPoint middle = t.Slider1->rect().center() - QPoint(0, 4);
         const QPoint end = middle + QPoint(t.Slider1->width() / 2, 0);
         QTest::mousePress(t.Slider1, Qt::LeftButton, {}, middle);

@@ -12,10 +12,10 @@
 
 namespace {
 
-constexpr qint64 MostBytes = 64 << 20;   // far more than fits into the list
-constexpr qint64 LeastBytes = 64 << 10;  // for files that do not report their size
-constexpr size_t MarkedRows = 100;
-constexpr size_t ChordsOfLine = 30;
+constexpr qint64 MaxBytes = 64 << 20;  // far more than fits into the list
+constexpr qint64 MinBytes = 64 << 10;  // for files that do not report their size
+constexpr size_t MaxMarkedRow = 100;
+constexpr size_t MaxChords = 30;
 
 // The characters 0x80 to 0x9f of code page 1252, where Latin-1 has control characters.
 constexpr std::array<char16_t, 32> WesternSigns = {
@@ -42,7 +42,7 @@ QByteArray readBytes(const QString& path) {
     QFile file(resolvedPath(path));
     if (!file.open(QIODevice::ReadOnly)) return {};
     // read() allocates all that it asks for.
-    QByteArray bytes = file.read(std::clamp(file.size(), LeastBytes, MostBytes));
+    QByteArray bytes = file.read(std::clamp(file.size(), MinBytes, MaxBytes));
     if (bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff")) {
         QStringDecoder utf16(QStringDecoder::Utf16);
         const QString text = utf16(bytes);
@@ -68,7 +68,7 @@ struct LineKind {
 constexpr std::array<LineKind, 3> LineKinds = {
     {{u't', TitleMark}, {u'c', ChordMark}, {u'l', LyricMark}}};
 
-using RowKinds = std::array<QChar, MarkedRows + 1>;
+using RowKinds = std::array<QChar, MaxMarkedRow + 1>;
 
 RowKinds kindsOf(SheetGrid& list) {
     RowKinds rowKinds{};
@@ -77,7 +77,7 @@ RowKinds kindsOf(SheetGrid& list) {
         for (const LineKind& kind : LineKinds) {
             if (colour != kind.colour) continue;
             // Deliberate: behaviour 134.
-            if (size_t(i) > MarkedRows) throw RunTimeError(RunTimeError::SubscriptOutOfRange);
+            if (size_t(i) > MaxMarkedRow) throw RunTimeError(RunTimeError::SubscriptOutOfRange);
             rowKinds.at(size_t(i)) = kind.letter;
         }
     }
@@ -88,7 +88,7 @@ RowKinds kindsOf(SheetGrid& list) {
 QStringList chordTokens(QString line) {
     line.replace(QLatin1Char(' '), QLatin1Char(':')).replace(QLatin1Char('\t'), QLatin1Char(':'));
     QStringList tokens = line.split(QLatin1Char(':'), Qt::SkipEmptyParts);
-    if (size_t(tokens.size()) > ChordsOfLine) throw RunTimeError(RunTimeError::SubscriptOutOfRange);
+    if (size_t(tokens.size()) > MaxChords) throw RunTimeError(RunTimeError::SubscriptOutOfRange);
     return tokens;
 }
 
@@ -132,7 +132,7 @@ void layMarkedLines(SheetGrid& list, SheetGrid& chart, const std::function<void(
     int titleRow = ChartRow::Title;  // without a limit; deliberate: behaviour 137
     int chordRow = ChartRow::FirstChord;
     int lyricRow = ChartRow::FirstLyric;
-    for (int i = 1; i <= int(MarkedRows); ++i) {
+    for (int i = 1; i <= int(MaxMarkedRow); ++i) {
         // Deliberate: behaviour 136.
         if (lyricRow > ChartRow::LastLyric) {
             addPage();

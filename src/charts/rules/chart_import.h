@@ -1,4 +1,4 @@
-// Import of the lines of a text file into a chart, as the user has marked them.
+// The import of a text file into a chart, line by line as the user has marked them.
 #pragma once
 
 #include "core/grid/sheet_grid.h"
@@ -10,7 +10,7 @@ namespace ImportColumn {
 enum { Line = 1 };
 }
 
-// The background colours that mark a line of the list. Any other colour is no mark.
+// The background colours that mark a line of the list. Any other colour is not a mark.
 constexpr int TitleMark = RGB(200, 255, 200);
 constexpr int ChordMark = RGB(200, 200, 255);
 constexpr int LyricMark = RGB(255, 200, 200);

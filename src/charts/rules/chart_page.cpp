@@ -117,7 +117,7 @@ void addChartPage(SheetGrid& chart, const std::function<void(const QString&)>& s
     joinTitleAndLyrics(chart);
     alignRows(chart, 1, ChartRow::LastTitle, HAlign::Centre);
     joinLastRows(chart);
-    // The last odd row counts as a chord row here. Deliberate: behaviour 121.
+    // The last odd row counts as a chord row here. Deliberate: behaviour 120.
     for (int row = ChartRow::FirstChord; row <= chart.MaxRows(); row += 2)
         alignRows(chart, row, row, HAlign::Left);
     hideHeads(chart);

@@ -1,5 +1,5 @@
 // The page of a chart: a fixed form of narrow cells in which a row's role follows from its number.
-// Rows 1 to 3 are the title, odd rows from 5 hold chords, even rows from 6 the lyrics under them.
+// Rows 1 to 3 are the title, odd rows from 5 hold chords, even rows from 6 the lyrics below them.
 #pragma once
 
 #include <QString>
@@ -25,7 +25,7 @@ enum {
     FirstLyric = 6,
     LastChord = 39,
     LastLyric = 40,
-    LastOdd = 41,  // one cell, but processed like a chord row
+    LastOdd = 41,  // one cell, but transposed like a chord row
     Last = ChartRows,
 };
 }
@@ -38,11 +38,11 @@ enum {
 };
 }
 
-// Gives a grid of one page the size, the font and the joined rows of a chart's first page.
+// Sets the size, the font and the joined rows of a chart's first page on a grid of one page.
 void setUpChart(SheetGrid& chart);
 
-// Formats charts that lie one under the other on one sheet as what is printed of a set. Splits
-// their own joined cells first; joins the titles of the first two pages only.
+// Formats charts that are stacked on one sheet, for the print of a set. Splits their own joined
+// cells first; joins the titles of the first two charts only.
 void formatStackedCharts(SheetGrid& charts);
 
 // Adds a page at the end and shows it. Calls `status` with the name of each step.

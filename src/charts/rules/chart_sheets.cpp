@@ -5,7 +5,7 @@
 
 namespace {
 
-// Copies the page `Sheet` into a buffer.
+// Saves the page `Sheet` in a buffer.
 bool savePage(const SheetGrid& chart, CellBlock& buffer, const TellFailure& tell) {
     if (chart.SaveBlockToBuffer(1, 1, chart.MaxCols(), chart.MaxRows(), buffer)) return true;
     tell(QStringLiteral("save to buffer failed"));
@@ -39,6 +39,7 @@ bool mergePages(SheetGrid& chart, const TellFailure& tell) {
         addRowsOfPage(chart);
         chart.ActiveSheet(page);
         CellBlock buffer;
+        // Deliberate: behaviour 144.
         if (!savePage(chart, buffer, tell)) return false;
         chart.ActiveSheet(1);
         if (!chart.LoadBlockFromBuffer(1, chart.MaxRows() - ChartRows + 1, buffer))

@@ -7,7 +7,7 @@
 
 class SheetGrid;
 
-// Shows the user why a page could not be copied.
+// Reports to the user that a page could not be copied.
 using TellFailure = std::function<void(const QString&)>;
 
 // Copies the pages of a chart to another grid and shows its first page; the chart is left on its

@@ -1,4 +1,4 @@
-// What goes out of a chart's page: the name that is proposed for its file, and its lyrics.
+// Output of one page of a chart: the name proposed for its file, its HTML and its lyrics.
 #pragma once
 
 #include <QString>

@@ -10,16 +10,16 @@ namespace AttachColumn {
 enum { ID = 1, Title };
 }
 
-// Adds all songs to the list, below the rows that it has already.
+// Adds all songs to the list, below the rows that it already has.
 void listSongsToTie(SheetGrid& fpAttach);
 
-// What the panel shows of the file to assign, and the file of such a text.
+// The text of the panel for the file to assign, and the file of such a text.
 QString songLocation(const QString& file);
 QString fileOfSongLocation(const QString& text);
 
-// What the panel shows of the song in a row of the list.
+// The text of the panel for the song in a row of the list.
 QString assignTo(const SheetGrid& fpAttach, int row);
 
-// Stores the file's path with the active song of the list. Returns false if no song is active.
-// Raises RunTimeError::StatementRefused if the path has an apostrophe.
+// Stores the file's path in the record of the list's active song. Returns false if no song is
+// active. Raises RunTimeError::StatementRefused if the path has an apostrophe.
 [[nodiscard]] bool tieToActiveSong(const SheetGrid& fpAttach, const QString& file);
