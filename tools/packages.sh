@@ -1,4 +1,4 @@
-# Sourced by run and test: installs Debian packages that are missing, by name.
+# Sourced by run and test. Installs the Debian packages that are missing.
 need_packages() {
     local missing=()
     for package in "$@"; do
