@@ -1,4 +1,5 @@
 // The guide as it is delivered, in the window in which it is read.
+#include "core/data/run_time_error.h"
 #include "platform/desktop/help_window.h"
 #include "support/files.h"
 #include "support/registry.h"
@@ -174,6 +175,26 @@ private Q_SLOTS:
         }
         QVERIFY2(missing.isEmpty(), qPrintable(missing.join(QLatin1Char('\n'))));
         QVERIFY(boxes >= 40);
+    }
+
+    // A number that only code has to know of ends a command without a box.
+    void everyRunTimeErrorIsExplained() {
+        const QString header =
+            textOf(QStringLiteral(SOURCE_TREE "/src/core/data/run_time_error.h"));
+        const QString words = guide();
+        const QString unnamed = RunTimeError(0).description();
+        static const QRegularExpression entry(QStringLiteral("(?m)^\\s+\\w+ = (-?\\d+),$"));
+        int numbers = 0;
+        for (auto it = entry.globalMatch(header); it.hasNext();) {
+            const QString number = it.next().captured(1);
+            if (number.toInt() == RunTimeError::DialogCancelled) continue;
+            ++numbers;
+            QString row = QStringLiteral("| %1 | ").arg(number);
+            const QString description = RunTimeError(number.toInt()).description();
+            if (description != unnamed) row += description + QStringLiteral(" |");
+            QVERIFY2(words.contains(row), qPrintable(row));
+        }
+        QVERIFY(numbers >= 12);
     }
 
     void everyChapterStandsInTheContents() {
