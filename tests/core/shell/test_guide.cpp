@@ -158,12 +158,15 @@ private Q_SLOTS:
 
     void everyBoxOfTheProgramIsExplained() {
         const QString words = guide();
-        static const QRegularExpression call(QStringLiteral("[^\\w:]messageBox\\("));
+        // Code without a screen passes its texts to a `tell` that shows them.
+        static const QRegularExpression call(QStringLiteral("[^\\w:](?:messageBox|tell)\\("));
+        static const QRegularExpression passedOn(
+            QStringLiteral("\\(const QString& (\\w+)\\) \\{ messageBox\\(\\1\\); \\}"));
         int boxes = 0;
         QStringList missing;
         for (const QString& file : sourceFiles()) {
             if (file.endsWith(QLatin1String("/message_box.cpp"))) continue;
-            const QString source = textOf(file);
+            const QString source = textOf(file).remove(passedOn);
             for (auto it = call.globalMatch(source); it.hasNext(); ++boxes) {
                 QStringList pieces;
                 for (const QString& text : boxTexts(source, it.next().capturedEnd()))
