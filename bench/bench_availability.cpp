@@ -6,7 +6,7 @@
 #include "core/data/paths.h"
 #include "core/shell/frm_mdi.h"
 #include "team/frm_schedule.h"
-#include "team/rules/schedule_rows.h"
+#include "team/rules/schedule_grid.h"
 
 #include <QApplication>
 #include <QFile>
@@ -116,7 +116,7 @@ int main(int argc, char** argv) {
     const frmMDI window;
     SheetView& grid = *frmSchedule::instance().fpSchedule;
     for (int week = 0; week < Weeks; ++week)
-        grid.SetText(DateColumn, FirstDateRow + week * WeekRows, g_dates[week]);
+        grid.SetText(ScheduleColumn::Date, dateRowOf(week + 1), g_dates[week]);
     benchmark::RunSpecifiedBenchmarks();
     const double pass = bestOf(20, refresh);
     const double loop = bestOf(20, [] { benchmark::DoNotOptimize(bareLoop()); });
