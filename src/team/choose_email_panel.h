@@ -14,7 +14,7 @@ public:
     // What the panel is shown for.
     enum class Output { Mail, Print };
 
-    // A range of weeks, or the whole schedule.
+    // The choice between a range of weeks and the whole schedule.
     std::array<QRadioButton*, 2> optEmail{};
 
     // Shows the panel for an output, and hides it if it is shown. `opener` is the button that was

@@ -6,8 +6,8 @@
 
 frmSchedule::frmSchedule() {
     setupUi(this);
-    // While the panel has the only tab stops of the window, its first one counts as next to its
-    // last one and is not moved behind it.
+    // The panel's form cannot do this: it is created before the other controls, and in the ring of
+    // its own tab stops Command4 already follows cmdSend.
     setTabOrder(frmChooseEmail->cmdSend, frmChooseEmail->Command4);
     setUpMenu();
     setUpGrids();

@@ -45,17 +45,17 @@ public:
     // Updates the offers and the set lists of all weeks. Raises like updateAvailability.
     void refreshAvailability();
 
-    // Shows the schedule of the start-up, if one is chosen, with its reminder lines. Raises like
+    // Shows the start-up schedule, if one is chosen, with its reminders. Raises like
     // writeReminders and updateAvailability.
     void showStartSchedule();
 
     // --- Output ---
 
-    // Saves the grid to config/temp.scd and removes its blank rows. If it cannot be saved, tells
-    // so, leaves the grid as it was and returns false.
+    // Saves the grid to config/temp.scd and removes its blank rows. If it cannot be saved, shows a
+    // message, leaves the grid as it was and returns false.
     [[nodiscard]] bool compactForOutput();
 
-    // Mail or print what the panel asks for, and put the grid back. At a wrong date of the range
+    // Mail or print what the panel asks for, and restore the grid. At a wrong date of the range
     // they stop with a message, and the grid stays compacted. Mail raises
     // RunTimeError::FileNotFound or RunTimeError::PathAccess if the staging file cannot be read or
     // written.

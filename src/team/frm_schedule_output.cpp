@@ -21,7 +21,7 @@ namespace {
 
 constexpr int PanelGap = 8;  // pixels
 
-// The whole grid, while its blank rows are removed.
+// Holds the whole schedule while the grid is compacted.
 QString scratchFile() { return programFolder() + QStringLiteral("/config/temp.scd"); }
 
 void tellWrongDate() {

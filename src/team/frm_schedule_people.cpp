@@ -83,7 +83,7 @@ void frmSchedule::cmdDeletePlayer_Click() {
     loadPersonnelList();
 }
 
-// chkExclude stays.
+// chkExclude is left as it is.
 // Deliberate: behaviour 85.
 void frmSchedule::cmdClrPlayer_Click() {
     fpPerson->ClearRange(1, 1, 1, fpPerson->MaxRows(), true);

@@ -1,4 +1,4 @@
-// The schedule: a new one, its pop-up menu, its files and the schedule of the start-up.
+// The schedule: its weeks, its pop-up menu, its files and the start-up schedule.
 #include "core/data/database.h"
 #include "core/data/run_time_error.h"
 #include "platform/desktop/common_dialog.h"
@@ -94,7 +94,7 @@ void frmSchedule::cmdSaveSched_Click() {
 
 void frmSchedule::cmdLoadSched_Click() {
     if (!chooseSchedule(&CommonDialog::ShowOpen, QString())) return;
-    // Goes on after every failure.
+    // No failure stops the load.
     // Deliberate: behaviour 105.
     fpSchedule->LoadFromFile(commonDlg().FileName);
     setPastScheduleWidths(*fpSchedule);
@@ -111,7 +111,7 @@ void frmSchedule::cmdClearSched_Click() {
     showSchedule(false);
 }
 
-// --- The schedule of the start-up --------------------------------------------------------------
+// --- The start-up schedule ---------------------------------------------------------------------
 
 void frmSchedule::showFile(const QString& path) {
     // Deliberate: behaviour 103.

@@ -99,7 +99,7 @@ void frmSpecialMusic::cmdAddCat_Click() {
     else
         updateSpecialMusic(item);
     loadSpecialMusic();
-    // The fields and the number stay.
+    // The fields and lblHidID are left as they are.
     // Deliberate: behaviour 119.
 }
 

@@ -51,7 +51,7 @@ protected:
     // Saves a grid to a file in the folder "schedules" and returns its path.
     QString writeFile(const SheetGrid& grid, const QString& name);
 
-    // Sets the schedule of the start-up.
+    // Sets the start-up schedule.
     void showAtStart(const QString& path);
 
     // Opens the window with a schedule of these weeks.

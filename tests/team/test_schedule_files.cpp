@@ -1,4 +1,4 @@
-// Finalising, saving, loading, the schedule of the start-up.
+// Finalising, saving, loading, the start-up schedule.
 #include "sets/frm_set_list.h"
 #include "team/schedule_test.h"
 

@@ -1,4 +1,4 @@
-// Special music, and its reminders in the schedule of the start-up.
+// Special music, and its reminders in the start-up schedule.
 #include "sets/frm_set_list.h"
 #include "team/frm_special_music.h"
 #include "team/rules/special_music.h"

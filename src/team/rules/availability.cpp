@@ -18,7 +18,7 @@ constexpr int MostLinesOfDropDown = 25;
 
 const QString PlayedQuery = QStringLiteral("SELECT title, played_date FROM played_on");
 
-// A person as the offers need one.
+// What the offers need of a person.
 struct TeamMember {
     QString vacation;
     bool canServe = false;
@@ -41,7 +41,7 @@ struct Team {
     std::vector<Offer> offers;  // of all members, in the order of the drop-down lists
 };
 
-// Sorts by the rules of the grid; its second column holds the place before the sort.
+// Sorts as a grid does. The second column holds the index before the sort.
 void sortOffers(std::vector<Offer>& offers) {
     SheetGrid grid;
     grid.MaxCols(2);
@@ -93,7 +93,7 @@ bool hasRows(const QString& query) {
                        QStringLiteral("There is no current record: the database has ") + what);
 }
 
-// The weeks that the grid has room for, on view or not.
+// The number of weeks that the grid has room for, used or not.
 int weeksOf(const SheetGrid& schedule) {
     return (schedule.MaxRows() - ScheduleRow::FirstDate) / WeekRows;
 }

@@ -18,6 +18,6 @@ void updateAvailability(SheetGrid& schedule, SheetGrid& offers);
 // first week's date is in `firstRow`. Raises like updateAvailability if no song is recorded.
 void fillSetLists(SheetGrid& schedule, int firstRow, int weeks);
 
-// Writes into column 3 of every row with a date the songs recorded for it, from that row on. Ends
-// the songs of a date at a failing statement.
+// Writes into column 3 of every row with a date the songs recorded for it, from that row on. A
+// failing statement ends the songs of its date only.
 void refreshSetLists(SheetGrid& schedule);

@@ -8,7 +8,7 @@
 
 namespace {
 
-// Goes one row beyond the week, to the head of the next one: a "Personell" head is skipped, and a
+// Reads one row beyond the week, to the head of the next one: a "Personell" head is skipped, and a
 // "Worship Team" head fails like any text without a colon.
 // Deliberate: behaviours 100 and 101.
 void finaliseWeek(const SheetGrid& schedule, int dateRow, const QString& date) {

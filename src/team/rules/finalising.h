@@ -6,7 +6,7 @@
 class SheetGrid;
 
 // Replaces in the table schedule the rows of each date of the grid by the entries of its week, and
-// dissolves joined cells of column 2. Raises RunTimeError::InvalidCall at an entry without a colon,
+// splits joined cells of column 2. Raises RunTimeError::InvalidCall at an entry without a colon,
 // and what a failing statement raises; what was stored before it stays.
 void finaliseSchedule(SheetGrid& schedule);
 

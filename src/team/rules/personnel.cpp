@@ -12,7 +12,7 @@ namespace {
 // Deliberate: behaviour 81.
 constexpr int LastClearedRow = PersonRow::Phone;
 
-// The fields with the vacation and the exclude flag behind them, as the statements take them.
+// The fields, the vacation days and the exclude flag, in the order of the INSERT statement.
 QStringList storedValues(const PersonRecord& person) {
     return person.fields + QStringList{person.vacation, person.isExcluded ? QStringLiteral("1")
                                                                           : QStringLiteral("0")};
@@ -56,7 +56,7 @@ void showFields(SheetGrid& person, const QStringList& fields) {
 
 void showVacation(SheetGrid& vacation, const QString& dates) {
     const QStringList list = dates.isEmpty() ? QStringList() : dates.split(QLatin1Char(':'));
-    // Three rows a column, and columns beyond the third show nowhere.
+    // Three rows per column; columns beyond the third are not shown.
     // Deliberate: behaviour 80.
     int k = -1;
     for (int col = 1; col <= VacationRows; ++col) {

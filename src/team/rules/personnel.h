@@ -9,7 +9,7 @@
 
 class SheetGrid;
 
-// The rows of the person's grid; its one column is 1. Rows 6 and 11 are spacers.
+// The rows of the person's grid, which has one column. Rows 6 and 11 are spacers.
 namespace PersonRow {
 enum {
     FirstName = 1,
@@ -66,7 +66,7 @@ struct PersonRecord {
 void setUpPerson(SheetGrid& person);
 void setUpVacation(SheetGrid& vacation);
 
-// Empties both grids but for the last two rows of the person.
+// Empties both grids, except for the last two rows of the person.
 void clearShownPerson(SheetGrid& person, SheetGrid& vacation);
 
 // Shows the fields of a record, in the order of PersonFields.
@@ -91,5 +91,5 @@ void updatePerson(int id, const PersonRecord& person);
 
 void deletePerson(int id);
 
-// Gives the finalised rows of one full name another one.
+// Replaces a full name in the finalised rows.
 void renameFinalised(const QString& oldName, const QString& newName);

@@ -11,7 +11,7 @@ namespace {
 struct RosterColumnLayout {
     double width;
     const char* head;
-    const char* field;  // null if the column is left for the pen
+    const char* field;  // null for a column to be filled in by hand
 };
 
 constexpr std::array<RosterColumnLayout, RosterColumn::Last> RosterColumns{

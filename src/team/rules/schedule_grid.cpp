@@ -8,7 +8,7 @@ namespace {
 constexpr int ScheduleRows = 500;
 constexpr int TitleRows = ScheduleRow::FirstHead;
 
-// The one colour of a schedule, that of its head rows.
+// The background of the head rows, the only colour of a schedule.
 constexpr int HeadColour = RGB(238, 232, 216);
 
 void setWidths(SheetGrid& schedule, double notes, double songs, double team) {

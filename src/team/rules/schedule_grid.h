@@ -1,4 +1,4 @@
-// How a schedule lies in its grid: columns, weeks, title and heads.
+// The layout of a schedule in its grid: columns, weeks, title and heads.
 #pragma once
 
 #include <QString>
@@ -40,13 +40,13 @@ void setUpPickDate(SheetGrid& pickDate);
 // between the columns.
 void setUpSchedule(SheetGrid& schedule);
 
-// Sets the widths of a new schedule, which the schedule of the start-up and a mail have too.
+// Sets the column widths of a new schedule, of the start-up schedule and of a mail.
 void setNewScheduleWidths(SheetGrid& schedule);
 
-// Sets the widths of a schedule that "Load Past" has loaded.
+// Sets the column widths of a schedule loaded with "Load Past".
 void setPastScheduleWidths(SheetGrid& schedule);
 
-// Makes a row a head row: the four heads, bold, on the ground of the heads.
+// Makes a row a head row: writes the four heads, bold, with the background of a head row.
 void writeHead(SheetGrid& schedule, int row, const QString& teamHead);
 
 // Empties all cells, and removes the three rows of the title if there is one. Formats stay.

@@ -1,4 +1,4 @@
-// What a schedule needs before it is mailed, printed or exported.
+// Prepares a schedule for mail, print and export.
 #pragma once
 
 #include <QString>
@@ -11,21 +11,21 @@ struct RowRange {
     int last = -1;
 };
 
-// Removes the blank rows below the title. What is left has no weeks of 16 rows any more.
+// Removes the blank rows below the title. The weeks no longer have 16 rows then.
 void deleteBlankRows(SheetGrid& schedule);
 
 // The row of the first date with just this text; 0 or less if there is none.
 int rowOfDate(const SheetGrid& schedule, const QString& date);
 
 // The rows from the head above a date row down to the last row before the head that follows
-// another date row. The result may be upside down.
+// another date row. The last row may be above the first.
 RowRange weeksBetween(const SheetGrid& schedule, int from, int to);
 
 // The text of a line of the exported table without its fixed width and with padded cells, as mail
 // readers need it.
 QString mailedLine(QString line);
 
-// Takes the line ends out of the Rehearsal Notes.
+// Removes the line ends from the Rehearsal Notes.
 void joinNoteLines(SheetGrid& schedule);
 
 // The file name that is proposed for the export: the title without ":" and blanks, "/" as "_";

@@ -16,7 +16,7 @@ constexpr int FirstYear = 100;
 constexpr int LastYear = 9999;
 constexpr double MostWeeks = 1e6;  // beyond the calendar's last year
 
-// Ends every loop over the rows of a block at once.
+// Above every row: a loop over the rows of the block ends at once.
 constexpr int NoBlock = -1;
 
 // Raises RunTimeError::Overflow beyond the calendar's years.
@@ -27,7 +27,7 @@ QDate daysLater(const QDate& date, qint64 days) {
     return later;
 }
 
-// Writes the dates to where they are before the title moves them down: rows 1, 17, 33 ...
+// Writes the dates to rows 1, 17, 33 and so on; the title moves them down later.
 void writeDates(SheetGrid& schedule, const QDate& start, double weeks) {
     const auto drawBorder = [&](int row, BorderType side) {
         schedule.SetCellBorder(1, row, ScheduleColumn::Last, row, side, Black, BorderStyle::Solid);
@@ -85,7 +85,7 @@ void makeSchedule(SheetGrid& schedule, SheetGrid& offers, const QString& start,
     updateAvailability(schedule, offers);
     fillSetLists(schedule, 1, int(std::min(count, double(schedule.MaxRows()))));
     writeTitle(schedule, first, count);
-    // Without any week there is a head all the same.
+    // Even a schedule without weeks has a head.
     // Deliberate: behaviour 89.
     writeHead(schedule, headRowOf(1), TeamHead);
     int head = headRowOf(1);

@@ -8,7 +8,7 @@ class SheetGrid;
 // Replaces the schedule by a new one of so many weeks from a date on, with the offers and the
 // recorded songs of its weeks. `offers` is the work grid of updateAvailability. Raises
 // RunTimeError::TypeMismatch if `weeks` is no number or `start` no date, RunTimeError::Overflow
-// beyond the year 9999, and what updateAvailability raises; the grid is left half done then.
+// beyond the year 9999, and what updateAvailability raises; the schedule is incomplete then.
 void makeSchedule(SheetGrid& schedule, SheetGrid& offers, const QString& start,
                   const QString& weeks);
 

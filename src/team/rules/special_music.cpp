@@ -48,7 +48,7 @@ void insertSpecialMusic(const SpecialMusicItem& item) {
             item.reminder + QStringLiteral("', '") + item.weeks + QStringLiteral("');"));
 }
 
-// There is no WHERE.
+// The statement has no WHERE clause.
 // Deliberate: behaviour 117.
 void updateSpecialMusic(const SpecialMusicItem& item) {
     execute(QStringLiteral("UPDATE special_music SET song_name = '") + item.title +
