@@ -14,5 +14,5 @@ need_packages() {
 }
 
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-base-dev-tools libqt6svg6
-    qt6-svg-dev libsqlite3-dev libcurl4-openssl-dev libmpv-dev fonts-liberation
-    fonts-inter)
+    qt6-svg-dev libsqlite3-dev libcurl4-openssl-dev libical-dev libmpv-dev
+    fonts-liberation fonts-inter)

@@ -150,6 +150,17 @@ bool hasTitleDirective(const QString& text) {
     return title.match(text).hasMatch();
 }
 
+QString unescaped(const QString& text) {
+    if (!text.contains("\\u"_L1)) return text;
+    QString plain;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar escaped = escapedCharacter(text, i);
+        plain += escaped.isNull() ? text[i] : escaped;
+        if (!escaped.isNull()) i += 5;
+    }
+    return plain;
+}
+
 class ChordProReader {
 public:
     ChordProReader(ExchangeContent& content, bool titled)
@@ -225,6 +236,11 @@ private:
         return rest.size() < line.size();
     }
 
+    // A file may nest {meta: meta meta ...} without end.
+    static bool isMeta(const QString& value) {
+        return value.startsWith("meta"_L1, Qt::CaseInsensitive);
+    }
+
     static bool isKnown(const QString& name) {
         static const QSet<QString> known = {
             u"title"_s,     u"subtitle"_s, u"artist"_s,   u"key"_s,  u"comment"_s,    u"ccli"_s,
@@ -237,9 +253,9 @@ private:
 
     void readDirective(const QString& inside) {
         const Directive directive = directiveOf(inside);
-        const QString value = cleanField(directive.value);
-        if (directive.name == "meta"_L1) {
-            readDirective(value);
+        const QString value = cleanField(unescaped(directive.value));
+        if (directive.name == "meta"_L1 && !isMeta(directive.value)) {
+            readDirective(directive.value);
         } else if (directive.name == "new_song"_L1) {
             finishSong();
         } else if (directive.name == "comment"_L1) {
@@ -247,7 +263,7 @@ private:
         } else if (directive.name == "chorus"_L1) {
             m_builder.recallChorus();
         } else if (directive.name.startsWith("start_of_"_L1)) {
-            startSection(directive.name.mid(9), sectionLabel(directive.value));
+            startSection(directive.name.mid(9), sectionLabel(unescaped(directive.value)));
         } else if (directive.name.startsWith("end_of_"_L1)) {
             m_builder.holdOpen(false);
             m_builder.endVerse();
@@ -267,6 +283,7 @@ private:
     }
 
     bool setProperty(const QString& name, const QString& value) {
+        if (name == "x_comment"_L1) m_song.comments += value;
         if (!isKnown(name) && name != "x_verse_order"_L1) return false;
         if (value.isEmpty()) return true;
         if (name == "title"_L1) {
@@ -304,6 +321,8 @@ private:
             const qsizetype mark = value.lastIndexOf(" #"_L1);
             m_song.songbooks +=
                 {mark < 0 ? value : value.left(mark), mark < 0 ? QString() : value.mid(mark + 2)};
+        } else if (name == "number"_L1) {
+            m_song.songbooks += {QString(), value};
         } else if (name == "x_verse_order"_L1) {
             static const QRegularExpression separators(u"[\\s,;]+"_s);
             static const QRegularExpression commas(u"\\s*[,;]\\s*"_s);
@@ -329,7 +348,7 @@ private:
         if (!line.chords.isEmpty())
             m_builder.addLine(line.text, line.chords);
         else
-            m_builder.addComment(text);
+            m_builder.addComment(line.text);
     }
 
     void startSection(const QString& kind, const QString& label) {

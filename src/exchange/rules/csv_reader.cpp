@@ -407,7 +407,7 @@ private:
                 fill(person.lastName);
                 break;
             case CsvField::Role:
-                for (const QString& role : splitList(value, u";,|/"))
+                for (const QString& role : splitList(value, u";,|"))
                     if (!person.roles.contains(role)) person.roles += role;
                 break;
             case CsvField::Address:

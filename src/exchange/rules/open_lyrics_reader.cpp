@@ -107,6 +107,8 @@ public:
             else if (name == "verse"_L1 || name == "instrument"_L1)
                 readVerse();
         }
+        // The form asks for a verse where a song has none.
+        if (m_song.verses.size() == 1 && m_song.verses[0].lines.isEmpty()) m_song.verses.clear();
         nameVerses(m_song);
         setVerseOrder(m_song, m_order);
     }
@@ -129,7 +131,8 @@ private:
         const QString text = m_xml.elementText();
         const QString value = cleanField(text);
         if (name == "songbook"_L1) {
-            const Songbook book{bookName.isEmpty() ? value : bookName, bookEntry};
+            const QString known = bookName == "-"_L1 ? QString() : bookName;
+            const Songbook book{known.isEmpty() ? value : known, bookEntry};
             if (!book.name.isEmpty() || !book.entry.isEmpty()) m_song.songbooks += book;
         }
         if (value.isEmpty()) return;
@@ -152,10 +155,17 @@ private:
         else if (name == "theme"_L1)
             m_song.themes += value;
         else if (name == "comment"_L1)
-            m_song.comments += value;
+            takeComment(value);
         else if (name == "transposition"_L1 && value != "0"_L1)
             m_song.unread +=
                 u"A transposition by %1 semitones is not applied."_s.arg(value.left(8));
+    }
+
+    void takeComment(const QString& comment) {
+        if (comment.startsWith("Capo: "_L1))
+            m_song.capo = comment.mid(6);
+        else
+            m_song.comments += comment;
     }
 
     static SongAuthor::Work workOfType(const QString& type) {

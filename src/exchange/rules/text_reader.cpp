@@ -228,11 +228,18 @@ private:
                 chord.column = std::max(0, chord.column - int(match.capturedEnd(0)));
         }
         if (chords.isEmpty() && text.contains(u'[')) {
+            const QString inside = bareLabel(text);
+            if (isInBrackets(text) && !isBracketChord(inside)) return m_builder.addComment(inside);
             const SongLine read = bracketLine(text, false);
             m_builder.addLine(read.text, read.chords);
         } else {
             m_builder.addLine(text, chords);
         }
+    }
+
+    static bool isInBrackets(const QString& line) {
+        const QString text = line.trimmed();
+        return text.startsWith(u'[') && text.indexOf(u']') == text.size() - 1;
     }
 
     void flushChords() {
