@@ -194,10 +194,9 @@ QString suffixOfFormula(const QStringList& degrees) {
     const bool major = has("7"), minor = has("m7");
     if (has("6")) suffix += u'6';
     if (has("d7")) suffix += u"dim7"_s;
-    if (major || minor) {
-        const char* top = has("13") ? "13" : has("11") ? "11" : has("9") ? "9" : "7";
-        suffix += (major ? u"maj"_s : QString()) + QLatin1String(top);
-    }
+    const bool ninth = has("9");
+    const int top = ninth && has("13") ? 13 : ninth && has("11") ? 11 : ninth ? 9 : 7;
+    if (major || minor) suffix += (major ? u"maj"_s : QString()) + QString::number(top);
     if (!has("3") && !has("m3")) suffix += has("4") ? u"sus4"_s : has("2") ? u"sus2"_s : u"no3"_s;
     for (const QString& degree : degrees) {
         const QString sign = signOf(degree);
@@ -205,8 +204,8 @@ QString suffixOfFormula(const QStringList& degrees) {
         if (sign == "b5"_L1 || sign == "#5"_L1 ||
             (sign.size() > 1 && !sign[0].isDigit() && sign != "b3"_L1 && sign != "b7"_L1))
             added += sign;
-        else if (!major && !minor && (degree == "9"_L1 || degree == "11"_L1 || degree == "13"_L1))
-            added += u"add"_s + degree;
+        else if (degree == "9"_L1 || degree == "11"_L1 || degree == "13"_L1)
+            added += (major || minor) && degree.toInt() <= top ? QString() : u"add"_s + degree;
         else if (third && (degree == "2"_L1 || degree == "4"_L1))
             added += u"add"_s + degree;
     }

@@ -210,11 +210,11 @@ private:
             m_seenTitle = true;
             return true;
         }
-        m_header = false;
         if (m_song.authors.isEmpty() && m_song.verses.isEmpty() && line.size() < 80) {
             addAuthors(m_song, line);
             return true;
         }
+        m_header = false;
         return false;
     }
 
@@ -254,6 +254,8 @@ private:
     void readDirective(const QString& inside) {
         const Directive directive = directiveOf(inside);
         const QString value = cleanField(unescaped(directive.value));
+        if (directive.name == "comment"_L1 || directive.name.startsWith("start_of_"_L1))
+            m_header = false;
         if (directive.name == "meta"_L1 && !isMeta(directive.value)) {
             readDirective(directive.value);
         } else if (directive.name == "new_song"_L1) {
@@ -527,14 +529,16 @@ bool looksLikeChordPro(const QString& text) {
         QRegularExpression::MultilineOption | QRegularExpression::CaseInsensitiveOption);
     const QString start = text.left(200'000);
     if (directive.match(start).hasMatch()) return true;
+    // Text with lines of chords may have a bracket here and there.
     static const QRegularExpression bracket(u"\\[([^\\[\\]\\n]{1,12})\\]"_s);
+    static const QRegularExpression words(u"\\p{L}{2}"_s);
+    int bracketed = 0, chordLines = 0;
     for (const QString& line : linesOfText(start)) {
         int chords = 0;
         for (auto found = bracket.globalMatch(line); found.hasNext();)
             chords += isBracketChord(found.next().captured(1));
-        if (chords > 1) return true;
-        static const QRegularExpression words(u"\\p{L}{2}"_s);
-        if (chords == 1 && QString(line).remove(bracket).contains(words)) return true;
+        bracketed += chords > 1 || (chords == 1 && QString(line).remove(bracket).contains(words));
+        chordLines += !line.contains(u'[') && !chordsOfLine(line).isEmpty();
     }
-    return false;
+    return bracketed > chordLines;
 }

@@ -59,15 +59,17 @@ QString chordProLine(const SongLine& line) {
     return text + u'\n';
 }
 
-QString sectionOf(VerseKind kind) {
+QString sectionOf(VerseKind kind, const QString& label) {
     if (kind == VerseKind::Chorus) return u"chorus"_s;
-    return kind == VerseKind::Bridge ? u"bridge"_s : u"verse"_s;
+    if (kind == VerseKind::Bridge) return u"bridge"_s;
+    // The label of a verse tells its kind where it can.
+    return kind == VerseKind::Verse || verseName(label) ? u"verse"_s : u"part"_s;
 }
 
 QString chordProVerse(const SongVerse& verse) {
-    const QString section = sectionOf(verse.kind);
     QString label = cleanField(verse.label);
     if (label.isEmpty() && verse.kind != VerseKind::Verse) label = labelOfName(verse.name);
+    const QString section = sectionOf(verse.kind, label);
     if (!verse.language.isEmpty()) label += u" (%1)"_s.arg(verse.language);
     QString text = directiveLine(u"start_of_"_s + section, label);
     if (text.isEmpty()) text = u"{start_of_%1}\n"_s.arg(section);

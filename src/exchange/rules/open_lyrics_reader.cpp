@@ -44,50 +44,44 @@ public:
 
     void addComment(const QString& text) {
         const QString comment = cleanField(text);
-        if (comment.isEmpty()) return;
-        m_pending += {int(m_text.size()), comment, true};
+        if (!comment.isEmpty()) m_chords += {int(m_text.size()), comment, true};
     }
 
     void endLine() {
         // A tab would move the chords behind it.
-        QString text = m_text.replace(u'\t', u' ');
-        text = cleanLine(text);
-        takeComments(text);
+        const QString text = cleanLine(m_text.replace(u'\t', u' '));
+        QList<SongChord> chords;
+        for (const SongChord& chord : m_chords) {
+            // A comment inside of the words is one to the players at its place.
+            const bool isChord = isBracketChord(chord.name);
+            if (!chord.annotation || (!text.isEmpty() && (chord.column > 0 || isChord)))
+                chords += {chord.column, chord.name, chord.annotation && !isChord};
+            else
+                addCommentLine(chord.name);
+        }
         Song scratch;
         SongBuilder builder(scratch);
-        builder.addLine(text, m_chords, m_part);
+        builder.addLine(text, chords, m_part);
         for (const SongVerse& verse : scratch.verses) m_lines += verse.lines;
         m_text.clear();
         m_chords.clear();
     }
 
 private:
-    // A comment before the words or without any is a line of its own, one inside a word to the
-    // players at its place.
-    void takeComments(const QString& text) {
-        for (const SongChord& comment : m_pending) {
-            const bool inside = !text.isEmpty() && comment.column > 0;
-            if (inside || (isBracketChord(comment.name) && !text.isEmpty())) {
-                m_chords += {comment.column, comment.name, !isBracketChord(comment.name)};
-                continue;
-            }
-            const QList<SongChord> chords = chordsOfLine(comment.name);
-            if (chords.size() > 1)
-                m_lines += {SongLine::Kind::Lyrics, {}, chords, m_part};
-            else
-                m_lines += {SongLine::Kind::Comment, comment.name, {}, m_part};
-        }
-        std::stable_sort(
-            m_chords.begin(), m_chords.end(),
-            [](const SongChord& a, const SongChord& b) { return a.column < b.column; });
-        m_pending.clear();
+    // A comment before the words or without any.
+    void addCommentLine(const QString& comment) {
+        const QList<SongChord> chords = chordsOfLine(comment);
+        if (chords.size() > 1)
+            m_lines += {SongLine::Kind::Lyrics, {}, chords, m_part};
+        else
+            m_lines += {SongLine::Kind::Comment, comment, {}, m_part};
     }
 
     QList<SongLine>& m_lines;
     QString m_part;
     QString m_text;
+    // In their order, comments among them as annotations.
     QList<SongChord> m_chords;
-    QList<SongChord> m_pending;
 };
 
 class OpenLyricsReader {
@@ -164,6 +158,10 @@ private:
     void takeComment(const QString& comment) {
         if (comment.startsWith("Capo: "_L1))
             m_song.capo = comment.mid(6);
+        else if (comment.startsWith("Key: "_L1) && m_song.key.isEmpty())
+            m_song.key = comment.mid(5);
+        else if (comment.startsWith("Time: "_L1) && m_song.time.isEmpty())
+            m_song.time = comment.mid(6);
         else
             m_song.comments += comment;
     }
@@ -195,6 +193,8 @@ private:
             else if (m_xml.token() == QXmlStreamReader::Characters)
                 readLooseText(verse);
         }
+        // A verse that the damage of the file cut off before its first line.
+        if (verse.lines.isEmpty() && !m_xml.problem().isEmpty()) return;
         m_song.verses += verse;
     }
 

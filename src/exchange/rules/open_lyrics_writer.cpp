@@ -3,6 +3,7 @@
 #include "exchange/rules/verse_names.h"
 #include "exchange/rules/writer.h"
 
+#include <QHash>
 #include <QRegularExpression>
 #include <QSet>
 #include <QXmlStreamWriter>
@@ -11,13 +12,41 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// The name of a verse as the form takes it: one word of small letters and digits.
-QString formalName(const SongVerse& verse) {
-    QString name;
-    for (const QChar c : verse.name.toLower())
-        name += (c >= u'a' && c <= u'z') || (c >= u'0' && c <= u'9') ? c : QChar(u'_');
-    if (name.isEmpty()) name = letterOf(verse.kind) + u"1"_s;
-    return name;
+// Whether a verse holds nothing but chords.
+bool isInstrumental(const SongVerse& verse) {
+    for (const SongLine& line : verse.lines) {
+        if (line.kind == SongLine::Kind::Comment || !line.text.isEmpty()) return false;
+        for (const SongChord& chord : line.chords)
+            if (chord.annotation || !chordParts(chord.name)) return false;
+    }
+    return !verse.lines.isEmpty();
+}
+
+// The form has names for solos and middles without words only.
+bool isFormalName(const QString& name, bool instrumental) {
+    static const QRegularExpression verse(u"^(?:v[1-9]\\d?|[ipcboe](?:[1-9]\\d?)?)[a-z]?$"_s);
+    static const QRegularExpression instrument(u"^[ismoe](?:[1-9]\\d?)?[a-z]?$"_s);
+    return (instrumental ? instrument : verse).match(name).hasMatch();
+}
+
+// The names of the verses as the form takes them, by those of the song.
+QHash<QString, QString> formalNames(const Song& song) {
+    QHash<QString, QString> names;
+    QSet<QString> taken;
+    for (const SongVerse& verse : song.verses)
+        if (isFormalName(verse.name, false) || isFormalName(verse.name, true)) taken += verse.name;
+    int number = 0;
+    for (const SongVerse& verse : song.verses) {
+        if (names.contains(verse.name)) continue;
+        QString name = verse.name;
+        const bool instrument = verse.kind == VerseKind::Solo || verse.kind == VerseKind::Middle;
+        if (!isFormalName(name, instrument && isInstrumental(verse))) {
+            do name = u'o' + QString::number(++number);
+            while (taken.contains(name));
+        }
+        names.insert(verse.name, name);
+    }
+    return names;
 }
 
 QString asciiAccidentals(QString text) {
@@ -27,7 +56,10 @@ QString asciiAccidentals(QString text) {
 class OpenLyricsWriter {
 public:
     explicit OpenLyricsWriter(const Song& song)
-        : m_song(song), m_german(usesGermanChords(song)), m_xml(&m_bytes) {}
+        : m_song(song),
+          m_german(usesGermanChords(song)),
+          m_names(formalNames(song)),
+          m_xml(&m_bytes) {}
 
     QByteArray write() {
         m_xml.writeStartDocument();
@@ -99,12 +131,19 @@ private:
         element(u"copyright"_s, m_song.copyright);
         if (m_song.ccli.toULongLong() > 0) element(u"ccliNo"_s, m_song.ccli);
         writeTempo();
-        element(u"key"_s, m_song.key);
-        element(u"timeSignature"_s, m_song.time);
+        static const QRegularExpression key(u"^[A-G][#bx]?m?$"_s);
+        static const QRegularExpression time(u"^[1-9]\\d?/(?:1|2|4|8|16|32|64)$"_s);
+        const bool hasKey = key.match(m_song.key).hasMatch();
+        const bool hasTime = time.match(m_song.time).hasMatch();
+        if (hasKey) element(u"key"_s, m_song.key);
+        if (hasTime) element(u"timeSignature"_s, m_song.time);
         writeOrder();
         writeSongbooks();
         list(u"themes"_s, u"theme"_s, m_song.themes);
         QStringList comments = m_song.comments;
+        // What the form has no place for.
+        if (!hasTime && !m_song.time.isEmpty()) comments.prepend(u"Time: "_s + m_song.time);
+        if (!hasKey && !m_song.key.isEmpty()) comments.prepend(u"Key: "_s + m_song.key);
         if (!m_song.capo.isEmpty()) comments.prepend(u"Capo: "_s + m_song.capo);
         list(u"comments"_s, u"comment"_s, comments);
         end();
@@ -117,9 +156,8 @@ private:
             QList<std::pair<QString, QString>> type;
             if (author.work == SongAuthor::Work::Words) type = {{u"type"_s, u"words"_s}};
             if (author.work == SongAuthor::Work::Music) type = {{u"type"_s, u"music"_s}};
-            // A translation names its language, which is not known: "und" says just that.
             if (author.work == SongAuthor::Work::Translation)
-                type = {{u"type"_s, u"translation"_s}, {u"lang"_s, u"und"_s}};
+                type = {{u"type"_s, u"translation"_s}};
             if (author.work == SongAuthor::Work::Arrangement)
                 type = {{u"type"_s, u"arrangement"_s}};
             element(u"author"_s, author.name, type);
@@ -137,9 +175,8 @@ private:
     void writeOrder() {
         QStringList names;
         for (const QString& entry : m_song.verseOrder) {
-            SongVerse called;
-            called.name = entry;
-            if (!entry.isEmpty()) names += formalName(called);
+            const QString name = m_names.value(entry);
+            if (!name.isEmpty()) names += name;
         }
         element(u"verseOrder"_s, names.join(u' '));
     }
@@ -160,9 +197,11 @@ private:
     }
 
     void writeVerse(const SongVerse& verse) {
-        start(u"verse"_s);
-        m_xml.writeAttribute(u"name"_s, formalName(verse));
-        writeLanguage(verse.language);
+        const QString name = m_names.value(verse.name, u"v1"_s);
+        const bool instrument = name.startsWith(u's') || name.startsWith(u'm');
+        start(instrument ? u"instrument"_s : u"verse"_s);
+        m_xml.writeAttribute(u"name"_s, name);
+        if (!instrument) writeLanguage(verse.language);
         for (qsizetype i = 0; i < verse.lines.size() || i == 0;) {
             const QString part =
                 i < verse.lines.size() ? cleanField(verse.lines[i].part) : QString();
@@ -227,6 +266,7 @@ private:
 
     const Song& m_song;
     bool m_german;
+    QHash<QString, QString> m_names;
     QByteArray m_bytes;
     QXmlStreamWriter m_xml;
     int m_depth = 0;

@@ -115,7 +115,9 @@ public:
     void read() {
         const QSet<QString> columns = m_database.columns(u"songs"_s);
         if (!columns.contains(u"title"_s) || !columns.contains(u"lyrics"_s)) {
-            m_content.reason = u"The database holds no songs."_s;
+            const bool sound =
+                m_database.rows(u"SELECT name FROM sqlite_master"_s, [](sqlite3_stmt*) {});
+            m_content.reason = sound ? u"The database holds no songs."_s : m_database.problem();
             return;
         }
         QStringList wanted = {u"id"_s};
