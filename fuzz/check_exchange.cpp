@@ -75,19 +75,26 @@ QStringList wordsOf(const QList<Song>& songs) {
     return words;
 }
 
+// The first line that differs.
+QString difference(const QStringList& one, const QStringList& other) {
+    for (qsizetype i = 0; i < std::max(one.size(), other.size()); ++i)
+        if (one.value(i) != other.value(i) || i >= one.size() || i >= other.size())
+            return QStringLiteral("line %1 was\n%2\nand is\n%3")
+                .arg(QString::number(i + 1), one.value(i), other.value(i));
+    return {};
+}
+
 QString writtenFault(const Song& song) {
     if (song.verses.isEmpty()) return {};
     const QStringList words = wordsOf({song});
     ExchangeContent chordPro, openLyrics;
     readChordPro(decodedText(writeChordPro({song})), chordPro);
     if (wordsOf(chordPro.songs) != words)
-        return QStringLiteral("other words in ChordPro:\n%1\n%2")
-            .arg(words.join(u'\n'), wordsOf(chordPro.songs).join(u'\n'));
+        return QStringLiteral("in ChordPro, ") + difference(words, wordsOf(chordPro.songs));
     readOpenLyrics(decodedText(writeOpenLyrics(song)), openLyrics);
     if (!openLyrics.reason.isEmpty()) return openLyrics.reason;
     if (wordsOf(openLyrics.songs) != words)
-        return QStringLiteral("other words in OpenLyrics:\n%1\n%2")
-            .arg(words.join(u'\n'), wordsOf(openLyrics.songs).join(u'\n'));
+        return QStringLiteral("in OpenLyrics, ") + difference(words, wordsOf(openLyrics.songs));
     return {};
 }
 

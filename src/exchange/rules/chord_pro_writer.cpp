@@ -49,9 +49,11 @@ QString chordProLine(const SongLine& line) {
     // What would be a directive, a remark, a label or a line of chords is marked by its first
     // letter.
     const QString trimmed = text.trimmed();
-    if (line.chords.isEmpty() && !trimmed.isEmpty() &&
-        (trimmed[0] == u'{' || trimmed[0] == u'#' || verseName(trimmed) ||
-         !chordsOfLine(trimmed).isEmpty())) {
+    const bool mark = trimmed.startsWith(u'{') || trimmed.startsWith(u'#');
+    const bool label = line.chords.isEmpty()
+                           ? verseName(trimmed) || !chordsOfLine(trimmed).isEmpty()
+                           : trimmed.left(trimmed.indexOf(u'[')).contains(u':');
+    if (!trimmed.isEmpty() && (mark || label)) {
         const qsizetype first = text.indexOf(trimmed[0]);
         text.replace(first, 1, unicodeEscape(trimmed[0]));
     }

@@ -54,8 +54,8 @@ public:
         for (const SongChord& chord : m_chords) {
             // A comment inside of the words is one to the players at its place.
             const bool isChord = isBracketChord(chord.name);
-            if (!chord.annotation || (!text.isEmpty() && (chord.column > 0 || isChord)))
-                chords += {chord.column, chord.name, chord.annotation && !isChord};
+            if (!chord.annotation || isChord || (!text.isEmpty() && chord.column > 0))
+                chords += {chord.column, chord.name, false};
             else
                 addCommentLine(chord.name);
         }

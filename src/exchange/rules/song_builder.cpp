@@ -70,6 +70,7 @@ void SongBuilder::addLine(QString text, QList<SongChord> chords, const QString& 
     text.remove(0, std::min(blanks, text.size()));
     for (SongChord& chord : chords) {
         chord.column -= int(blanks);
+        chord.annotation = !isBracketChord(chord.name);
         // Never inside of one character of two units.
         if (chord.column > 0 && chord.column < text.size() && text[chord.column].isLowSurrogate())
             --chord.column;
