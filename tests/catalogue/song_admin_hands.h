@@ -2,6 +2,10 @@
 #pragma once
 
 #include "catalogue/frm_song_admin.h"
+#include "catalogue/rules/categories.h"
+#include "catalogue/rules/played_dates.h"
+#include "catalogue/rules/song_form.h"
+#include "catalogue/rules/song_list.h"
 #include "support/grid_hands.h"
 #include "support/world.h"
 
@@ -25,14 +29,19 @@ protected:
 
     // Shows the song with this title by a click on it in the list.
     void showSong(const QString& title) {
-        const int row = int(columnOf(window().fpSongList2, 2).indexOf(title)) + 1;
+        const int row =
+            int(columnOf(window().fpSongList2, SongListColumn::Title).indexOf(title)) + 1;
         QVERIFY2(row > 0, qPrintable(title + QStringLiteral(" is not in the list")));
-        clickCell(window().fpSongList2, 2, row);
+        clickCell(window().fpSongList2, SongListColumn::Title, row);
     }
 
-    void typeInSong(int row, const QString& text) { typeInCell(window().fpSMsong, 1, row, text); }
+    void typeInSong(int row, const QString& text) {
+        typeInCell(window().fpSMsong, SongFormColumn::Value, row, text);
+    }
 
-    static QString songValue(int row) { return window().fpSMsong->GetText(1, row); }
+    static QString songValue(int row) {
+        return window().fpSMsong->GetText(SongFormColumn::Value, row);
+    }
 };
 
 // Another program that holds the database file for itself while this lives.

@@ -22,32 +22,33 @@ private Q_SLOTS:
         world->sql("INSERT INTO songs (title, dakey, cat1) VALUES ('Song', 'G', 'Praise')");
         frmSongAdmin& w = open();
         showSong("Song");
-        clickCell(w.fpSMsong, 0, 4);
-        clickCell(w.fpSMsong, 1, 4, Qt::RightButton);
+        clickCell(w.fpSMsong, SongFormColumn::Label, SongRow::Key);
+        clickCell(w.fpSMsong, SongFormColumn::Value, SongRow::Key, Qt::RightButton);
         QVERIFY(w.mnuDel.isVisible());
         QCOMPARE(w.mnuDeleteDoIt.text(), QStringLiteral("Delete"));
         QVERIFY(pickMenuItem(w.mnuDel, w.mnuDeleteDoIt));
-        QCOMPARE(songValue(4), QString());
-        QCOMPARE(songValue(2), QStringLiteral("Song"));
-        QCOMPARE(songValue(5), QStringLiteral("Praise"));
+        QCOMPARE(songValue(SongRow::Key), QString());
+        QCOMPARE(songValue(SongRow::Title), QStringLiteral("Song"));
+        QCOMPARE(songValue(SongRow::Category1), QStringLiteral("Praise"));
     }
 
     void rightClickMenuActsOnTheRowAtTheMouse() {
         world->sql("INSERT INTO songs (title, dakey, cat1) VALUES ('Song', 'G', 'Praise')");
         frmSongAdmin& w = open();
         showSong("Song");
-        clickCell(w.fpSMsong, 1, 2);
-        clickCell(w.fpSMsong, 0, 5, Qt::RightButton);
+        clickCell(w.fpSMsong, SongFormColumn::Value, SongRow::Title);
+        clickCell(w.fpSMsong, SongFormColumn::Label, SongRow::Category1, Qt::RightButton);
         QVERIFY(pickMenuItem(w.mnuDel, w.mnuDeleteDoIt));
-        QCOMPARE(songValue(2), QStringLiteral("Song"));
-        QCOMPARE(songValue(4), QStringLiteral("G"));
-        QCOMPARE(songValue(5), QString());
-        QCOMPARE(w.fpSMsong->GetText(0, 5), QStringLiteral("Category 1"));
+        QCOMPARE(songValue(SongRow::Title), QStringLiteral("Song"));
+        QCOMPARE(songValue(SongRow::Key), QStringLiteral("G"));
+        QCOMPARE(songValue(SongRow::Category1), QString());
+        QCOMPARE(w.fpSMsong->GetText(SongFormColumn::Label, SongRow::Category1),
+                 QStringLiteral("Category 1"));
     }
 
     void leftClickBringsUpNoMenu() {
         frmSongAdmin& w = open();
-        clickCell(w.fpSMsong, 1, 4);
+        clickCell(w.fpSMsong, SongFormColumn::Value, SongRow::Key);
         QVERIFY(!w.mnuDel.isVisible());
     }
 
@@ -63,8 +64,8 @@ private Q_SLOTS:
         world->main().CommonDlg.DialogTitle = "Save Set";
         world->main().CommonDlg.FileName = "x.set";
         world->answers.file(chart);
-        clickButtonOfCell(w.fpSMsong, 1, 10);
-        QCOMPARE(songValue(10), QDir::toNativeSeparators(chart));
+        clickButtonOfCell(w.fpSMsong, SongFormColumn::Value, SongRow::SheetMusic);
+        QCOMPARE(songValue(SongRow::SheetMusic), QDir::toNativeSeparators(chart));
         const auto& seen = world->answers.fileDialogs().front();
         QVERIFY(!seen.saves);
         QCOMPARE(seen.proposed, QString());
@@ -81,8 +82,8 @@ private Q_SLOTS:
         file.close();
         world->main().CommonDlg.InitDir = world->folder();
         world->answers.file(sound);
-        clickButtonOfCell(w.fpSMsong, 1, 13);
-        QCOMPARE(songValue(13), QDir::toNativeSeparators(sound));
+        clickButtonOfCell(w.fpSMsong, SongFormColumn::Value, SongRow::SoundFile);
+        QCOMPARE(songValue(SongRow::SoundFile), QDir::toNativeSeparators(sound));
         QCOMPARE(world->main().CommonDlg.InitDir, world->folder());
     }
 
@@ -92,12 +93,12 @@ private Q_SLOTS:
             "('Song', 'Praise', '/a.stp', '/a.mp3')");
         frmSongAdmin& w = open();
         showSong("Song");
-        const QStringList before = columnOf(w.fpSMsong, 1);
-        for (const int row : {10, 13}) {
+        const QStringList before = columnOf(w.fpSMsong, SongFormColumn::Value);
+        for (const int row : {SongRow::SheetMusic, SongRow::SoundFile}) {
             world->answers.cancelFile();
-            clickButtonOfCell(w.fpSMsong, 1, row);
+            clickButtonOfCell(w.fpSMsong, SongFormColumn::Value, row);
         }
-        QCOMPARE(columnOf(w.fpSMsong, 1), before);
+        QCOMPARE(columnOf(w.fpSMsong, SongFormColumn::Value), before);
         QCOMPARE(world->endStatus, -1);
     }
 };

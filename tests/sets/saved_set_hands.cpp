@@ -46,18 +46,18 @@ void SavedSetTest::makeSet(const QString& relative, const QString& date,
                            const QStringList& titles) {
     SheetGrid set;
     setUpSet(set);
-    set.SetText(2, 1, date);
-    for (int i = 0; i < titles.size(); ++i) set.SetText(2, i + 2, titles[i]);
+    set.SetText(SetColumn::Title, SetRow::Date, date);
+    for (int i = 0; i < titles.size(); ++i) set.SetText(SetColumn::Title, i + 2, titles[i]);
     write(set, world->path(relative));
 }
 
 void SavedSetTest::makeGreenSet(const QString& relative, const QString& date, int rows,
                                 const QString& title) {
     SheetGrid set;
-    set.MaxCols(2);
+    set.MaxCols(SetColumn::Title);
     set.MaxRows(rows);
-    set.SetText(2, 1, date);
-    set.SetText(2, rows, title);
+    set.SetText(SetColumn::Title, SetRow::Date, date);
+    set.SetText(SetColumn::Title, rows, title);
     paint(set, rows);
     write(set, world->path(relative));
 }

@@ -3,6 +3,7 @@
 
 #include "sets/frm_set_list.h"
 #include "sets/rules/set_grid.h"
+#include "sets/rules/song_picker.h"
 #include "support/grid_hands.h"
 #include "support/printed.h"
 #include "support/registry.h"

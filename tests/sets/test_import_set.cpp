@@ -86,7 +86,7 @@ private Q_SLOTS:
         QCOMPARE(world->statements, recordStatements("11/22/26", {"Alpha", "Beta"}));
         QCOMPARE(savedSets(), QStringList{"a.set"});
         QCOMPARE(bytesOf("saved sets/a.set"), bytesOf("other/a.set"));
-        QCOMPARE(w.fpSet->GetText(2, 3), QStringLiteral("Beta"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 3), QStringLiteral("Beta"));
     }
 
     void plainDateOfAFileBecomesADateCell() {
@@ -94,13 +94,13 @@ private Q_SLOTS:
         makeGreenSet("other/plain.set", "11/22/26", 2, "Alpha");
         SheetGrid file;
         QVERIFY(file.LoadFromFile(world->path("other/plain.set")));
-        QVERIFY(file.formatAt(1, 2, 1).kind != CellKind::Date);
+        QVERIFY(file.formatAt(1, SetColumn::Title, SetRow::Date).kind != CellKind::Date);
         frmImportSet& w = openOther();
         select(w, {"plain.set"});
         done();
         click(w.cmdPrintPast);
-        QCOMPARE(w.fpSet->formatAt(1, 2, 1).kind, CellKind::Date);
-        QCOMPARE(w.fpSet->GetText(2, 1), QStringLiteral("11/22/26"));
+        QCOMPARE(w.fpSet->formatAt(1, SetColumn::Title, SetRow::Date).kind, CellKind::Date);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, SetRow::Date), QStringLiteral("11/22/26"));
         QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
     }
 
@@ -315,7 +315,7 @@ private Q_SLOTS:
         makeSet("other/a.set", "11/22/26", {"Alpha"});
         SheetGrid set;
         QVERIFY(set.LoadFromFile(world->path("other/a.set")));
-        set.SetText(1, 2, QString(QLatin1Char('x')).repeated(200000));
+        set.SetText(SetColumn::Label, 2, QString(QLatin1Char('x')).repeated(200000));
         QVERIFY(set.SaveToFile(world->path("other/a.set"), false));
         const QByteArray before = bytesOf("saved sets/a.set");
         frmImportSet& w = openOther();

@@ -1,5 +1,4 @@
 // Saving a set, the played record, loading a set.
-#include "sets/rules/set_grid.h"
 #include "sets/saved_set_test.h"
 
 #include <QFile>
@@ -40,9 +39,9 @@ private Q_SLOTS:
         QVERIFY(dialog.saves);
         SheetGrid read;
         QVERIFY(read.LoadFromFile(world->path("saved sets/Set For 11_22_26.set")));
-        QCOMPARE(read.GetText(2, 1), QStringLiteral("11/22/26"));
-        QCOMPARE(read.GetText(2, 3), QStringLiteral("Beta"));
-        QCOMPARE(w.fpSet->GetText(2, 3), QStringLiteral("Beta"));
+        QCOMPARE(read.GetText(SetColumn::Title, SetRow::Date), QStringLiteral("11/22/26"));
+        QCOMPARE(read.GetText(SetColumn::Title, 3), QStringLiteral("Beta"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 3), QStringLiteral("Beta"));
     }
 
     void setWithoutADateIsRefused() {
@@ -82,8 +81,8 @@ private Q_SLOTS:
         frmSetList& w = openWith("11/22/26", {"Holy, Holy, Holy", "Holy"});
         save(w, QMessageBox::Yes, "a.set");
         QCOMPARE(record(), QStringList{"Holy, Holy, Holy|11/22/26|1"});
-        w.fpSet->SetText(2, 2, QStringLiteral("Holy"));
-        w.fpSet->SetText(2, 3, QStringLiteral("Holy, Holy, Holy"));
+        w.fpSet->SetText(SetColumn::Title, 2, QStringLiteral("Holy"));
+        w.fpSet->SetText(SetColumn::Title, 3, QStringLiteral("Holy, Holy, Holy"));
         save(w, QMessageBox::Yes, "b.set");
         QCOMPARE(record(), (QStringList{"Holy|11/22/26|2", "Holy, Holy, Holy|11/22/26|1"}));
     }
@@ -138,18 +137,18 @@ private Q_SLOTS:
         addSong({.title = "Alpha"});
         // A design whose date cell is a plain one.
         SheetGrid design;
-        design.MaxCols(2);
+        design.MaxCols(SetColumn::Title);
         design.MaxRows(25);
         const QString path = makeDefaultDesign({});
         QVERIFY(design.SaveToFile(path, false));
         frmSetList& w = openWith("11/22/2026", {"Alpha"});
-        QCOMPARE(w.fpSet->GetText(2, 1), QStringLiteral("11/22/2026"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, SetRow::Date), QStringLiteral("11/22/2026"));
         save(w, QMessageBox::Yes, "long.set");
         QCOMPARE(world->answers.fileDialogs().back().proposed, QString());
         QCOMPARE(record(), QStringList{"Alpha|11/22/2026|1"});
         QVERIFY(QFile::exists(world->path("saved sets/long.set")));
         // Seven characters give a name too.
-        typeInCell(w.fpSet, 2, 1, "1/05/03");
+        typeInCell(w.fpSet, SetColumn::Title, SetRow::Date, "1/05/03");
         save(w, QMessageBox::No, "short.set");
         QCOMPARE(world->answers.fileDialogs().back().proposed, QStringLiteral("Set For 1_05_03"));
     }
@@ -160,12 +159,12 @@ private Q_SLOTS:
         frmSetList& w = open();
         click(w.Command9);
         fill(w, "11/22/26", {"Alpha"});
-        w.fpSet->SetText(2, 26, QStringLiteral("Beta"));
+        w.fpSet->SetText(SetColumn::Title, 26, QStringLiteral("Beta"));
         save(w, QMessageBox::Yes, "a.set");
         QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
         SheetGrid read;
         QVERIFY(read.LoadFromFile(world->path("saved sets/a.set")));
-        QCOMPARE(read.GetText(2, 26), QStringLiteral("Beta"));
+        QCOMPARE(read.GetText(SetColumn::Title, 26), QStringLiteral("Beta"));
         QCOMPARE(read.MaxRows(), 50);
     }
 
@@ -233,7 +232,7 @@ private Q_SLOTS:
         QCOMPARE(world->rows("SELECT title FROM played_on ORDER BY ID"), titles);
         SheetGrid read;
         QVERIFY(read.LoadFromFile(world->path(QString::fromUtf8("saved sets/주일.set"))));
-        QCOMPARE(read.GetText(2, 4), titles[2]);
+        QCOMPARE(read.GetText(SetColumn::Title, 4), titles[2]);
     }
 
     void fullDiskLeavesTheOldFileWhole() {
@@ -244,8 +243,8 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QByteArray before = file.readAll();
         file.close();
-        w.fpSet->SetText(2, 2, QString(QLatin1Char('x')).repeated(200000));
-        w.fpSet->SetText(2, 3, QStringLiteral("Alpha"));
+        w.fpSet->SetText(SetColumn::Title, 2, QString(QLatin1Char('x')).repeated(200000));
+        w.fpSet->SetText(SetColumn::Title, 3, QStringLiteral("Alpha"));
         world->answers.question(Question, QMessageBox::No);
         world->answers.file(world->path("saved sets/a.set"));
         world->answers.custom("overwrite question", [](QWidget* box) {
@@ -272,19 +271,19 @@ private Q_SLOTS:
         QCOMPARE(world->answers.fileDialogs().back().folder, world->path("saved sets"));
         QVERIFY(world->statements.isEmpty());
         QCOMPARE(w.fpSet->MaxRows(), 40);
-        QCOMPARE(w.fpSet->GetText(2, 40), QStringLiteral("Last"));
-        QCOMPARE(w.fpSet->formatAt(1, 2, 40).backColor, SheetMusicGreen);
-        QCOMPARE(w.fpSet->formatAt(1, 2, 1).kind, CellKind::Date);
-        QCOMPARE(w.fpSet->ColWidth(1), 22.63);
-        QCOMPARE(w.fpSet->ColWidth(2), 32.88);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 40), QStringLiteral("Last"));
+        QCOMPARE(w.fpSet->formatAt(1, SetColumn::Title, 40).backColor, SheetMusicGreen);
+        QCOMPARE(w.fpSet->formatAt(1, SetColumn::Title, SetRow::Date).kind, CellKind::Date);
+        QCOMPARE(w.fpSet->ColWidth(SetColumn::Label), 22.63);
+        QCOMPARE(w.fpSet->ColWidth(SetColumn::Title), 32.88);
     }
 
     void cancelledLoadLeavesTheSet() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         world->answers.cancelFile();
         click(w.Command13);
-        QCOMPARE(w.fpSet->GetText(2, 2), QStringLiteral("Alpha"));
-        QCOMPARE(w.fpSet->ColWidth(1), 19.25);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
+        QCOMPARE(w.fpSet->ColWidth(SetColumn::Label), 19.25);
     }
 
     void damagedSetLeavesTheGridAsItWas() {
@@ -295,7 +294,7 @@ private Q_SLOTS:
         file.close();
         world->answers.file(file.fileName());
         click(w.Command13);
-        QCOMPARE(w.fpSet->GetText(2, 2), QStringLiteral("Alpha"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
     }
 
     void movedProgramFolderStillFindsItsSetsAndDesigns() {
@@ -307,7 +306,7 @@ private Q_SLOTS:
         world->answers.file(QStringLiteral("a.set"));
         click(moved.Command13);
         QCOMPARE(world->answers.fileDialogs().back().folder, world->path("saved sets"));
-        QCOMPARE(moved.fpSet->GetText(2, 2), QStringLiteral("Alpha"));
+        QCOMPARE(moved.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
         // A song's chart goes on naming the old place.
         QCOMPARE(world->rows("SELECT fileLoco FROM songs"),
                  QStringList{"/old/place/sheetmusic/Alpha.stp"});
@@ -320,10 +319,10 @@ private Q_SLOTS:
         pick(w.cmbCat1, "Praise");
         fill(w, "11/22/26", {"Alpha"});
         save(w, QMessageBox::Yes, "a.set");
-        QCOMPARE(w.fpSongList1->GetText(5, 1), QString());
+        QCOMPARE(w.fpSongList1->GetText(PickerColumn::LastPlayed, 1), QString());
         w.optPlayList[0]->click();
         settle();
-        QCOMPARE(w.fpSongList1->GetText(5, 1), QStringLiteral("11/22/26"));
+        QCOMPARE(w.fpSongList1->GetText(PickerColumn::LastPlayed, 1), QStringLiteral("11/22/26"));
     }
 };
 

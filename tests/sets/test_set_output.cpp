@@ -39,8 +39,8 @@ private Q_SLOTS:
         frmSetList& w = openWith("11/22/26", {"Alpha", "Beta"});
         setUpSetWidths(*w.fpSet);
         paint(*w.fpSet, 3);
-        w.fpSongList1->SetActiveCell(2, 1);
-        w.fpSet->SetActiveCell(2, 3);
+        w.fpSongList1->SetActiveCell(PickerColumn::Title, 1);
+        w.fpSet->SetActiveCell(SetColumn::Title, 3);
         const QString pdf = printedBy(w.Command3);
         const QStringList pages = printedPages(pdf);
         QCOMPARE(pages.size(), 1);
@@ -70,7 +70,7 @@ private Q_SLOTS:
         makeDefaultDesign({"Call to worship", "Offering"});
         frmSetList& w = openWith("10/05/03", {"Title of a song"});
         paint(*w.fpSet, 2);
-        w.fpSet->SetActiveCell(2, 3);
+        w.fpSet->SetActiveCell(SetColumn::Title, 3);
         world->answers.file(world->path("saved sets/Set For 10_05_03"));
         click(w.cmdExportText);
         const auto& dialog = world->answers.fileDialogs().back();
@@ -108,13 +108,13 @@ private Q_SLOTS:
     void dateOfTenCharactersExportsUnderNoProposedName() {
         // A design whose date cell is a plain one.
         SheetGrid design;
-        design.MaxCols(2);
+        design.MaxCols(SetColumn::Title);
         design.MaxRows(25);
         QVERIFY(design.SaveToFile(makeDefaultDesign({}), false));
         frmSetList& w = openWith("11/22/2026", {"Alpha"});
         QCOMPARE(exported(w, "long.txt"), QByteArray("   11/22/2026\r\n   Alpha\r\n"));
         QCOMPARE(world->answers.fileDialogs().back().proposed, QString());
-        typeInCell(w.fpSet, 2, 1, "1/05/03");
+        typeInCell(w.fpSet, SetColumn::Title, SetRow::Date, "1/05/03");
         exported(w, "short.txt");
         QCOMPARE(world->answers.fileDialogs().back().proposed, QStringLiteral("Set For 1_05_03"));
     }
@@ -150,7 +150,7 @@ private Q_SLOTS:
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         world->answers.cancelFile();
         click(w.cmdExportText);
-        QCOMPARE(w.fpSet->GetText(2, 2), QStringLiteral("Alpha"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
         QVERIFY(QDir(world->path("saved sets")).entryList({"*.txt"}).isEmpty());
     }
 
@@ -215,7 +215,7 @@ private Q_SLOTS:
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         click(w.cmdEmailSet);
         QVERIFY(mailed().contains(QStringLiteral("Alpha")));
-        w.fpSet->SetText(2, 2, QStringLiteral("Omega"));
+        w.fpSet->SetText(SetColumn::Title, 2, QStringLiteral("Omega"));
         click(w.cmdEmailSet);
         QVERIFY(mailed().contains(QStringLiteral("Omega")));
         QVERIFY(!mailed().contains(QStringLiteral("Alpha")));
@@ -228,14 +228,14 @@ private Q_SLOTS:
         click(w.cmdEmailSet);
         QVERIFY(!frmEmail::isLoaded());
         QCOMPARE(world->endStatus, -1);
-        QCOMPARE(w.fpSet->GetText(2, 2), QStringLiteral("Alpha"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
     }
 
     void longSetIsPrintedWholeOverSeveralPages() {
         frmSetList& w = openWith("11/22/26", {});
         w.fpSet->MaxRows(300);
         for (int row = 2; row <= 300; ++row)
-            w.fpSet->SetText(2, row, QStringLiteral("Song %1").arg(row));
+            w.fpSet->SetText(SetColumn::Title, row, QStringLiteral("Song %1").arg(row));
         const QStringList pages = printedPages(printedBy(w.Command3));
         QVERIFY(pages.size() > 3);
         const QString text = pages.join(QString()).simplified() + QLatin1Char(' ');

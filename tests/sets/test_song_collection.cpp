@@ -71,8 +71,8 @@ private Q_SLOTS:
         frmSetList& w = open();
         w.txtSearch->setText(QStringLiteral("Alpha"));
         click(w.cmdSearchTitle);
-        clickCell(w.fpSongList1, 2, 1);
-        clickCell(w.fpSet, 2, 3);
+        clickCell(w.fpSongList1, PickerColumn::Title, 1);
+        clickCell(w.fpSet, SetColumn::Title, 3);
         world->statements.clear();
         frmSongCollection& c = collect(w);
         QCOMPARE(world->statements,
@@ -102,7 +102,7 @@ private Q_SLOTS:
         for (const char* title : {"Alpha", "Beta", "Gamma"}) addSongWithChart(title);
         frmSetList& w = openWith("11/22/26", {"Gamma", "Beta", "Alpha", "Gamma"});
         w.fpSet->MaxRows(60);
-        w.fpSet->SetText(2, 60, QStringLiteral("Beta"));
+        w.fpSet->SetText(SetColumn::Title, 60, QStringLiteral("Beta"));
         paint(*w.fpSet, 2);
         paint(*w.fpSet, 4, RGB(255, 0, 0));  // any colour but white
         paint(*w.fpSet, 5, RGB(254, 255, 255));
@@ -122,7 +122,7 @@ private Q_SLOTS:
         addSongWithChart("Beta");
         addSong({.title = "Bare"});
         frmSetList& w = openGreen({"Alpha", "Beta"});
-        typeInCell(w.fpSet, 2, 3, "Bare");
+        typeInCell(w.fpSet, SetColumn::Title, 3, "Bare");
         frmSongCollection& c = collect(w);
         QCOMPARE(c.lblHidFile->text(), world->path("sheetmusic/Alpha.stp") + "||");
         // Without a file of its own the song before it comes once more.
@@ -173,7 +173,7 @@ private Q_SLOTS:
         QCOMPARE(c.lblSngList->text(), once + once);
         // A further collection replaces what is handed over and not what is listed.
         addSongWithChart("Beta");
-        w.fpSet->SetText(2, 2, QStringLiteral("Beta"));
+        w.fpSet->SetText(SetColumn::Title, 2, QStringLiteral("Beta"));
         bringForward(w);
         collect(w);
         QCOMPARE(c.lblHidFile->text(), world->path("sheetmusic/Beta.stp") + QLatin1Char('|'));
@@ -296,7 +296,7 @@ private Q_SLOTS:
         world->answers.file(QStringLiteral("a.set"));
         click(moved.Command13);
         // The set is found by its folder, its chart not: that goes on naming the old place.
-        QCOMPARE(moved.fpSet->GetText(2, 2), QStringLiteral("Alpha"));
+        QCOMPARE(moved.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
         QVERIFY(QFile::exists(world->path("sheetmusic/Alpha.stp")));
         frmSongCollection& c = collect(moved);
         QCOMPARE(c.lblHidFile->text(), oldPath + QLatin1Char('|'));
@@ -355,7 +355,7 @@ private Q_SLOTS:
         QVERIFY(mail.cmdAddNote->isVisible());
         addSongWithChart("Beta");
         frmSetList& w = frmSetList::instance();
-        w.fpSet->SetText(2, 3, QStringLiteral("Beta"));
+        w.fpSet->SetText(SetColumn::Title, 3, QStringLiteral("Beta"));
         paint(*w.fpSet, 3);
         bringForward(w);
         click(collect(w).Command1);

@@ -1,5 +1,4 @@
 // Finding songs in the set window.
-#include "sets/rules/set_grid.h"
 #include "sets/set_list_test.h"
 
 #include <QFile>
@@ -23,7 +22,7 @@ QString datesOf(const QString& id) {
 }
 
 bool hasPicture(SheetView* grid, int row) {
-    grid->Col(6);
+    grid->Col(PickerColumn::Sound);
     grid->Row(row);
     return !grid->Picture().isEmpty();
 }
@@ -50,7 +49,7 @@ private Q_SLOTS:
             QVERIFY(box->currentText().isEmpty());
         }
         QCOMPARE(w.fpSongList1->MaxRows(), 0);
-        w.fpSongList1->Col(1);
+        w.fpSongList1->Col(PickerColumn::ID);
         QVERIFY(w.fpSongList1->ColHidden());
         QVERIFY(w.optPlayList[0]->isChecked());
     }
@@ -64,11 +63,11 @@ private Q_SLOTS:
         frmSetList& w = open();
         pick(w.cmbCat1, "Praise");
         QCOMPARE(world->statements, (QStringList{oneCategory("Praise"), datesOf(a), datesOf(b)}));
-        QCOMPARE(columnOf(w.fpSongList1, 1), (QStringList{a, b}));
-        QCOMPARE(columnOf(w.fpSongList1, 2), (QStringList{"Abide", "Bread"}));
-        QCOMPARE(columnOf(w.fpSongList1, 3), (QStringList{"", "A"}));
-        QCOMPARE(columnOf(w.fpSongList1, 4), (QStringList{"Eb", "G"}));
-        QCOMPARE(columnOf(w.fpSongList1, 5), (QStringList{"", "10/06/24"}));
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::ID), (QStringList{a, b}));
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), (QStringList{"Abide", "Bread"}));
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Artist), (QStringList{"", "A"}));
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Key), (QStringList{"Eb", "G"}));
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::LastPlayed), (QStringList{"", "10/06/24"}));
     }
 
     void songsAreFoundThatHaveBothCategoriesInAnyOfTheirSlots() {
@@ -86,7 +85,7 @@ private Q_SLOTS:
                      "= 'Praise') OR (cat4 = 'Praise') OR (cat5 = 'Praise')) AND ((cat1 = "
                      "'Advent') or (cat2 = 'Advent') OR (cat3 = 'Advent') OR (cat4 = 'Advent') OR "
                      "(cat5 = 'Advent')) ORDER BY title; [1]"));
-        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Both"});
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"Both"});
     }
 
     void secondCategoryLikeTheFirstGivesTheSameSongs() {
@@ -95,9 +94,9 @@ private Q_SLOTS:
         addSong({.title = "One", .cat1 = "Praise"});
         frmSetList& w = open();
         pick(w.cmbCat1, "Praise");
-        const QStringList alone = columnOf(w.fpSongList1, 2);
+        const QStringList alone = columnOf(w.fpSongList1, PickerColumn::Title);
         pick(w.cmbCat2, "Praise");
-        QCOMPARE(columnOf(w.fpSongList1, 2), alone);
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), alone);
         QCOMPARE(alone, (QStringList{"Both", "One"}));
     }
 
@@ -109,7 +108,7 @@ private Q_SLOTS:
         frmSetList& w = open();
         type(w.cmbCat2, "Hymns");
         pick(w.cmbCat1, "Praise");
-        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Hymn"});
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"Hymn"});
         QVERIFY(!hasPicture(w.fpSongList1, 1));
     }
 
@@ -119,10 +118,10 @@ private Q_SLOTS:
         addSong({.title = "New Song", .cat1 = "Praise"});
         frmSetList& w = open();
         pick(w.cmbCat1, "Praise");
-        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"New Song"});
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"New Song"});
         QTest::keyClicks(w.txtSearch, "old hymn");
         QTest::keyClick(w.txtSearch, Qt::Key_Return);
-        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Old Hymn"});
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"Old Hymn"});
     }
 
     void onlyTheExactWordHymnsHides() {
@@ -130,7 +129,7 @@ private Q_SLOTS:
         addSong({.title = "Shout", .cat1 = "Praise", .cat2 = "HYMNS"});
         frmSetList& w = open();
         pick(w.cmbCat1, "Praise");
-        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Shout"});
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"Shout"});
     }
 
     void pictureMarksASongWithASoundFile() {
@@ -152,10 +151,10 @@ private Q_SLOTS:
         QFile::remove(world->path("config/sound.jpg"));
         frmSetList& w = open();
         pick(w.cmbCat1, "Prayer");
-        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"D"});
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"D"});
         world->answers.runTimeError(53);
         pick(w.cmbCat1, "Praise");
-        QCOMPARE(columnOf(w.fpSongList1, 2), (QStringList{"A", "B"}));
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), (QStringList{"A", "B"}));
         QCOMPARE(world->endStatus, -1);
     }
 
@@ -175,10 +174,10 @@ private Q_SLOTS:
         w.optPlayList[1]->click();
         settle();
         QCOMPARE(world->statements.value(0), oneCategory("Praise"));
-        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Past"});
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"Past"});
         w.optPlayList[0]->click();
         settle();
-        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Now"});
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"Now"});
     }
 
     void emptyFirstCategoryIsToldAndTheListStays() {
@@ -189,7 +188,7 @@ private Q_SLOTS:
         world->answers.box(NoCategory);
         w.optPlayList[1]->click();
         settle();
-        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"A"});
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"A"});
     }
 
     void bothSearchesShowADifferentLastPlayed() {
@@ -198,11 +197,11 @@ private Q_SLOTS:
         addPlayed(id, {"12/25/01", "06/01/03"});
         frmSetList& w = open();
         pick(w.cmbCat1, "Praise");
-        QCOMPARE(columnOf(w.fpSongList1, 5), QStringList{"12/25/01"});
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::LastPlayed), QStringList{"12/25/01"});
         world->statements.clear();
         QTest::keyClicks(w.txtSearch, "song");
         click(w.cmdSearchTitle);
-        QCOMPARE(columnOf(w.fpSongList1, 5), QStringList{"06/01/03"});
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::LastPlayed), QStringList{"06/01/03"});
         QCOMPARE(world->statements,
                  (QStringList{"SELECT * FROM SONGS [1]",
                               "SELECT played_date FROM played_on WHERE songID = " + id +
@@ -222,8 +221,8 @@ private Q_SLOTS:
         QString expected;
         for (int i = 29; i >= 0; --i) expected += dates[i] + QLatin1Char('\r');
         world->answers.box(expected, QMessageBox::NoIcon, "Played Date History");
-        clickCell(w.fpSongList1, 5, 1);
-        QCOMPARE(selectedSongRow, 1);
+        clickCell(w.fpSongList1, PickerColumn::LastPlayed, 1);
+        QCOMPARE(w.selectedSongRow, 1);
     }
 
     void singleDateShowsNoBox() {
@@ -231,8 +230,8 @@ private Q_SLOTS:
         addPlayed(addSong({.title = "Song", .cat1 = "Praise"}), {"03/01/20"});
         frmSetList& w = open();
         pick(w.cmbCat1, "Praise");
-        clickCell(w.fpSongList1, 5, 1);
-        QCOMPARE(selectedSongRow, 1);
+        clickCell(w.fpSongList1, PickerColumn::LastPlayed, 1);
+        QCOMPARE(w.selectedSongRow, 1);
     }
 
     void headClickSortsAscendingFirstAndFlips() {
@@ -242,14 +241,14 @@ private Q_SLOTS:
         addSong({.title = "C", .cat1 = "Praise"});
         frmSetList& w = open();
         pick(w.cmbCat1, "Praise");
-        clickCell(w.fpSongList1, 2, 0);
-        QCOMPARE(columnOf(w.fpSongList1, 2), (QStringList{"A", "B", "C"}));
-        clickCell(w.fpSongList1, 2, 0);
-        QCOMPARE(columnOf(w.fpSongList1, 2), (QStringList{"C", "B", "A"}));
+        clickCell(w.fpSongList1, PickerColumn::Title, 0);
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), (QStringList{"A", "B", "C"}));
+        clickCell(w.fpSongList1, PickerColumn::Title, 0);
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), (QStringList{"C", "B", "A"}));
         // The order is remembered across columns; dates sort as dates, the empty one last.
-        clickCell(w.fpSongList1, 5, 0);
-        QCOMPARE(columnOf(w.fpSongList1, 2), (QStringList{"B", "A", "C"}));
-        QCOMPARE(selectedSongRow, 0);
+        clickCell(w.fpSongList1, PickerColumn::LastPlayed, 0);
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), (QStringList{"B", "A", "C"}));
+        QCOMPARE(w.selectedSongRow, 0);
     }
 
     void titleSearchWithoutATextDoesNothing() {
@@ -265,7 +264,7 @@ private Q_SLOTS:
         click(w.cmdSearchTitle);
         w.txtSearch->setText("zzz");
         click(w.cmdSearchTitle);
-        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Alpha"});
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"Alpha"});
     }
 
     void titleSearchLeavesTheDateAndPictureOfTheOldFirstRow() {
@@ -277,8 +276,8 @@ private Q_SLOTS:
         pick(w.cmbCat1, "Praise");
         QTest::keyClicks(w.txtSearch, "quiet");
         click(w.cmdSearchTitle);
-        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Quiet"});
-        QCOMPARE(columnOf(w.fpSongList1, 5), QStringList{"10/05/25"});
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"Quiet"});
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::LastPlayed), QStringList{"10/05/25"});
         QVERIFY(hasPicture(w.fpSongList1, 1));
     }
 
@@ -290,13 +289,13 @@ private Q_SLOTS:
         pick(w.cmbCat1, "Praise");
         QTest::keyClicks(w.txtSearch, "odd");
         click(w.cmdSearchTitle);
-        QCOMPARE(columnOf(w.fpSongList1, 5), QStringList{"Easter 2004"});
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::LastPlayed), QStringList{"Easter 2004"});
     }
 
     void headClickOnAnEmptyListStillSorts() {
         frmSetList& w = open();
-        clickCell(w.fpSongList1, 2, 0);
-        QCOMPARE(w.fpSongList1->SortKey(1), 2);
+        clickCell(w.fpSongList1, PickerColumn::Title, 0);
+        QCOMPARE(w.fpSongList1->SortKey(1), int(PickerColumn::Title));
         QCOMPARE(w.fpSongList1->SortKeyOrder(1), SortOrder::Ascending);
         QCOMPARE(w.fpSongList1->MaxRows(), 0);
     }
@@ -309,7 +308,7 @@ private Q_SLOTS:
         QTest::keyClicks(w.txtSearch, "a t");
         world->answers.runTimeError(3705);
         click(w.cmdSearchTitle);
-        QCOMPARE(columnOf(w.fpSongList1, 2), (QStringList{"A two", "A three"}));
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), (QStringList{"A two", "A three"}));
         QCOMPARE(world->endStatus, -1);
         QVERIFY(w.isVisible());
     }
@@ -325,11 +324,12 @@ private Q_SLOTS:
         QCOMPARE(w.fpSongList1->MaxRows(), 1);
         w.txtSearch->setText(QString::fromUtf8("하나님"));
         click(w.cmdSearchTitle);
-        QCOMPARE(w.fpSongList1->GetText(2, 1), QString::fromUtf8("주 하나님 지으신"));
+        QCOMPARE(w.fpSongList1->GetText(PickerColumn::Title, 1),
+                 QString::fromUtf8("주 하나님 지으신"));
         w.txtSearch->setText(QString::fromUtf8("CRE\xCC\x81"));
         click(w.cmdSearchTitle);
-        QCOMPARE(w.fpSongList1->GetText(2, 1), QString::fromUtf8("Cre\xCC\x81"
-                                                                 "ateur"));
+        QCOMPARE(w.fpSongList1->GetText(PickerColumn::Title, 1), QString::fromUtf8("Cre\xCC\x81"
+                                                                                   "ateur"));
     }
 
     void songMovesToThePastPlaylistAndTheListIsMadeAnew() {
@@ -339,16 +339,16 @@ private Q_SLOTS:
         frmSetList& w = open();
         pick(w.cmbCat1, "Praise");
         world->statements.clear();
-        clickCell(w.fpSongList1, 2, 2, Qt::RightButton);
+        clickCell(w.fpSongList1, PickerColumn::Title, 2, Qt::RightButton);
         QCOMPARE(w.mnuPastPlaylist.text(), QStringLiteral("Move To Past Playlist"));
         QVERIFY(pickMenuItem(w.mnuPlaylistPast, w.mnuPastPlaylist));
         QCOMPARE(world->statements.value(0),
                  "UPDATE songs SET playlist = 'Past' WHERE ID = " + id + " [3]");
-        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Keep"});
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"Keep"});
         w.optPlayList[1]->click();
         settle();
-        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Leave"});
-        clickCell(w.fpSongList1, 2, 1, Qt::RightButton);
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"Leave"});
+        clickCell(w.fpSongList1, PickerColumn::Title, 1, Qt::RightButton);
         QCOMPARE(w.mnuCurrentPlaylist.text(), QStringLiteral("Move To Current Playlist"));
         QVERIFY(pickMenuItem(w.mnuPlaylistCurrent, w.mnuCurrentPlaylist));
         QCOMPARE(w.fpSongList1->MaxRows(), 0);
@@ -360,7 +360,7 @@ private Q_SLOTS:
         QTest::keyClicks(w.txtSearch, "leave");
         click(w.cmdSearchTitle);
         world->answers.box(NoCategory);
-        clickCell(w.fpSongList1, 2, 1, Qt::RightButton);
+        clickCell(w.fpSongList1, PickerColumn::Title, 1, Qt::RightButton);
         QVERIFY(pickMenuItem(w.mnuPlaylistPast, w.mnuPastPlaylist));
         QCOMPARE(world->rows("SELECT playlist FROM songs"), QStringList{"Past"});
         QCOMPARE(w.fpSongList1->MaxRows(), 1);
@@ -382,7 +382,7 @@ private Q_SLOTS:
         frmSetList& w = open();
         world->answers.runTimeError(13);
         pick(w.cmbCat1, "Praise");
-        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"A"});
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"A"});
     }
 
     void manyThousandSongsAreListed() {
@@ -394,7 +394,7 @@ private Q_SLOTS:
         frmSetList& w = open();
         pick(w.cmbCat1, "Praise");
         QCOMPARE(w.fpSongList1->MaxRows(), 5000);
-        QCOMPARE(w.fpSongList1->GetText(2, 5000), QStringLiteral("Song 100000"));
+        QCOMPARE(w.fpSongList1->GetText(PickerColumn::Title, 5000), QStringLiteral("Song 100000"));
     }
 };
 

@@ -1,6 +1,5 @@
 // Hearing a song while picking.
 #include "platform/theme/theme.h"
-#include "sets/rules/set_grid.h"
 #include "sets/set_list_test.h"
 #include "support/sound_file.h"
 #include "trees.h"
@@ -32,7 +31,7 @@ class TestSoundPlayer : public SetListTest {
         addSong({.title = "Abide", .cat1 = "Praise", .soundFile = sound("a.wav")});
         addSong({.title = "Bread", .cat1 = "Praise", .soundFile = sound("b.wav")});
         frmSetList& w = listed();
-        clickCell(w.fpSongList1, 6, 1);
+        clickCell(w.fpSongList1, PickerColumn::Sound, 1);
         w.activateWindow();
         settle();
         return w;
@@ -46,11 +45,11 @@ private Q_SLOTS:
     void songWithoutASoundFileHasNoPictureAndAClickOpensNothing() {
         addSong({.title = "Mute", .cat1 = "Praise"});
         frmSetList& w = listed();
-        QVERIFY(w.fpSongList1->pictureAt(1, 6, 1).isEmpty());
-        clickCell(w.fpSongList1, 6, 1);
+        QVERIFY(w.fpSongList1->pictureAt(1, PickerColumn::Sound, 1).isEmpty());
+        clickCell(w.fpSongList1, PickerColumn::Sound, 1);
         QVERIFY(!w.picPlayer->isVisible());
         QVERIFY(world->statements.isEmpty());
-        QCOMPARE(selectedSongRow, 1);
+        QCOMPARE(w.selectedSongRow, 1);
     }
 
     void pressingTwoButtonsShowsBothLooksAndBothGoAtTheSameTick() {
@@ -76,7 +75,7 @@ private Q_SLOTS:
             {.title = "Große & <b>Ehre</b>", .cat1 = "Praise", .soundFile = sound("a.wav")});
         frmSetList& w = listed();
         QVERIFY(!w.picPlayer->isVisible());
-        clickCell(w.fpSongList1, 6, 1);
+        clickCell(w.fpSongList1, PickerColumn::Sound, 1);
         QCOMPARE(
             world->statements,
             QStringList{QStringLiteral("Select soundFile FROM songs WHERE ID = %1 [1]").arg(id)});
@@ -89,14 +88,16 @@ private Q_SLOTS:
         QCOMPARE(w.mm.state(), State::Held);
         QCOMPARE(w.mm.position(), 0.0);
         // The click has marked the song for the set all the same.
-        QCOMPARE(selectedSongRow, 1);
+        QCOMPARE(w.selectedSongRow, 1);
     }
 
     void otherCellsOfTheRowOpenNoPlayer() {
         addSong({.title = "Loud", .cat1 = "Praise", .soundFile = sound("a.wav")});
         frmSetList& w = listed();
-        for (const int col : {2, 3, 4, 5}) clickCell(w.fpSongList1, col, 1);
-        clickCell(w.fpSongList1, 6, 0);
+        for (const int col : {PickerColumn::Title, PickerColumn::Artist, PickerColumn::Key,
+                              PickerColumn::LastPlayed})
+            clickCell(w.fpSongList1, col, 1);
+        clickCell(w.fpSongList1, PickerColumn::Sound, 0);
         QVERIFY(!w.picPlayer->isVisible());
     }
 
@@ -128,7 +129,7 @@ private Q_SLOTS:
         frmSetList& w = playing();
         click(w.imgPlay);
         QTRY_VERIFY(w.mm.position() > 0.2);
-        clickCell(w.fpSongList1, 6, 2);
+        clickCell(w.fpSongList1, PickerColumn::Sound, 2);
         QCOMPARE(w.lblPlayTitle->text(), QStringLiteral("Bread"));
         QCOMPARE(w.mm.FileName, world->path("b.wav"));
         QTRY_COMPARE(w.mm.position(), 0.0);
@@ -144,7 +145,7 @@ private Q_SLOTS:
         QVERIFY(!w.picPlayer->isVisible());
         QTRY_COMPARE(w.mm.state(), State::Closed);
         QVERIFY(w.fpSongList1->hasFocus());
-        clickCell(w.fpSongList1, 6, 2);
+        clickCell(w.fpSongList1, PickerColumn::Sound, 2);
         QVERIFY(w.picPlayer->isVisible());
         QCOMPARE(w.lblPlayTitle->text(), QStringLiteral("Bread"));
     }
@@ -163,7 +164,7 @@ private Q_SLOTS:
         }
         addSong({.title = "Bad", .cat1 = "Praise", .soundFile = world->path("bad.wav")});
         frmSetList& w = listed();
-        clickCell(w.fpSongList1, 6, 1);
+        clickCell(w.fpSongList1, PickerColumn::Sound, 1);
         QVERIFY(w.picPlayer->isVisible());
         for (QToolButton* button : {w.imgPlay, w.imgPause, w.imgS}) click(button);
         QTest::qWait(200);
@@ -179,8 +180,8 @@ private Q_SLOTS:
         frmSetList& w = listed();
         w.txtSearch->setText("quiet");
         click(w.cmdSearchTitle);
-        QCOMPARE(columnOf(w.fpSongList1, 2), QStringList{"Quiet"});
-        clickCell(w.fpSongList1, 6, 1);
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"Quiet"});
+        clickCell(w.fpSongList1, PickerColumn::Sound, 1);
         QVERIFY(w.picPlayer->isVisible());
         QCOMPARE(w.lblPlayTitle->text(), QStringLiteral("Quiet"));
         QCOMPARE(w.mm.FileName, QString());
@@ -193,10 +194,10 @@ private Q_SLOTS:
         frmSetList& w = listed();
         world->sql("DELETE FROM songs");
         world->answers.runTimeError(3021);
-        clickCell(w.fpSongList1, 6, 1);
+        clickCell(w.fpSongList1, PickerColumn::Sound, 1);
         QVERIFY(!w.picPlayer->isVisible());
         QCOMPARE(world->endStatus, -1);
-        QCOMPARE(selectedSongRow, 0);
+        QCOMPARE(w.selectedSongRow, 0);
     }
 
     void soundGoesOnWhenTheWindowIsLeftAndEndsWhenItOpensAgain() {
@@ -229,7 +230,7 @@ private Q_SLOTS:
         w.activateWindow();
         settle();
         w.fpSongList1->setFocus();
-        w.fpSongList1->SetActiveCell(2, 1);
+        w.fpSongList1->SetActiveCell(PickerColumn::Title, 1);
         for (int i = 0; i < 4; ++i) QTest::keyClick(w.fpSongList1, Qt::Key_Right);
         QTest::keyClick(w.fpSongList1, Qt::Key_Return);
         QVERIFY(w.picPlayer->isVisible());
@@ -255,7 +256,7 @@ private Q_SLOTS:
                  .soundFile = sound("a.wav")});
         frmSetList& w = listed();
         const int width = w.fpSongList1->width();
-        clickCell(w.fpSongList1, 6, 1);
+        clickCell(w.fpSongList1, PickerColumn::Sound, 1);
         settle();
         QCOMPARE(w.fpSongList1->width(), width);
         QVERIFY(w.picPlayer->width() <= width);
