@@ -35,7 +35,7 @@ void frmImportSet::cmdPrintPast_Click() {
 }
 
 void frmImportSet::importOneSet(const QString& fileName) {
-    // Deliberate: behaviour 74. There is no blank before the name.
+    // Deliberate: behaviour 73. There is no blank before the name.
     const QString theFile = QStringLiteral("The file") + fileName;
     const QString date = dateOfSet(*fpSet);
     if (date.isEmpty()) {

@@ -83,6 +83,7 @@ void frmSetList::setUpGrids() {
     fpSet->setFillColumn(SheetView::AllColumns);
 }
 
+// Deliberate: behaviour 65. The set of the window closed before is gone.
 void frmSetList::load() {
     takeFocusOff();
     forgetRows();

@@ -38,7 +38,7 @@ public:
     QMenu mnuDel;
     QAction mnuDeleteFPSet, mnuAddRow, mnuDeleteRow;
 
-    // Plays the song in the player's panel. Deliberate: behaviour 79. It goes on playing when the
+    // Plays the song in the player's panel. Deliberate: behaviour 74. It goes on playing when the
     // window is closed.
     Media& mm = soundDevice();
     QTimer playerTimer;

@@ -128,6 +128,7 @@ private Q_SLOTS:
         QCOMPARE(w.lblID->text(), QString());
     }
 
+    // Deliberate: behaviour 40.
     void changedDescriptionAloneRunsTheCascadeToo() {
         world->sql(
             "INSERT INTO categories (ID, name) VALUES (1, 'Praise');"
@@ -178,6 +179,7 @@ private Q_SLOTS:
         QTest::newRow("hymns") << "hymns";
         QTest::newRow("Hymns") << "Hymns";
     }
+    // Deliberate: behaviour 39.
     void hymnsIsReservedInTwoSpellings() {
         QFETCH(QString, name);
         frmSongAdmin& w = openPanel();
@@ -190,6 +192,7 @@ private Q_SLOTS:
         QCOMPARE(world->rows("SELECT * FROM categories"), QStringList());
     }
 
+    // Deliberate: behaviour 39.
     void hymnsInCapitalsIsAccepted() {
         openPanel();
         store("HYMNS");
@@ -206,6 +209,7 @@ private Q_SLOTS:
         QVERIFY(world->statements.isEmpty());
     }
 
+    // Deliberate: behaviour 41.
     void deletingLeavesTheNameInTheSongs() {
         world->sql(
             "INSERT INTO categories (ID, name) VALUES (1, 'Praise'), (2, 'Lent');"
@@ -334,6 +338,7 @@ private Q_SLOTS:
                  QStringList{"|||"});
     }
 
+    // Deliberate: behaviour 42.
     void songWithFourCategoriesRefusesAFifthFromTheList() {
         world->sql(
             "INSERT INTO categories (name) VALUES ('Praise');"
@@ -412,6 +417,7 @@ private Q_SLOTS:
         QCOMPARE(world->rows("SELECT * FROM categories"), QStringList());
     }
 
+    // Deliberate: behaviour 40.
     void renamingThatFailsHalfWayKeepsWhatWasDone() {
         world->sql(
             "INSERT INTO categories (ID, name) VALUES (1, 'Men''s');"

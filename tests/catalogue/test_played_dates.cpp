@@ -37,6 +37,7 @@ class TestPlayedDates : public SongAdminTest {
     }
 
 private Q_SLOTS:
+    // Deliberate: behaviour 38.
     void datesStandInTheTablesOrder() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
@@ -55,6 +56,7 @@ private Q_SLOTS:
         QCOMPARE(columnOf(w.fpdp, PlayedDateColumn::ID), QStringList{""});
     }
 
+    // Deliberate: behaviour 35.
     void updateWithoutAChangeStoresTheSameDatesAnew() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
@@ -104,6 +106,7 @@ private Q_SLOTS:
                                        "Song|11/15/26", "Song|11/22/26"}));
     }
 
+    // Deliberate: behaviour 35.
     void newTitleGoesIntoAllDates() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
@@ -113,6 +116,7 @@ private Q_SLOTS:
                                        "Singers Song|06/12/04"}));
     }
 
+    // Deliberate: behaviours 33 and 37.
     void newSongWithDatesOnViewStopsAtTheConversionAndCostsNoDate() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
@@ -131,6 +135,7 @@ private Q_SLOTS:
                  (QStringList{"11|12/31/05", "12|01/01/06", "15|06/12/04"}));
     }
 
+    // Deliberate: behaviours 33 and 37.
     void datesStayOnViewAfterAnUpdateToo() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
@@ -161,6 +166,7 @@ private Q_SLOTS:
         QTest::newRow("before the grid's dates") << "12/31/85";
         QTest::newRow("Korean") << QString::fromUtf8("2005년 6월 12일");
     }
+    // Deliberate: behaviour 36.
     void dateOfAnotherFormIsStoredAsTyped() {
         QFETCH(QString, date);
         world->sql(ThreeDates);

@@ -261,6 +261,7 @@ private Q_SLOTS:
         QCOMPARE(songValue(SongRow::Category1), QStringLiteral("Praise"));
     }
 
+    // Deliberate: behaviour 30.
     void artistIsShownAndNeverStored() {
         world->sql("INSERT INTO songs (title, artist, cat1) VALUES ('Song', 'Old', 'Praise')");
         frmSongAdmin& w = open();
@@ -276,6 +277,7 @@ private Q_SLOTS:
                  (QStringList{"Song|Old", "Second|"}));
     }
 
+    // Deliberate: behaviour 34.
     void titleWithOneApostropheIsStoredWithoutIt() {
         frmSongAdmin& w = open();
         typeInSong(SongRow::Title, "God's Grace");
@@ -292,6 +294,7 @@ private Q_SLOTS:
         QTest::newRow("two") << "God's People's Song";
         QTest::newRow("three") << "'Tis God's People's Song";
     }
+    // Deliberate: behaviour 34.
     void titleWithMoreApostrophesEndsTheProgram() {
         QFETCH(QString, title);
         frmSongAdmin& w = open();
@@ -303,6 +306,7 @@ private Q_SLOTS:
         QCOMPARE(world->rows("SELECT * FROM songs"), QStringList());
     }
 
+    // Deliberate: behaviour 34.
     void chartPathAndLicenceNumberLoseAllApostrophes() {
         frmSongAdmin& w = open();
         typeInSong(SongRow::Title, "Song");
@@ -321,6 +325,7 @@ private Q_SLOTS:
         QTest::newRow("playlist") << int(SongRow::Playlist);
         QTest::newRow("sound file") << int(SongRow::SoundFile);
     }
+    // Deliberate: behaviour 34.
     void apostropheInACategoryOrASoundFileEndsTheProgram() {
         QFETCH(int, row);
         frmSongAdmin& w = open();
@@ -354,6 +359,7 @@ private Q_SLOTS:
         QCOMPARE(world->rows("SELECT title FROM songs"), QStringList{title});
     }
 
+    // Deliberate: behaviour 31.
     void listStaysOldAfterAnUpdateUntilTheReload() {
         world->sql("INSERT INTO songs (title, cat1) VALUES ('Old', 'Praise')");
         frmSongAdmin& w = open();
@@ -375,6 +381,7 @@ private Q_SLOTS:
         QCOMPARE(w.lblStat->text(), QStringLiteral("2 Songs In The Database"));
     }
 
+    // Deliberate: behaviour 32.
     void deletingASongLeavesItsDates() {
         world->sql(
             "INSERT INTO songs (title) VALUES ('Keep'), ('Lose');"

@@ -74,6 +74,7 @@ private Q_SLOTS:
         QVERIFY(world->main().CommonDlg.CancelError);
     }
 
+    // Deliberate: behaviour 43.
     void soundFileIsChosen() {
         frmSongAdmin& w = open();
         const QString sound = world->path("song.mp3");

@@ -104,6 +104,7 @@ private Q_SLOTS:
         QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
     }
 
+    // Deliberate: behaviour 73.
     void fileWithoutADateIsToldCopiedAndTheBatchIsDone() {
         addSong({.title = "Alpha"});
         makeSet("other/undated.set", "", {"Alpha"});
@@ -129,6 +130,7 @@ private Q_SLOTS:
         QCOMPARE(savedSets(), QStringList{"b.set"});
     }
 
+    // Deliberate: behaviour 73.
     void fileWithoutAKnownTitleIsToldAndCopied() {
         world->sql(
             "INSERT INTO played_on (title, played_date, songID) VALUES ('Old', '11/22/26', 7)");
@@ -156,6 +158,7 @@ private Q_SLOTS:
         click(w.cmdPrintPast);
     }
 
+    // Deliberate: behaviour 66.
     void twentyFourthTitleIsARangeErrorBeforeAnythingIsWritten() {
         makeSet("other/long.set", "11/22/26", addSongs(24));
         frmImportSet& w = openOther();
@@ -172,6 +175,7 @@ private Q_SLOTS:
         seeADriveThatIsGone([this] { return open().browser; });
     }
 
+    // Deliberate: behaviour 73.
     void severalSelectedMeanAsManyPassesOverTheFileClickedLast() {
         addSong({.title = "Alpha"});
         addSong({.title = "Beta"});
@@ -210,6 +214,7 @@ private Q_SLOTS:
         QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
     }
 
+    // Deliberate: behaviours 67, 69 and 70.
     void importReplacesTheRecordOfItsDateWholeAndNoOther() {
         addSong({.title = "Alpha"});
         world->sql(
@@ -272,6 +277,24 @@ private Q_SLOTS:
         done();
         click(w.cmdPrintPast);
         QCOMPARE(savedSets(), QStringList{"bad.set"});
+    }
+
+    // Deliberate: behaviour 64.
+    void damagedFileRecordsTheSetImportedBeforeAgain() {
+        addSong({.title = "Alpha"});
+        makeSet("other/a.set", "11/22/26", {"Alpha"});
+        makeSet("other/bad.set", "11/29/26", {"Alpha"});
+        QFile bad(world->path("other/bad.set"));
+        QVERIFY(bad.resize(bad.size() / 2));
+        frmImportSet& w = openOther();
+        for (const char* name : {"a.set", "bad.set"}) {
+            clickFile(w.File1, QString::fromLatin1(name));
+            done();
+            click(w.cmdPrintPast);
+        }
+        QCOMPARE(world->statements.filter("DELETE").size(), 2);
+        QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
+        QCOMPARE(savedSets(), (QStringList{"a.set", "bad.set"}));
     }
 
     void apostropheInATitleEndsTheCommandWithTheFileNotCopied() {

@@ -41,8 +41,13 @@ private Q_SLOTS:
         QVERIFY(world->statements.isEmpty());
         click(world->main().cmdPastSets);
         QCOMPARE(&frmPastSets::instance(), &w);
+        // The song clicked before is no longer placed.
+        picker.Show();
+        clickCell(picker.fpSet, SetColumn::Title, 5);
+        QCOMPARE(picker.fpSet->GetText(SetColumn::Title, 5), QString());
     }
 
+    // Deliberate: behaviour 75.
     void missingFolderOfSavedSetsEndsTheLoadInSilence() {
         QVERIFY(QDir(world->path("saved sets")).removeRecursively());
         frmPastSets& w = open();
@@ -114,6 +119,7 @@ private Q_SLOTS:
         seeADriveThatIsGone([this] { return open().browser; });
     }
 
+    // Deliberate: behaviour 64.
     void damagedSetLeavesTheOneOnView() {
         makeSet("saved sets/a.set", "10/05/03", {"Alpha"});
         QFile bad(world->path("saved sets/bad.set"));
@@ -180,6 +186,7 @@ private Q_SLOTS:
         QVERIFY(world->statements.filter("played_on").isEmpty());
     }
 
+    // Deliberate: behaviour 75.
     void setWithoutADateIsNotMailedAndNoWordIsSaid() {
         makeSet("saved sets/a.set", "", {"Alpha"});
         frmPastSets& w = open();

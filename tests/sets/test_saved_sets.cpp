@@ -74,6 +74,7 @@ private Q_SLOTS:
         QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
     }
 
+    // Deliberate: behaviour 67.
     void titleThatIsAPieceOfAnEarlierOneDropsOut() {
         addSong({.title = "Holy, Holy, Holy"});
         addSong({.title = "Holy"});
@@ -87,6 +88,7 @@ private Q_SLOTS:
         QCOMPARE(record(), (QStringList{"Holy|11/22/26|2", "Holy, Holy, Holy|11/22/26|1"}));
     }
 
+    // Deliberate: behaviour 70.
     void typedTitleIsRecordedUnderTheSongBeforeIt() {
         addSong({.title = "Alpha"});
         frmSetList& w = openWith("11/22/26", {"Prelude", "Alpha", "Reading"});
@@ -94,6 +96,7 @@ private Q_SLOTS:
         QCOMPARE(record(), (QStringList{"Alpha|11/22/26|1", "Reading|11/22/26|1"}));
     }
 
+    // Deliberate: behaviour 69.
     void newSetReplacesTheRecordOfItsDateWholeAndNoOther() {
         addSong({.title = "Alpha"});
         world->sql(
@@ -104,6 +107,7 @@ private Q_SLOTS:
         QCOMPARE(record(), (QStringList{"Kept|11/15/26|7", "Alpha|11/22/26|1"}));
     }
 
+    // Deliberate: behaviour 68.
     void setOfTwentyThreeRecordedTitlesAsksNothingAndIsSaved() {
         const QStringList titles = addSongs(23);
         for (int i = 1; i <= 23; ++i) addPlayed(QString::number(i), {"11/22/26"});
@@ -116,6 +120,7 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(world->path("saved sets/full.set")));
     }
 
+    // Deliberate: behaviour 68.
     void setOfTwentyTwoRecordedTitlesAsks() {
         const QStringList titles = addSongs(22);
         for (int i = 1; i <= 22; ++i) addPlayed(QString::number(i), {"11/22/26"});
@@ -123,6 +128,7 @@ private Q_SLOTS:
         save(w, QMessageBox::No, "a.set");
     }
 
+    // Deliberate: behaviour 66.
     void twentyFourthTitleEndsTheCommandBeforeAnythingIsWritten() {
         const QStringList titles = addSongs(24);
         frmSetList& w = openWith("11/22/26", titles);
@@ -153,6 +159,7 @@ private Q_SLOTS:
         QCOMPARE(world->answers.fileDialogs().back().proposed, QStringLiteral("Set For 1_05_03"));
     }
 
+    // Deliberate: behaviour 66.
     void rowsBeyondTwentyFiveAreSavedButNotRecorded() {
         addSong({.title = "Alpha"});
         addSong({.title = "Beta"});
@@ -176,6 +183,7 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(world->path("saved sets/a.set")));
     }
 
+    // Deliberate: behaviour 71.
     void cancelledDialogLeavesTheRecordInForce() {
         addSong({.title = "Alpha"});
         frmSetList& w = openWith("11/22/26", {"Alpha"});
@@ -235,6 +243,7 @@ private Q_SLOTS:
         QCOMPARE(read.GetText(SetColumn::Title, 4), titles[2]);
     }
 
+    // Deliberate: behaviour 71.
     void fullDiskLeavesTheOldFileWhole() {
         addSong({.title = "Alpha"});
         frmSetList& w = openWith("11/22/26", {"Alpha"});
@@ -286,6 +295,7 @@ private Q_SLOTS:
         QCOMPARE(w.fpSet->ColWidth(SetColumn::Label), 19.25);
     }
 
+    // Deliberate: behaviour 64.
     void damagedSetLeavesTheGridAsItWas() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         QFile file(world->path("saved sets/bad.set"));
@@ -312,6 +322,7 @@ private Q_SLOTS:
                  QStringList{"/old/place/sheetmusic/Alpha.stp"});
     }
 
+    // Deliberate: behaviour 72.
     void newDatesShowInTheNextSearchAndNotBefore() {
         addCategories({"Praise"});
         addSong({.title = "Alpha", .cat1 = "Praise"});

@@ -44,6 +44,7 @@ private Q_SLOTS:
         QCOMPARE(w.fpSet->GetText(SetColumn::Label, 3), QStringLiteral("Offering"));
     }
 
+    // Deliberate: behaviour 64.
     void missingOrDamagedDefaultDesignIsPassedOver() {
         const QString path = makeDefaultDesign({"Opening"});
         QFile file(path);
@@ -53,6 +54,7 @@ private Q_SLOTS:
         QCOMPARE(w.fpSet->GetText(SetColumn::Label, SetRow::Date), QStringLiteral("Set List For:"));
     }
 
+    // Deliberate: behaviour 59.
     void clickedSongIsPlacedByTheNextClickIntoTheSet() {
         frmSetList& w = openWithTwoSongs();
         const QString id = w.fpSongList1->GetText(PickerColumn::ID, 1);
@@ -78,6 +80,7 @@ private Q_SLOTS:
         QCOMPARE(colourOf(w, SetColumn::Title, 3), White);
     }
 
+    // Deliberate: behaviour 60.
     void placedSongReplacesATitleAndLeavesAGreenCellGreen() {
         frmSetList& w = openWithTwoSongs();
         clickCell(w.fpSongList1, PickerColumn::Title, 1);
@@ -88,6 +91,7 @@ private Q_SLOTS:
         QCOMPARE(colourOf(w, SetColumn::Title, 3), SheetMusicGreen);
     }
 
+    // Deliberate: behaviour 59.
     void clickOnAColumnHeadPutsTheTitleIntoTheHeadOfColumnTwo() {
         frmSetList& w = openWithTwoSongs();
         clickCell(w.fpSongList1, PickerColumn::Title, 2);
@@ -96,6 +100,7 @@ private Q_SLOTS:
         QCOMPARE(w.fpSet->MaxRows(), 25);
     }
 
+    // Deliberate: behaviour 59.
     void titlePlacedInTheDateCellLeavesTheDateThatStands() {
         frmSetList& w = openWithTwoSongs();
         typeInCell(w.fpSet, SetColumn::Title, SetRow::Date, "11/22/26");
@@ -129,6 +134,7 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, -1);
     }
 
+    // Deliberate: behaviour 61.
     void dateCellShowsTheSpecialMusicOfTheDate() {
         world->sql(
             "INSERT INTO special_music (song_name, play_date) VALUES "
@@ -183,6 +189,7 @@ private Q_SLOTS:
         QCOMPARE(a.readAll(), b.readAll());
     }
 
+    // Deliberate: behaviour 62.
     void rowsAreAddedAheadOfTheActiveOneAndDeleted() {
         makeDefaultDesign({"Opening", "Offering"});
         frmSetList& w = open();
@@ -211,6 +218,28 @@ private Q_SLOTS:
         QCOMPARE(w.fpSet->GetText(SetColumn::Label, 2), QStringLiteral("Opening"));
     }
 
+    void designThatCannotBeWrittenIsReported() {
+        frmSetList& w = open();
+        world->answers.file(QStringLiteral("/proc/Mine.sdl"));
+        world->answers.box("File did not save, try again or contact Lorvanite.",
+                           QMessageBox::Information);
+        pickDesign(w, w.mnuSaveDesign);
+        QVERIFY(world->answers.isEmpty());
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    // Deliberate: behaviour 61.
+    void specialMusicStaysUntilTheDateIsTyped() {
+        world->sql("INSERT INTO special_music (song_name, play_date) VALUES ('Duet', '11/22/26')");
+        frmSetList& w = open();
+        world->answers.box("Special Music Scheduled For This Date\r Duet",
+                           QMessageBox::Information);
+        typeInCell(w.fpSet, SetColumn::Title, SetRow::Date, "11/22/26");
+        click(w.Command9);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, SetRow::Date), QString());
+        QCOMPARE(w.lblSpecialMusic->text(), QStringLiteral("Special Music:  Duet"));
+    }
+
     void savingOverADesignAsksNothing() {
         makeDefaultDesign({"Opening"});
         frmSetList& w = open();
@@ -235,6 +264,7 @@ private Q_SLOTS:
         QVERIFY(world->statements.isEmpty());
     }
 
+    // Deliberate: behaviours 60 and 63.
     void clearedDesignKeepsTheDateRowAndTheGreen() {
         frmSetList& w = openWithTwoSongs();
         typeInCell(w.fpSet, SetColumn::Label, 4, "Opening");
@@ -270,6 +300,7 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, -1);
     }
 
+    // Deliberate: behaviour 63.
     void clearSetWithoutADesignEmptiesAllButMakesTheDateCellAgain() {
         frmSetList& w = openWithTwoSongs();
         clickCell(w.fpSongList1, PickerColumn::Title, 1);
@@ -289,6 +320,7 @@ private Q_SLOTS:
         QCOMPARE(w.clickedSetRow, 3);
     }
 
+    // Deliberate: behaviour 63.
     void clearSetBringsTheDefaultDesignBackWithAWhiteLeftColumn() {
         SheetGrid design;
         design.MaxCols(SetColumn::Title);
@@ -339,6 +371,7 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, -1);
     }
 
+    // Deliberate: behaviour 65.
     void reopenedWindowStartsOver() {
         frmSetList& w = open();
         typeInCell(w.fpSet, SetColumn::Title, 2, "Typed");

@@ -154,6 +154,7 @@ private Q_SLOTS:
         QVERIFY(QDir(world->path("saved sets")).entryList({"*.txt"}).isEmpty());
     }
 
+    // Deliberate: behaviour 71.
     void exportThatCannotBeWrittenEndsInSilence() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         world->answers.file(QStringLiteral("/proc/set.txt"));

@@ -98,6 +98,7 @@ private Q_SLOTS:
         QVERIFY(world->statements.isEmpty());
     }
 
+    // Deliberate: behaviour 76.
     void everyHighlightedRowIsCollectedInOrderAndTwiceWhereItStandsTwice() {
         for (const char* title : {"Alpha", "Beta", "Gamma"}) addSongWithChart(title);
         frmSetList& w = openWith("11/22/26", {"Gamma", "Beta", "Alpha", "Gamma"});
@@ -156,6 +157,7 @@ private Q_SLOTS:
         QCOMPARE(c.lblSngList->text(), QString::fromUtf8("Alpha.stp\nBeta.stp\n주님.stp\n\n"));
     }
 
+    // Deliberate: behaviour 78.
     void namesGrowByOneListingAtEachActivation() {
         frmSongCollection& c = collectCharts({"Alpha"});
         frmSetList& w = frmSetList::instance();
@@ -200,6 +202,7 @@ private Q_SLOTS:
         }
     }
 
+    // Deliberate: behaviour 79.
     void titlesAreJoinedOnTheFirstTwoPagesOnly() {
         frmSongCollection& c = collectCharts({"Alpha", "Beta", "Gamma"});
         printedBy(c.cmdPrint);
@@ -255,6 +258,7 @@ private Q_SLOTS:
         QCOMPARE(titlesOf(printedPages(pdf)), (QStringList{"Alpha", "Beta", title}));
     }
 
+    // Deliberate: behaviour 77.
     void chartThatDoesNotOpenIsTheFormerOneOnceMore() {
         addSongWithChart("Alpha");
         addSong({.title = "Gone", .fileLoco = world->path("sheetmusic/gone.stp")});
@@ -269,6 +273,7 @@ private Q_SLOTS:
                  (QStringList{"Alpha", "Alpha", "Beta", "Beta"}));
     }
 
+    // Deliberate: behaviour 77.
     void firstChartThatDoesNotOpenIsAnEmptyPage() {
         addSong({.title = "Gone", .fileLoco = world->path("sheetmusic/gone.stp")});
         addSongWithChart("Alpha");
@@ -276,6 +281,7 @@ private Q_SLOTS:
         QCOMPARE(titlesOf(printedPages(printedBy(c.cmdPrint))), (QStringList{"", "Alpha"}));
     }
 
+    // Deliberate: behaviour 77.
     void firstChartThatIsGoneAtASecondPrintIsTheLastOneOfTheFirst() {
         frmSongCollection& c = collectCharts({"Alpha", "Beta", "Gamma"});
         QCOMPARE(titlesOf(printedPages(printedBy(c.cmdPrint))),
@@ -348,6 +354,7 @@ private Q_SLOTS:
         QVERIFY(!html.contains(QStringLiteral("border-bottom")));
     }
 
+    // Deliberate: behaviour 78.
     void mailOfOneChartShowsTheNoteButtonAndOneOfSeveralLeavesIt() {
         frmSongCollection& c = collectCharts({"Alpha"});
         click(c.Command1);

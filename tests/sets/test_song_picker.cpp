@@ -70,6 +70,7 @@ private Q_SLOTS:
         QCOMPARE(columnOf(w.fpSongList1, PickerColumn::LastPlayed), (QStringList{"", "10/06/24"}));
     }
 
+    // Deliberate: behaviour 50.
     void songsAreFoundThatHaveBothCategoriesInAnyOfTheirSlots() {
         addCategories({"Praise", "Advent"});
         addSong({.title = "Both", .cat2 = "Advent", .cat5 = "Praise"});
@@ -88,6 +89,28 @@ private Q_SLOTS:
         QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"Both"});
     }
 
+    // Deliberate: behaviour 57.
+    void onlyTheModeListFillsTheCategoryBoxes() {
+        addCategories({"Praise"});
+        frmSetList& w = open();
+        w.loadCategoryCombos(QStringLiteral("manage"));
+        QCOMPARE(world->statements, QStringList{"SELECT name FROM categories [1]"});
+        QCOMPARE(w.cmbCat1->count() + w.cmbCat2->count(), 0);
+        w.loadCategoryCombos(QStringLiteral("list"));
+        QCOMPARE(w.cmbCat1->count(), 1);
+        QCOMPARE(w.cmbCat2->count(), 1);
+    }
+
+    // Deliberate: behaviour 54.
+    void titleSearchFindsSongsOfEveryPlaylistWithoutAPicture() {
+        addSong({.title = "Loud", .playlist = "Past", .soundFile = "/a.mp3"});
+        frmSetList& w = open();
+        QTest::keyClicks(w.txtSearch, "loud");
+        click(w.cmdSearchTitle);
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"Loud"});
+        QVERIFY(!hasPicture(w.fpSongList1, 1));
+    }
+
     void secondCategoryLikeTheFirstGivesTheSameSongs() {
         addCategories({"Praise", "Advent"});
         addSong({.title = "Both", .cat1 = "Advent", .cat2 = "Praise"});
@@ -100,6 +123,7 @@ private Q_SLOTS:
         QCOMPARE(alone, (QStringList{"Both", "One"}));
     }
 
+    // Deliberate: behaviour 53.
     void hymnsWithASecondCategoryListTheSongsOfBothAndNoPicture() {
         addCategories({"Praise"});
         addSong({.title = "Hymn", .cat1 = "Praise", .cat2 = "Hymns", .soundFile = "/a.mp3"});
@@ -112,6 +136,7 @@ private Q_SLOTS:
         QVERIFY(!hasPicture(w.fpSongList1, 1));
     }
 
+    // Deliberate: behaviour 52.
     void hymnIsAbsentFromItsOtherCategoryAndPresentByTitle() {
         addCategories({"Praise"});
         addSong({.title = "Old Hymn", .cat1 = "Praise", .cat4 = "Hymns"});
@@ -124,6 +149,7 @@ private Q_SLOTS:
         QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"Old Hymn"});
     }
 
+    // Deliberate: behaviour 52.
     void onlyTheExactWordHymnsHides() {
         addCategories({"Praise", "HYMNS"});
         addSong({.title = "Shout", .cat1 = "Praise", .cat2 = "HYMNS"});
@@ -158,6 +184,7 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, -1);
     }
 
+    // Deliberate: behaviour 50.
     void clearFollowedByARadioButtonSearchesWithTheFirstCategoryAlone() {
         addCategories({"Praise", "Advent"});
         addSong({.title = "Now", .cat1 = "Praise"});
@@ -191,6 +218,7 @@ private Q_SLOTS:
         QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"A"});
     }
 
+    // Deliberate: behaviour 51.
     void bothSearchesShowADifferentLastPlayed() {
         addCategories({"Praise"});
         const QString id = addSong({.title = "Song", .cat1 = "Praise"});
@@ -208,6 +236,7 @@ private Q_SLOTS:
                                   " ORDER BY played_date [1]"}));
     }
 
+    // Deliberate: behaviour 56.
     void listOfDatesShowsTheThirtySmallestWithTheGreatestOnTop() {
         addCategories({"Praise"});
         const QString id = addSong({.title = "Song", .cat1 = "Praise"});
@@ -225,6 +254,7 @@ private Q_SLOTS:
         QCOMPARE(w.selectedSongRow, 1);
     }
 
+    // Deliberate: behaviour 56.
     void singleDateShowsNoBox() {
         addCategories({"Praise"});
         addPlayed(addSong({.title = "Song", .cat1 = "Praise"}), {"03/01/20"});
@@ -257,6 +287,7 @@ private Q_SLOTS:
         QVERIFY(world->statements.isEmpty());
     }
 
+    // Deliberate: behaviour 54.
     void titleSearchThatFindsNothingChangesNothing() {
         addSong({.title = "Alpha"});
         frmSetList& w = open();
@@ -267,6 +298,7 @@ private Q_SLOTS:
         QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"Alpha"});
     }
 
+    // Deliberate: behaviour 54.
     void titleSearchLeavesTheDateAndPictureOfTheOldFirstRow() {
         addCategories({"Praise"});
         addPlayed(addSong({.title = "Loud", .cat1 = "Praise", .soundFile = "/a.mp3"}),
@@ -300,6 +332,7 @@ private Q_SLOTS:
         QCOMPARE(w.fpSongList1->MaxRows(), 0);
     }
 
+    // Deliberate: behaviour 55.
     void titleSearchStopsBehindAHitWithoutADate() {
         addPlayed(addSong({.title = "A one"}), {"10/05/25"});
         addSong({.title = "A two"});
@@ -354,6 +387,7 @@ private Q_SLOTS:
         QCOMPARE(w.fpSongList1->MaxRows(), 0);
     }
 
+    // Deliberate: behaviour 58.
     void moveAfterATitleSearchIsDoneAndItsRefreshStopsWithTheMessage() {
         addSong({.title = "Leave"});
         frmSetList& w = open();

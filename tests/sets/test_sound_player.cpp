@@ -155,6 +155,7 @@ private Q_SLOTS:
         QTest::newRow("missing") << QByteArray();
         QTest::newRow("broken") << QByteArray("no sound at all");
     }
+    // Deliberate: behaviour 74.
     void fileThatCannotBePlayedGivesASilentPanel() {
         QFETCH(QByteArray, content);
         if (!content.isEmpty()) {
@@ -200,6 +201,7 @@ private Q_SLOTS:
         QCOMPARE(w.selectedSongRow, 0);
     }
 
+    // Deliberate: behaviour 74.
     void soundGoesOnWhenTheWindowIsLeftAndEndsWhenItOpensAgain() {
         frmSetList& w = playing();
         click(w.imgPlay);

@@ -39,7 +39,7 @@ void offerSpareRow(SheetGrid& dates) {
         dates.MaxRows(last + 1);
 }
 
-// Deliberate: behaviours 35 and 37.
+// Deliberate: behaviours 35, 36 and 37.
 void storePlayedDates(const SheetGrid& dates, const QString& title, const QString& songID) {
     for (int row = 1; row <= dates.MaxRows(); ++row) {
         const QString dateID = dates.GetText(PlayedDateColumn::ID, row);

@@ -21,6 +21,7 @@ void setCellType(SheetGrid& form, int row, CellKind kind) {
     form.CellType(kind);
 }
 
+// Deliberate: behaviour 34.
 QString withoutFirstApostrophe(QString text) {
     const qsizetype at = text.indexOf(QLatin1Char('\''));
     return at < 0 ? text : text.remove(at, 1);
