@@ -1,4 +1,5 @@
 // The left half of the window: finding songs.
+#include "catalogue/rules/categories.h"
 #include "platform/desktop/message_box.h"
 #include "sets/frm_set_list.h"
 #include "sets/rules/song_picker.h"
@@ -6,7 +7,7 @@
 void frmSetList::loadCategoryCombos(const QString& mode) {
     cmbCat1->clear();
     cmbCat2->clear();
-    const QStringList names = pickerCategories();
+    const QStringList names = categoryNames();
     // Deliberate: behaviour 57. No other mode fills the boxes.
     if (mode == QLatin1String("list")) {
         cmbCat1->addItems(names);

@@ -1,4 +1,4 @@
-// Categories: the panel that defines them, the list that gives one to a song.
+// Categories: the panel that defines them, and the list that gives one to a song.
 #include "catalogue/song_admin_hands.h"
 #include "support/registry.h"
 
@@ -21,7 +21,7 @@ QStringList cascade(const QString& name, const QString& oldName) {
 class TestCategories : public SongAdminTest {
     Q_OBJECT
 
-    // The window with the panel open and the log empty.
+    // Opens the window and the panel, and clears the statement log.
     frmSongAdmin& openPanel() {
         frmSongAdmin& w = open();
         click(w.cmdDefineCat);
@@ -41,7 +41,7 @@ class TestCategories : public SongAdminTest {
         click(window().cmdAddCat);
     }
 
-    // Gives a category to a song through the list that a right click brings up.
+    // Gives a category to a song with the list that a right click shows.
     void give(const QString& category, int songRow) {
         frmSongAdmin& w = window();
         clickCell(w.fpSongList2, SongListColumn::Title, songRow, Qt::RightButton);
@@ -54,7 +54,7 @@ class TestCategories : public SongAdminTest {
     }
 
 private Q_SLOTS:
-    void panelOpensAndClosesByItsButton() {
+    void buttonOpensAndClosesThePanel() {
         world->sql(
             "INSERT INTO categories (ID, name, description) VALUES (3, 'Praise', 'loud'), "
             "(5, 'Lent', NULL)");
@@ -129,7 +129,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 40.
-    void changedDescriptionAloneRunsTheCascadeToo() {
+    void changedDescriptionAloneUpdatesTheSongsToo() {
         world->sql(
             "INSERT INTO categories (ID, name) VALUES (1, 'Praise');"
             "INSERT INTO songs (title, cat1) VALUES ('1', 'Praise')");
@@ -142,7 +142,7 @@ private Q_SLOTS:
         QCOMPARE(columnOf(w.fpCat, CategoryColumn::Description), QStringList{"loud"});
     }
 
-    void apostrophesLeaveTheNameInCategoriesSongsAndBox() {
+    void apostrophesAreRemovedFromCategorySongsAndBox() {
         world->sql(
             "INSERT INTO categories (ID, name) VALUES (1, 'Praise');"
             "INSERT INTO songs (title, cat2) VALUES ('1', 'Praise')");
@@ -160,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(world->rows("SELECT cat2 FROM songs"), QStringList{"Mens own"});
     }
 
-    void namesOfAllScriptsAreRenamedWithoutCase() {
+    void renamingIgnoresCaseInEveryScript() {
         world->sql(QString::fromUtf8(
             "INSERT INTO categories (ID, name) VALUES (1, 'Ψαλμός');"
             "INSERT INTO songs (title, cat1) VALUES ('1', 'ψαλμός'), ('2', '찬양')"));
@@ -252,7 +252,7 @@ private Q_SLOTS:
                  (QStringList{"1|Praise", "2|Praise"}));
     }
 
-    void closingThePanelTakesUpTheChanges() {
+    void closingThePanelUpdatesTheLists() {
         world->sql("INSERT INTO songs (title) VALUES ('Song')");
         frmSongAdmin& w = openPanel();
         store("Praise");
@@ -271,7 +271,7 @@ private Q_SLOTS:
         QCOMPARE(w.txtCats->count(), 2);
     }
 
-    void rightClickBringsUpTheListAtTheMouse() {
+    void rightClickShowsTheListAtTheMouse() {
         world->sql(
             "INSERT INTO categories (name) VALUES ('Praise');"
             "INSERT INTO songs (title) VALUES ('a'), ('b'), ('c')");
@@ -286,7 +286,7 @@ private Q_SLOTS:
         QVERIFY(w.txtCats->isHidden());
     }
 
-    void rightClickOnAHeadBringsUpNothing() {
+    void rightClickOnAHeadShowsNoList() {
         world->sql("INSERT INTO categories (name) VALUES ('Praise')");
         frmSongAdmin& w = open();
         clickCell(w.fpSongList2, SongListColumn::Title, 0, Qt::RightButton);
@@ -354,7 +354,7 @@ private Q_SLOTS:
         QCOMPARE(songValue(SongRow::Title), QStringLiteral("Song"));
     }
 
-    void listIsUsedByTheKeyboard() {
+    void listCanBeUsedWithTheKeyboard() {
         world->sql(
             "INSERT INTO categories (name) VALUES ('Lent'), ('Praise');"
             "INSERT INTO songs (title) VALUES ('Song')");
@@ -395,7 +395,7 @@ private Q_SLOTS:
         QVERIFY(world->statements.isEmpty());
     }
 
-    void listGoesWhenTheKeyboardGoesElsewhere() {
+    void listHidesWhenItLosesTheKeyboardFocus() {
         world->sql(
             "INSERT INTO categories (name) VALUES ('Praise');"
             "INSERT INTO songs (title) VALUES ('Song')");
@@ -410,7 +410,7 @@ private Q_SLOTS:
         w.txtName->setText("Praise");
         {
             const FileHeld held(world->path("db1.mdb"));
-            world->answers.runTimeError(-2147217900, "locked");
+            world->answers.runTimeError(RunTimeError::StatementRefused, "locked");
             click(w.cmdAddCat);
         }
         QCOMPARE(world->endStatus, 1);
@@ -418,14 +418,14 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 40.
-    void renamingThatFailsHalfWayKeepsWhatWasDone() {
+    void renamingThatFailsHalfwayKeepsWhatWasStored() {
         world->sql(
             "INSERT INTO categories (ID, name) VALUES (1, 'Men''s');"
             "INSERT INTO songs (title, cat1) VALUES ('1', 'Men''s')");
         frmSongAdmin& w = openPanel();
         pick("Men's");
         w.txtName->setText("Men");
-        world->answers.runTimeError(-2147217900);
+        world->answers.runTimeError(RunTimeError::StatementRefused);
         click(w.cmdAddCat);
         QCOMPARE(world->endStatus, 1);
         QCOMPARE(world->rows("SELECT name FROM categories"), QStringList{"Men"});

@@ -38,7 +38,7 @@ class TestPlayedDates : public SongAdminTest {
 
 private Q_SLOTS:
     // Deliberate: behaviour 38.
-    void datesStandInTheTablesOrder() {
+    void datesAreShownInTableOrder() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
         QCOMPARE(columnOf(w.fpdp, PlayedDateColumn::ID), (QStringList{"11", "12", "15", ""}));
@@ -57,7 +57,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 35.
-    void updateWithoutAChangeStoresTheSameDatesAnew() {
+    void updateWithoutAChangeReplacesTheRowsOfTheDates() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
         click(w.cmdAdd);
@@ -107,7 +107,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 35.
-    void newTitleGoesIntoAllDates() {
+    void newTitleIsWrittenToAllDates() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
         typeInSong(SongRow::Title, "Singer's Song");
@@ -117,7 +117,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviours 33 and 37.
-    void newSongWithDatesOnViewStopsAtTheConversionAndCostsNoDate() {
+    void newSongWithDatesShownFailsWithoutLosingADate() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
         click(w.cmdClear);
@@ -125,7 +125,7 @@ private Q_SLOTS:
                  (QStringList{"12/31/05", "01/01/06", "06/12/04", ""}));
         typeInSong(SongRow::Title, "New");
         typeInSong(SongRow::Category1, "Praise");
-        world->answers.runTimeError(13);
+        world->answers.runTimeError(RunTimeError::TypeMismatch);
         click(w.cmdAdd);
         QCOMPARE(world->endStatus, 1);
         QCOMPARE(world->statements.size(), 1);
@@ -136,19 +136,19 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviours 33 and 37.
-    void datesStayOnViewAfterAnUpdateToo() {
+    void datesStayShownAfterAnUpdate() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
         click(w.cmdAdd);
         typeInSong(SongRow::Title, "New");
         typeInSong(SongRow::Category1, "Praise");
-        world->answers.runTimeError(13);
+        world->answers.runTimeError(RunTimeError::TypeMismatch);
         click(w.cmdAdd);
         QCOMPARE(world->endStatus, 1);
         QCOMPARE(dates(), (QStringList{"Song|12/31/05", "Song|01/01/06", "Song|06/12/04"}));
     }
 
-    void newSongWithoutDatesOnViewIsAdded() {
+    void newSongWithoutDatesShownIsAdded() {
         world->sql("INSERT INTO songs (ID, title, cat1) VALUES (4, 'Song', 'Praise')");
         frmSongAdmin& w = openSong();
         click(w.cmdClear);
@@ -182,7 +182,7 @@ private Q_SLOTS:
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
         typeInCell(w.fpdp, PlayedDateColumn::Date, 4, "New Year's");
-        world->answers.runTimeError(-2147217900);
+        world->answers.runTimeError(RunTimeError::StatementRefused);
         click(w.cmdAdd);
         QCOMPARE(world->endStatus, 1);
         QCOMPARE(dates(), (QStringList{"Song|12/31/05", "Song|01/01/06", "Song|06/12/04"}));
@@ -204,7 +204,7 @@ private Q_SLOTS:
         frmSongAdmin& w = openSong();
         {
             const FileHeld held(world->path("db1.mdb"));
-            world->answers.runTimeError(-2147217900, "locked");
+            world->answers.runTimeError(RunTimeError::StatementRefused, "locked");
             click(w.cmdAdd);
         }
         QCOMPARE(world->endStatus, 1);

@@ -1,4 +1,4 @@
-// Songs: the list, the song on view, storing and deleting.
+// Song Administration: the list, showing a song, storing and deleting it.
 #include "catalogue/song_admin_hands.h"
 #include "core/data/database.h"
 #include "support/registry.h"
@@ -51,7 +51,7 @@ private Q_SLOTS:
         QVERIFY(w.txtCats->isHidden());
     }
 
-    void valueCellsAreOfTheirKinds() {
+    void valueCellsHaveTheirTypes() {
         frmSongAdmin& w = open();
         for (int row = SongRow::Title; row <= SongRow::Last; ++row) {
             CellKind kind = CellKind::Edit;
@@ -65,7 +65,7 @@ private Q_SLOTS:
                  QStringLiteral("Current\tPast"));
     }
 
-    void statementsOfTheOpeningAreInOrder() {
+    void openingRunsItsStatementsInOrder() {
         world->sql(
             "INSERT INTO songs (ID, title) VALUES (4, 'b'), (7, 'C'), (9, 'a');"
             "INSERT INTO played_on (songID, played_date) VALUES (7, '01/02/26')");
@@ -79,7 +79,7 @@ private Q_SLOTS:
                  (QStringList{"", "", "01/02/26"}));
     }
 
-    void emptySongsTableLoadsAndEndsNormally() {
+    void emptySongsTableLoads() {
         frmSongAdmin& w = open();
         QCOMPARE(w.fpSongList2->MaxRows(), 0);
         QCOMPARE(w.lblStat->text(), QStringLiteral("0 Songs In The Database"));
@@ -113,7 +113,7 @@ private Q_SLOTS:
         QCOMPARE(text, QString());
     }
 
-    void lastPlayedIsTheLatestInTimeNotInText() {
+    void lastPlayedIsTheLatestDayAndNotTheGreatestText() {
         world->sql(
             "INSERT INTO songs (title) VALUES ('Song');"
             "INSERT INTO played_on (songID, played_date) VALUES (1, '12/31/05'), (1, '01/01/06'), "
@@ -122,7 +122,7 @@ private Q_SLOTS:
         QCOMPARE(w.fpSongList2->GetText(SongListColumn::LastPlayed, 1), QStringLiteral("01/01/06"));
     }
 
-    void lastPlayedPassesOverWhatIsNoDate() {
+    void lastPlayedIgnoresTextsThatAreNotDates() {
         world->sql(
             "INSERT INTO songs (title) VALUES ('a'), ('b'), ('c');"
             "INSERT INTO played_on (songID, played_date) VALUES (1, ''), (1, '03/04/26'), "
@@ -132,7 +132,7 @@ private Q_SLOTS:
                  (QStringList{"03/04/26", "", "04/05/26"}));
     }
 
-    void progressIsToldForEachSong() {
+    void progressIsShownForEachSong() {
         world->sql("INSERT INTO songs (title) VALUES ('a'), ('b'), ('c')");
         frmSongAdmin& w = open();
         QStringList seen;
@@ -300,7 +300,7 @@ private Q_SLOTS:
         frmSongAdmin& w = open();
         typeInSong(SongRow::Title, title);
         typeInSong(SongRow::Category1, "Praise");
-        world->answers.runTimeError(-2147217900);
+        world->answers.runTimeError(RunTimeError::StatementRefused);
         click(w.cmdAdd);
         QCOMPARE(world->endStatus, 1);
         QCOMPARE(world->rows("SELECT * FROM songs"), QStringList());
@@ -332,7 +332,7 @@ private Q_SLOTS:
         typeInSong(SongRow::Title, "Song");
         typeInSong(SongRow::Category1, "Praise");
         w.fpSMsong->SetText(SongFormColumn::Value, row, "Men's");
-        world->answers.runTimeError(-2147217900);
+        world->answers.runTimeError(RunTimeError::StatementRefused);
         click(w.cmdAdd);
         QCOMPARE(world->endStatus, 1);
         QCOMPARE(world->rows("SELECT * FROM songs"), QStringList());
@@ -360,14 +360,14 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 31.
-    void listStaysOldAfterAnUpdateUntilTheReload() {
+    void listIsUnchangedAfterAnUpdateUntilTheReload() {
         world->sql("INSERT INTO songs (title, cat1) VALUES ('Old', 'Praise')");
         frmSongAdmin& w = open();
         showSong("Old");
         typeInSong(SongRow::Title, "New");
         click(w.cmdAdd);
         QCOMPARE(columnOf(w.fpSongList2, SongListColumn::Title), QStringList{"Old"});
-        // The shown title too comes from the list.
+        // The title shown comes from the list too.
         showSong("Old");
         QCOMPARE(songValue(SongRow::Title), QStringLiteral("Old"));
         click(w.cmdClear);
@@ -415,7 +415,7 @@ private Q_SLOTS:
         QVERIFY(world->statements.isEmpty());
     }
 
-    void clearedSongIsANewOne() {
+    void clearedFormStoresANewSong() {
         world->sql("INSERT INTO songs (title, cat1) VALUES ('Song', 'Praise')");
         frmSongAdmin& w = open();
         showSong("Song");
@@ -430,7 +430,7 @@ private Q_SLOTS:
         QCOMPARE(world->rows("SELECT ID, title FROM songs"), (QStringList{"1|Song", "2|Song"}));
     }
 
-    void headSortsAndFlipsAlsoAcrossColumns() {
+    void headSortsAndReversesAcrossColumns() {
         world->sql(
             "INSERT INTO songs (title, dakey) VALUES ('Aleph', 'C'), ('Beth', 'A'), "
             "('Gimel', 'B')");
@@ -447,7 +447,7 @@ private Q_SLOTS:
         QCOMPARE(columnOf(w.fpSongList2, SongListColumn::ID), (QStringList{"1", "2", "3"}));
     }
 
-    void headOfLastPlayedSortsByTime() {
+    void lastPlayedIsSortedByDay() {
         world->sql(
             "INSERT INTO songs (title) VALUES ('a'), ('b'), ('c'), ('d');"
             "INSERT INTO played_on (songID, played_date) VALUES (1, '12/31/05'), (2, '01/01/06'), "
@@ -458,7 +458,7 @@ private Q_SLOTS:
                  (QStringList{"06/01/99", "12/31/05", "01/01/06", ""}));
     }
 
-    void storedDateOfAnyFormStandsInTheListAsItIs() {
+    void storedDateOfAnyFormIsListedAsItIs() {
         world->sql(
             "INSERT INTO songs (title) VALUES ('a'), ('b'), ('c');"
             "INSERT INTO played_on (songID, played_date) VALUES (1, '2005-06-12'), "
@@ -470,7 +470,7 @@ private Q_SLOTS:
         QCOMPARE(columnOf(w.fpSongList2, SongListColumn::LastPlayed), asStored);
     }
 
-    void sortedSongIsTheOneThatIsShown() {
+    void clickInASortedListShowsTheRightSong() {
         world->sql("INSERT INTO songs (title, CCLI) VALUES ('a', '11'), ('b', '22')");
         frmSongAdmin& w = open();
         clickCell(w.fpSongList2, SongListColumn::Title, 0);
@@ -480,7 +480,7 @@ private Q_SLOTS:
         QCOMPARE(songValue(SongRow::CCLI), QStringLiteral("22"));
     }
 
-    void clickOnALabelGoesToItsValue() {
+    void clickOnALabelSelectsItsValue() {
         frmSongAdmin& w = open();
         clickCell(w.fpSMsong, SongFormColumn::Label, SongRow::Key);
         QCOMPARE(w.fpSMsong->ActiveCol(), 1);
@@ -493,7 +493,7 @@ private Q_SLOTS:
         typeInSong(SongRow::Category1, "Praise");
         {
             const FileHeld held(world->path("db1.mdb"));
-            world->answers.runTimeError(-2147217900, "locked");
+            world->answers.runTimeError(RunTimeError::StatementRefused, "locked");
             click(w.cmdAdd);
         }
         QCOMPARE(world->endStatus, 1);
@@ -504,14 +504,14 @@ private Q_SLOTS:
         frmSongAdmin& w = open();
         {
             const FileHeld held(world->path("db1.mdb"));
-            world->answers.runTimeError(-2147217900, "locked");
+            world->answers.runTimeError(RunTimeError::StatementRefused, "locked");
             click(w.Command12);
         }
         QCOMPARE(world->endStatus, 1);
         QVERIFY(!QApplication::overrideCursor());
     }
 
-    void closedWindowOpensAnew() {
+    void closedWindowReopensEmpty() {
         world->sql("INSERT INTO songs (title) VALUES ('Song')");
         frmSongAdmin& w = open();
         showSong("Song");
@@ -525,14 +525,14 @@ private Q_SLOTS:
         QCOMPARE(world->main().mdiArea->subWindowList().size(), 1);
     }
 
-    void windowStandsWholeInTheMainWindow() {
+    void windowFitsIntoTheMainWindow() {
         open();
         const QMdiSubWindow* frame = world->main().mdiArea->subWindowList().constFirst();
         QVERIFY2(world->main().mdiArea->rect().contains(frame->geometry()),
                  qPrintable(QStringLiteral("%1 x %2").arg(frame->width()).arg(frame->height())));
     }
 
-    void everyControlHasANameAndIsReachedInReadingOrder() {
+    void controlsHaveNamesAndAreReachedInReadingOrder() {
         frmSongAdmin& w = open();
         const QList<QWidget*> inReadingOrder = {
             w.fpSongList2, w.Command12, w.cmdDefineCat, w.fpSMsong, w.fpdp,

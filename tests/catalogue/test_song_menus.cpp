@@ -1,4 +1,4 @@
-// The menu and the file buttons of the song on view.
+// The context menu and the file buttons of the song shown.
 #include "catalogue/song_admin_hands.h"
 #include "support/registry.h"
 
@@ -32,7 +32,7 @@ private Q_SLOTS:
         QCOMPARE(songValue(SongRow::Category1), QStringLiteral("Praise"));
     }
 
-    void rightClickMenuActsOnTheRowAtTheMouse() {
+    void rightClickMenuActsOnTheRowUnderTheMouse() {
         world->sql("INSERT INTO songs (title, dakey, cat1) VALUES ('Song', 'G', 'Praise')");
         frmSongAdmin& w = open();
         showSong("Song");
@@ -46,20 +46,20 @@ private Q_SLOTS:
                  QStringLiteral("Category 1"));
     }
 
-    void leftClickBringsUpNoMenu() {
+    void leftClickShowsNoMenu() {
         frmSongAdmin& w = open();
         clickCell(w.fpSMsong, SongFormColumn::Value, SongRow::Key);
         QVERIFY(!w.mnuDel.isVisible());
     }
 
-    void chartIsChosenInTheChartFolder() {
+    void chartDialogStartsInTheChartFolder() {
         frmSongAdmin& w = open();
         QVERIFY(QDir(world->folder()).mkpath("sheetmusic"));
         const QString chart = world->path("sheetmusic/Song.stp");
         QFile file(chart);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.close();
-        // What another window has left in the dialog.
+        // Another window has left these in the dialog.
         world->main().CommonDlg.Filter = "SET Files|*.set";
         world->main().CommonDlg.DialogTitle = "Save Set";
         world->main().CommonDlg.FileName = "x.set";
@@ -75,7 +75,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 43.
-    void soundFileIsChosen() {
+    void soundFileDialogStartsInTheFolderOfTheLastDialog() {
         frmSongAdmin& w = open();
         const QString sound = world->path("song.mp3");
         QFile file(sound);
@@ -88,7 +88,7 @@ private Q_SLOTS:
         QCOMPARE(world->main().CommonDlg.InitDir, world->folder());
     }
 
-    void cancelledChoiceLeavesTheWindowAsItWas() {
+    void cancelledDialogChangesNothing() {
         world->sql(
             "INSERT INTO songs (title, cat1, fileLoco, soundFile) VALUES "
             "('Song', 'Praise', '/a.stp', '/a.mp3')");

@@ -1,4 +1,4 @@
-// Saved sets are looked at, printed and mailed.
+// Past Sets: showing, printing and mailing a saved set.
 #include "mail/frm_email.h"
 #include "sets/frm_past_sets.h"
 #include "sets/saved_set_test.h"
@@ -17,7 +17,7 @@ class TestPastSets : public SavedSetTest {
     }
 
 private Q_SLOTS:
-    void windowComesUpOverTheSavedSetsAndForgetsTheMarks() {
+    void windowShowsTheSavedSetsAndForgetsTheRowsClickedBefore() {
         makeSet("saved sets/Set For 10_05_03.set", "10/05/03", {"Alpha"});
         makeSet("saved sets/a.SET", "10/12/03", {"Beta"});
         QVERIFY(QFile::copy(world->path("saved sets/a.SET"), world->path("saved sets/a.sdl")));
@@ -41,20 +41,20 @@ private Q_SLOTS:
         QVERIFY(world->statements.isEmpty());
         click(world->main().cmdPastSets);
         QCOMPARE(&frmPastSets::instance(), &w);
-        // The song clicked before is no longer placed.
+        // The song clicked before is not placed.
         picker.Show();
         clickCell(picker.fpSet, SetColumn::Title, 5);
         QCOMPARE(picker.fpSet->GetText(SetColumn::Title, 5), QString());
     }
 
     // Deliberate: behaviour 75.
-    void missingFolderOfSavedSetsEndsTheLoadInSilence() {
+    void missingFolderOfSavedSetsLeavesTheListsEmpty() {
         QVERIFY(QDir(world->path("saved sets")).removeRecursively());
         frmPastSets& w = open();
         QVERIFY(w.isVisible());
         QCOMPARE(w.browser->Path(), QString());
         QCOMPARE(w.File1->count(), 0);
-        // From here the user finds the way, and the files are the same.
+        // The user can still browse to another folder.
         makeSet("elsewhere/a.set", "10/05/03", {"Alpha"});
         w.browser->Path(world->path("elsewhere"));
         QCOMPARE(filesOf(w.File1), QStringList{"a.set"});
@@ -77,7 +77,7 @@ private Q_SLOTS:
         QVERIFY(world->statements.isEmpty());
     }
 
-    void keysShowASetToo() {
+    void setCanBeShownWithTheKeyboard() {
         makeSet("saved sets/a.set", "10/05/03", {"Alpha"});
         makeSet("saved sets/b.set", "10/12/03", {"Beta"});
         frmPastSets& w = open();
@@ -115,12 +115,12 @@ private Q_SLOTS:
         QCOMPARE(w.fpSetPast->GetText(SetColumn::Title, SetRow::Date), QStringLiteral("10/07/01"));
     }
 
-    void driveThatCannotBeReadIsToldAndTheFolderStays() {
-        seeADriveThatIsGone([this] { return open().browser; });
+    void unavailableDriveIsReportedAndTheFolderStays() {
+        checkUnavailableDrive([this] { return open().browser; });
     }
 
     // Deliberate: behaviour 64.
-    void damagedSetLeavesTheOneOnView() {
+    void damagedSetLeavesTheGridUnchanged() {
         makeSet("saved sets/a.set", "10/05/03", {"Alpha"});
         QFile bad(world->path("saved sets/bad.set"));
         QVERIFY(bad.open(QIODevice::WriteOnly));
@@ -133,7 +133,7 @@ private Q_SLOTS:
         clickFile(w.File1, "bad.set");
         QCOMPARE(w.fpSetPast->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
         QCOMPARE(w.fpSetPast->ActiveRow(), 0);
-        // A file that went meanwhile does no harm either.
+        // Neither does a file that has been deleted in the meantime.
         QVERIFY(bad.remove());
         clickFile(w.File1, "bad.set");
         QCOMPARE(w.fpSetPast->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
@@ -147,7 +147,7 @@ private Q_SLOTS:
         QCOMPARE(w.fpSetPast->GetText(SetColumn::Title, 2), QString::fromUtf8("주 하나님"));
     }
 
-    void setOnViewIsPrintedByTheSetsSettings() {
+    void shownSetIsPrintedWithTheSetPrintSettings() {
         makeSet("saved sets/a.set", "10/05/03", {"Amazing Grace", "Be Thou My Vision"});
         frmPastSets& w = open();
         clickFile(w.File1, "a.set");
@@ -161,14 +161,14 @@ private Q_SLOTS:
         seeSetPrintSettings(*w.fpSetPast);
     }
 
-    void emptyGridIsPrintedWithoutAWord() {
+    void emptyGridIsPrinted() {
         frmPastSets& w = open();
         const QStringList pages = printedPages(printedBy(w.cmdPrintPast));
         QCOMPARE(pages.size(), 1);
         QCOMPARE(pages[0].trimmed(), QStringLiteral("Set List For:"));
     }
 
-    void setOnViewIsMailed() {
+    void shownSetIsMailed() {
         makeSet("saved sets/a.set", "10/05/03", {"Amazing <Grace> & Ευλόγει"});
         frmPastSets& w = open();
         clickFile(w.File1, "a.set");
@@ -187,7 +187,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 75.
-    void setWithoutADateIsNotMailedAndNoWordIsSaid() {
+    void setWithoutADateIsSilentlyNotMailed() {
         makeSet("saved sets/a.set", "", {"Alpha"});
         frmPastSets& w = open();
         click(w.cmdEpastSet);
@@ -204,7 +204,7 @@ private Q_SLOTS:
         frmPastSets& w = open();
         clickFile(w.File1, "a.set");
         QVERIFY(QDir(world->path("config")).removeRecursively());
-        world->answers.runTimeError(75);
+        world->answers.runTimeError(RunTimeError::PathAccess);
         click(w.cmdEpastSet);
         QCOMPARE(world->endStatus, -1);
         QVERIFY(!frmEmail::isLoaded());

@@ -1,4 +1,4 @@
-// Saving a set, the played record, loading a set.
+// Saving a set, recording what was played, loading a set.
 #include "sets/saved_set_test.h"
 
 #include <QFile>
@@ -75,7 +75,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 67.
-    void titleThatIsAPieceOfAnEarlierOneDropsOut() {
+    void titleThatIsPartOfAnEarlierOneIsNotRecorded() {
         addSong({.title = "Holy, Holy, Holy"});
         addSong({.title = "Holy"});
         addSong({.title = "holy"});
@@ -97,7 +97,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 69.
-    void newSetReplacesTheRecordOfItsDateWholeAndNoOther() {
+    void newSetReplacesTheRecordOfItsDateOnly() {
         addSong({.title = "Alpha"});
         world->sql(
             "INSERT INTO played_on (title, played_date, songID) VALUES "
@@ -132,16 +132,16 @@ private Q_SLOTS:
     void twentyFourthTitleEndsTheCommandBeforeAnythingIsWritten() {
         const QStringList titles = addSongs(24);
         frmSetList& w = openWith("11/22/26", titles);
-        world->answers.runTimeError(9, "Subscript out of range");
+        world->answers.runTimeError(RunTimeError::SubscriptOutOfRange, "Subscript out of range");
         click(w.cmdSaveSetList);
         QVERIFY(record().isEmpty());
         QCOMPARE(world->endStatus, -1);
         QVERIFY(w.isVisible());
     }
 
-    void dateOfTenCharactersProposesNoNameAndTheSaveGoesOn() {
+    void setDatedWithTenCharactersIsSavedWithoutAProposedName() {
         addSong({.title = "Alpha"});
-        // A design whose date cell is a plain one.
+        // In this design the cell of the date is not a date cell.
         SheetGrid design;
         design.MaxCols(SetColumn::Title);
         design.MaxRows(25);
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QCOMPARE(world->answers.fileDialogs().back().proposed, QString());
         QCOMPARE(record(), QStringList{"Alpha|11/22/2026|1"});
         QVERIFY(QFile::exists(world->path("saved sets/long.set")));
-        // Seven characters give a name too.
+        // A date of seven characters proposes a name too.
         typeInCell(w.fpSet, SetColumn::Title, SetRow::Date, "1/05/03");
         save(w, QMessageBox::No, "short.set");
         QCOMPARE(world->answers.fileDialogs().back().proposed, QStringLiteral("Set For 1_05_03"));
@@ -175,7 +175,7 @@ private Q_SLOTS:
         QCOMPARE(read.MaxRows(), 50);
     }
 
-    void noOnTheQuestionSavesTheFileAndTouchesNoTable() {
+    void answeringNoSavesTheFileOnly() {
         addSong({.title = "Alpha"});
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         save(w, QMessageBox::No, "a.set");
@@ -184,7 +184,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 71.
-    void cancelledDialogLeavesTheRecordInForce() {
+    void cancelledDialogKeepsTheRecord() {
         addSong({.title = "Alpha"});
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         world->answers.question(Question, QMessageBox::Yes);
@@ -201,7 +201,7 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(world->path("saved sets/Set For 11.22.26.set")));
     }
 
-    void existingSetIsReplacedOnlyWhenSaidSo() {
+    void existingSetIsReplacedOnlyIfConfirmed() {
         addSong({.title = "Alpha"});
         QFile old(world->path("saved sets/a.set"));
         QVERIFY(old.open(QIODevice::WriteOnly));
@@ -209,7 +209,7 @@ private Q_SLOTS:
         old.close();
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         world->answers.question(Question, QMessageBox::No);
-        // The name comes without its ending: the question has to know the whole name.
+        // The name has no extension, but the question is about the complete name.
         world->answers.file(world->path("saved sets/a"));
         world->answers.custom("overwrite question", [](QWidget* box) {
             QTest::mouseClick(qobject_cast<QMessageBox*>(box)->button(QMessageBox::No),
@@ -224,7 +224,7 @@ private Q_SLOTS:
     void apostropheInATitleEndsTheCommandBeforeAnythingIsWritten() {
         addSong({.title = "Alpha"});
         frmSetList& w = openWith("11/22/26", {"Alpha", "King's"});
-        world->answers.runTimeError(-2147217900);
+        world->answers.runTimeError(RunTimeError::StatementRefused);
         click(w.cmdSaveSetList);
         QVERIFY(record().isEmpty());
         QCOMPARE(world->endStatus, -1);
@@ -244,7 +244,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 71.
-    void fullDiskLeavesTheOldFileWhole() {
+    void fullDiskLeavesTheOldFileIntact() {
         addSong({.title = "Alpha"});
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         save(w, QMessageBox::No, "a.set");
@@ -257,7 +257,7 @@ private Q_SLOTS:
         world->answers.question(Question, QMessageBox::No);
         world->answers.file(world->path("saved sets/a.set"));
         world->answers.custom("overwrite question", [](QWidget* box) {
-            // From here on files cannot grow beyond 64 KiB, as on a disk that is full.
+            // From now on no file can grow beyond 64 KiB, as on a full disk.
             std::signal(SIGXFSZ, SIG_IGN);
             rlimit limit{65536, RLIM_INFINITY};
             setrlimit(RLIMIT_FSIZE, &limit);
@@ -272,7 +272,7 @@ private Q_SLOTS:
         QCOMPARE(QDir(world->path("saved sets")).entryList(QDir::Files).size(), 1);
     }
 
-    void loadedSetHasItsTitlesColoursAndADateCellAgain() {
+    void loadedSetHasItsTitlesItsColoursAndADateCell() {
         frmSetList& w = open();
         makeGreenSet("saved sets/a.set", "10/05/03", 40, "Last");
         world->answers.file(world->path("saved sets/a.set"));
@@ -287,7 +287,7 @@ private Q_SLOTS:
         QCOMPARE(w.fpSet->ColWidth(SetColumn::Title), 32.88);
     }
 
-    void cancelledLoadLeavesTheSet() {
+    void cancelledLoadLeavesTheSetUnchanged() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         world->answers.cancelFile();
         click(w.Command13);
@@ -296,7 +296,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 64.
-    void damagedSetLeavesTheGridAsItWas() {
+    void damagedSetLeavesTheGridUnchanged() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         QFile file(world->path("saved sets/bad.set"));
         QVERIFY(file.open(QIODevice::WriteOnly));
@@ -317,13 +317,13 @@ private Q_SLOTS:
         click(moved.Command13);
         QCOMPARE(world->answers.fileDialogs().back().folder, world->path("saved sets"));
         QCOMPARE(moved.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
-        // A song's chart goes on naming the old place.
+        // The path of the chart still leads to the old folder.
         QCOMPARE(world->rows("SELECT fileLoco FROM songs"),
                  QStringList{"/old/place/sheetmusic/Alpha.stp"});
     }
 
     // Deliberate: behaviour 72.
-    void newDatesShowInTheNextSearchAndNotBefore() {
+    void newDatesAreShownByTheNextSearch() {
         addCategories({"Praise"});
         addSong({.title = "Alpha", .cat1 = "Praise"});
         frmSetList& w = open();

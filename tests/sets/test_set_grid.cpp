@@ -1,4 +1,4 @@
-// Laying out a set, and its design.
+// The grid of a set, and its design.
 #include "sets/set_list_test.h"
 
 #include <QFile>
@@ -6,7 +6,7 @@
 class TestSetGrid : public SetListTest {
     Q_OBJECT
 
-    // A catalogue of one song with sheet music and one without, both on the list.
+    // Opens the window with a song with sheet music and one without in the list.
     frmSetList& openWithTwoSongs() {
         addCategories({"Praise"});
         addSong({.title = "Charted", .cat1 = "Praise", .fileLoco = "/charts/a.stp"});
@@ -27,7 +27,7 @@ class TestSetGrid : public SetListTest {
     }
 
 private Q_SLOTS:
-    void setComesUpWithItsDateRowAndTwentyFiveRows() {
+    void newSetHasADateRowAndTwentyFiveRows() {
         frmSetList& w = open();
         QCOMPARE(w.fpSet->MaxRows(), 25);
         QCOMPARE(w.fpSet->MaxCols(), 2);
@@ -38,14 +38,14 @@ private Q_SLOTS:
         QCOMPARE(w.fpSet->ActiveRow(), 0);
     }
 
-    void defaultDesignComesUpWithTheWindow() {
+    void windowOpensWithTheDefaultDesign() {
         makeDefaultDesign({"Opening", "Offering"});
         frmSetList& w = open();
         QCOMPARE(w.fpSet->GetText(SetColumn::Label, 3), QStringLiteral("Offering"));
     }
 
     // Deliberate: behaviour 64.
-    void missingOrDamagedDefaultDesignIsPassedOver() {
+    void damagedDefaultDesignIsIgnored() {
         const QString path = makeDefaultDesign({"Opening"});
         QFile file(path);
         QVERIFY(file.resize(file.size() / 2));
@@ -55,7 +55,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 59.
-    void clickedSongIsPlacedByTheNextClickIntoTheSet() {
+    void clickedSongIsPlacedByTheNextClickInTheSet() {
         frmSetList& w = openWithTwoSongs();
         const QString id = w.fpSongList1->GetText(PickerColumn::ID, 1);
         clickCell(w.fpSongList1, PickerColumn::Title, 1);
@@ -70,7 +70,7 @@ private Q_SLOTS:
         QCOMPARE(w.selectedSongRow, 0);
     }
 
-    void secondClickIntoTheSetDoesNothing() {
+    void secondClickInTheSetPlacesNothing() {
         frmSetList& w = openWithTwoSongs();
         clickCell(w.fpSongList1, PickerColumn::Title, 2);
         clickCell(w.fpSet, SetColumn::Title, 3);
@@ -81,7 +81,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 60.
-    void placedSongReplacesATitleAndLeavesAGreenCellGreen() {
+    void songPlacedOverATitleLeavesTheCellGreen() {
         frmSetList& w = openWithTwoSongs();
         clickCell(w.fpSongList1, PickerColumn::Title, 1);
         clickCell(w.fpSet, SetColumn::Title, 3);
@@ -92,7 +92,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 59.
-    void clickOnAColumnHeadPutsTheTitleIntoTheHeadOfColumnTwo() {
+    void clickOnAHeadWritesTheTitleIntoTheHeadOfTheTitles() {
         frmSetList& w = openWithTwoSongs();
         clickCell(w.fpSongList1, PickerColumn::Title, 2);
         clickCell(w.fpSet, SetColumn::Label, 0);
@@ -101,7 +101,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 59.
-    void titlePlacedInTheDateCellLeavesTheDateThatStands() {
+    void titlePlacedInTheDateCellLeavesTheDate() {
         frmSetList& w = openWithTwoSongs();
         typeInCell(w.fpSet, SetColumn::Title, SetRow::Date, "11/22/26");
         clickCell(w.fpSongList1, PickerColumn::Title, 2);
@@ -110,7 +110,7 @@ private Q_SLOTS:
         QCOMPARE(w.selectedSongRow, 0);
     }
 
-    void songCanBePlacedWithTheKeyboardAlone() {
+    void songCanBePlacedWithTheKeyboard() {
         frmSetList& w = openWithTwoSongs();
         w.fpSongList1->setFocus();
         w.fpSongList1->SetActiveCell(PickerColumn::Title, 2);
@@ -124,11 +124,11 @@ private Q_SLOTS:
         QCOMPARE(w.fpSet->GetText(SetColumn::Title, 5), QStringLiteral("Plain"));
     }
 
-    void songThatWasDeletedMeanwhileEndsTheCommandOnly() {
+    void deletedSongEndsTheCommandOnly() {
         frmSetList& w = openWithTwoSongs();
         clickCell(w.fpSongList1, PickerColumn::Title, 2);
         world->sql("DELETE FROM songs");
-        world->answers.runTimeError(3021);
+        world->answers.runTimeError(RunTimeError::NoCurrentRecord);
         clickCell(w.fpSet, SetColumn::Title, 4);
         QCOMPARE(w.fpSet->GetText(SetColumn::Title, 4), QStringLiteral("Plain"));
         QCOMPARE(world->endStatus, -1);
@@ -157,7 +157,7 @@ private Q_SLOTS:
         QCOMPARE(w.lblSpecialMusic->text(), QString());
     }
 
-    void changeOfAnotherCellLooksNothingUp() {
+    void changeOfAnotherCellRunsNoStatement() {
         frmSetList& w = open();
         typeInCell(w.fpSet, SetColumn::Label, SetRow::Date, "Set");
         typeInCell(w.fpSet, SetColumn::Title, 2, "Typed");
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(w.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Typed"));
     }
 
-    void deleteTextTakesTitleAndGreen() {
+    void deleteTextRemovesTitleAndGreen() {
         frmSetList& w = openWithTwoSongs();
         clickCell(w.fpSongList1, PickerColumn::Title, 1);
         clickCell(w.fpSet, SetColumn::Title, 3);
@@ -190,21 +190,21 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 62.
-    void rowsAreAddedAheadOfTheActiveOneAndDeleted() {
+    void rowsAreAddedAboveTheActiveOneAndDeleted() {
         makeDefaultDesign({"Opening", "Offering"});
         frmSetList& w = open();
         clickCell(w.fpSet, SetColumn::Label, 3, Qt::RightButton);
         QVERIFY(pickMenuItem(w.mnuDel, w.mnuAddRow));
         QCOMPARE(w.fpSet->GetText(SetColumn::Label, 3), QString());
         QCOMPARE(w.fpSet->GetText(SetColumn::Label, 4), QStringLiteral("Offering"));
-        // Row 1 is a row like any other.
+        // Row 1 can be deleted too.
         clickCell(w.fpSet, SetColumn::Label, SetRow::Date, Qt::RightButton);
         QVERIFY(pickMenuItem(w.mnuDel, w.mnuDeleteRow));
         QCOMPARE(w.fpSet->GetText(SetColumn::Label, SetRow::Date), QStringLiteral("Opening"));
         QCOMPARE(w.fpSet->MaxRows(), 25);
     }
 
-    void designIsSavedUnderItsEndingAndLoaded() {
+    void designIsSavedWithItsExtensionAndLoaded() {
         frmSetList& w = open();
         typeInCell(w.fpSet, SetColumn::Label, 2, "Opening");
         world->answers.file(world->path("set designs/Mine"));
@@ -251,7 +251,7 @@ private Q_SLOTS:
         QCOMPARE(read.GetText(SetColumn::Label, 2), QStringLiteral("Second"));
     }
 
-    void cancelledDesignDialogLeavesAllAsItWas() {
+    void cancelledDesignDialogChangesNothing() {
         makeDefaultDesign({"Opening"});
         frmSetList& w = open();
         typeInCell(w.fpSet, SetColumn::Title, 2, "Typed");
@@ -277,7 +277,7 @@ private Q_SLOTS:
         QCOMPARE(colourOf(w, SetColumn::Title, 3), SheetMusicGreen);
     }
 
-    void defaultDesignIsSetByItsPathAndShown() {
+    void defaultDesignIsStoredByItsPathAndShown() {
         const QString path = makeDefaultDesign({"Opening"});
         world->sql("UPDATE prefs SET var_value = '' WHERE var_name = 'DefaultSetList'");
         frmSetList& w = open();
@@ -294,14 +294,14 @@ private Q_SLOTS:
         world->sql("UPDATE prefs SET var_value = '' WHERE var_name = 'DefaultSetList'");
         frmSetList& w = open();
         world->answers.file(path);
-        world->answers.runTimeError(-2147217900);
+        world->answers.runTimeError(RunTimeError::StatementRefused);
         pickDesign(w, w.mnuSetDefault);
         QCOMPARE(w.fpSet->GetText(SetColumn::Label, 2), QString());
         QCOMPARE(world->endStatus, -1);
     }
 
     // Deliberate: behaviour 63.
-    void clearSetWithoutADesignEmptiesAllButMakesTheDateCellAgain() {
+    void clearSetWithoutADesignLeavesAnEmptyGridWithADateCell() {
         frmSetList& w = openWithTwoSongs();
         clickCell(w.fpSongList1, PickerColumn::Title, 1);
         clickCell(w.fpSet, SetColumn::Title, 3);
@@ -321,7 +321,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 63.
-    void clearSetBringsTheDefaultDesignBackWithAWhiteLeftColumn() {
+    void clearSetLoadsTheDefaultDesignWithAWhiteLeftColumn() {
         SheetGrid design;
         design.MaxCols(SetColumn::Title);
         design.MaxRows(30);
@@ -344,7 +344,7 @@ private Q_SLOTS:
         QVERIFY(!w.fpSet->BlockMode());
     }
 
-    void whoServesIsAskedForByTheDate() {
+    void peopleWhoServeOnTheDateAreShown() {
         world->sql(
             "INSERT INTO schedule (player, instrument, pdate) VALUES "
             "('Ann Lee', 'Piano', '11/22/26'), ('Bo Fox', 'Bass', '11/22/26'), "
@@ -363,16 +363,16 @@ private Q_SLOTS:
                              "[1]"});
     }
 
-    void missingPreferenceRowIsToldAndTheWindowStands() {
+    void missingPreferenceIsReportedAndTheWindowStaysOpen() {
         world->sql("DELETE FROM prefs WHERE var_name = 'DefaultSetList'");
-        world->answers.runTimeError(3021);
+        world->answers.runTimeError(RunTimeError::NoCurrentRecord);
         frmSetList& w = open();
         QVERIFY(w.isVisible());
         QCOMPARE(world->endStatus, -1);
     }
 
     // Deliberate: behaviour 65.
-    void reopenedWindowStartsOver() {
+    void reopenedWindowHasANewSet() {
         frmSetList& w = open();
         typeInCell(w.fpSet, SetColumn::Title, 2, "Typed");
         w.Unload();

@@ -1,4 +1,4 @@
-// The set on paper, as a text file, in a mail.
+// Printing, exporting and mailing a set.
 #include "mail/frm_email.h"
 #include "sets/set_list_test.h"
 
@@ -8,7 +8,7 @@
 class TestSetOutput : public SetListTest {
     Q_OBJECT
 
-    // Exports to a file of the folder "saved sets"; what stands in it.
+    // Exports to a file in the folder "saved sets". Returns what is in it.
     QByteArray exported(frmSetList& w, const QString& name) {
         const QString file = QStringLiteral("saved sets/") + name;
         world->answers.file(world->path(file));
@@ -19,7 +19,7 @@ class TestSetOutput : public SetListTest {
     QString mailed() {
         frmEmail& mail = frmEmail::instance();
         const QString body = mail.txtMsg->toPlainText();
-        // What is staged is what is mailed, but for its line ends.
+        // The staging file is mailed without its line ends.
         const QString staged = QString::fromUtf8(bytesOf("config/email.html"));
         if (QString(staged).remove(QLatin1Char('\n')) != body)
             QTest::qFail("the body is not what was staged", __FILE__, __LINE__);
@@ -34,7 +34,7 @@ class TestSetOutput : public SetListTest {
     }
 
 private Q_SLOTS:
-    void printShowsTheSetAsItStands() {
+    void printShowsTheCurrentSet() {
         makeDefaultDesign({"Call to worship", "Offering"});
         frmSetList& w = openWith("11/22/26", {"Alpha", "Beta"});
         setUpSetWidths(*w.fpSet);
@@ -52,21 +52,21 @@ private Q_SLOTS:
         QCOMPARE(w.fpSongList1->ActiveRow(), 0);
     }
 
-    void printTakesTheSetPrintSettings() {
+    void printUsesTheSetPrintSettings() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         spoilPrintSettings(*w.fpSet);
         printedBy(w.Command3);
         seeSetPrintSettings(*w.fpSet);
     }
 
-    void printWithoutADateAsksNothing() {
+    void setWithoutADateIsPrinted() {
         frmSetList& w = openWith("", {"Alpha"});
         const QStringList pages = printedPages(printedBy(w.Command3));
         QCOMPARE(pages.size(), 1);
         QVERIFY(pages[0].contains(QStringLiteral("Alpha")));
     }
 
-    void exportWritesALineARow() {
+    void exportWritesOneLinePerRow() {
         makeDefaultDesign({"Call to worship", "Offering"});
         frmSetList& w = openWith("10/05/03", {"Title of a song"});
         paint(*w.fpSet, 2);
@@ -105,8 +105,8 @@ private Q_SLOTS:
         QVERIFY(world->answers.fileDialogs().empty());
     }
 
-    void dateOfTenCharactersExportsUnderNoProposedName() {
-        // A design whose date cell is a plain one.
+    void setDatedWithTenCharactersIsExportedWithoutAProposedName() {
+        // In this design the cell of the date is not a date cell.
         SheetGrid design;
         design.MaxCols(SetColumn::Title);
         design.MaxRows(25);
@@ -119,7 +119,7 @@ private Q_SLOTS:
         QCOMPARE(world->answers.fileDialogs().back().proposed, QStringLiteral("Set For 1_05_03"));
     }
 
-    void rowsAddedAtTheEndStayOutOfEveryOutput() {
+    void emptyRowsAtTheEndAreInNoOutput() {
         makeDefaultDesign({"Opening"});
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         w.fpSet->MaxRows(400);
@@ -130,7 +130,7 @@ private Q_SLOTS:
         QCOMPARE(mailed().count(QStringLiteral("<TR")), 2);
     }
 
-    void existingFileIsReplacedWholeAfterTheQuestion() {
+    void existingFileIsReplacedAfterConfirmation() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         QFile old(world->path("saved sets/a.txt"));
         QVERIFY(old.open(QIODevice::WriteOnly));
@@ -155,7 +155,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 71.
-    void exportThatCannotBeWrittenEndsInSilence() {
+    void exportThatCannotBeWrittenFailsSilently() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         world->answers.file(QStringLiteral("/proc/set.txt"));
         click(w.cmdExportText);
@@ -164,7 +164,7 @@ private Q_SLOTS:
         QVERIFY(w.isVisible());
     }
 
-    void exportStartsWhereTheLastDialogDid() {
+    void exportStartsInTheFolderOfTheLastDialog() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         world->answers.cancelFile();
         click(w.Command13);
@@ -182,7 +182,7 @@ private Q_SLOTS:
         QVERIFY(mailed().contains(title.toHtmlEscaped()));
     }
 
-    void mailHoldsTheBlockOfBothColumnsInRowOrder() {
+    void mailContainsBothColumnsInRowOrder() {
         makeDefaultDesign({"Opening", "Offering"});
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         paint(*w.fpSet, 2);
@@ -202,7 +202,7 @@ private Q_SLOTS:
         QVERIFY(world->statements.filter(QStringLiteral("fileLoco")).isEmpty());
     }
 
-    void mailWithoutADateOpensAllTheSame() {
+    void setWithoutADateIsMailed() {
         frmSetList& w = openWith("", {});
         click(w.cmdEmailSet);
         QVERIFY(frmEmail::instance().isVisible());
@@ -225,14 +225,14 @@ private Q_SLOTS:
     void mailThatCannotBeStagedEndsTheCommand() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         QVERIFY(QDir().rename(world->path("config"), world->path("gone")));
-        world->answers.runTimeError(75);
+        world->answers.runTimeError(RunTimeError::PathAccess);
         click(w.cmdEmailSet);
         QVERIFY(!frmEmail::isLoaded());
         QCOMPARE(world->endStatus, -1);
         QCOMPARE(w.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
     }
 
-    void longSetIsPrintedWholeOverSeveralPages() {
+    void longSetIsPrintedCompletelyOnSeveralPages() {
         frmSetList& w = openWith("11/22/26", {});
         w.fpSet->MaxRows(300);
         for (int row = 2; row <= 300; ++row)

@@ -1,4 +1,4 @@
-// The charts of a set's songs, gathered, printed and mailed.
+// Export Music: collecting, printing and mailing the charts of a set.
 #include "charts/rules/chart_page.h"
 #include "mail/frm_email.h"
 #include "sets/frm_song_collection.h"
@@ -11,7 +11,7 @@
 class TestSongCollection : public SetListTest {
     Q_OBJECT
 
-    // Writes a chart of one page with a title, a chord and a line of lyrics; its path.
+    // Writes a chart of one page with a title, a chord and a line of lyrics. Returns its path.
     QString makeChart(const QString& title, int rows = ChartRows) {
         SheetGrid chart;
         setUpChart(chart);
@@ -32,7 +32,7 @@ class TestSongCollection : public SetListTest {
         addSong({.title = title, .fileLoco = makeChart(title)});
     }
 
-    // The set window with these titles from row 2 on, all of them green.
+    // Opens the set window with these titles from row 2, all of them green.
     frmSetList& openGreen(const QStringList& titles) {
         frmSetList& w = openWith("11/22/26", titles);
         for (int row = 2; row < titles.size() + 2; ++row) paint(*w.fpSet, row);
@@ -44,7 +44,7 @@ class TestSongCollection : public SetListTest {
         return frmSongCollection::instance();
     }
 
-    // Each of these songs has a chart, and all stand in the set.
+    // Collects a set of these songs, each with a chart.
     frmSongCollection& collectCharts(const QStringList& titles) {
         for (const QString& title : titles) addSongWithChart(title);
         return collect(openGreen(titles));
@@ -52,7 +52,7 @@ class TestSongCollection : public SetListTest {
 
     static int spannedCols(const SheetGrid& grid, int row) { return grid.spanAt(1, 1, row).cols; }
 
-    // The title of each page, as its first line reads.
+    // The titles of the pages: the first line of each.
     static QStringList titlesOf(const QStringList& pages) {
         QStringList titles;
         for (const QString& page : pages)
@@ -86,7 +86,7 @@ private Q_SLOTS:
                  QStringLiteral("What would you like to do with the sheetmusic from the set?"));
     }
 
-    void setWithoutAGreenCellGivesTheMessageAndNoWindow() {
+    void setWithoutAGreenCellShowsAMessageAndNoWindow() {
         addSongWithChart("Alpha");
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         world->answers.box(
@@ -99,7 +99,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 76.
-    void everyHighlightedRowIsCollectedInOrderAndTwiceWhereItStandsTwice() {
+    void everyHighlightedRowIsCollectedInOrderDuplicatesIncluded() {
         for (const char* title : {"Alpha", "Beta", "Gamma"}) addSongWithChart(title);
         frmSetList& w = openWith("11/22/26", {"Gamma", "Beta", "Alpha", "Gamma"});
         w.fpSet->MaxRows(60);
@@ -113,12 +113,12 @@ private Q_SLOTS:
         for (const char* title : {"Gamma", "Alpha", "Gamma", "Beta"})
             paths.append(world->path(QStringLiteral("sheetmusic/%1.stp").arg(title)));
         QCOMPARE(c.lblHidFile->text(), paths.join(QLatin1Char('|')) + QLatin1Char('|'));
-        // What stands behind the last "|" is an empty line.
+        // The text behind the last "|" is an empty line.
         QCOMPARE(c.lblSngList->text(),
                  QStringLiteral("Gamma.stp\nAlpha.stp\nGamma.stp\nBeta.stp\n\n"));
     }
 
-    void newTitleOverAGreenCellIsWhatIsCollected() {
+    void titleTypedOverAGreenCellIsCollected() {
         addSongWithChart("Alpha");
         addSongWithChart("Beta");
         addSong({.title = "Bare"});
@@ -126,14 +126,14 @@ private Q_SLOTS:
         typeInCell(w.fpSet, SetColumn::Title, 3, "Bare");
         frmSongCollection& c = collect(w);
         QCOMPARE(c.lblHidFile->text(), world->path("sheetmusic/Alpha.stp") + "||");
-        // Without a file of its own the song before it comes once more.
+        // A song without a chart prints the one before it again.
         QCOMPARE(titlesOf(printedPages(printedBy(c.cmdPrint))), (QStringList{"Alpha", "Alpha"}));
     }
 
-    void highlightedTitleThatIsNoSongsEndsTheCommand() {
+    void highlightedTitleOutsideTheCatalogueEndsTheCommand() {
         addSongWithChart("Alpha");
         frmSetList& w = openGreen({"Alpha", "Typed by hand"});
-        world->answers.runTimeError(3021);
+        world->answers.runTimeError(RunTimeError::NoCurrentRecord);
         click(w.cmdCollectSongs);
         QVERIFY(!frmSongCollection::isLoaded());
         QCOMPARE(world->endStatus, -1);
@@ -143,13 +143,13 @@ private Q_SLOTS:
     void apostropheInAHighlightedTitleEndsTheCommand() {
         addSong({.title = "King's", .fileLoco = "x.stp"});
         frmSetList& w = openGreen({"King's"});
-        world->answers.runTimeError(-2147217900);
+        world->answers.runTimeError(RunTimeError::StatementRefused);
         click(w.cmdCollectSongs);
         QVERIFY(!frmSongCollection::isLoaded());
         QCOMPARE(world->endStatus, -1);
     }
 
-    void namesStandBehindTheLastSeparatorOfEitherKind() {
+    void fileNamesFollowTheLastSeparatorOfEitherKind() {
         addSong({.title = "Alpha", .fileLoco = "C:\\My Music\\sheetmusic\\Alpha.stp"});
         addSong({.title = "Beta", .fileLoco = "Beta.stp"});
         addSong({.title = "Gamma", .fileLoco = QString::fromUtf8("/x/주님.stp")});
@@ -158,12 +158,12 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 78.
-    void namesGrowByOneListingAtEachActivation() {
+    void eachActivationListsTheFilesAgain() {
         frmSongCollection& c = collectCharts({"Alpha"});
         frmSetList& w = frmSetList::instance();
         const QString once = QStringLiteral("Alpha.stp\n\n");
         QCOMPARE(c.lblSngList->text(), once);
-        // A box over the window is no other window.
+        // A box over the window is not another window.
         QApplication::setActiveWindow(nullptr);
         QApplication::setActiveWindow(&world->main());
         settle();
@@ -173,7 +173,7 @@ private Q_SLOTS:
         c.Show();
         settle();
         QCOMPARE(c.lblSngList->text(), once + once);
-        // A further collection replaces what is handed over and not what is listed.
+        // Another collection replaces the paths, but not the names listed.
         addSongWithChart("Beta");
         w.fpSet->SetText(SetColumn::Title, 2, QStringLiteral("Beta"));
         bringForward(w);
@@ -186,7 +186,7 @@ private Q_SLOTS:
         QCOMPARE(collect(w).lblSngList->text(), QStringLiteral("Beta.stp\n\n"));
     }
 
-    void eachChartIsPrintedOnAPageOfItsOwn() {
+    void eachChartIsPrintedOnItsOwnPage() {
         frmSongCollection& c = collectCharts({"Alpha", "Beta", "Gamma", "Delta"});
         for (const QPageSize::PageSizeId paper : {QPageSize::A4, QPageSize::Letter}) {
             const QString pdf = printedBy(c.cmdPrint, paper);
@@ -218,7 +218,7 @@ private Q_SLOTS:
         QCOMPARE(c.fpSong.GetText(1, 85), QStringLiteral("Gamma"));
     }
 
-    void stackedChartsHaveOneLook() {
+    void stackedChartsHaveTheSameFormat() {
         frmSongCollection& c = collectCharts({"Alpha", "Beta"});
         spoilPrintSettings(c.fpSong);
         c.fpSong.ColHeadersShow(true);
@@ -244,14 +244,14 @@ private Q_SLOTS:
         QVERIFY(!c.fpSong.RowHeadersShow());
     }
 
-    void secondPrintHoldsWhatTheFirstDid() {
+    void secondPrintEqualsTheFirst() {
         frmSongCollection& c = collectCharts({"Alpha", "Beta", "Gamma"});
         const QStringList first = printedPages(printedBy(c.cmdPrint));
         QCOMPARE(printedPages(printedBy(c.cmdPrint)), first);
         QCOMPARE(c.fpSong.MaxRows(), 126);
     }
 
-    void longTitleOfTheThirdChartIsPrintedWhole() {
+    void longTitleOfTheThirdChartIsPrintedCompletely() {
         const QString title = QStringLiteral("Guide Me, O Thou Great Redeemer, Pilgrim Through");
         frmSongCollection& c = collectCharts({"Alpha", "Beta", title});
         const QString pdf = printedBy(c.cmdPrint);
@@ -259,7 +259,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 77.
-    void chartThatDoesNotOpenIsTheFormerOneOnceMore() {
+    void chartThatCannotBeLoadedIsReplacedByTheOneBefore() {
         addSongWithChart("Alpha");
         addSong({.title = "Gone", .fileLoco = world->path("sheetmusic/gone.stp")});
         QFile damaged(world->path("sheetmusic/bad.stp"));
@@ -274,7 +274,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 77.
-    void firstChartThatDoesNotOpenIsAnEmptyPage() {
+    void firstChartThatCannotBeLoadedIsAnEmptyPage() {
         addSong({.title = "Gone", .fileLoco = world->path("sheetmusic/gone.stp")});
         addSongWithChart("Alpha");
         frmSongCollection& c = collect(openGreen({"Gone", "Alpha"}));
@@ -282,7 +282,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 77.
-    void firstChartThatIsGoneAtASecondPrintIsTheLastOneOfTheFirst() {
+    void firstChartMissingAtASecondPrintIsReplacedByTheLastOne() {
         frmSongCollection& c = collectCharts({"Alpha", "Beta", "Gamma"});
         QCOMPARE(titlesOf(printedPages(printedBy(c.cmdPrint))),
                  (QStringList{"Alpha", "Beta", "Gamma"}));
@@ -291,7 +291,7 @@ private Q_SLOTS:
                  (QStringList{"Gamma", "Beta", "Gamma"}));
     }
 
-    void chartFailsToOpenAfterTheProgramsFolderWasMoved() {
+    void chartIsNotFoundAfterTheProgramFolderWasMoved() {
         addSongWithChart("Alpha");
         const QString oldPath = world->path("sheetmusic/Alpha.stp");
         frmSetList& w = openGreen({"Alpha"});
@@ -301,7 +301,7 @@ private Q_SLOTS:
         frmSetList& moved = open();
         world->answers.file(QStringLiteral("a.set"));
         click(moved.Command13);
-        // The set is found by its folder, its chart not: that goes on naming the old place.
+        // The set is found in its folder. The path of the chart still leads to the old folder.
         QCOMPARE(moved.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
         QVERIFY(QFile::exists(world->path("sheetmusic/Alpha.stp")));
         frmSongCollection& c = collect(moved);
@@ -309,7 +309,7 @@ private Q_SLOTS:
         QCOMPARE(titlesOf(printedPages(printedBy(c.cmdPrint))), QStringList{""});
     }
 
-    void chartWithoutARowIsToldAndTheOthersArePrinted() {
+    void chartWithoutARowIsReportedAndTheOthersArePrinted() {
         addSongWithChart("Alpha");
         addSong({.title = "Flat", .fileLoco = makeChart("Flat", 0)});
         addSongWithChart("Beta");
@@ -319,7 +319,7 @@ private Q_SLOTS:
         QCOMPARE(titlesOf(printedPages(printedBy(c.cmdPrint))), (QStringList{"Alpha", "Beta"}));
     }
 
-    void chartOfSeveralPagesBringsThePageOnView() {
+    void visiblePageOfAChartOfSeveralIsPrinted() {
         SheetGrid chart;
         setUpChart(chart);
         chart.SetText(1, 1, QStringLiteral("First page"));
@@ -333,7 +333,7 @@ private Q_SLOTS:
                  (QStringList{"First page", "Alpha"}));
     }
 
-    void mailHoldsTheChartsOneUnderTheOther() {
+    void mailContainsTheChartsOneBelowTheOther() {
         frmSongCollection& c = collectCharts({"Alpha", "Beta", "Gamma"});
         click(c.Command1);
         frmEmail& mail = frmEmail::instance();
@@ -342,7 +342,7 @@ private Q_SLOTS:
         const QString html = mail.txtMsg->toPlainText();
         QCOMPARE(QString::fromUtf8(bytesOf("config/email.html")).remove(QLatin1Char('\n')), html);
         QCOMPARE(html.count(QStringLiteral("<TABLE")), 1);
-        // Down to the last row with data.
+        // The mail ends with the last row that has data.
         QCOMPARE(html.count(QStringLiteral("<TR")), 90);
         qsizetype last = html.indexOf(QStringLiteral("<TABLE"));
         for (const char* text : {"Sing of Alpha", "Sing of Beta", "Sing of Gamma"}) {
@@ -355,7 +355,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 78.
-    void mailOfOneChartShowsTheNoteButtonAndOneOfSeveralLeavesIt() {
+    void mailOfOneChartShowsTheNoteButtonAndMailOfSeveralLeavesIt() {
         frmSongCollection& c = collectCharts({"Alpha"});
         click(c.Command1);
         frmEmail& mail = frmEmail::instance();
@@ -370,9 +370,9 @@ private Q_SLOTS:
         QVERIFY(mail.cmdAddNote->isVisible());
     }
 
-    void failingExportMailsWhatAnEarlierOneLeft() {
+    void failedExportMailsTheResultOfAnEarlierOne() {
         frmSongCollection& c = collectCharts({"Alpha"});
-        // A file that can be read and not replaced.
+        // This file can be read, but not replaced.
         QVERIFY(QFile::link("/proc/version", world->path("config/email.html")));
         click(c.Command1);
         const QByteArray left = bytesOf("config/email.html");
@@ -385,7 +385,7 @@ private Q_SLOTS:
     void mailWithoutItsFolderEndsTheCommand() {
         frmSongCollection& c = collectCharts({"Alpha"});
         QVERIFY(QDir().rename(world->path("config"), world->path("gone")));
-        world->answers.runTimeError(53);
+        world->answers.runTimeError(RunTimeError::FileNotFound);
         click(c.Command1);
         QVERIFY(!frmEmail::isLoaded());
         QCOMPARE(world->endStatus, -1);
@@ -400,7 +400,7 @@ private Q_SLOTS:
         QCOMPARE(titlesOf(printedPages(printedBy(c.cmdPrint))), titles);
     }
 
-    void longSetIsPrintedWhole() {
+    void longSetIsPrintedCompletely() {
         QStringList titles;
         for (int i = 1; i <= 40; ++i) titles.append(QStringLiteral("Song %1").arg(i));
         for (const QString& title : titles) addSongWithChart(title);

@@ -33,7 +33,7 @@ class TestSongPicker : public SetListTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void windowComesUpEmptyWithTheCategoriesInTableOrder() {
+    void windowOpensEmptyWithTheCategoriesInTableOrder() {
         addCategories({"Praise", "Communion", "Advent"});
         world->start();
         world->statements.clear();
@@ -54,7 +54,7 @@ private Q_SLOTS:
         QVERIFY(w.optPlayList[0]->isChecked());
     }
 
-    void searchRunsItsStatementsAndListsWhatItFinds() {
+    void searchRunsItsStatementsAndListsTheSongsFound() {
         addCategories({"Praise", "Prayer"});
         const QString b = addSong({.title = "Bread", .cat3 = "Praise", .artist = "A", .key = "G"});
         const QString a = addSong({.title = "Abide", .cat1 = "praise", .key = "Eb"});
@@ -71,7 +71,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 50.
-    void songsAreFoundThatHaveBothCategoriesInAnyOfTheirSlots() {
+    void songsWithBothCategoriesInAnySlotAreFound() {
         addCategories({"Praise", "Advent"});
         addSong({.title = "Both", .cat2 = "Advent", .cat5 = "Praise"});
         addSong({.title = "One", .cat1 = "Praise"});
@@ -124,7 +124,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 53.
-    void hymnsWithASecondCategoryListTheSongsOfBothAndNoPicture() {
+    void hymnsOfASecondCategoryAreListedWithoutAPicture() {
         addCategories({"Praise"});
         addSong({.title = "Hymn", .cat1 = "Praise", .cat2 = "Hymns", .soundFile = "/a.mp3"});
         addSong({.title = "Song", .cat1 = "Praise", .soundFile = "/b.mp3"});
@@ -178,7 +178,7 @@ private Q_SLOTS:
         frmSetList& w = open();
         pick(w.cmbCat1, "Prayer");
         QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"D"});
-        world->answers.runTimeError(53);
+        world->answers.runTimeError(RunTimeError::FileNotFound);
         pick(w.cmbCat1, "Praise");
         QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), (QStringList{"A", "B"}));
         QCOMPARE(world->endStatus, -1);
@@ -207,7 +207,7 @@ private Q_SLOTS:
         QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"Now"});
     }
 
-    void emptyFirstCategoryIsToldAndTheListStays() {
+    void emptyFirstCategoryIsReportedAndTheListStays() {
         addSong({.title = "A"});
         frmSetList& w = open();
         QTest::keyClicks(w.txtSearch, "a");
@@ -219,7 +219,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 51.
-    void bothSearchesShowADifferentLastPlayed() {
+    void eachSearchShowsItsOwnLastPlayedDate() {
         addCategories({"Praise"});
         const QString id = addSong({.title = "Song", .cat1 = "Praise"});
         addPlayed(id, {"12/25/01", "06/01/03"});
@@ -264,7 +264,7 @@ private Q_SLOTS:
         QCOMPARE(w.selectedSongRow, 1);
     }
 
-    void headClickSortsAscendingFirstAndFlips() {
+    void headClickSortsAscendingAndThenReverses() {
         addCategories({"Praise"});
         addPlayed(addSong({.title = "B", .cat1 = "Praise"}), {"12/25/01"});
         addPlayed(addSong({.title = "A", .cat1 = "Praise"}), {"06/01/03"});
@@ -275,13 +275,13 @@ private Q_SLOTS:
         QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), (QStringList{"A", "B", "C"}));
         clickCell(w.fpSongList1, PickerColumn::Title, 0);
         QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), (QStringList{"C", "B", "A"}));
-        // The order is remembered across columns; dates sort as dates, the empty one last.
+        // The order is kept for another column. Dates are sorted by day, the empty one last.
         clickCell(w.fpSongList1, PickerColumn::LastPlayed, 0);
         QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), (QStringList{"B", "A", "C"}));
         QCOMPARE(w.selectedSongRow, 0);
     }
 
-    void titleSearchWithoutATextDoesNothing() {
+    void titleSearchWithoutTextDoesNothing() {
         frmSetList& w = open();
         click(w.cmdSearchTitle);
         QVERIFY(world->statements.isEmpty());
@@ -299,7 +299,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 54.
-    void titleSearchLeavesTheDateAndPictureOfTheOldFirstRow() {
+    void titleSearchKeepsTheDateAndPictureOfTheOldFirstRow() {
         addCategories({"Praise"});
         addPlayed(addSong({.title = "Loud", .cat1 = "Praise", .soundFile = "/a.mp3"}),
                   {"10/05/25"});
@@ -333,20 +333,20 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 55.
-    void titleSearchStopsBehindAHitWithoutADate() {
+    void titleSearchFailsAfterASongThatWasNeverPlayed() {
         addPlayed(addSong({.title = "A one"}), {"10/05/25"});
         addSong({.title = "A two"});
         addPlayed(addSong({.title = "A three"}), {"10/05/25"});
         frmSetList& w = open();
         QTest::keyClicks(w.txtSearch, "a t");
-        world->answers.runTimeError(3705);
+        world->answers.runTimeError(RunTimeError::ObjectIsOpen);
         click(w.cmdSearchTitle);
         QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), (QStringList{"A two", "A three"}));
         QCOMPARE(world->endStatus, -1);
         QVERIFY(w.isVisible());
     }
 
-    void titleSearchKnowsLettersOfEveryScript() {
+    void titleSearchIgnoresCaseInEveryScript() {
         addSong({.title = QString::fromUtf8("Ευλόγει, η ψυχή μου")});
         addSong({.title = QString::fromUtf8("주 하나님 지으신")});
         addSong({.title = QString::fromUtf8("Cre\xCC\x81"
@@ -365,7 +365,7 @@ private Q_SLOTS:
                                                                                    "ateur"));
     }
 
-    void songMovesToThePastPlaylistAndTheListIsMadeAnew() {
+    void songMovedToThePastPlaylistLeavesTheList() {
         addCategories({"Praise"});
         addSong({.title = "Keep", .cat1 = "Praise"});
         const QString id = addSong({.title = "Leave", .cat1 = "Praise"});
@@ -388,7 +388,7 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 58.
-    void moveAfterATitleSearchIsDoneAndItsRefreshStopsWithTheMessage() {
+    void songMovedAfterATitleSearchStaysListed() {
         addSong({.title = "Leave"});
         frmSetList& w = open();
         QTest::keyClicks(w.txtSearch, "leave");
@@ -403,18 +403,18 @@ private Q_SLOTS:
     void categoryWithAnApostropheEndsTheSearchAndTheProgramGoesOn() {
         addCategories({"King's"});
         frmSetList& w = open();
-        world->answers.runTimeError(-2147217900);
+        world->answers.runTimeError(RunTimeError::StatementRefused);
         pick(w.cmbCat1, "King's");
         QCOMPARE(world->endStatus, -1);
         QVERIFY(w.isVisible());
     }
 
-    void playedDateThatIsNoDateEndsTheSearch() {
+    void playedDateThatIsNotADateEndsTheSearch() {
         addCategories({"Praise"});
         addSong({.title = "A", .cat1 = "Praise"});
         addPlayed(addSong({.title = "B", .cat1 = "Praise"}), {"at Easter"});
         frmSetList& w = open();
-        world->answers.runTimeError(13);
+        world->answers.runTimeError(RunTimeError::TypeMismatch);
         pick(w.cmbCat1, "Praise");
         QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"A"});
     }

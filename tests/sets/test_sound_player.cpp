@@ -1,4 +1,4 @@
-// Hearing a song while picking.
+// Playing a song of the list.
 #include "platform/theme/theme.h"
 #include "sets/set_list_test.h"
 #include "support/sound_file.h"
@@ -9,6 +9,12 @@
 
 using State = Media::State;
 
+namespace {
+
+constexpr int Patience = 60'000;  // milliseconds
+
+}  // namespace
+
 class TestSoundPlayer : public SetListTest {
     Q_OBJECT
 
@@ -17,7 +23,7 @@ class TestSoundPlayer : public SetListTest {
         return world->path(name);
     }
 
-    // The set window with the songs of "Praise" listed.
+    // Opens the set window and lists the songs of "Praise".
     frmSetList& listed() {
         addCategories({"Praise"});
         frmSetList& w = open();
@@ -26,7 +32,7 @@ class TestSoundPlayer : public SetListTest {
         return w;
     }
 
-    // Two songs with sound files, listed, the player open on the first.
+    // Lists two songs with sound files and opens the player with the first.
     frmSetList& playing() {
         addSong({.title = "Abide", .cat1 = "Praise", .soundFile = sound("a.wav")});
         addSong({.title = "Bread", .cat1 = "Praise", .soundFile = sound("b.wav")});
@@ -52,25 +58,29 @@ private Q_SLOTS:
         QCOMPARE(w.selectedSongRow, 1);
     }
 
-    void pressingTwoButtonsShowsBothLooksAndBothGoAtTheSameTick() {
+    void twoPressedButtonsAreReleasedAtTheSameTime() {
         frmSetList& w = playing();
         QCOMPARE(w.playerTimer.interval(), 1000);
         QVERIFY(!w.playerTimer.isActive());
         QCOMPARE(pressedLooks(w), (QList<bool>{false, false, false}));
+        // Long enough for the slowest machine.
+        w.playerTimer.setInterval(Patience);
         click(w.imgPlay);
         QCOMPARE(pressedLooks(w), (QList<bool>{true, false, false}));
-        QTest::qWait(500);
+        QTRY_VERIFY_WITH_TIMEOUT(w.playerTimer.remainingTime() < Patience - 100, Patience);
+        const int remaining = w.playerTimer.remainingTime();
         click(w.imgS);
         QCOMPARE(pressedLooks(w), (QList<bool>{true, false, true}));
-        // The second press gives the first look no second more.
-        QVERIFY(w.playerTimer.remainingTime() <= 550);
+        // The second click does not restart the timer.
+        QVERIFY(w.playerTimer.remainingTime() <= remaining);
         QSignalSpy ticks(&w.playerTimer, &QTimer::timeout);
-        QVERIFY(ticks.wait(2000));
+        w.playerTimer.setInterval(1);
+        QTRY_COMPARE_WITH_TIMEOUT(ticks.count(), 1, Patience);
         QCOMPARE(pressedLooks(w), (QList<bool>{false, false, false}));
         QVERIFY(!w.playerTimer.isActive());
     }
 
-    void clickOnThePictureOpensThePanelAndPlaysNothing() {
+    void clickOnThePictureOpensThePanelWithoutPlaying() {
         const QString id = addSong(
             {.title = "Große & <b>Ehre</b>", .cat1 = "Praise", .soundFile = sound("a.wav")});
         frmSetList& w = listed();
@@ -83,11 +93,9 @@ private Q_SLOTS:
         QCOMPARE(w.lblPlayTitle->text(), QStringLiteral("Große & <b>Ehre</b>"));
         QCOMPARE(w.lblPlayTitle->textFormat(), Qt::PlainText);
         QCOMPARE(w.mm.FileName, world->path("a.wav"));
-        QTRY_COMPARE(w.mm.state(), State::Held);
-        QTest::qWait(200);
-        QCOMPARE(w.mm.state(), State::Held);
+        QTRY_COMPARE_WITH_TIMEOUT(w.mm.state(), State::Held, Patience);
         QCOMPARE(w.mm.position(), 0.0);
-        // The click has marked the song for the set all the same.
+        // The click has selected the song for the set too.
         QCOMPARE(w.selectedSongRow, 1);
     }
 
@@ -101,23 +109,23 @@ private Q_SLOTS:
         QVERIFY(!w.picPlayer->isVisible());
     }
 
-    void buttonsDriveTheSound() {
+    void buttonsControlTheSound() {
         frmSetList& w = playing();
         click(w.imgPlay);
-        QTRY_COMPARE(w.mm.state(), State::Playing);
-        QTRY_VERIFY(w.mm.position() > 0.2);
+        QTRY_COMPARE_WITH_TIMEOUT(w.mm.state(), State::Playing, Patience);
+        QTRY_VERIFY_WITH_TIMEOUT(w.mm.position() > 0.2, Patience);
         click(w.imgPause);
         QVERIFY(w.imgPause2->isVisible());
-        QTRY_COMPARE(w.mm.state(), State::Held);
+        QTRY_COMPARE_WITH_TIMEOUT(w.mm.state(), State::Held, Patience);
         QVERIFY(w.mm.position() > 0.2);
         click(w.imgPlay);
-        QTRY_COMPARE(w.mm.state(), State::Playing);
+        QTRY_COMPARE_WITH_TIMEOUT(w.mm.state(), State::Playing, Patience);
         click(w.imgS);
-        QTRY_COMPARE(w.mm.state(), State::Held);
-        QTRY_COMPARE(w.mm.position(), 0.0);
+        QTRY_COMPARE_WITH_TIMEOUT(w.mm.state(), State::Held, Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(w.mm.position(), 0.0, Patience);
     }
 
-    void buttonCanBePressedAgainUnderItsPressedLook() {
+    void pressedButtonCanBeClickedAgain() {
         frmSetList& w = playing();
         click(w.imgPlay);
         QVERIFY(w.imgPlay2->isVisible());
@@ -128,35 +136,35 @@ private Q_SLOTS:
     void secondPictureChangesTheSongInThePanel() {
         frmSetList& w = playing();
         click(w.imgPlay);
-        QTRY_VERIFY(w.mm.position() > 0.2);
+        QTRY_VERIFY_WITH_TIMEOUT(w.mm.position() > 0.2, Patience);
         clickCell(w.fpSongList1, PickerColumn::Sound, 2);
         QCOMPARE(w.lblPlayTitle->text(), QStringLiteral("Bread"));
         QCOMPARE(w.mm.FileName, world->path("b.wav"));
-        QTRY_COMPARE(w.mm.position(), 0.0);
-        QTRY_COMPARE(w.mm.state(), State::Held);
+        QTRY_COMPARE_WITH_TIMEOUT(w.mm.position(), 0.0, Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(w.mm.state(), State::Held, Patience);
         QVERIFY(w.picPlayer->isVisible());
     }
 
-    void closeStopsTheSoundAndTakesThePanelAway() {
+    void closeStopsTheSoundAndHidesThePanel() {
         frmSetList& w = playing();
         click(w.imgPlay);
-        QTRY_COMPARE(w.mm.state(), State::Playing);
+        QTRY_COMPARE_WITH_TIMEOUT(w.mm.state(), State::Playing, Patience);
         click(w.imgClose);
         QVERIFY(!w.picPlayer->isVisible());
-        QTRY_COMPARE(w.mm.state(), State::Closed);
+        QTRY_COMPARE_WITH_TIMEOUT(w.mm.state(), State::Closed, Patience);
         QVERIFY(w.fpSongList1->hasFocus());
         clickCell(w.fpSongList1, PickerColumn::Sound, 2);
         QVERIFY(w.picPlayer->isVisible());
         QCOMPARE(w.lblPlayTitle->text(), QStringLiteral("Bread"));
     }
 
-    void fileThatCannotBePlayedGivesASilentPanel_data() {
+    void fileThatCannotBePlayedOpensASilentPanel_data() {
         QTest::addColumn<QByteArray>("content");
         QTest::newRow("missing") << QByteArray();
         QTest::newRow("broken") << QByteArray("no sound at all");
     }
     // Deliberate: behaviour 74.
-    void fileThatCannotBePlayedGivesASilentPanel() {
+    void fileThatCannotBePlayedOpensASilentPanel() {
         QFETCH(QByteArray, content);
         if (!content.isEmpty()) {
             QFile file(world->path("bad.wav"));
@@ -167,6 +175,7 @@ private Q_SLOTS:
         frmSetList& w = listed();
         clickCell(w.fpSongList1, PickerColumn::Sound, 1);
         QVERIFY(w.picPlayer->isVisible());
+        w.playerTimer.setInterval(Patience);
         for (QToolButton* button : {w.imgPlay, w.imgPause, w.imgS}) click(button);
         QTest::qWait(200);
         QCOMPARE(w.mm.state(), State::Closed);
@@ -175,7 +184,7 @@ private Q_SLOTS:
         QVERIFY(!w.picPlayer->isVisible());
     }
 
-    void pictureLeftByAnOlderSearchOpensASilentPanel() {
+    void pictureLeftByAnEarlierSearchOpensASilentPanel() {
         addSong({.title = "Loud", .cat1 = "Praise", .soundFile = sound("a.wav")});
         addSong({.title = "Quiet"});
         frmSetList& w = listed();
@@ -190,11 +199,11 @@ private Q_SLOTS:
         QCOMPARE(w.mm.state(), State::Closed);
     }
 
-    void songThatIsNoMoreEndsTheCommand() {
+    void deletedSongEndsTheCommand() {
         addSong({.title = "Gone", .cat1 = "Praise", .soundFile = sound("a.wav")});
         frmSetList& w = listed();
         world->sql("DELETE FROM songs");
-        world->answers.runTimeError(3021);
+        world->answers.runTimeError(RunTimeError::NoCurrentRecord);
         clickCell(w.fpSongList1, PickerColumn::Sound, 1);
         QVERIFY(!w.picPlayer->isVisible());
         QCOMPARE(world->endStatus, -1);
@@ -202,31 +211,32 @@ private Q_SLOTS:
     }
 
     // Deliberate: behaviour 74.
-    void soundGoesOnWhenTheWindowIsLeftAndEndsWhenItOpensAgain() {
+    void soundContinuesAfterTheWindowClosesUntilItReopens() {
         frmSetList& w = playing();
         click(w.imgPlay);
-        QTRY_COMPARE(w.mm.state(), State::Playing);
+        QTRY_COMPARE_WITH_TIMEOUT(w.mm.state(), State::Playing, Patience);
         w.Unload();
         settle();
         QVERIFY(!frmSetList::isLoaded());
         const double left = soundDevice().position();
-        QTRY_VERIFY(soundDevice().position() > left + 0.3);
+        QTRY_VERIFY_WITH_TIMEOUT(soundDevice().position() > left + 0.3, Patience);
         QCOMPARE(soundDevice().state(), State::Playing);
         frmSetList& again = open();
         QVERIFY(!again.picPlayer->isVisible());
-        QTRY_COMPARE(again.mm.state(), State::Closed);
+        QTRY_COMPARE_WITH_TIMEOUT(again.mm.state(), State::Closed, Patience);
     }
 
-    void windowLeftUnderAPressedLookHarmsNothing() {
+    void windowCanBeClosedWhileAButtonLooksPressed() {
         frmSetList& w = playing();
         click(w.imgPlay);
         QVERIFY(w.playerTimer.isActive());
+        QSignalSpy timer(&w.playerTimer, &QObject::destroyed);
         w.Unload();
-        QTest::qWait(1200);
+        QTRY_COMPARE_WITH_TIMEOUT(timer.count(), 1, Patience);
         soundDevice().Command("close");
     }
 
-    void playerIsReachedAndWorkedByTheKeyboard() {
+    void playerCanBeUsedWithTheKeyboard() {
         addSong({.title = "Abide", .cat1 = "Praise", .soundFile = sound("a.wav")});
         frmSetList& w = listed();
         w.activateWindow();
@@ -244,7 +254,7 @@ private Q_SLOTS:
         w.imgPlay->setFocus();
         QTest::keyClick(w.imgPlay, Qt::Key_Space);
         QVERIFY(w.imgPlay2->isVisible());
-        QTRY_COMPARE(w.mm.state(), State::Playing);
+        QTRY_COMPARE_WITH_TIMEOUT(w.mm.state(), State::Playing, Patience);
         for (const QToolButton* button : {w.imgPlay, w.imgPause, w.imgS, w.imgClose})
             QVERIFY(!button->accessibleName().isEmpty());
         w.imgClose->setFocus();
@@ -252,7 +262,7 @@ private Q_SLOTS:
         QVERIFY(w.fpSongList1->hasFocus());
     }
 
-    void veryLongTitleLeavesTheWindowItsSize() {
+    void veryLongTitleDoesNotResizeTheWindow() {
         addSong({.title = QStringLiteral("Alleluia ").repeated(60),
                  .cat1 = "Praise",
                  .soundFile = sound("a.wav")});
@@ -265,7 +275,7 @@ private Q_SLOTS:
         QVERIFY(w.fpSongList1->height() > 100);
     }
 
-    void soundPictureStandsOutInBothLooks() {
+    void soundPictureHasEnoughContrastInBothThemes() {
         const QImage image(QStringLiteral(SOURCE_TREE "/program/config/sound.jpg"));
         QVERIFY(!image.isNull());
         const QColor ground = image.pixelColor(1, 1);

@@ -93,14 +93,6 @@ void setUpPickerList(SheetGrid& list) {
     list.CellType(CellKind::Picture);
 }
 
-QStringList pickerCategories() {
-    QStringList names;
-    Recordset rs = select(QStringLiteral("SELECT name FROM categories"));
-    for (; !rs.EOF_(); rs.MoveNext()) names.append(rs.Fields("Name"));
-    rs.Close();
-    return names;
-}
-
 void listByCategory(SheetGrid& list, const CategorySearch& search) {
     const bool wantsHymns = isHymns(search.category1) || isHymns(search.category2);
     Recordset songs;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 
 class SheetGrid;
 
@@ -20,9 +19,6 @@ struct CategorySearch {
 
 // Gives a grid the columns of the list, empty.
 void setUpPickerList(SheetGrid& list);
-
-// The names of all categories in the table's order.
-QStringList pickerCategories();
 
 // Lists the songs of the categories that are in the playlist, each with its greatest played date
 // as text. Raises RunTimeError::FileNotFound at the first song with a sound file if the sound
