@@ -68,7 +68,6 @@ void frmSongCollection::stackCharts() {
     }
 }
 
-// Deliberate: behaviour 79.
 void frmSongCollection::layoutCollection() { formatStackedCharts(fpSong); }
 
 void frmSongCollection::printCollection() {

@@ -202,7 +202,7 @@ private Q_SLOTS:
         }
     }
 
-    // Deliberate: behaviour 79.
+    // Deliberate: behaviour 131.
     void titlesAreJoinedOnTheFirstTwoPagesOnly() {
         frmSongCollection& c = collectCharts({"Alpha", "Beta", "Gamma"});
         printedBy(c.cmdPrint);
