@@ -282,18 +282,19 @@ private Q_SLOTS:
         QVERIFY(w.fpSchedule->MaxRows() >= 48);
         picture(&world->main(), QStringLiteral("scheduling"));
         click(w.cmdPrintSched);
-        w.optEmail[0]->click();
-        w.txtFrom->setText(QStringLiteral("11/22/26"));
-        w.txtto->setText(QStringLiteral("11/29/26"));
+        w.frmChooseEmail->optEmail[0]->click();
+        w.frmChooseEmail->txtFrom->setText(QStringLiteral("11/22/26"));
+        w.frmChooseEmail->txtto->setText(QStringLiteral("11/29/26"));
         picture(&world->main(), QStringLiteral("weeks-to-print"));
         print(
-            QStringLiteral("weeks"), [&] { click(w.cmdSend); }, QStringLiteral("11/29/26"));
+            QStringLiteral("weeks"), [&] { click(w.frmChooseEmail->cmdSend); },
+            QStringLiteral("11/29/26"));
         print(
             QStringLiteral("roster"), [&] { click(w.cmdPrintRoster); },
             QStringLiteral("Vacation Days"));
         click(w.cmdEmailSchedule);
-        w.optEmail[1]->click();
-        click(w.cmdSend);
+        w.frmChooseEmail->optEmail[1]->click();
+        click(w.frmChooseEmail->cmdSend);
         send(QStringLiteral("schedule"), QStringLiteral("12/06/26"));
         w.Unload();
         click(world->main().cmdHistory);
