@@ -93,7 +93,7 @@ void frmEmail::sendMail() {
     }
     Recordset people = selectPeople();
     const MailingList list = mailingListOf(*fpTo, people);
-    if (list.addresses.isEmpty()) {
+    if (list.people == 0) {
         // Deliberate: behaviour 163.
         messageBox(QStringLiteral("Select at least one recipient."));
         return;

@@ -320,6 +320,18 @@ private Q_SLOTS:
         QCOMPARE(server.messages(), 1);
     }
 
+    void personWhoLostTheAddressAfterBeingChosenIsReported() {
+        addTeam();
+        MailServer server({});
+        frmEmail& mail = openMessage(server.address());
+        world->sql(QStringLiteral("UPDATE personell SET email = ''"));
+        expectFailure();
+        click(mail.cmdSend);
+        QVERIFY2(failure().contains(QStringLiteral("None of the recipients has a mail address.")),
+                 qPrintable(failure()));
+        QVERIFY(server.said().isEmpty());
+    }
+
     void emptyServerOrSenderIsReported() {
         addTeam();
         frmEmail& mail = openMessage(QString());

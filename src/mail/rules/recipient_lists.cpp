@@ -52,6 +52,7 @@ MailingList mailingListOf(const SheetGrid& recipients, Recordset& people) {
         for (; !people.EOF_(); people.MoveNext()) {
             const QString name = personName(people);
             if (name.compare(wanted, Qt::CaseInsensitive) != 0) continue;
+            ++list.people;
             list.addresses += people.Fields("email") + QLatin1Char(';');
             list.names += name + QLatin1Char(';');
         }

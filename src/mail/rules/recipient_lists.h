@@ -24,8 +24,10 @@ void clearRecipients(SheetGrid& recipients);
 // Opens the people with their names and addresses. Raises what a failing statement raises.
 [[nodiscard]] Recordset selectPeople();
 
-// Addresses and names, each list joined by semicolons and in the same order.
+// Addresses and names, each list joined by semicolons and in the same order. An address may be
+// empty.
 struct MailingList {
+    int people = 0;
     QString addresses;
     QString names;
 };
