@@ -1,13 +1,29 @@
 // Paths and what lies under them.
 #include "core/data/paths.h"
+#include "support/files.h"
+#include "support/full_disk.h"
 #include "support/registry.h"
 
+#include <QTemporaryDir>
 #include <QTest>
 
 class TestPaths : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    // A few kilobytes, which are written at the very end.
+    void smallFileStaysAsItWasOnAFullDisk() {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("small"));
+        QVERIFY(replaceFile(path, "old"));
+        {
+            const FullDisk disk(1000);
+            QVERIFY(!replaceFile(path, QByteArray(4000, 'x')));
+        }
+        QCOMPARE(bytesOf(path), QByteArray("old"));
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{"small"});
+    }
+
     void folderHoldsItselfAndAllBelow_data() {
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("folder");
