@@ -1,4 +1,4 @@
-#include "mail/po_send_mail_checks.h"
+#include "mail/rules/mail_checks.h"
 
 #include "core/data/paths.h"
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-// Bits of SMTPHostValidation. That a name can be found (2) shows when the talk begins.
+// A bit of SMTPHostValidation. The other, 2, needs no check: connecting resolves the name anyway.
 constexpr int ChecksForm = 1;
 
 constexpr int LongestLocalPart = 64;
@@ -29,12 +29,7 @@ bool isHostName(const QString& host) {
     });
 }
 
-bool holdsLineEnd(const QString& text) {
-    return std::any_of(text.begin(), text.end(), [](QChar c) {
-        return c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
-               c == QChar::ParagraphSeparator;
-    });
-}
+bool holdsControl(const QString& text) { return std::any_of(text.begin(), text.end(), isControl); }
 
 QString fileFault(const QString& path) {
     const QFileInfo file(resolvedPath(path));
@@ -46,6 +41,11 @@ QString fileFault(const QString& path) {
 }
 
 }  // namespace
+
+bool isControl(QChar c) {
+    return c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+           c == QChar::ParagraphSeparator;
+}
 
 bool MailHost::isLoopback() const {
     static const QRegularExpression own(
@@ -59,7 +59,7 @@ std::optional<MailHost> mailHostOf(const QString& text, const QString& plain, in
     static const QRegularExpression form(QRegularExpression::anchoredPattern(QStringLiteral(
         "(?:(\\w+)://)?(\\[[0-9a-fA-F:.]+\\]|[^\\s:/@?#%\\\\\\[\\]]+)(?::(\\d{1,5}))?/?")));
     const QRegularExpressionMatch match = form.match(text.trimmed());
-    if (!match.hasMatch() || holdsLineEnd(text)) return std::nullopt;
+    if (!match.hasMatch() || holdsControl(text)) return std::nullopt;
     MailHost host{match.captured(1).toLower(), match.captured(2), match.captured(3).toInt()};
     if (host.scheme.isEmpty()) host.scheme = plain;
     if (host.scheme != plain && host.scheme != plain + QLatin1Char('s')) return std::nullopt;
@@ -71,7 +71,7 @@ std::optional<MailHost> mailHostOf(const QString& text, const QString& plain, in
 }
 
 bool isMailAddress(const QString& address, bool checksForm) {
-    if (address.isEmpty() || holdsLineEnd(address) ||
+    if (address.isEmpty() || holdsControl(address) ||
         address.contains(QRegularExpression(QStringLiteral("[\\s<>]"))))
         return false;
     if (!checksForm) return true;
@@ -86,10 +86,10 @@ bool isMailAddress(const QString& address, bool checksForm) {
            matchesWhole(domain, QStringLiteral("\\[(?:IPv6:)?[0-9a-fA-F:.]+\\]"));
 }
 
-std::vector<Mailbox> recipientsOf(const MailLetter& letter) {
-    const QStringList addresses = letter.Recipient.split(letter.Delimiter);
-    QStringList names = letter.RecipientDisplayName.split(letter.Delimiter);
-    // A delimiter inside a cell shifts the names: none is better than another person's.
+std::vector<Mailbox> recipientsOf(const MailMessage& message) {
+    const QStringList addresses = message.Recipient.split(message.Delimiter);
+    QStringList names = message.RecipientDisplayName.split(message.Delimiter);
+    // A delimiter inside a cell shifts the names: no name is better than another person's.
     if (names.size() != addresses.size()) names.clear();
     std::vector<Mailbox> boxes;
     for (qsizetype i = 0; i < addresses.size(); ++i) {
@@ -100,8 +100,8 @@ std::vector<Mailbox> recipientsOf(const MailLetter& letter) {
     return boxes;
 }
 
-QStringList attachmentsOf(const MailLetter& letter) {
-    const QStringList pieces = letter.Attachment.split(letter.Delimiter);
+QStringList attachmentsOf(const MailMessage& message) {
+    const QStringList pieces = message.Attachment.split(message.Delimiter);
     QStringList paths;
     for (qsizetype i = 0; i < pieces.size(); ++i) {
         QString path = pieces[i].trimmed();
@@ -114,53 +114,54 @@ QStringList attachmentsOf(const MailLetter& letter) {
                 break;
             }
             if (last + 1 == pieces.size()) break;
-            joined += letter.Delimiter + pieces[last + 1];
+            joined += message.Delimiter + pieces[last + 1];
         }
         paths.append(path);
     }
     return paths;
 }
 
-std::optional<MailHost> smtpHostOf(const MailLetter& letter) {
-    return mailHostOf(letter.SMTPHost, QStringLiteral("smtp"), letter.UseAuthentication ? 587 : 25,
-                      465, letter.SMTPHostValidation & ChecksForm);
+std::optional<MailHost> smtpHostOf(const MailMessage& message) {
+    return mailHostOf(message.SMTPHost, QStringLiteral("smtp"),
+                      message.UseAuthentication ? 587 : 25, 465,
+                      message.SMTPHostValidation & ChecksForm);
 }
 
-std::optional<MailHost> popHostOf(const MailLetter& letter) {
-    return mailHostOf(letter.POP3Host, QStringLiteral("pop3"), 110, 995,
-                      letter.SMTPHostValidation & ChecksForm);
+std::optional<MailHost> popHostOf(const MailMessage& message) {
+    return mailHostOf(message.POP3Host, QStringLiteral("pop3"), 110, 995,
+                      message.SMTPHostValidation & ChecksForm);
 }
 
-QString faultsOf(const MailLetter& letter) {
+QString faultsOf(const MailMessage& message) {
     QStringList faults;
-    const bool checksForm = letter.EmailAddressValidation != 0;
-    if (!smtpHostOf(letter))
-        faults += QStringLiteral("\"%1\" is not the name of a mail server.").arg(letter.SMTPHost);
-    if (letter.UsePopAuthentication && !popHostOf(letter))
-        faults += QStringLiteral("\"%1\" is not the name of a POP3 server.").arg(letter.POP3Host);
-    if ((letter.UseAuthentication || letter.UsePopAuthentication) && letter.Username.isEmpty())
-        faults += QStringLiteral("The login needs a user name.");
-    if (holdsLineEnd(letter.Username) || holdsLineEnd(letter.Password))
-        faults += QStringLiteral("The user name or the password holds a line end.");
-    if (!isMailAddress(letter.From, checksForm))
-        faults += QStringLiteral("\"%1\" is not a sender's mail address.").arg(letter.From);
-    if (!letter.ReplyToAddress.isEmpty() && letter.ReplyToAddress != letter.From &&
-        !isMailAddress(letter.ReplyToAddress, checksForm))
+    const bool checksForm = message.EmailAddressValidation != 0;
+    if (!smtpHostOf(message))
+        faults += QStringLiteral("\"%1\" is not a valid mail server name.").arg(message.SMTPHost);
+    if (message.UsePopAuthentication && !popHostOf(message))
+        faults += QStringLiteral("\"%1\" is not a valid POP3 server name.").arg(message.POP3Host);
+    if ((message.UseAuthentication || message.UsePopAuthentication) && message.Username.isEmpty())
+        faults += QStringLiteral("The login requires a user name.");
+    if (holdsControl(message.Username) || holdsControl(message.Password))
+        faults += QStringLiteral("The user name or the password contains a control character.");
+    if (!isMailAddress(message.From, checksForm))
+        faults += QStringLiteral("The sender's address \"%1\" is not valid.").arg(message.From);
+    if (!message.ReplyToAddress.isEmpty() && message.ReplyToAddress != message.From &&
+        !isMailAddress(message.ReplyToAddress, checksForm))
         faults +=
-            QStringLiteral("\"%1\" is not a mail address to reply to.").arg(letter.ReplyToAddress);
-    const std::vector<Mailbox> boxes = recipientsOf(letter);
+            QStringLiteral("The reply address \"%1\" is not valid.").arg(message.ReplyToAddress);
+    const std::vector<Mailbox> boxes = recipientsOf(message);
     for (const Mailbox& box : boxes)
         if (!isMailAddress(box.address, checksForm))
             faults +=
-                QStringLiteral("\"%1\" is not a mail address (%2).")
+                QStringLiteral("The address \"%1\" is not valid (%2).")
                     .arg(box.address, box.name.isEmpty() ? QStringLiteral("no name") : box.name);
     if (boxes.empty()) faults += QStringLiteral("None of the recipients has a mail address.");
-    if (int(boxes.size()) > letter.MaxRecipients)
-        faults += QStringLiteral("There are %1 recipients; a letter goes to %2 at most.")
+    if (int(boxes.size()) > message.MaxRecipients)
+        faults += QStringLiteral("There are %1 recipients; a message can have %2 at most.")
                       .arg(boxes.size())
-                      .arg(letter.MaxRecipients);
-    if (letter.EncodeType != 0) faults += QStringLiteral("The encoding is not known.");
-    for (const QString& path : attachmentsOf(letter)) {
+                      .arg(message.MaxRecipients);
+    if (message.EncodeType != 0) faults += QStringLiteral("The encoding is not supported.");
+    for (const QString& path : attachmentsOf(message)) {
         const QString fault = fileFault(path);
         if (!fault.isEmpty()) faults += fault;
     }

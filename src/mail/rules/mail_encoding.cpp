@@ -1,16 +1,13 @@
-#include "mail/po_send_mail_message.h"
+#include "mail/rules/mail_encoding.h"
 
 #include "core/data/paths.h"
 #include "core/data/texts.h"
-#include "mail/po_send_mail_checks.h"
+#include "mail/rules/mail_checks.h"
 
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <QMimeDatabase>
-#include <QTextDocument>
-#include <QTextFrame>
-#include <QTextTable>
 #include <QUrl>
 #include <QUuid>
 
@@ -19,13 +16,11 @@
 namespace {
 
 constexpr int BytesAnEncodedWord = 39;
-constexpr int LongestPlainHeader = 900;  // a line may have 998
+constexpr int LongestPlainHeader = 900;  // RFC 5322 allows 998
 
 QString withoutControls(QString text) {
     for (QChar& c : text)
-        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
-            c == QChar::ParagraphSeparator)
-            c = QLatin1Char(' ');
+        if (isControl(c)) c = QLatin1Char(' ');
     return text;
 }
 
@@ -41,7 +36,7 @@ QByteArray quoted(const QString& text) {
     return '"' + inside + '"';
 }
 
-// Words of whole characters, since a reader may decode each by itself.
+// Never splits a character between two words, since a mail reader may decode each by itself.
 QByteArray encodedWords(const QString& text) {
     QByteArray words;
     QByteArray word;
@@ -60,14 +55,14 @@ QByteArray encodedWords(const QString& text) {
     return words;
 }
 
-// Line ends as mail has them.
+// Mail ends its lines with CR LF.
 QByteArray mailText(QString text) {
     text = withUnixLineEnds(text);
     text.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
     return text.toUtf8();
 }
 
-// Base64 keeps lines of any length, and its length is known before it is sent.
+// Base64 allows for lines of any length, and its size is known in advance.
 void setText(curl_mimepart* part, const QString& text, const char* type) {
     const QByteArray bytes = mailText(text);
     curl_mime_data(part, bytes.constData(), size_t(bytes.size()));
@@ -77,17 +72,17 @@ void setText(curl_mimepart* part, const QString& text, const char* type) {
 
 QByteArray typeOf(const QString& path) {
     const QString type = QMimeDatabase().mimeTypeForFile(path).name();
-    // A letter inside a letter must not be encoded, and this one is sent byte for byte.
+    // A nested message must not be encoded; as a plain file it is delivered byte for byte.
     if (type.startsWith(QLatin1String("message/")) || type.startsWith(QLatin1String("multipart/")))
         return "application/octet-stream";
     return type.toLatin1();
 }
 
-// An attachment, held open from the start so that a new file of its name is never mixed into it.
+// An attachment. It stays open, so that a file that replaces it is never mixed into it.
 struct OpenFile {
     explicit OpenFile(const QString& path) : file(path) {}
     QFile file;
-    qint64 left = 0;  // bytes that were announced and are not sent yet
+    qint64 left = 0;  // bytes that are announced but not yet sent
 };
 
 size_t readFile(char* buffer, size_t size, size_t count, void* source) {
@@ -95,7 +90,7 @@ size_t readFile(char* buffer, size_t size, size_t count, void* source) {
     const qint64 wanted = std::min(qint64(size * count), open->left);
     if (wanted == 0) return 0;
     const qint64 got = open->file.read(buffer, wanted);
-    // A file that was cut meanwhile is not delivered as a half.
+    // A file that was truncated meanwhile must not be delivered in part.
     if (got <= 0) return CURL_READFUNC_ABORT;
     open->left -= got;
     return size_t(got);
@@ -118,34 +113,7 @@ bool setFile(curl_mimepart* part, const QString& path) {
     return true;
 }
 
-void addLines(const QTextFrame::iterator& from, const QTextFrame::iterator& end,
-              QStringList& lines) {
-    for (auto it = from; it != end; ++it) {
-        const auto* table = qobject_cast<const QTextTable*>(it.currentFrame());
-        if (!it.currentFrame()) {
-            // An empty paragraph before a table is the document's own.
-            auto next = it;
-            if (it.currentBlock().length() == 1 && (++next).currentFrame()) continue;
-            lines += it.currentBlock().text().replace(QChar::LineSeparator, QLatin1Char('\n'));
-        } else if (!table) {
-            addLines(it.currentFrame()->begin(), it.currentFrame()->end(), lines);
-        } else {
-            for (int row = 0; row < table->rows(); ++row) {
-                QStringList cells;
-                for (int col = 0; col < table->columns(); ++col) {
-                    const QTextTableCell cell = table->cellAt(row, col);
-                    if (cell.row() != row || cell.column() != col) continue;
-                    QStringList inside;
-                    addLines(cell.begin(), cell.end(), inside);
-                    cells += inside.join(QLatin1Char('\n'));
-                }
-                lines += cells.join(QStringLiteral("   "));
-            }
-        }
-    }
-}
-
-// An address as all servers take it: a domain of any language in its plain form.
+// Encodes an international domain as ASCII, since not all servers accept it otherwise.
 QByteArray plainAddress(const QString& address) {
     const QByteArray domain = QUrl::toAce(address.section(QLatin1Char('@'), -1));
     if (isPlain(address) || domain.isEmpty()) return address.toUtf8();
@@ -179,57 +147,44 @@ QByteArray attachmentDisposition(const QString& fileName) {
     return "attachment;\r\n filename*=UTF-8''" + QUrl::toPercentEncoding(name);
 }
 
-QString plainTextOf(const QString& html) {
-    QTextDocument document;
-    document.setUndoRedoEnabled(false);
-    document.setHtml(html);
-    QStringList lines;
-    addLines(document.rootFrame()->begin(), document.rootFrame()->end(), lines);
-    QString text = lines.join(QLatin1Char('\n'));
-    text.replace(QChar::Nbsp, QLatin1Char(' '));
-    text.remove(QChar::ObjectReplacementCharacter);
-    return text.trimmed() + QLatin1Char('\n');
-}
-
-CurlList headersOf(const MailLetter& letter) {
+CurlList headersOf(const MailMessage& message) {
     CurlList list;
     append(list, "Date: " + QDateTime::currentDateTime().toString(Qt::RFC2822Date).toLatin1());
-    append(list, "From: " + encodedMailbox(letter.From, letter.FromDisplayName));
-    if (!letter.ReplyToAddress.isEmpty())
-        append(list, "Reply-To: " + encodedMailbox(letter.ReplyToAddress, {}));
+    append(list, "From: " + encodedMailbox(message.From, message.FromDisplayName));
+    if (!message.ReplyToAddress.isEmpty())
+        append(list, "Reply-To: " + encodedMailbox(message.ReplyToAddress, {}));
     QByteArrayList boxes;
-    for (const Mailbox& box : recipientsOf(letter)) boxes += encodedMailbox(box.address, box.name);
+    for (const Mailbox& box : recipientsOf(message)) boxes += encodedMailbox(box.address, box.name);
     append(list, "To: " + boxes.join(",\r\n "));
-    append(list, "Subject: " + encodedHeader(letter.Subject));
+    append(list, "Subject: " + encodedHeader(message.Subject));
     append(list, "Message-ID: <" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces) + '@' +
-                     plainAddress(letter.From).split('@').last() + '>');
-    if (letter.Priority >= 1 && letter.Priority <= 5)
-        append(list, "X-Priority: " + QByteArray::number(letter.Priority));
-    if (letter.Receipt)
-        append(list, "Disposition-Notification-To: " + encodedMailbox(letter.From, {}));
-    if (!letter.ContentBase.isEmpty())
-        append(list, "Content-Base: \"" + QUrl(letter.ContentBase).toEncoded() + '"');
+                     plainAddress(message.From).split('@').last() + '>');
+    if (message.Priority >= 1 && message.Priority <= 5)
+        append(list, "X-Priority: " + QByteArray::number(message.Priority));
+    if (message.Receipt)
+        append(list, "Disposition-Notification-To: " + encodedMailbox(message.From, {}));
+    if (!message.ContentBase.isEmpty())
+        append(list, "Content-Base: \"" + QUrl(message.ContentBase).toEncoded() + '"');
     append(list, "X-Mailer: Lorvanite");
     return list;
 }
 
-CurlMime bodyOf(CURL* curl, const MailLetter& letter) {
+CurlMime bodyOf(CURL* curl, const MailMessage& message, const QString& plainText) {
     CurlMime mixed(curl_mime_init(curl));
     curl_mimepart* body = curl_mime_addpart(mixed.get());
-    if (letter.AsHTML) {
+    if (message.AsHTML) {
         CurlMime alternatives(curl_mime_init(curl));
-        setText(curl_mime_addpart(alternatives.get()), plainTextOf(letter.Message),
-                "text/plain; charset=utf-8");
-        setText(curl_mime_addpart(alternatives.get()), letter.Message, "text/html; charset=utf-8");
+        setText(curl_mime_addpart(alternatives.get()), plainText, "text/plain; charset=utf-8");
+        setText(curl_mime_addpart(alternatives.get()), message.Message, "text/html; charset=utf-8");
         curl_mime_subparts(body, alternatives.release());
         curl_mime_type(body, "multipart/alternative");
         CurlList own;
         append(own, "Content-Disposition: inline");
         curl_mime_headers(body, own.release(), 1);
     } else {
-        setText(body, letter.Message, "text/plain; charset=utf-8");
+        setText(body, message.Message, "text/plain; charset=utf-8");
     }
-    for (const QString& path : attachmentsOf(letter))
+    for (const QString& path : attachmentsOf(message))
         if (!setFile(curl_mime_addpart(mixed.get()), path)) return nullptr;
     return mixed;
 }
