@@ -14,6 +14,8 @@
 #include <QTextCursor>
 #include <QTextEdit>
 
+#include <tuple>
+
 namespace {
 
 constexpr double LyricPoints = 24;
@@ -100,8 +102,8 @@ void exportChart(SheetGrid& chart) {
 void mailChart(SheetGrid& chart, NoteButton note) {
     if (!gatherPages(chart)) return;
     // Where this fails, what an earlier export has left is mailed: this is meant.
-    chart.ExportRangeToHTML(1, 1, chart.MaxCols(), chart.DataRowCnt(), mailStagingFile(), false,
-                            QStringLiteral("lsl"));
+    std::ignore = chart.ExportRangeToHTML(1, 1, chart.MaxCols(), chart.DataRowCnt(),
+                                          mailStagingFile(), false, QStringLiteral("lsl"));
     handOverStagedMail(note);
     releasePages(chart);
 }
@@ -122,6 +124,6 @@ void saveLyricSheet(SheetGrid& chart, QTextEdit& rtb) {
     }
     setLyricLetters(*rtb.document());
     // From the dialog on errors do not stop the command, and none is told.
-    replaceFile(commonDlg().FileName, rtfOf(*rtb.document()));
+    std::ignore = replaceFile(commonDlg().FileName, rtfOf(*rtb.document()));
     showGridLines(chart, true);
 }

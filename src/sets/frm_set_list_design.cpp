@@ -9,6 +9,8 @@
 #include "sets/frm_set_list.h"
 #include "sets/rules/set_grid.h"
 
+#include <tuple>
+
 void frmSetList::placeSong(int row) {
     clickedSetRow = row;
     if (selectedSongRow > 0) {
@@ -83,7 +85,8 @@ bool frmSetList::chooseDesign(void (CommonDialog::*show)()) {
 void frmSetList::designSave() {
     takeFocusOff();
     if (!chooseDesign(&CommonDialog::ShowSave)) return;
-    fpSet->SaveToFile(commonDlg().FileName, false);
+    // A file that cannot be written is not reported, like every error after the dialog.
+    std::ignore = fpSet->SaveToFile(commonDlg().FileName, false);
 }
 
 void frmSetList::designLoad() {

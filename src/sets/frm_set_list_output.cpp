@@ -10,6 +10,8 @@
 #include "sets/frm_song_collection.h"
 #include "sets/rules/set_grid.h"
 
+#include <tuple>
+
 namespace {
 
 QString fileLocoOf(const QString& title) {
@@ -48,7 +50,7 @@ void frmSetList::exportSetAsText() {
         text += fpSet->GetText(1, row) + QStringLiteral("   ") + fpSet->GetText(2, row) +
                 QStringLiteral("\r\n");
     // A file that cannot be written ends the command without a word: this is meant.
-    replaceFile(dialog.FileName, text.toUtf8());
+    std::ignore = replaceFile(dialog.FileName, text.toUtf8());
 }
 
 void frmSetList::cmdExportText_Click() { exportSetAsText(); }

@@ -7,6 +7,8 @@
 #include "sets/rules/set_record.h"
 #include "sets/set_folder.h"
 
+#include <tuple>
+
 void frmSetList::saveSet() {
     takeFocusOff();
     const QString date = fpSet->GetText(2, 1);
@@ -30,7 +32,9 @@ void frmSetList::saveSet() {
     dialog.Filter = QStringLiteral("SET Files|*.set");
     dialog.InitDir = savedSetsFolder();
     dialog.FileName = defaultSetName(date);
-    if (dialog.chosen(&CommonDialog::ShowSave)) fpSet->SaveToFile(dialog.FileName, false);
+    // A file that cannot be written is not reported: the record in the database counts.
+    if (dialog.chosen(&CommonDialog::ShowSave))
+        std::ignore = fpSet->SaveToFile(dialog.FileName, false);
 }
 
 void frmSetList::cmdSaveSetList_Click() { saveSet(); }

@@ -18,6 +18,8 @@
 #include <QFile>
 #include <QKeyEvent>
 
+#include <tuple>
+
 namespace {
 
 const QString MailRange = QStringLiteral("e-Mail Range of &Weeks");
@@ -188,7 +190,8 @@ void frmSchedule::hideForOutput() {
 
 void frmSchedule::compactForOutput() {
     hideForOutput();
-    fpSchedule->SaveToFile(scratchFile(), false);
+    // What cannot be kept in the scratch file goes out all the same.
+    std::ignore = fpSchedule->SaveToFile(scratchFile(), false);
     // The numbers allow for the deletions before them.
     std::vector<int> blankRows;
     for (int row = FirstHeadRow; row <= fpSchedule->MaxRows(); ++row)
@@ -245,8 +248,8 @@ void frmSchedule::mailSchedule() {
     int last = fpSchedule->DataRowCnt();
     if (isRangeMode() && !findWeeks(first, last, false)) return;
     // An export that fails is not noticed: what the file held before goes out. This is meant.
-    fpSchedule->ExportRangeToHTML(1, first, 4, last, mailStagingFile(), false,
-                                  QStringLiteral("lsl"));
+    std::ignore = fpSchedule->ExportRangeToHTML(1, first, 4, last, mailStagingFile(), false,
+                                                QStringLiteral("lsl"));
     fillMail(rewriteStagedTable());
     joinNoteLines();
     showSchedule(true);

@@ -317,7 +317,7 @@ private Q_SLOTS:
         QTest::newRow("no column") << "ALTER TABLE songs DROP COLUMN CCLI"
                                    << "no such column: CCLI";
         QTest::newRow("later version") << "PRAGMA user_version = 2"
-                                       << "a later version of Lorvanite has made it";
+                                       << "created by a later version of Lorvanite";
     }
     void databaseThatIsNoneOrDamagedOrLacksATableLeavesTheRunningOne() {
         QFETCH(QString, spoil);

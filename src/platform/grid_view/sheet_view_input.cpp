@@ -214,7 +214,7 @@ void SheetView::keyPressEvent(QKeyEvent* event) {
     if (isReadOnly() ? keyInList(*event) : keyInForm(*event)) return;
     const bool opens = event->key() == Qt::Key_F2;
     QTableView::keyPressEvent(event);
-    // F2 goes on with the text, typing replaces it.
+    // F2 continues the text.
     if (opens) {
         if (auto* line = qobject_cast<QLineEdit*>(m->delegate.editor())) line->end(false);
     }

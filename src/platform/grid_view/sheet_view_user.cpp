@@ -23,6 +23,14 @@ void SheetView::commitEdit() {
     }
 }
 
+bool SheetView::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
+    // Deliberate: behaviour 16.
+    m->delegate.setContinuing(trigger == AnyKeyPressed && !EditModeReplace());
+    const bool opened = QTableView::edit(index, trigger, event);
+    m->delegate.setContinuing(false);
+    return opened;
+}
+
 void SheetView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
     // What took its text may have closed it.
     if (editor != m->delegate.editor()) return;

@@ -279,6 +279,13 @@ private Q_SLOTS:
         QCOMPARE(world->statements,
                  QStringList{"UPDATE prefs SET var_value = '' WHERE var_name = 'x' [4]"});
     }
+
+    void statementLogHoldsPlaceholdersAsTheyAre() {
+        openDatabase();
+        const QString source = "UPDATE prefs SET var_value = '%1 and %2' WHERE var_name = '%1'";
+        run(source);
+        QCOMPARE(world->statements, QStringList{source + " [3]"});
+    }
 };
 
 LORVANITE_TEST(TestDatabase)
