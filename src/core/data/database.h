@@ -16,7 +16,7 @@ enum class LockType { ReadOnly = 1, Optimistic = 3, BatchOptimistic = 4 };
 // A connection to a database file. Every statement commits on its own, and is on the disk when its
 // call returns. Comparisons and ORDER BY of texts ignore case for all of Unicode and follow the
 // English alphabet. Statements may read and write rows; those that attach files, set pragmas, begin
-// transactions or change the tables are refused.
+// transactions or change the tables are refused. Deliberate: behaviour 6.
 class Connection {
 public:
     using StatementCallback =
