@@ -10,6 +10,8 @@
 #include "sets/rules/set_grid.h"
 #include "sets/rules/song_picker.h"
 
+#include <tuple>
+
 void frmSetList::placeSong(int row) {
     clickedSetRow = row;
     if (selectedSongRow > 0) {

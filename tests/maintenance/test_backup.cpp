@@ -330,7 +330,7 @@ private Q_SLOTS:
         QTest::newRow("no column") << "ALTER TABLE songs DROP COLUMN CCLI"
                                    << "no such column: CCLI";
         QTest::newRow("later version") << "PRAGMA user_version = 2"
-                                       << "a later version of Lorvanite";
+                                       << "created by a later version of Lorvanite";
     }
     void invalidDatabaseIsNotRestored() {
         QFETCH(QString, spoil);

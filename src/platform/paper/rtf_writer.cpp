@@ -28,7 +28,7 @@ QByteArray sign(QChar c) {
     }
     if (c.unicode() < ' ' || c == QChar::ObjectReplacementCharacter) return {};
     if (c.unicode() < 0x7f) return QByteArray(1, c.toLatin1());
-    // Units are signed in RTF; behind each stands what a reader without them shows.
+    // Code units are signed in RTF. "?" is what a reader without Unicode shows.
     return "\\u" + QByteArray::number(qint16(c.unicode())) + '?';
 }
 
@@ -58,7 +58,7 @@ private:
         return "\\ql";
     }
 
-    // All that sets letters off, from plain ones on.
+    // The complete character format.
     QByteArray letters(const QTextCharFormat& format) {
         const QFont font = format.font().resolve(m_document.defaultFont());
         const QString family = font.family();

@@ -1,4 +1,4 @@
-// Rich text for other programs' word processors.
+// Rich Text Format for word processors.
 #pragma once
 
 #include <QByteArray>
@@ -6,6 +6,6 @@
 class QTextDocument;
 
 // A document as an RTF file: its paragraphs with their alignment, and their text with font, size,
-// bold and italic. Signs beyond ASCII are written by their UTF-16 units, so that every reader takes
-// them. Pictures are left out; a table's texts stand as paragraphs.
+// bold and italic. Characters outside ASCII are written as UTF-16 code units. Pictures are left
+// out; the texts of tables become paragraphs.
 QByteArray rtfOf(const QTextDocument& document);

@@ -27,9 +27,10 @@ class TestFuzzCorpus : public QObject {
 private Q_SLOTS:
     void everyCheckHasItsCorpus() {
         const QDir corpora(QStringLiteral(SOURCE_TREE "/fuzz/corpus"));
-        QCOMPARE(corpora.entryList(QDir::Dirs | QDir::NoDotAndDotDot),
-                 QStringList({"chart_import", "dates", "exchange_tables", "grid_file", "html_export",
-                              "song_database", "song_text", "song_xml", "statements"}));
+        QCOMPARE(
+            corpora.entryList(QDir::Dirs | QDir::NoDotAndDotDot),
+            QStringList({"chart_import", "dates", "exchange_tables", "grid_file", "html_export",
+                         "song_database", "song_text", "song_xml", "statements"}));
     }
 
     void gridFiles() { tryAll(QStringLiteral("grid_file"), checkGridFile); }

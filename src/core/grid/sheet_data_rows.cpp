@@ -1,22 +1,22 @@
-#include "core/grid/sheet_grid_data.h"
+#include "core/grid/sheet_data.h"
 
 namespace {
 
-// Where a line stands after lines have been put in (count above 0) or taken out (below 0) at
-// `at`; -1 where it is gone.
-int movedLine(int number, int at, int count) {
+// The number of a row after rows were inserted (count above 0) or deleted (count below 0) at `at`;
+// -1 if it was deleted.
+int movedSection(int number, int at, int count) {
     if (number < at) return number;
     if (count < 0 && number < at - count) return -1;
     return number + count;
 }
 
-void moveLines(GridLines& lines, int at, int count, int last) {
-    GridLines moved;
-    for (const auto& [number, line] : lines) {
-        const int to = movedLine(number, at, count);
-        if (to >= 0 && to <= last) moved.emplace_hint(moved.end(), to, line);
+void moveSections(GridSections& sections, int at, int count, int last) {
+    GridSections moved;
+    for (const auto& [number, section] : sections) {
+        const int to = movedSection(number, at, count);
+        if (to >= 0 && to <= last) moved.emplace_hint(moved.end(), to, section);
     }
-    lines = std::move(moved);
+    sections = std::move(moved);
 }
 
 bool meets(const CellSpan& span, const GridArea& area) {
@@ -24,9 +24,9 @@ bool meets(const CellSpan& span, const GridArea& area) {
            span.row + span.rows > area.row;
 }
 
-const GridLine& lineIn(const GridLines& lines, int number, const GridLine& plain) {
-    const auto it = lines.find(number);
-    return it == lines.end() ? plain : it->second;
+const GridSection& sectionIn(const GridSections& sections, int number, const GridSection& plain) {
+    const auto it = sections.find(number);
+    return it == sections.end() ? plain : it->second;
 }
 
 }  // namespace
@@ -61,20 +61,20 @@ int SheetData::lastDataRow() const {
     return 0;
 }
 
-const GridLine& SheetData::rowLine(int row) const {
-    return lineIn(rowLines, row, row == 0 ? plainColHead : plainRow);
+const GridSection& SheetData::rowSection(int row) const {
+    return sectionIn(rowSections, row, row == 0 ? plainColHead : plainRow);
 }
 
-const GridLine& SheetData::colLine(int col) const {
-    return lineIn(colLines, col, col == 0 ? plainRowHead : plainCol);
+const GridSection& SheetData::colSection(int col) const {
+    return sectionIn(colSections, col, col == 0 ? plainRowHead : plainCol);
 }
 
-GridLine& SheetData::rowLineForWriting(int row) {
-    return rowLines.emplace(row, rowLine(row)).first->second;
+GridSection& SheetData::rowSectionForWriting(int row) {
+    return rowSections.emplace(row, rowSection(row)).first->second;
 }
 
-GridLine& SheetData::colLineForWriting(int col) {
-    return colLines.emplace(col, colLine(col)).first->second;
+GridSection& SheetData::colSectionForWriting(int col) {
+    return colSections.emplace(col, colSection(col)).first->second;
 }
 
 void SheetData::resizeRows(int count) {
@@ -82,7 +82,7 @@ void SheetData::resizeRows(int count) {
     maxRows = count;
     if (!lowers) return;
     if (rows.size() > size_t(count) + 1) rows.resize(size_t(count) + 1);
-    rowLines.erase(rowLines.upper_bound(count), rowLines.end());
+    rowSections.erase(rowSections.upper_bound(count), rowSections.end());
     cutSpans();
 }
 
@@ -92,7 +92,7 @@ void SheetData::resizeCols(int count) {
     if (!lowers) return;
     for (GridRow& cells : rows)
         if (cells.size() > size_t(count) + 1) cells.resize(size_t(count) + 1);
-    colLines.erase(colLines.upper_bound(count), colLines.end());
+    colSections.erase(colSections.upper_bound(count), colSections.end());
     cutSpans();
 }
 
@@ -104,7 +104,7 @@ void SheetData::insertRows(int row, int count) {
         rows.resize(std::max(kept, size_t(row)));
         rows.insert(rows.begin() + row, size_t(count), GridRow());
     }
-    moveLines(rowLines, row, count, maxRows);
+    moveSections(rowSections, row, count, maxRows);
     for (CellSpan& span : spans) {
         if (span.row >= row)
             span.row += count;
@@ -121,7 +121,7 @@ void SheetData::deleteRows(int row, int count) {
         const auto first = rows.begin() + row;
         rows.erase(first, first + std::min<ptrdiff_t>(count, rows.end() - first));
     }
-    moveLines(rowLines, row, -count, maxRows);
+    moveSections(rowSections, row, -count, maxRows);
     for (CellSpan& span : spans) {
         const int end = span.row + span.rows;
         const int gone = std::min(end, row + count) - std::max(span.row, row);
@@ -132,7 +132,7 @@ void SheetData::deleteRows(int row, int count) {
 }
 
 int SheetData::lastKeptRow() const {
-    const int lastLine = rowLines.empty() ? 0 : rowLines.rbegin()->first;
+    const int lastLine = rowSections.empty() ? 0 : rowSections.rbegin()->first;
     return std::max(int(rows.size()) - 1, lastLine);
 }
 
@@ -144,13 +144,13 @@ void SheetData::reorderRows(int first, const std::vector<int>& order) {
     for (const int from : order) moved.push_back(std::move(rows[size_t(from)]));
     std::move(moved.begin(), moved.end(), rows.begin() + first);
 
-    GridLines lines(rowLines.begin(), rowLines.lower_bound(first));
+    GridSections sections(rowSections.begin(), rowSections.lower_bound(first));
     for (size_t i = 0; i < order.size(); ++i) {
-        const auto line = rowLines.find(order[i]);
-        if (line != rowLines.end()) lines.emplace(first + int(i), line->second);
+        const auto section = rowSections.find(order[i]);
+        if (section != rowSections.end()) sections.emplace(first + int(i), section->second);
     }
-    lines.insert(rowLines.lower_bound(end), rowLines.end());
-    rowLines = std::move(lines);
+    sections.insert(rowSections.lower_bound(end), rowSections.end());
+    rowSections = std::move(sections);
 }
 
 const CellSpan* SheetData::spanAt(int col, int row) const {

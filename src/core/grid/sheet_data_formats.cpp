@@ -1,4 +1,4 @@
-#include "core/grid/sheet_grid_data.h"
+#include "core/grid/sheet_data.h"
 
 #include <QHashFunctions>
 
@@ -106,10 +106,10 @@ const CellFormat* SheetData::setting(int col, int row, uint32_t bit) const {
     };
     if (const GridCell* own = cell(col, row))
         if (const CellFormat* found = in(own->format)) return found;
-    if (row == 0) return in(rowLine(0).format);
-    if (col == 0) return in(colLine(0).format);
-    if (const CellFormat* found = in(rowLine(row).format)) return found;
-    if (const CellFormat* found = in(colLine(col).format)) return found;
+    if (row == 0) return in(rowSection(0).format);
+    if (col == 0) return in(colSection(0).format);
+    if (const CellFormat* found = in(rowSection(row).format)) return found;
+    if (const CellFormat* found = in(colSection(col).format)) return found;
     return in(format);
 }
 
@@ -126,13 +126,13 @@ CellFormat SheetData::inherited(int col, int row) const {
             copyProperties(result, formats[size_t(number)].values, formats[size_t(number)].bits);
     };
     if (row == 0) {
-        add(rowLine(0).format);
+        add(rowSection(0).format);
     } else if (col == 0) {
-        add(colLine(0).format);
+        add(colSection(0).format);
     } else {
         add(format);
-        add(colLine(col).format);
-        add(rowLine(row).format);
+        add(colSection(col).format);
+        add(rowSection(row).format);
     }
     return result;
 }
@@ -181,23 +181,23 @@ void SheetData::setDefault(int col, int row, const FormatPatch& change) {
     const auto drop = [&](int& number) { dropFromFormat(number, change.bits, dropped); };
     visitStoredCells(area(col, row, col, row), [&](GridCell& cell) { drop(cell.format); });
     if (col >= 0) {
-        changeFormat(colLineForWriting(col).format, change, changed);
+        changeFormat(colSectionForWriting(col).format, change, changed);
         if (col == 0) return;
-        // A row's default is nearer to the cell than a column's, and the last write has to show.
-        for (const auto& [number, line] : GridLines(rowLines)) {
-            if (number == 0 || line.format < 0) continue;
+        // The default of a row has priority over that of a column, but the last write has to show.
+        for (const auto& [number, section] : GridSections(rowSections)) {
+            if (number == 0 || section.format < 0) continue;
             FormatPatch crossing;
-            crossing.set(change.values, change.bits & formats[size_t(line.format)].bits);
+            crossing.set(change.values, change.bits & formats[size_t(section.format)].bits);
             if (crossing.bits) setInCells({col, number, col, number}, crossing);
         }
     } else if (row >= 0) {
-        changeFormat(rowLineForWriting(row).format, change, changed);
+        changeFormat(rowSectionForWriting(row).format, change, changed);
     } else {
         changeFormat(format, change, changed);
-        for (auto& [number, line] : rowLines)
-            if (number > 0) drop(line.format);
-        for (auto& [number, line] : colLines)
-            if (number > 0) drop(line.format);
+        for (auto& [number, section] : rowSections)
+            if (number > 0) drop(section.format);
+        for (auto& [number, section] : colSections)
+            if (number > 0) drop(section.format);
     }
 }
 
@@ -206,15 +206,15 @@ void SheetData::dropFormats(const GridArea& area) {
     const bool allRows = area.row <= 1 && area.row2 == maxRows;
     const bool allCols = area.col <= 1 && area.col2 == maxCols;
     if (allRows && allCols) format = -1;
-    for (auto& [number, line] : colLines)
-        if (allRows && number >= area.col && number <= area.col2) line.format = -1;
-    for (auto& [number, line] : rowLines)
-        if (allCols && number >= area.row && number <= area.row2) line.format = -1;
+    for (auto& [number, section] : colSections)
+        if (allRows && number >= area.col && number <= area.col2) section.format = -1;
+    for (auto& [number, section] : rowSections)
+        if (allCols && number >= area.row && number <= area.row2) section.format = -1;
 }
 
 namespace {
 
-// Keeps the entries of a table that are marked, and gives each its new number.
+// Keeps the marked entries of a table and gives each its new index.
 template <class T>
 void keepMarked(std::vector<T>& table, std::vector<int>& numbers) {
     int kept = 0;
@@ -231,8 +231,8 @@ void keepMarked(std::vector<T>& table, std::vector<int>& numbers) {
 template <class Visit>
 void SheetData::visitFormatNumbers(Visit visit) {
     visit(format);
-    for (auto& [number, line] : rowLines) visit(line.format);
-    for (auto& [number, line] : colLines) visit(line.format);
+    for (auto& [number, section] : rowSections) visit(section.format);
+    for (auto& [number, section] : colSections) visit(section.format);
     for (GridRow& row : rows)
         for (GridCell& cell : row) visit(cell.format);
 }
@@ -270,7 +270,7 @@ void SheetData::collectGarbage() {
 
 void SheetData::copyRow(int row, int col, const SheetData& from, int fromRow, int fromCol,
                         int count) {
-    // Neighbours mostly look alike: a look is worked out once as long as it lasts.
+    // Neighbours mostly have the same format: it is worked out once for a run of cells.
     struct Look {
         int own = -2;
         int fromDefault = -2;
@@ -280,8 +280,8 @@ void SheetData::copyRow(int row, int col, const SheetData& from, int fromRow, in
     int number = -1;
     for (int i = 0; i < count; ++i) {
         const GridCell* source = from.cell(fromCol + i, fromRow);
-        const Look look{source ? source->format : -1, from.colLine(fromCol + i).format,
-                        colLine(col + i).format};
+        const Look look{source ? source->format : -1, from.colSection(fromCol + i).format,
+                        colSection(col + i).format};
         if (look != last) {
             const CellFormat wanted = from.resolved(fromCol + i, fromRow);
             FormatPatch patch;

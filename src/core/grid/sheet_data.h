@@ -1,4 +1,4 @@
-// What a grid holds. Only the grid itself and its file form look in here.
+// The data of a grid. For SheetGrid and the file format alone.
 #pragma once
 
 #include "core/grid/grid_area.h"
@@ -9,11 +9,11 @@
 #include <map>
 #include <unordered_map>
 
-// One bit for each property that a cell, or the default of a row, column or sheet, can set.
+// One bit for each property that a cell or the default of a row, column or sheet can set.
 enum FormatBit : uint32_t {
     KindBit = 1U << 0,
     BackColorBit = 1U << 1,
-    ForeColorBit = 1U << 2,  // with hasForeColor
+    ForeColorBit = 1U << 2,  // foreColor and hasForeColor
     FontNameBit = 1U << 3,
     FontSizeBit = 1U << 4,
     FontBoldBit = 1U << 5,
@@ -30,13 +30,13 @@ enum FormatBit : uint32_t {
     AllFormatBits = (1U << 16) - 1,
 };
 
-// Copies the named properties.
+// Copies the properties whose bits are set.
 void copyProperties(CellFormat& to, const CellFormat& from, uint32_t bits);
 
 // The properties in which two formats differ.
 uint32_t differingProperties(const CellFormat& a, const CellFormat& b);
 
-// Some properties of a format: those of `bits`. The others have their plain values.
+// Some properties of a format: those whose bits are set. The others have their plain values.
 struct FormatPatch {
     uint32_t bits = 0;
     CellFormat values;
@@ -48,33 +48,33 @@ struct FormatPatch {
 
 struct GridCell {
     QString text;
-    int format = -1;   // in SheetData::formats; -1 for none of its own
-    int picture = -1;  // in SheetData::pictures
+    int format = -1;   // index in SheetData::formats; -1 for none
+    int picture = -1;  // index in SheetData::pictures; -1 for none
 };
 
-using GridRow = std::vector<GridCell>;  // as long as its last cell that was written
+using GridRow = std::vector<GridCell>;  // up to the last cell that was written
 
-// A row or a column as a whole.
-struct GridLine {
-    double size = 0;
+// The properties of a whole row or column.
+struct GridSection {
+    double size = 0;  // height in points, width in units
     int format = -1;
     bool hidden = false;
     bool pageBreak = false;
-    bool operator==(const GridLine&) const = default;
+    bool operator==(const GridSection&) const = default;
 };
 
-using GridLines = std::map<int, GridLine>;  // those that differ from the sheet's default line
+using GridSections = std::map<int, GridSection>;  // those that differ from the plain one
 
 constexpr int MaxGridRows = 10'000'000;
 constexpr int MaxGridCols = 16'384;
-constexpr int MaxSheetDatas = 4096;
-constexpr double MaxLineSize = 1000;
+constexpr int MaxSheets = 4096;
+constexpr double MaxSectionSize = 1000;
 constexpr int MaxDateFormat = 99;
 constexpr int MaxComboDrop = 1000;
 constexpr double PlainColWidth = 8;
 constexpr double PlainRowHeight = 20;
 
-// Whether a number that came in as one of these is one of them.
+// Whether a value is one of the enumerators; a caller may have cast any number.
 constexpr bool isKnown(CellKind kind) {
     return kind == CellKind::Date || kind == CellKind::Edit || kind == CellKind::Button ||
            kind == CellKind::Combo || kind == CellKind::Picture;
@@ -87,19 +87,19 @@ constexpr bool isKnown(SortOrder order) {
     return order >= SortOrder::None && order <= SortOrder::Descending;
 }
 
-// The head row and the head column, as long as nothing is set for them.
-inline const GridLine plainColHead{PlainRowHeight};
-inline const GridLine plainRowHead{PlainColWidth};
+// The head row and the head column as long as nothing was set for them.
+inline const GridSection plainColHead{PlainRowHeight};
+inline const GridSection plainRowHead{PlainColWidth};
 
 struct SheetData {
     int maxRows = 500;
     int maxCols = 500;
-    std::vector<GridRow> rows;  // as many as have been written; 0 is the head row
-    GridLines rowLines;
-    GridLines colLines;
-    GridLine plainRow{PlainRowHeight};  // of the data rows that have no line of their own
-    GridLine plainCol{PlainColWidth};
-    int format = -1;  // the sheet's default
+    std::vector<GridRow> rows;  // up to the last row that was written; 0 is the head row
+    GridSections rowSections;
+    GridSections colSections;
+    GridSection plainRow{PlainRowHeight};  // of the rows that rowSections does not hold
+    GridSection plainCol{PlainColWidth};
+    int format = -1;  // default of the sheet
     std::vector<CellSpan> spans;
     std::vector<FormatPatch> formats;
     std::vector<QByteArray> pictures;
@@ -108,77 +108,79 @@ struct SheetData {
     bool contains(int col, int row) const {
         return col >= 0 && row >= 0 && col <= maxCols && row <= maxRows;
     }
-    const GridCell* cell(int col, int row) const;  // null where nothing was written
-    GridCell& cellForWriting(int col, int row);    // the address has to be inside
-    // How many cells a row has after a write to a column: rows are filled from left to right, and
-    // the next few cells are made along with the first.
+    const GridCell* cell(int col, int row) const;  // null if nothing was written there
+    GridCell& cellForWriting(int col, int row);    // the address has to be inside the sheet
+    // How many cells a row holds after a write to a column: some more than needed, because rows are
+    // usually filled from left to right.
     int rowCapacity(int col) const { return std::min(maxCols + 1, (col / 8 + 1) * 8); }
 
-    // An address with -1 for "all" or "to the last", as data cells of the sheet; 0 is a head.
+    // Resolves an address in which a start of -1 means all and an end of -1 the last.
     GridArea area(int col, int row, int col2, int row2) const;
 
     int lastDataRow() const;
 
-    // --- Formats (sheet_grid_formats.cpp) ---
+    // --- Formats (sheet_data_formats.cpp) ---
 
-    // The number of a format or picture, taken into the table if it is new; -1 for an empty one.
+    // The index of a format or picture, which is added to the table if it is new; -1 for an empty
+    // one.
     int intern(const FormatPatch& patch);
     int internPicture(const QByteArray& imageFile);
 
-    // The nearest setting of one property for a cell: its own, its row's, its column's, its
-    // sheet's; null where it is plain. Heads take their head row's or head column's alone.
+    // The format that decides one property of a cell: its own or the default of its row, column or
+    // sheet; null if none sets it. Heads have the default of the head row or head column only.
     const CellFormat* setting(int col, int row, uint32_t bit) const;
+    // All properties that a cell shows.
     CellFormat resolved(int col, int row) const;
-    // What a cell without a format of its own would show.
+    // All properties that a cell without its own format would show.
     CellFormat inherited(int col, int row) const;
     bool isDateCell(int col, int row) const {
         return m_anyDate && kindOf(col, row) == CellKind::Date;
     }
     CellKind kindOf(int col, int row) const;
 
-    // Sets properties of every cell of an area.
+    // Sets properties in every cell of an area.
     void setInCells(const GridArea& area, const FormatPatch& change);
-    // Sets the default of a column, a row (one of them -1) or the sheet (both -1), and drops the
-    // properties under it.
+    // Sets the default of a column (row -1), a row (col -1) or the sheet (both -1), and removes
+    // these properties from everything it covers.
     void setDefault(int col, int row, const FormatPatch& change);
-    // Drops the formats that an area's cells have of their own, and the defaults of rows and
-    // columns that lie in it as a whole.
+    // Removes the formats of the cells of an area and the defaults of the rows and columns that lie
+    // wholly in it.
     void dropFormats(const GridArea& area);
 
-    // Copies cells of a row with the looks they have there, in whatever way they came by them.
+    // Copies cells of a row of another sheet so that they show the same properties here.
     void copyRow(int row, int col, const SheetData& from, int fromRow, int fromCol, int count);
-    // Adds the spans of an area, moved so that its first cell is (col, row), cut to the area.
+    // Adds the spans of an area, cut to it and moved so that its first cell is (col, row).
     void copySpans(const SheetData& from, const GridArea& area, int col, int row);
 
-    // Frees formats and pictures that no cell has any more, once they are many.
+    // Frees formats and pictures that are no longer used, once there are many.
     void collectGarbage();
 
-    // --- Rows and columns (sheet_grid_lines.cpp) ---
+    // --- Rows and columns (sheet_data_rows.cpp) ---
 
     void resizeRows(int count);
     void resizeCols(int count);
     void insertRows(int row, int count);
     void deleteRows(int row, int count);
-    // Puts the rows from `first` on in another order: order[i] is the row that goes to first + i.
+    // Puts the rows from `first` on into another order: row order[i] moves to first + i.
     void reorderRows(int first, const std::vector<int>& order);
-    // The last row of which anything is kept.
+    // The last row that was written or has properties.
     int lastKeptRow() const;
 
-    const GridLine& rowLine(int row) const;
-    const GridLine& colLine(int col) const;
-    GridLine& rowLineForWriting(int row);
-    GridLine& colLineForWriting(int col);
+    const GridSection& rowSection(int row) const;
+    const GridSection& colSection(int col) const;
+    GridSection& rowSectionForWriting(int row);
+    GridSection& colSectionForWriting(int col);
 
-    // The span that covers a cell; null where none does.
+    // The span that covers a cell; null if there is none.
     const CellSpan* spanAt(int col, int row) const;
-    // Cuts a span to the grid; cols 0 where nothing of it is left to join.
+    // Cuts a span to the sheet; cols is 0 if less than two cells are left.
     CellSpan cutSpan(CellSpan span) const;
-    // Adds a span, which swallows those that it meets.
+    // Adds a span and removes those that it overlaps.
     void addSpan(CellSpan span);
     void dropSpansIn(const GridArea& area);
     void cutSpans();
 
-    // Calls visit(cell) for the cells of an area that have been written.
+    // Calls visit(cell) for the cells of an area that were written.
     template <class Visit>
     void visitStoredCells(const GridArea& area, Visit visit) {
         const int lastRow = std::min(area.row2, int(rows.size()) - 1);
@@ -192,7 +194,7 @@ struct SheetData {
 private:
     template <class Visit>
     void visitFormatNumbers(Visit visit);
-    // Changes a format number; `known` remembers what each number became.
+    // Change the format with this index; `known` keeps what each index became.
     void changeFormat(int& number, const FormatPatch& change, std::map<int, int>& known);
     void dropFromFormat(int& number, uint32_t bits, std::map<int, int>& known);
 
@@ -209,7 +211,7 @@ struct GridSortKey {
     bool operator==(const GridSortKey&) const = default;
 };
 
-// Everything that a saved file holds.
+// Everything that a file holds.
 struct GridData {
     std::vector<SheetData> sheets = std::vector<SheetData>(1);
     int activeSheet = 1;
@@ -230,6 +232,6 @@ struct SheetGrid::Private {
 
     SheetData& current() { return data.sheets[size_t(sheet - 1)]; }
     const SheetData& current() const { return data.sheets[size_t(sheet - 1)]; }
-    // Null where there is no such sheet.
+    // A sheet by its number; null if there is none.
     const SheetData* at(int number) const;
 };
