@@ -1,5 +1,7 @@
 // lorvanite_tests NAME [QtTest's options]    runs the tests of the file NAME.cpp
 // lorvanite_tests --save-for-ever FOLDER     saves sets until it is killed
+// lorvanite_tests --want-folder FOLDER       owns a folder, or calls its owner
+#include "keeping/folder_lock_hands.h"
 #include "support/endless_saver.h"
 #include "support/registry.h"
 #include "trees.h"
@@ -47,8 +49,9 @@ int main(int argc, char** argv) {
     --argc;
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Lorvanite"));
-    if (name == QLatin1String("--save-for-ever"))
-        saveForEver(QString::fromLocal8Bit(argc > 1 ? argv[1] : "."));
+    const QString folder = QString::fromLocal8Bit(argc > 1 ? argv[1] : ".");
+    if (name == QLatin1String("--save-for-ever")) saveForEver(folder);
+    if (name == QLatin1String("--want-folder")) return wantFolder(folder);
     int ran = 0;
     int failed = 0;
     for (const Entry& entry : entries()) {
