@@ -294,6 +294,9 @@ public:
     // grid holds more than 8 million cells.
     bool SaveToFile(const QString& path, bool dataOnly) const;
 
+    // What SaveToFile writes for the whole grid; empty where it holds more than 8 million cells.
+    QByteArray fileBytes() const;
+
     // Replaces the whole grid by a file's, with its ActiveSheet; Col, Row and BlockMode stay, no
     // cell has the focus. False, and the grid as it was, where the file is
     // missing, damaged, too large for its own counts or of a later version.
