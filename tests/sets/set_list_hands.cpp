@@ -12,7 +12,7 @@ QString quoted(QString text) {
 
 }  // namespace
 
-QString SetListTest::addSong(const Song& song) {
+QString SetListTest::addSong(const TestSong& song) {
     QStringList values;
     for (const QString& value :
          {song.title, song.cat1, song.cat2, song.cat3, song.cat4, song.cat5, song.playlist,

@@ -13,7 +13,7 @@
 #include <QPageSize>
 
 // A row of songs. Members that are left out are empty.
-struct Song {
+struct TestSong {
     QString title = {};
     QString cat1 = {}, cat2 = {}, cat3 = {}, cat4 = {}, cat5 = {};
     QString playlist = QStringLiteral("Current");
@@ -25,7 +25,7 @@ class SetListTest : public WindowTest {
 
 protected:
     // Returns the ID of the song.
-    QString addSong(const Song& song);
+    QString addSong(const TestSong& song);
     void addPlayed(const QString& id, const QStringList& dates);
     void addCategories(const QStringList& names);
 
