@@ -44,6 +44,8 @@ private:
     void fillLibrary(const MailingList& list);
 
     void fpEmail_Click(int col, int row);
+    bool isNoteLeftOut() const;
+    void endWait();
     void fpTo_Click(int col, int row);
     void Label5_Click();
     void cmdBrowse_Click();

@@ -23,9 +23,21 @@ void frmEmail::addNote() {
     if (!txtNote->toPlainText().isEmpty()) {
         // Deliberate: behaviour 167.
         txtNote->setPlainText(noteWithBreaks(txtNote->toPlainText()));
-        restage(linesWithNote(linesOf(mailStagingFile()), txtNote->toPlainText()));
+        const QStringList lines = linesOf(mailStagingFile());
+        const QStringList noted = linesWithNote(lines, txtNote->toPlainText());
+        restage(noted);
+        if (noted == lines)
+            poSendMail_Status(QStringLiteral(
+                "The note was not added: \"Clear\" has removed the line for it. Open the message "
+                "again from the window that it came from."));
     }
     hideNote();
+}
+
+bool frmEmail::isNoteLeftOut() const {
+    const QString note = txtNote->toPlainText();
+    return frmNote->isVisible() && !note.isEmpty() &&
+           !txtMsg->toPlainText().contains(noteWithBreaks(note));
 }
 
 void frmEmail::clearNote() {

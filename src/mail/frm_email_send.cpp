@@ -102,6 +102,10 @@ void frmEmail::sendMail() {
     cmdSend->setEnabled(false);
     lstStatus->clear();
     setMousePointer(MousePointer::Hourglass);
+    if (isNoteLeftOut())
+        poSendMail_Status(
+            QStringLiteral("The note in the open panel is not part of this message. Click \"Add\" "
+                           "before you send."));
     fillLibrary(list);
     poSendMail.Send();
     txtServer->setText(poSendMail.SMTPHost);

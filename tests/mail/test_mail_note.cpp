@@ -13,6 +13,13 @@ const QByteArray Exported =
     "<!DOCTYPE html>\r\n<HTML><HEAD></HEAD><BODY>\r\n<TABLE BORDER=0>\r\n<TR><TD>Ü 10/05/03"
     "</TD></TR>\r\n</TABLE>\r\n</BODY></HTML>\r\n";
 
+const QString NoPlace = QStringLiteral(
+    "The note was not added: \"Clear\" has removed the line for it. Open the message again from "
+    "the "
+    "window that it came from.");
+const QString LeftOut = QStringLiteral(
+    "The note in the open panel is not part of this message. Click \"Add\" before you send.");
+
 }  // namespace
 
 class TestMailNote : public MailTest {
@@ -26,6 +33,20 @@ class TestMailNote : public MailTest {
         handOverStagedMail();
         settle();
         return frmEmail::instance();
+    }
+
+    // Sends the message to one person, whatever panels are open.
+    void sendOver(const MailServer& server) {
+        frmEmail& mail = frmEmail::instance();
+        mail.txtServer->setText(server.address());
+        mail.txtFrom->setText(QStringLiteral("leader@example.org"));
+        click(mail.Label5);
+        expectSuccess();
+        click(mail.cmdSend);
+    }
+
+    bool isInList(const QString& line) const {
+        return !frmEmail::instance().lstStatus->findItems(line, Qt::MatchExactly).isEmpty();
     }
 
     QString joined() const { return QString::fromUtf8(Exported).remove(QStringLiteral("\r\n")); }
@@ -97,6 +118,53 @@ private Q_SLOTS:
                      "<!DOCTYPE html><TABLE BORDER=0><TR><TD>Ü 10/05/03</TD></TR></BODY></HTML>"));
         QVERIFY(!staged().contains("</TABLE>"));
         QVERIFY(!staged().contains("note"));
+    }
+
+    void noteThatHasNoPlaceIsReported() {
+        frmEmail& mail = handOver();
+        for (int i = 0; i < 2; ++i) {
+            click(mail.cmdAddNote);
+            QTest::keyClicks(mail.txtNote, QStringLiteral("Bring tea"));
+            QVERIFY(!isInList(NoPlace));
+            click(mail.cmdAttachNote);
+            if (i > 0) break;
+            click(mail.cmdAddNote);
+            click(mail.cmdClearNote);
+        }
+        QVERIFY(mail.frmNote->isHidden());
+        QVERIFY(!mail.txtMsg->toPlainText().contains(QStringLiteral("Bring tea")));
+        QVERIFY(isInList(NoPlace));
+    }
+
+    void noteThatIsNotInTheMessageIsReportedAtTheSend() {
+        addPerson(QStringLiteral("Ann"), QStringLiteral("Abel"), QStringLiteral("ann@example.org"));
+        MailServer server({});
+        frmEmail& mail = handOver();
+        click(mail.cmdAddNote);
+        QTest::keyClicks(mail.txtNote, QStringLiteral("Bring tea"));
+        sendOver(server);
+        QVERIFY(!contentOf(server.message(1), QStringLiteral("text/html")).contains("Bring tea"));
+        QVERIFY(isInList(LeftOut));
+        // It is still there, and can be added.
+        QCOMPARE(mail.txtNote->toPlainText(), QStringLiteral("Bring tea"));
+        click(mail.cmdAttachNote);
+        click(mail.Label5);
+        sendOver(server);
+        QVERIFY(contentOf(server.message(2), QStringLiteral("text/html")).contains("Bring tea"));
+        QVERIFY(!isInList(LeftOut));
+    }
+
+    void noteThatIsInTheMessageIsNotReported() {
+        addPerson(QStringLiteral("Ann"), QStringLiteral("Abel"), QStringLiteral("ann@example.org"));
+        MailServer server({});
+        frmEmail& mail = handOver();
+        click(mail.cmdAddNote);
+        mail.txtNote->setPlainText(QStringLiteral("Bring\ntea"));
+        click(mail.cmdAttachNote);
+        click(mail.cmdAddNote);
+        sendOver(server);
+        QVERIFY(mail.frmNote->isVisible());
+        QVERIFY(!isInList(LeftOut));
     }
 
     void emptyNoteOnlyClosesThePanel() {
