@@ -2,6 +2,7 @@
 #include "core/data/database.h"
 #include "mail/frm_email.h"
 #include "mail/rules/mail_preferences.h"
+#include "mail/rules/typed_text.h"
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
 
@@ -129,6 +130,8 @@ void frmEmail::fillLibrary(const MailingList& list) {
     poSendMail.Subject = txtSubject->text();
     poSendMail.Message = textOf(*txtMsg);
     poSendMail.Attachment = txtAttach->text().trimmed();
+    const QString typed = textOf(*txtTemp);
+    poSendMail.TypedText = isTypedText(typed) ? typed : QString();
     poSendMail.AsHTML = true;
     poSendMail.ContentBase.clear();
     poSendMail.EncodeType = 0;

@@ -3,6 +3,7 @@
 #include "core/data/paths.h"
 #include "mail/plain_text.h"
 #include "mail/rules/po_send_mail_connection.h"
+#include "mail/rules/typed_text.h"
 
 #include <QDir>
 #include <QEventLoop>
@@ -45,6 +46,12 @@ QString certificatesIn(const QSettings& settings) {
     return QDir(programFolder() + QStringLiteral("/config")).absoluteFilePath(resolvedPath(file));
 }
 
+QString plainAlternativeOf(const MailMessage& message) {
+    if (!message.AsHTML) return {};
+    return message.TypedText.isEmpty() ? plainTextOf(message.Message)
+                                       : typedTextAsPlain(message.TypedText);
+}
+
 }  // namespace
 
 void poSendMail::PersistentSettings(bool on) {
@@ -72,7 +79,9 @@ void poSendMail::Send() {
 
     // libcurl blocks, so it runs in a separate thread; its events are delivered to this one. The
     // window may change the members meanwhile: the thread works on a copy.
-    const MailMessage message = *this;
+    MailMessage message = *this;
+    if (message.AsHTML && !message.TypedText.isEmpty())
+        message.Message = typedTextAsHtml(message.Message);
     MailConnection connection(message, waitsIn(settings), certificatesIn(settings));
     connection.onProgress = [this](int percent) {
         QMetaObject::invokeMethod(this, [=, this] { Q_EMIT Progress(percent); });
@@ -81,9 +90,8 @@ void poSendMail::Send() {
         QMetaObject::invokeMethod(this, [=, this] { Q_EMIT Status(line); });
     };
     MailOutcome outcome;
-    const std::unique_ptr<QThread> thread(QThread::create([&] {
-        outcome = connection.run(message.AsHTML ? plainTextOf(message.Message) : QString());
-    }));
+    const std::unique_ptr<QThread> thread(
+        QThread::create([&] { outcome = connection.run(plainAlternativeOf(message)); }));
     QEventLoop loop;
     connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
     m_connection = &connection;

@@ -111,6 +111,41 @@ private Q_SLOTS:
                  QStringList{QStringLiteral("SELECT fName, lName, email FROM personell [1]")});
     }
 
+    void typedBracketsAndAmpersandsArrive() {
+        addTeam();
+        MailServer server({});
+        frmEmail& mail = openMessage(server.address());
+        mail.txtMsg->clear();
+        QTest::keyClicks(mail.txtMsg, QStringLiteral("See you <Sunday> & after"));
+        QTest::keyClick(mail.txtMsg, Qt::Key_Return);
+        QTest::keyClicks(mail.txtMsg, QStringLiteral("<b>1 < 2</b> &lt; AT&T"));
+        const QString typed = mail.txtMsg->toPlainText();
+        expectSuccess();
+        click(mail.cmdSend);
+        const QJsonObject message = server.message(1);
+        QCOMPARE(
+            contentOf(message, QStringLiteral("text/html")),
+            QByteArray("See you &lt;Sunday> &amp; after<BR>\r\n<b>1 &lt; 2</b> &lt; AT&amp;T"));
+        QCOMPARE(contentOf(message, QStringLiteral("text/plain")),
+                 QByteArray("See you <Sunday> & after\r\n<b>1 < 2</b> &lt; AT&T\r\n"));
+        QCOMPARE(mail.txtMsg->toPlainText(), typed);
+    }
+
+    void plainTextHasNoBreaksOfAnEarlierTry() {
+        addTeam();
+        MailServer server({});
+        frmEmail& mail = openMessage(server.address());
+        mail.txtMsg->setPlainText(QStringLiteral("a\nb"));
+        click(mail.Label5);
+        world->answers.box(QStringLiteral("Select at least one recipient."));
+        click(mail.cmdSend);
+        click(mail.Label5);
+        expectSuccess();
+        click(mail.cmdSend);
+        QCOMPARE(contentOf(server.message(1), QStringLiteral("text/plain")),
+                 QByteArray("a\r\nb\r\n"));
+    }
+
     void handedOverBodyIsSentUnchanged() {
         addTeam();
         MailServer server({});

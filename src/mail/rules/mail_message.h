@@ -24,6 +24,8 @@ struct MailMessage {
     QString Message;
     QString Attachment;   // paths, with either separator
     bool AsHTML = false;  // Message is HTML; it is sent with a plain text alternative
+    // The text as it was typed, if Message was made from it; empty: Message is sent unchanged.
+    QString TypedText;
     QString ContentBase;  // the address that links in the message are relative to; empty: none
     int EncodeType = 0;   // 0: MIME; there is no other
     int Priority = 0;     // 1 (highest) to 5 (lowest); 0: no priority header
