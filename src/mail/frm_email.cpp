@@ -6,6 +6,7 @@
 #include "platform/theme/theme.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 
 namespace {
 
@@ -50,6 +51,7 @@ void frmEmail::connectControls() {
 void frmEmail::connectLibrary() {
     onEvent(this, &poSendMail, &::poSendMail::Progress, &frmEmail::poSendMail_Progress);
     onEvent(this, &poSendMail, &::poSendMail::Status, &frmEmail::poSendMail_Status);
+    onEvent(this, &poSendMail, &::poSendMail::AnswerAwaited, &frmEmail::poSendMail_AnswerAwaited);
     onEvent(this, &poSendMail, &::poSendMail::SendSuccesful, &frmEmail::poSendMail_SendSuccesful);
     onEvent(this, &poSendMail, &::poSendMail::SendFailed, &frmEmail::poSendMail_SendFailed);
 }
@@ -136,6 +138,13 @@ void frmEmail::resizeEvent(QResizeEvent* event) {
 void frmEmail::placePanels() {
     for (QFrame* panel : {frmNote, frmConfig})
         panel->move((width() - panel->width()) / 2, (height() - panel->height()) / 4);
+}
+
+void frmEmail::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && m_isWaiting)
+        poSendMail.Cancel();
+    else
+        FormBase::keyPressEvent(event);
 }
 
 void frmEmail::closeEvent(QCloseEvent* event) {

@@ -31,6 +31,8 @@ public:
 protected:
     // Cancels a send in progress.
     void closeEvent(QCloseEvent* event) override;
+    // Escape ends the wait for the server's answer.
+    void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
@@ -42,10 +44,10 @@ private:
     void applyAuthentication();
     void restage(const QStringList& lines);
     void fillLibrary(const MailingList& list);
-
-    void fpEmail_Click(int col, int row);
     bool isNoteLeftOut() const;
     void endWait();
+
+    void fpEmail_Click(int col, int row);
     void fpTo_Click(int col, int row);
     void Label5_Click();
     void cmdBrowse_Click();
@@ -61,8 +63,10 @@ private:
     void cmdSend_Click();
     void poSendMail_Progress(int percent);
     void poSendMail_Status(const QString& status);
+    void poSendMail_AnswerAwaited(int seconds);
     void poSendMail_SendSuccesful();
     void poSendMail_SendFailed(const QString& explanation);
 
     bool m_isClosed = false;
+    bool m_isWaiting = false;  // for the server's answer to the complete message
 };

@@ -102,11 +102,11 @@ void frmEmail::sendMail() {
     people.Close();
     cmdSend->setEnabled(false);
     lstStatus->clear();
-    setMousePointer(MousePointer::Hourglass);
     if (isNoteLeftOut())
         poSendMail_Status(
             QStringLiteral("The note in the open panel is not part of this message. Click \"Add\" "
                            "before you send."));
+    setMousePointer(MousePointer::Hourglass);
     fillLibrary(list);
     poSendMail.Send();
     txtServer->setText(poSendMail.SMTPHost);
@@ -156,12 +156,30 @@ void frmEmail::poSendMail_Status(const QString& status) {
     lstStatus->scrollToBottom();
 }
 
+void frmEmail::poSendMail_AnswerAwaited(int seconds) {
+    m_isWaiting = true;
+    const QString text =
+        QStringLiteral(
+            "Waiting for the server to confirm the message, for %1 seconds at most. Esc ends the "
+            "wait.")
+            .arg(seconds);
+    poSendMail_Status(text);
+    setStatusText(text);
+}
+
+void frmEmail::endWait() {
+    if (m_isWaiting) setStatusText(QString());
+    m_isWaiting = false;
+}
+
 void frmEmail::poSendMail_SendSuccesful() {
+    endWait();
     messageBox(QStringLiteral("Send Successful!"), BoxIcon::None, QStringLiteral("Success"));
     lblProgress->clear();
 }
 
 void frmEmail::poSendMail_SendFailed(const QString& explanation) {
+    endWait();
     // When the program ends, there is no window to show the box.
     if (m_isClosed && (!mainWindow() || !mainWindow()->isVisible())) return;
     messageBox(

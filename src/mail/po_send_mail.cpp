@@ -10,7 +10,6 @@
 #include <QSettings>
 #include <QThread>
 
-#include <algorithm>
 #include <memory>
 
 namespace {
@@ -33,7 +32,8 @@ QString settingsFile() { return programFolder() + QStringLiteral("/config/mail.i
 MailWaits waitsIn(const QSettings& settings) {
     MailWaits waits;
     const auto seconds = [&](const char* key, int usual) {
-        return std::max(1, settings.value(QLatin1String(key), usual).toInt());
+        const int entered = settings.value(QLatin1String(key), usual).toInt();
+        return entered > 0 ? entered : usual;
     };
     waits.silence = seconds("library/Timeout", waits.silence);
     waits.answer = seconds("library/AnswerTimeout", waits.answer);
@@ -88,6 +88,9 @@ void poSendMail::Send() {
     };
     connection.onStatus = [this](const QString& line) {
         QMetaObject::invokeMethod(this, [=, this] { Q_EMIT Status(line); });
+    };
+    connection.onAwaiting = [this](int seconds) {
+        QMetaObject::invokeMethod(this, [=, this] { Q_EMIT AnswerAwaited(seconds); });
     };
     MailOutcome outcome;
     const std::unique_ptr<QThread> thread(

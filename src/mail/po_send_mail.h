@@ -38,6 +38,8 @@ public:
 
 Q_SIGNALS:
     void Progress(int percent);
+    // The message has been sent completely. The server may take so many seconds to confirm it.
+    void AnswerAwaited(int seconds);
     // Why nothing was delivered, or that the outcome is unknown.
     void SendFailed(const QString& explanation);
     void SendSuccesful();

@@ -186,6 +186,10 @@ int MailConnection::transferInfo(void* connection, curl_off_t, curl_off_t, curl_
 }
 
 int MailConnection::socketOpened(void* connection, curl_socket_t socket, curlsocktype) {
+        if (self->m_isAllSent && self->m_dataAnswer == 0 && !self->m_isAwaiting) {
+            self->m_isAwaiting = true;
+            if (self->onAwaiting) self->onAwaiting(self->m_waits.answer);
+        }
     static_cast<MailConnection*>(connection)->m_sockets.push_back(socket);
     return CURL_SOCKOPT_OK;
 }

@@ -33,6 +33,8 @@ public:
     // Set these before run; they are called in its thread.
     std::function<void(int percent)> onProgress;
     std::function<void(const QString& line)> onStatus;
+    // The message has been sent completely; the server may take so many seconds to confirm it.
+    std::function<void(int seconds)> onAwaiting;
 
     // Checks the message, logs in and sends it; blocks until the outcome is certain. `plainText` is
     // the alternative to an HTML message.
@@ -84,7 +86,8 @@ private:
     bool m_wantsLogin = false;
     bool m_isDataOpen = false;  // the server has asked for the message
     bool m_isAllSent = false;
-    int m_dataAnswer = 0;  // the code with which it accepted or refused the message
+    bool m_isAwaiting = false;  // onAwaiting was called
+    int m_dataAnswer = 0;       // the code with which it accepted or refused the message
     curl_off_t m_sent = 0;
     curl_off_t m_total = 0;
     int m_percent = -1;
