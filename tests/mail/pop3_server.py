@@ -1,7 +1,8 @@
 """A small POP3 server for the tests: pop3_server.py FOLDER SETTINGS(JSON).
 
-SETTINGS: login [user, password]. Prints "port N" when it listens. Writes each command that it
-receives as a line of said.txt in FOLDER, a password as "good" or "bad".
+SETTINGS: login [user, password]; capabilities, more lines of its answer to CAPA, optional. Prints
+"port N" when it listens. Writes each command that it receives as a line of said.txt in FOLDER, a
+password as "good" or "bad".
 """
 
 import json
@@ -37,7 +38,7 @@ class Session(socketserver.StreamRequestHandler):
                 note(f"PASS {'good' if good else 'bad'}")
                 self.say("+OK in" if good else "-ERR no such login")
             elif word == "CAPA":
-                self.say("+OK\r\nUSER\r\n.")
+                self.say("\r\n".join(["+OK", "USER", *settings.get("capabilities", []), "."]))
             elif word == "NOOP":
                 note("NOOP")
                 self.say("+OK")

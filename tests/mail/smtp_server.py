@@ -11,6 +11,7 @@ SETTINGS, all of them optional:
   answers           {"MAIL": "421 ...", "RCPT": {"a@b": "550 ..."}, "DATA": "552 ..."}
   waits             true: waits for a line on the standard input before it answers a message
   fault             what it does wrong, see Faulty
+  greeting, replies, dribbles   what Faulty says, see there
 """
 
 import asyncio
@@ -20,6 +21,7 @@ import email.policy
 import json
 import logging
 import pathlib
+import re
 import ssl
 import sys
 import warnings
@@ -125,6 +127,12 @@ class Faulty:
     stalls in data    stops reading in the middle of the message until it is told to go on
     closes after data reads the whole message and closes without an answer
     silent after data reads the whole message and does not answer
+    wants full name   refuses a client that gives neither a full host name nor an address literal
+    scripted          no fault but those of "replies"
+
+    "greeting" is its greeting. "replies" maps a command, or "." for the message, to its reply: null
+    closes the connection, the empty text says nothing. "{3*TEXT}" in a reply repeats the text. With
+    "dribbles", it sends a byte at a time.
     """
 
     def __init__(self, fault):
@@ -140,8 +148,14 @@ class Faulty:
 
     async def talk(self, reader, writer):
         async def say(line):
-            writer.write(line.encode() + b"\r\n")
-            await writer.drain()
+            line = re.sub(r"\{(\d+)\*([^}]*)\}", lambda m: int(m[1]) * m[2], line)
+            data = line.encode("utf-8", "surrogateescape") + b"\r\n"
+            size = 1 if settings.get("dribbles") else len(data)
+            for start in range(0, len(data), size):
+                writer.write(data[start : start + size])
+                await writer.drain()
+                if size < len(data):
+                    await asyncio.sleep(0.001)
 
         if self.fault == "silent":
             await reader.read()
@@ -149,13 +163,21 @@ class Faulty:
         if self.fault.startswith("greets: "):
             await say(self.fault[8:])
             return
-        await say("220 here")
+        await say(settings.get("greeting", "220 here"))
+        replies = settings.get("replies", {})
         recipients = []
         while True:
             line = (await reader.readuntil(b"\r\n")).decode().rstrip()
             note(line)
             word = line.split(" ")[0].upper()
-            if word == "EHLO":
+            if word in replies:
+                if replies[word] is None:
+                    return
+                if replies[word]:
+                    await say(replies[word])
+            elif word in ("EHLO", "HELO") and self.refuses(line):
+                await say("504 I need a full name")
+            elif word == "EHLO":
                 await say("250-here")
                 await say("250 AUTH PLAIN" if self.fault == "echo" else "250 8BITMIME")
             elif word == "AUTH":
@@ -170,15 +192,21 @@ class Faulty:
                 await say("250 OK")
             elif word == "DATA":
                 await say("354 go on")
-                await self.take(reader, writer, recipients)
-                return
+                await self.take(reader, writer, say, recipients)
+                if self.fault != "scripted":
+                    return
             elif word == "QUIT":
                 await say("221 bye")
                 return
             else:
                 await say("250 OK")
 
-    async def take(self, reader, writer, recipients):
+    def refuses(self, hello):
+        name = hello.split(" ")[1]
+        is_literal = name.startswith("[") and name.endswith("]")
+        return self.fault == "wants full name" and not is_literal and "." not in name
+
+    async def take(self, reader, writer, say, recipients):
         if self.fault == "closes in data":
             await reader.read(1000)
             writer.transport.abort()
@@ -198,9 +226,12 @@ class Faulty:
         if self.fault == "silent after data":
             await reader.read()
         elif self.fault != "closes after data":
-            keep("", recipients, bytes(content[:-3]))
-            writer.write(b"250 Taken\r\n")
-            await writer.drain()
+            reply = settings.get("replies", {}).get(".", "250 Taken")
+            if reply is None:
+                raise ConnectionError
+            if reply.startswith("250"):
+                keep("", recipients, bytes(content[:-3]))
+            await say(reply)
 
 
 async def main():

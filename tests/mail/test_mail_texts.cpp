@@ -1,6 +1,8 @@
 #include "mail/plain_text.h"
+#include "mail/rules/client_name.h"
 #include "mail/rules/mail_checks.h"
 #include "mail/rules/mail_encoding.h"
+#include "mail/rules/typed_text.h"
 #include "support/registry.h"
 
 #include <QTest>
@@ -128,6 +130,62 @@ private Q_SLOTS:
                 "</HTML>")),
             QStringLiteral("Come\nearly\n10/05/03\nOffering   Title\n"));
         QCOMPARE(plainTextOf(QString()), QStringLiteral("\n"));
+    }
+
+    void typedTextKeepsItsTagsAndEntities_data() {
+        QTest::addColumn<QString>("html");
+        const auto row = [](const char* typed, const char* html) {
+            QTest::newRow(typed) << QString::fromUtf8(html);
+        };
+        for (const char* kept :
+             {"<b>a</b>", "<BR>\n", "<br/>", "<p class='x'>", "<a href=\"http://a/?b=1&c=2\">a</a>",
+              "<font color=red size=\"+1\">", "<td nowrap>", "<h1 >", "</ul\n>",
+              "&amp; &#220; &#xDC;", "&nbsp;", "<!-- a < b -->", "<!DOCTYPE html>", "a > b"})
+            row(kept, kept);
+        row("<Sunday> & after", "&lt;Sunday> &amp; after");
+        row("AT&T & Co; Q&", "AT&amp;T &amp; Co; Q&amp;");
+        row("1 < 2 <3 <- <", "1 &lt; 2 &lt;3 &lt;- &lt;");
+        row("a <b c", "a &lt;b c");
+        row("<a friend>, <i think so>", "&lt;a friend>, &lt;i think so>");
+        row("<ann@example.org>", "&lt;ann@example.org>");
+        row("<b <i>x</i>", "&lt;b <i>x</i>");
+        row("<bold> <mark> <p\"> <\xc3\xbc>", "&lt;bold> &lt;mark> &lt;p\"> &lt;\xc3\xbc>");
+        row("&copy 2026, &#; &;", "&amp;copy 2026, &amp;#; &amp;;");
+        row("<<b>>", "&lt;<b>>");
+    }
+
+    void typedTextKeepsItsTagsAndEntities() {
+        QFETCH(QString, html);
+        QCOMPARE(typedTextAsHtml(QString::fromUtf8(QTest::currentDataTag())), html);
+    }
+
+    void hugeTypedTextIsConvertedAtOnce() {
+        const QString typed = QStringLiteral("<b \"").repeated(20'000);
+        QCOMPARE(typedTextAsHtml(typed), QStringLiteral("&lt;b \"").repeated(20'000));
+    }
+
+    void onlyATextWithoutAPageIsTyped() {
+        QVERIFY(isTypedText(QStringLiteral("a <b>b</b>")));
+        QVERIFY(!isTypedText(QStringLiteral("<!DOCTYPE html><html lang=en>")));
+        QVERIFY(!isTypedText(QStringLiteral("x<HTML>")));
+    }
+
+    void onlyFullHostNamesAreFull() {
+        for (const char* name : {"office.example.org", "a.b", "my-pc.lan", "A1.EXAMPLE.ORG"})
+            QVERIFY2(isFullHostName(QString::fromLatin1(name)), name);
+        for (const char* name :
+             {"", "office", "localhost", "localhost.localdomain", "pc.localdomain", "192.0.2.1",
+              "office.", ".org", "a..b", "-a.org", "a-.org", "my_pc.org", "a b.org"})
+            QVERIFY2(!isFullHostName(QString::fromLatin1(name)), name);
+    }
+
+    void clientNameIsAFullNameOrAnAddress() {
+        QCOMPARE(addressLiteral(QStringLiteral("192.0.2.1")), QStringLiteral("[192.0.2.1]"));
+        QCOMPARE(addressLiteral(QStringLiteral("2001:db8::1")),
+                 QStringLiteral("[IPv6:2001:db8::1]"));
+        const QString name = clientName();
+        QVERIFY2(isFullHostName(name) || isMailAddress(QStringLiteral("a@") + name, true),
+                 qPrintable(name));
     }
 
     void namesMatchTheirAddressesOrAreLeftOut() {

@@ -100,6 +100,17 @@ std::vector<Mailbox> recipientsOf(const MailMessage& message) {
     return boxes;
 }
 
+QString foreignAddressIn(const MailMessage& message) {
+    const auto isForeign = [](const QString& address) {
+        const QString local = address.section(QLatin1Char('@'), 0, -2);
+        return std::any_of(local.begin(), local.end(), [](QChar c) { return c.unicode() > 0x7e; });
+    };
+    if (isForeign(message.From)) return message.From;
+    for (const Mailbox& box : recipientsOf(message))
+        if (isForeign(box.address)) return box.address;
+    return {};
+}
+
 QStringList attachmentsOf(const MailMessage& message) {
     const QStringList pieces = message.Attachment.split(message.Delimiter);
     QStringList paths;

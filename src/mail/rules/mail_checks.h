@@ -42,6 +42,10 @@ struct Mailbox {
 // The recipients of a message, each pair of name and address once.
 std::vector<Mailbox> recipientsOf(const MailMessage& message);
 
+// The first address of a message, the sender's or a recipient's, that only a server with SMTPUTF8
+// accepts: the part before the "@" is not ASCII. Empty if there is none.
+QString foreignAddressIn(const MailMessage& message);
+
 // The paths of the attachments. A delimiter in the name of an existing file does not split it.
 QStringList attachmentsOf(const MailMessage& message);
 

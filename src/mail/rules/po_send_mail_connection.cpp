@@ -1,11 +1,11 @@
 #include "mail/rules/po_send_mail_connection.h"
 
+#include "mail/rules/client_name.h"
 #include "mail/rules/mail_checks.h"
 #include "mail/rules/mail_encoding.h"
 
 #include <QFile>
 #include <QRegularExpression>
-#include <QSysInfo>
 #include <QUrl>
 
 #include <algorithm>
@@ -26,13 +26,13 @@ Curl newCurl() {
     return Curl(curl_easy_init());
 }
 
-// The name by which this computer identifies itself to a server.
-QString ownName() {
-    const QString name = QSysInfo::machineHostName();
-    static const QRegularExpression plain(
-        QStringLiteral("^[A-Za-z0-9]([A-Za-z0-9.-]*[A-Za-z0-9])?$"));
-    return plain.match(name).hasMatch() ? name : QStringLiteral("localhost");
-}
+// How many seconds a server may take to answer QUIT, when the outcome is already certain.
+constexpr int LeavingTime = 2;
+
+// Longer replies are cut: a server may send as much as it likes.
+constexpr int ShownLines = 100;
+constexpr int ExplainedLines = 10;
+constexpr int LongestLine = 1000;
 
 const QString Hidden = QStringLiteral("***");
 
@@ -47,6 +47,10 @@ int codeOf(const QString& line) {
     bool isNumber = false;
     const int code = line.left(3).toInt(&isNumber);
     return isNumber && code >= 100 ? code : 0;
+}
+
+QString shortened(const QString& line) {
+    return line.size() <= LongestLine ? line : line.left(LongestLine) + QChar(u'\u2026');
 }
 
 }  // namespace
@@ -79,7 +83,8 @@ void MailConnection::prepare(CURL* curl, const MailHost& host, const QString& pa
         QStringLiteral("%1://%2:%3/%4").arg(host.scheme, host.host).arg(host.port).arg(path);
     m_curlSays[0] = '\0';
     m_wantsLogin = logsIn;
-    m_isLoggedIn = m_isInLogin = m_isLeaving = m_replyOpen = false;
+    m_isLoggedIn = m_isInLogin = m_isLeaving = m_replyOpen = m_takesUtf8 = false;
+    m_replyLines = 0;
     m_command.clear();
     m_reply.clear();
     curl_easy_setopt(curl, CURLOPT_URL, url.toUtf8().constData());
@@ -119,7 +124,7 @@ CURLcode MailConnection::perform(CURL* curl) {
     // The last bytes may have been sent after the last call of transferInfo.
     curl_off_t sent = 0;
     curl_easy_getinfo(curl, CURLINFO_SIZE_UPLOAD_T, &sent);
-    if (m_isDataOpen && sent >= m_total) m_isAllSent = true;
+    if (m_isDataOpen && m_total > 0 && sent >= m_total) m_isAllSent = true;
     return code;
 }
 
@@ -147,7 +152,8 @@ MailOutcome MailConnection::sendMessage(const QString& plainText) {
         seen += box.address;
         append(recipients, box.address.toUtf8());
     }
-    prepare(curl.get(), host, ownName(), m_message.UseAuthentication);
+    const QString name = QString::fromLatin1(QUrl::toPercentEncoding(clientName()));
+    prepare(curl.get(), host, name, m_message.UseAuthentication);
     curl_easy_setopt(curl.get(), CURLOPT_PREREQFUNCTION, &MailConnection::beforeRequest);
     curl_easy_setopt(curl.get(), CURLOPT_PREREQDATA, this);
     curl_easy_setopt(curl.get(), CURLOPT_MAIL_FROM, m_message.From.toUtf8().constData());
@@ -157,20 +163,33 @@ MailOutcome MailConnection::sendMessage(const QString& plainText) {
     return outcomeOf(perform(curl.get()));
 }
 
-// libcurl would send the message without a login if the server offers none.
+// libcurl would send the message without a login if the server offers none, and send any address
+// whether the server understands it or not.
 int MailConnection::beforeRequest(void* connection, char*, char*, int, int) {
     const auto* self = static_cast<MailConnection*>(connection);
-    return self->m_wantsLogin && !self->m_isLoggedIn ? CURL_PREREQFUNC_ABORT : CURL_PREREQFUNC_OK;
+    const bool isRefused = (self->m_wantsLogin && !self->m_isLoggedIn) ||
+                           (!self->m_takesUtf8 && !foreignAddressIn(self->m_message).isEmpty());
+    return isRefused ? CURL_PREREQFUNC_ABORT : CURL_PREREQFUNC_OK;
 }
 
 int MailConnection::transferInfo(void* connection, curl_off_t, curl_off_t, curl_off_t total,
                                  curl_off_t sent) {
     auto* self = static_cast<MailConnection*>(connection);
+    if (self->m_isLeaving) {
+        // The outcome is certain.
+        if (self->m_sinceActivity.elapsed() <= LeavingTime * 1000) return 0;
+        self->shutDownSockets();
+        return 1;
+    }
     if (sent != self->m_sent) self->m_sinceActivity.start();
     self->m_sent = sent;
     if (self->m_isDataOpen && total > 0) {
         self->m_total = total;
         self->m_isAllSent = sent >= total;
+        if (self->m_isAllSent && self->m_dataAnswer == 0 && !self->m_isAwaiting) {
+            self->m_isAwaiting = true;
+            if (self->onAwaiting) self->onAwaiting(self->m_waits.answer);
+        }
         const int percent = int(std::min<curl_off_t>(100, sent * 100 / total));
         if (percent != self->m_percent && self->onProgress) self->onProgress(percent);
         self->m_percent = percent;
@@ -186,10 +205,6 @@ int MailConnection::transferInfo(void* connection, curl_off_t, curl_off_t, curl_
 }
 
 int MailConnection::socketOpened(void* connection, curl_socket_t socket, curlsocktype) {
-        if (self->m_isAllSent && self->m_dataAnswer == 0 && !self->m_isAwaiting) {
-            self->m_isAwaiting = true;
-            if (self->onAwaiting) self->onAwaiting(self->m_waits.answer);
-        }
     static_cast<MailConnection*>(connection)->m_sockets.push_back(socket);
     return CURL_SOCKOPT_OK;
 }
@@ -225,17 +240,24 @@ QString MailConnection::withoutSecrets(QString line) const {
 }
 
 void MailConnection::received(const QString& line) {
-    const QString shown = withoutSecrets(line);
-    if (onStatus) onStatus(QStringLiteral("< ") + shown);
-    if (m_isLeaving) return;
-    m_reply = m_replyOpen ? m_reply + QStringLiteral("\r\n") + shown : shown;
+    const QString shown = shortened(withoutSecrets(line));
+    m_replyLines = m_replyOpen ? m_replyLines + 1 : 1;
     const int code = codeOf(line);
-    m_replyOpen = code != 0 && line.mid(3, 1) == QLatin1String("-");
+    const bool isLast = code == 0 || line.mid(3, 1) != QLatin1String("-");
+    if (onStatus && (isLast || m_replyLines <= ShownLines)) onStatus(QStringLiteral("< ") + shown);
+    if (m_isLeaving) return;
+    if (!m_replyOpen)
+        m_reply = shown;
+    else if (isLast || m_replyLines <= ExplainedLines)
+        m_reply += QStringLiteral("\r\n") + shown;
+    m_replyOpen = !isLast;
+    if (line.mid(4).trimmed().compare(QLatin1String("SMTPUTF8"), Qt::CaseInsensitive) == 0)
+        m_takesUtf8 = true;
     if (m_replyOpen) return;
     // During a login, only "334" and "+" ask for another line.
     if (code != 334 && !line.startsWith(QLatin1String("+ "))) m_isInLogin = false;
     if (code == 235) m_isLoggedIn = true;
-    if (code == 354)
+    if (code == 354 && m_command == QLatin1String("DATA"))
         m_isDataOpen = true;
     else if (m_isDataOpen && m_dataAnswer == 0)
         m_dataAnswer = code;
@@ -254,7 +276,10 @@ void MailConnection::sending(const QString& line) {
     if (match.hasMatch()) m_isInLogin = true;
     // The reply to QUIT says nothing about the message.
     m_isLeaving = line.compare(QLatin1String("QUIT"), Qt::CaseInsensitive) == 0;
-    if (!m_isLeaving) m_command = shown;
+    if (!m_isLeaving) {
+        m_command = shown;
+        m_reply.clear();
+    }
     if (onStatus) onStatus(QStringLiteral("> ") + shown);
 }
 
@@ -267,6 +292,12 @@ QString MailConnection::explain(CURLcode code, const QString& server) const {
                    "The server \"%1\" offers no login. Untick the authentication if none is "
                    "required.")
             .arg(server);
+    if (const QString foreign = foreignAddressIn(m_message);
+        code == CURLE_ABORTED_BY_CALLBACK && !m_takesUtf8 && !foreign.isEmpty())
+        return QStringLiteral(
+                   "The server \"%1\" does not accept the address \"%2\": before the @, only "
+                   "letters without accents are allowed.")
+            .arg(server, foreign);
     if (code == CURLE_ABORTED_BY_CALLBACK)
         return QStringLiteral("An attachment was changed while it was being sent.");
     const QString detail =

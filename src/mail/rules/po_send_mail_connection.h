@@ -78,12 +78,14 @@ private:
     Stopped m_stopped = Stopped::No;
     std::vector<curl_socket_t> m_sockets;
     QString m_command;         // the last one sent
-    QString m_reply;           // the server's last complete reply, as status lines
+    QString m_reply;           // the server's reply to it, as status lines
+    int m_replyLines = 0;      // the number of its lines so far
     bool m_replyOpen = false;  // more lines of the reply follow
     bool m_isInLogin = false;  // what is sent is secret
     bool m_isLoggedIn = false;
     bool m_isLeaving = false;
     bool m_wantsLogin = false;
+    bool m_takesUtf8 = false;   // the server accepts addresses in any alphabet
     bool m_isDataOpen = false;  // the server has asked for the message
     bool m_isAllSent = false;
     bool m_isAwaiting = false;  // onAwaiting was called
