@@ -1,5 +1,5 @@
-// Makes the delivered database from its text: lorvanite_make_db FROM.sql TO.mdb
-// The new file is written beside the target and moved over it.
+// Creates the delivered database from its SQL text: lorvanite_make_db FROM.sql TO.mdb
+// Writes the new file beside the target and renames it.
 #include <QFile>
 #include <QTextStream>
 
