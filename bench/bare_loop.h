@@ -1,21 +1,19 @@
-// What the benchmark programs share: statements run beside the program, a database of 10,000 songs
-// with 200,000 played rows, a bare loop that prepares and steps the same statements with SQLite
-// itself, and the ratio of the two.
+// Shared by the benchmarks of the database: statements run beside the program, a database of 10,000
+// songs with 200,000 played rows, and a bare loop that runs the same statements with SQLite alone,
+// as the measure.
 #pragma once
 
 #include "core/data/paths.h"
 #include "platform/desktop/desktop.h"
+#include "ratios.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <functional>
 #include <sqlite3.h>
 #include <string>
-#include <vector>
 
 inline void fill(sqlite3* db) {
     sqlite3_exec(db,
@@ -33,7 +31,7 @@ inline void fill(sqlite3* db) {
                  nullptr, nullptr, nullptr);
 }
 
-// Runs statements, as one transaction, on a database file.
+// Runs statements on a database file, in one transaction.
 inline void runStatements(const QString& file, const QString& statements) {
     sqlite3* db = nullptr;
     sqlite3_open(file.toUtf8().constData(), &db);
@@ -42,7 +40,7 @@ inline void runStatements(const QString& file, const QString& statements) {
     sqlite3_close(db);
 }
 
-// A program folder of its own with the filled database, and SQLite's own connection to it.
+// A separate program folder with the filled database, and a plain SQLite connection to it.
 class FilledFolder {
 public:
     FilledFolder() {
@@ -72,7 +70,8 @@ inline int stepAll(sqlite3* db, const std::string& source) {
     return rows;
 }
 
-// Walks the songs of one statement and, for each, all rows of a second one about its ID.
+// Steps through the songs of one statement and, for each, through all rows of a second one for its
+// ID. With `walksTwice`, steps through the songs once more beforehand.
 inline void bareLoop(sqlite3* db, const char* songs, const std::string& before,
                      const std::string& after, bool walksTwice) {
     if (walksTwice) stepAll(db, songs);
@@ -85,29 +84,10 @@ inline void bareLoop(sqlite3* db, const char* songs, const std::string& before,
     sqlite3_finalize(statement);
 }
 
-inline double seconds(const std::function<void()>& act) {
-    const auto start = std::chrono::steady_clock::now();
-    act();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-inline double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-// Both in turn, so that a change of the machine's speed meets both.
+// Prints the medians of both and their ratio.
 inline void compare(const char* name, const std::function<void()>& ours,
                     const std::function<void()>& bare) {
-    constexpr int Rounds = 7;
-    std::vector<double> a;
-    std::vector<double> b;
-    std::vector<double> ratios;
-    for (int round = 0; round < Rounds; ++round) {
-        a.push_back(seconds(ours));
-        b.push_back(seconds(bare));
-        ratios.push_back(a.back() / b.back());
-    }
-    std::printf("%-18s %7.1f ms, bare loop %7.1f ms, ratio %.2f\n", name, median(a) * 1000,
-                median(b) * 1000, median(ratios));
+    const Medians medians = mediansOf(7, ours, bare);
+    std::printf("%-18s %7.1f ms, bare loop %7.1f ms, ratio %.2f\n", name, medians.first * 1000,
+                medians.second * 1000, medians.ratio);
 }

@@ -1,6 +1,6 @@
-// How long a chart of three pages takes to a PDF file, against writing the same texts in the same
-// font at the same steps with QPdfWriter and QPainter alone, into a file that is replaced whole, as
-// ours is: at most 3 times. The program fails where that does not hold.
+// Times the printing of a chart of three pages to a PDF file. It may take at most 3 times as long
+// as writing the same texts in the same font at the same positions with QPdfWriter and QPainter
+// alone, into a file that is replaced as a whole, like ours. Fails if it takes longer.
 #include "charts/chart_output.h"
 #include "filled_chart.h"
 #include "platform/paper/printing.h"

@@ -1,18 +1,17 @@
-// How long a chart's page takes to paint, and a transposition of a chart of 20 pages, the latter
-// also as a ratio to a bare loop that puts the same strings together.
+// Times the painting of a chart page, and the transposition of a chart of 20 pages, also as a ratio
+// to a bare loop that joins the same strings.
 #include "charts/chart_view.h"
 #include "charts/rules/transposer.h"
 #include "filled_chart.h"
 #include "platform/grid_view/sheet_view.h"
 #include "platform/theme/theme.h"
+#include "ratios.h"
 
 #include <QApplication>
 #include <QImage>
 #include <QPainter>
 
-#include <algorithm>
 #include <benchmark/benchmark.h>
-#include <chrono>
 #include <cstdio>
 #include <vector>
 
@@ -24,7 +23,7 @@ constexpr int Rounds = 101;
 const QString RootNotes = QStringLiteral("C,C#:Db,D,Eb,E,F,F#,G,G#:Ab,A,Bb,B");
 const QString TwoUp = QStringLiteral("D,Eb,E,F,F#,G,Ab,A,Bb,B,C,C#");
 
-// The whole page as a window of its height shows it.
+// Paints the whole page.
 void paintPage(benchmark::State& state) {
     SheetView view;
     setUpChartView(view);
@@ -40,7 +39,7 @@ void paintPage(benchmark::State& state) {
 }
 BENCHMARK(paintPage)->Unit(benchmark::kMillisecond);
 
-// From one page to the other, with all that a change of the page asks for.
+// Switches between two pages, with everything that a change of the page requires.
 void switchPage(benchmark::State& state) {
     SheetView view;
     setUpChartView(view);
@@ -59,7 +58,7 @@ void switchPage(benchmark::State& state) {
 }
 BENCHMARK(switchPage)->Unit(benchmark::kMillisecond);
 
-// A pass over a chart that stands without a screen.
+// Transposes a chart without a screen.
 class Pass {
 public:
     Pass() {
@@ -80,7 +79,7 @@ void transpose(benchmark::State& state) {
 }
 BENCHMARK(transpose)->Unit(benchmark::kMillisecond);
 
-// In the window's own grid, with the look that follows the pass.
+// Transposes a chart in a view, and updates the view.
 void transposeOnView(benchmark::State& state) {
     SheetView view;
     setUpChartView(view);
@@ -97,14 +96,14 @@ void transposeOnView(benchmark::State& state) {
 }
 BENCHMARK(transposeOnView)->Unit(benchmark::kMillisecond);
 
-// The same strings from a plain list, each side split and put together with an entry of the key.
+// Takes the same strings from a plain list, splits each side and joins it with an entry of the key.
 class BareLoop {
 public:
     BareLoop() {
         SheetGrid chart;
         fillChart(chart, Pages);
         for (int page = 1; page <= Pages; ++page)
-            for (int row = FirstChordRow; row <= ChartRows; row += 2)
+            for (int row = ChartRow::FirstChord; row <= ChartRows; row += 2)
                 for (int col = 1; col <= ChartCols; ++col)
                     m_texts.push_back(chart.textAt(page, col, row));
         m_results.resize(m_texts.size());
@@ -138,22 +137,10 @@ void bareLoop(benchmark::State& state) {
 }
 BENCHMARK(bareLoop)->Unit(benchmark::kMillisecond);
 
-// Both in turn, so that a change of the machine's speed meets both.
 double ratioOfPassToBareLoop() {
     Pass pass;
     BareLoop loop;
-    const auto seconds = [](auto& act) {
-        const auto start = std::chrono::steady_clock::now();
-        act();
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    };
-    std::vector<double> ratios;
-    for (int round = 0; round < Rounds; ++round) {
-        const double ours = seconds(pass);
-        ratios.push_back(ours / seconds(loop));
-    }
-    std::sort(ratios.begin(), ratios.end());
-    return ratios[ratios.size() / 2];
+    return mediansOf(Rounds, pass, loop).ratio;
 }
 
 }  // namespace
@@ -164,5 +151,5 @@ int main(int argc, char** argv) {
     applyTheme(app);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
-    std::printf("a pass takes %.2f times the bare loop\n", ratioOfPassToBareLoop());
+    std::printf("transposing takes %.2f times the bare loop\n", ratioOfPassToBareLoop());
 }

@@ -1,6 +1,6 @@
-// How fast a grid of 10,000 x 4 cells goes out as HTML, against writing the very same bytes with
-// QTextStream into a file that is replaced whole, as the grid's is: at most 2 times. The program
-// fails where that does not hold.
+// Times the HTML export of a grid of 10,000 x 4 cells. It may take at most 2 times as long as
+// writing the same bytes with QTextStream into a file that is replaced as a whole, like the grid's.
+// Fails if it takes longer.
 #include "core/grid/sheet_grid.h"
 #include "ratios.h"
 

@@ -1,6 +1,6 @@
-// How long the roster of 500 people takes, from the database to its PDF, beside a bare loop that
-// reads the same rows by the same statements and draws the same texts on as many pages. The roster
-// may take 3 times the loop and 500 ms at most; the program fails where it does not hold.
+// Compares the roster of 500 people, from the database to its PDF, with a bare loop that reads the
+// same rows with the same statements and draws the same texts on as many pages. The roster may take
+// at most 3 times as long as the loop, and 500 ms; otherwise the program fails.
 #include "bare_loop.h"
 #include "core/data/database.h"
 #include "core/data/paths.h"
@@ -46,7 +46,7 @@ void roster() {
     frmSchedule::instance().cmdPrintRoster->click();
 }
 
-// What any form of the roster has to do.
+// What every implementation has to do.
 void bareRoster() {
     const char* fields[] = {"fName", "lName", "address", "city", "State", "zip",
                             "phone", "cell",  "email",   "role", "role2", "role3"};

@@ -1,4 +1,4 @@
-// A full chart for the benchmark programs of the charts.
+// A full chart for the benchmarks of the charts.
 #pragma once
 
 #include "charts/rules/chart_page.h"
@@ -6,20 +6,21 @@
 
 #include <QStringList>
 
-// Chords in every third cell and lyrics in every row of the page `Sheet`.
+// Writes chords to every third cell and lyrics to every lyric row of the page `Sheet`.
 inline void fillPage(SheetGrid& chart) {
     const QStringList chords = {"C",    "Am7", "F#m7", "Ebmaj7/Bb", "Gsus4",
                                 "D/F#", "Bb",  "E7",   "Cadd9"};
     constexpr int cellsBetweenChords = 3;
     int next = 0;
-    for (int row = FirstChordRow; row <= 39; row += 2) {
+    for (int row = ChartRow::FirstChord; row <= ChartRow::LastChord; row += 2) {
         for (int col = 1; col <= ChartCols; col += cellsBetweenChords)
             chart.SetText(col, row, chords[next++ % chords.size()]);
         chart.SetText(
-            1, row + 1,
+            ChartColumn::Text, row + 1,
             QStringLiteral("Abide with me, fast falls the eventide, the darkness deepens"));
     }
-    for (int row = 1; row <= LastTitleRow; ++row) chart.SetText(1, row, QStringLiteral("A title"));
+    for (int row = ChartRow::Title; row <= ChartRow::LastTitle; ++row)
+        chart.SetText(ChartColumn::Text, row, QStringLiteral("A title"));
 }
 
 inline void fillChart(SheetGrid& chart, int pages) {

@@ -46,8 +46,8 @@ QString checkLyrics(SheetGrid& chart, const QStringList& lyrics) {
             .arg(lyrics.size());
     for (int k = 0; k < int(lyrics.size()); ++k) {
         chart.Sheet(k / LyricsOfPage + 1);
-        const int row = FirstLyricRow + 2 * (k % LyricsOfPage);
-        if (chart.GetText(1, row) != lyrics[k])
+        const int row = ChartRow::FirstLyric + 2 * (k % LyricsOfPage);
+        if (chart.GetText(ChartColumn::Text, row) != lyrics[k])
             return QStringLiteral("lyric line %1 is not in row %2").arg(k + 1).arg(row);
     }
     return {};
@@ -93,5 +93,5 @@ QString checkChartImport(const QByteArray& bytes) {
     }
     if (marksBeyond) return QStringLiteral("a mark beyond row 100 was taken");
     // Titles without number run on over the rows of the chords and the lyrics.
-    return titles < FirstLyricRow ? checkLyrics(chart, lyrics) : QString();
+    return titles < ChartRow::FirstLyric ? checkLyrics(chart, lyrics) : QString();
 }

@@ -1,4 +1,5 @@
-// Makes the delivered database from its text: lorvanite_make_db FROM.sql TO.mdb
+// Creates the delivered database from its SQL text: lorvanite_make_db FROM.sql TO.mdb
+// Writes the new file beside the target and renames it.
 #include "core/data/database_handle.h"
 #include "core/data/paths.h"
 #include "core/data/run_time_error.h"

@@ -1,4 +1,4 @@
-// Draws the program's icon in the sizes that desktops ask for:
+// Draws the program's icon in the sizes that desktops need:
 // lorvanite_make_icons FROM.svg FOLDER SIZE...    writes FOLDER/SIZE.png for each size in pixels
 #include <QFile>
 #include <QImage>

@@ -1,6 +1,6 @@
-// Makes the sample tree, on which a newcomer can try everything:
+// Makes the sample tree, which a newcomer can try everything on:
 // lorvanite_make_sample SAMPLE_TEXT_FOLDER PROGRAM_TREE TARGET_FOLDER YYYY-MM-DD|today
-// The last service is the Sunday before the given day. The target must not exist, or be empty.
+// The last service is the Sunday before the given day. The target must be empty or not exist yet.
 #include "make_sample.h"
 
 #include "core/data/file_copy.h"

@@ -1,4 +1,4 @@
-// What the parts of the sample maker share: the sample as it is read from its texts.
+// Shared by the parts of the sample maker: the sample as read from its texts.
 #pragma once
 
 #include <QDate>
@@ -9,31 +9,34 @@
 #include <stdexcept>
 #include <vector>
 
-// A text that cannot be used, or a file that cannot be written. The message says which and why.
+class SheetGrid;
+
+// Raised for a text that cannot be used or a file that cannot be written. The message says which
+// and why.
 class SampleError : public std::runtime_error {
 public:
     explicit SampleError(const QString& message) : std::runtime_error(message.toStdString()) {}
 };
 
-struct Song {
+struct SampleSong {
     QString title;
     QString author;
     QString key;
     QStringList categories;  // at most five
     QString playlist;
     QString number;
-    QString chart;  // whole path of the chart file, or empty
-    QString sound;  // whole path of the sound file, or empty
+    QString chart;  // absolute path of the chart file, or empty
+    QString sound;  // absolute path of the sound file, or empty
 };
 
-// The fixed items of a service: the labels of column 1 from row 2 on.
+// The fixed items of a service: the labels in column 1, from row 2 down.
 struct Design {
     QString name;
     QStringList labels;
     std::vector<int> songRows;  // the rows that take a song
 };
 
-// What was sung on a Sunday: a title, or nothing, for each song row of the design.
+// What was sung on a Sunday: a title or an empty text for each song row of the design.
 struct Service {
     QDate date;
     QString design;
@@ -42,37 +45,39 @@ struct Service {
 
 struct Sample {
     QString texts;       // folder of the plain texts
-    QString target;      // folder of the tree, a whole path
+    QString target;      // folder of the tree, an absolute path
     QDate base;          // the day for which the sample is made
-    QDate comingSunday;  // that day itself where it is a Sunday
+    QDate comingSunday;  // the same day if it is a Sunday
     QString defaultDesign;
-    std::vector<Song> songs;
+    std::vector<SampleSong> songs;
     std::map<QString, Design> designs;
-    std::vector<Service> services;  // the newest first
+    std::vector<Service> services;  // newest first
 
-    const Song* find(const QString& title) const;
+    const SampleSong* find(const QString& title) const;
 };
 
 // --- make_sample_text.cpp ----------------------------------------------------------------------
 
-// The lines of a text, without the comments (lines that begin with "#") and the blanks around.
+// Reads the lines of a text file, without comments (lines that begin with "#"), leading and
+// trailing blanks, and empty lines at the end.
 QStringList sampleLines(const QString& path);
 
-// The fields, cut at "|", of each line that is not empty. Raises where a line has another number
-// of fields than `least` to `most`.
+// Splits each line that is not empty into its fields, separated by "|". Raises SampleError if a
+// line has fewer fields than `least` or more than `most`.
 std::vector<QStringList> tableOf(const QString& path, int least, int most);
 
-// A whole number with or without a sign; raises where the text is none.
+// Converts a text to a whole number. Raises SampleError if it is not a number.
 int numberOf(const QString& text, const QString& where);
 
-// A file of the sample's own; raises where it cannot be written.
+// Write a file of the sample. Raise SampleError if it cannot be written.
 void writeFile(const QString& path, const QByteArray& content);
+void saveGrid(const SheetGrid& grid, const QString& path);
 
-// --- The parts, in the order of the work -------------------------------------------------------
+// --- The parts, in the order they run -----------------------------------------------------------
 
 void readSongs(Sample& sample);
 void readServices(Sample& sample);
-void writeCharts(Sample& sample);  // ties each chart to its song
-void writeTunes(Sample& sample);   // ties each sound file to its song
+void writeCharts(Sample& sample);  // assigns each chart to its song
+void writeTunes(Sample& sample);   // assigns each sound file to its song
 void writeSets(const Sample& sample);
 void fillDatabase(const Sample& sample);

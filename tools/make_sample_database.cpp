@@ -7,10 +7,10 @@
 
 namespace {
 
-// A note without a reminder carries the calendar's day zero, as the notes window writes it.
+// The reminder date of a note without a reminder, as the notes window writes it.
 const QLatin1String NoReminder("12/30/99");
 
-// The database file, all of whose changes are made at once or not at all.
+// The database file. All changes are made in one transaction.
 class Store {
 public:
     using Values = std::vector<std::pair<QString, QString>>;
@@ -30,7 +30,7 @@ public:
 
     void commit() { run(QStringLiteral("COMMIT"), {}); }
 
-    // Adds a row and gives its counter.
+    // Adds a row and returns its ID.
     qint64 add(const QString& table, const Values& row) {
         QStringList names;
         QStringList marks;
@@ -46,7 +46,7 @@ public:
         return sqlite3_last_insert_rowid(m_db);
     }
 
-    // Runs a statement; gives the number of the rows that it yields.
+    // Runs a statement and returns the number of its rows.
     int run(const QString& source, const QStringList& values) {
         sqlite3_stmt* statement = nullptr;
         int result = sqlite3_prepare_v2(m_db, source.toUtf8().constData(), -1, &statement, nullptr);
@@ -73,7 +73,7 @@ QString pathOf(const Sample& sample, const char* name) {
     return QStringLiteral("%1/%2.txt").arg(sample.texts, QLatin1String(name));
 }
 
-// "+1" is a week after the coming Sunday.
+// The date of a Sunday. "+1" is a week after the coming Sunday.
 QString sundayOf(const Sample& sample, const QString& weeks, const char* where) {
     return formatDate(
         sample.comingSunday.addDays(7 * numberOf(weeks.trimmed(), QLatin1String(where))));
@@ -86,7 +86,7 @@ void addCategories(Store& store, const Sample& sample) {
 
 void addSongsAndDates(Store& store, const Sample& sample) {
     std::map<QString, qint64> ids;
-    for (const Song& song : sample.songs) {
+    for (const SampleSong& song : sample.songs) {
         Store::Values row = {{"title", song.title},    {"artist", song.author},
                              {"dakey", song.key},      {"playlist", song.playlist},
                              {"fileLoco", song.chart}, {"CCLI", song.number},
@@ -108,7 +108,7 @@ void addSongsAndDates(Store& store, const Sample& sample) {
     }
 }
 
-// Gives the names of all.
+// Returns the names of all.
 QStringList addPeople(Store& store, const Sample& sample) {
     QStringList names;
     for (const QStringList& fields : tableOf(pathOf(sample, "people"), 10, 11)) {
@@ -142,7 +142,8 @@ QStringList addPeople(Store& store, const Sample& sample) {
 void addSchedule(Store& store, const Sample& sample, const QStringList& people) {
     for (const QStringList& fields : tableOf(pathOf(sample, "schedule"), 2, 2)) {
         if (!people.contains(fields[1]))
-            throw SampleError(QStringLiteral("schedule.txt: nobody is %1").arg(fields[1]));
+            throw SampleError(
+                QStringLiteral("schedule.txt: %1 is not in people.txt").arg(fields[1]));
         store.add(QStringLiteral("schedule"), {{"player", fields[1]},
                                                {"instrument", fields[0]},
                                                {"pdate", formatDate(sample.comingSunday)}});

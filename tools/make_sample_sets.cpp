@@ -15,11 +15,6 @@ void layOutDesign(SheetGrid& grid, const Design& design) {
     for (const QString& label : design.labels) grid.SetText(1, row++, label);
 }
 
-void save(const SheetGrid& grid, const QString& path) {
-    if (!grid.SaveToFile(path, false))
-        throw SampleError(QStringLiteral("%1 cannot be written").arg(path));
-}
-
 void writeSet(const Sample& sample, const Service& service) {
     const Design& design = sample.designs.at(service.design);
     SheetGrid grid;
@@ -36,7 +31,7 @@ void writeSet(const Sample& sample, const Service& service) {
         grid.Row(row);
         grid.BackColor(SheetMusicGreen);
     }
-    save(grid, QStringLiteral("%1/saved sets/%2.set").arg(sample.target, defaultSetName(date)));
+    saveGrid(grid, QStringLiteral("%1/saved sets/%2.set").arg(sample.target, defaultSetName(date)));
 }
 
 }  // namespace
@@ -47,7 +42,7 @@ void writeSets(const Sample& sample) {
     for (const auto& [name, design] : sample.designs) {
         SheetGrid grid;
         layOutDesign(grid, design);
-        save(grid, QStringLiteral("%1/set designs/%2.sdl").arg(sample.target, name));
+        saveGrid(grid, QStringLiteral("%1/set designs/%2.sdl").arg(sample.target, name));
     }
     for (const Service& service : sample.services) writeSet(sample, service);
 }

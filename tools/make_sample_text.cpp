@@ -1,29 +1,33 @@
 // Reads the sample's plain texts.
+#include "core/data/paths.h"
+#include "core/data/run_time_error.h"
+#include "core/data/texts.h"
+#include "core/grid/sheet_grid.h"
 #include "make_sample.h"
+#include "sets/rules/set_record.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 
 namespace {
 
-// A little more than a year, so that an Easter and every Sunday of December fall into it.
+// A little more than a year, so that it includes an Easter and every Sunday of December.
 constexpr int Sundays = 56;
 
 constexpr int FirstDesignRow = 2;
 constexpr int MostCategories = 5;
-constexpr int MostSongs = 23;
 
 const QLatin1String Reserved("Hymns");
 const QLatin1String NoSong("(no song)");
 
-QString textOf(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw SampleError(QStringLiteral("%1: %2").arg(path, file.errorString()));
-    return QString::fromUtf8(file.readAll());
+QStringList textLinesOf(const QString& path) {
+    try {
+        return linesOf(path);
+    } catch (const RunTimeError& error) {
+        throw SampleError(QStringLiteral("%1: %2").arg(path, error.description()));
+    }
 }
 
 QStringList trimmed(const QStringList& texts) {
@@ -32,7 +36,7 @@ QStringList trimmed(const QStringList& texts) {
     return result;
 }
 
-// Easter Sunday of a year, by the common rule of the Gregorian calendar.
+// Easter Sunday of a year in the Gregorian calendar.
 QDate easter(int year) {
     const int golden = year % 19;
     const int century = year / 100;
@@ -71,7 +75,7 @@ void readDesigns(Sample& sample) {
         throw SampleError(QStringLiteral("no design \"%1\"").arg(sample.defaultDesign));
 }
 
-// The sets of each season, in the order of the text.
+// The sets of each season, in the order of sets.txt.
 using Seasons = std::map<QString, std::vector<Service>>;
 
 void checkService(const Sample& sample, const Service& service) {
@@ -79,9 +83,10 @@ void checkService(const Sample& sample, const Service& service) {
     if (design == sample.designs.end())
         throw SampleError(QStringLiteral("sets.txt: no design \"%1\"").arg(service.design));
     if (service.titles.size() != qsizetype(design->second.songRows.size()) ||
-        service.titles.size() > MostSongs)
-        throw SampleError(QStringLiteral("sets.txt: the set of %1 has not the songs of its design")
-                              .arg(service.titles.value(0)));
+        service.titles.size() > MostTitles)
+        throw SampleError(
+            QStringLiteral("sets.txt: the set of %1 does not have the songs of its design")
+                .arg(service.titles.value(0)));
     for (const QString& title : service.titles)
         if (!title.isEmpty() && !sample.find(title))
             throw SampleError(QStringLiteral("sets.txt: no song \"%1\"").arg(title));
@@ -113,7 +118,7 @@ void checkCategories(const Sample& sample) {
     for (const QStringList& fields :
          tableOf(sample.texts + QStringLiteral("/categories.txt"), 2, 2))
         known.append(fields[0]);
-    for (const Song& song : sample.songs) {
+    for (const SampleSong& song : sample.songs) {
         if (song.categories.isEmpty() || song.categories.size() > MostCategories)
             throw SampleError(QStringLiteral("songs.txt: categories of %1").arg(song.title));
         for (const QString& category : song.categories)
@@ -124,14 +129,14 @@ void checkCategories(const Sample& sample) {
 
 }  // namespace
 
-const Song* Sample::find(const QString& title) const {
+const SampleSong* Sample::find(const QString& title) const {
     const auto at = std::find_if(songs.begin(), songs.end(),
-                                 [&](const Song& song) { return song.title == title; });
+                                 [&](const SampleSong& song) { return song.title == title; });
     return at == songs.end() ? nullptr : &*at;
 }
 
 QStringList sampleLines(const QString& path) {
-    QStringList lines = trimmed(textOf(path).split(QLatin1Char('\n')));
+    QStringList lines = trimmed(textLinesOf(path));
     lines.removeIf([](const QString& line) { return line.startsWith(QLatin1Char('#')); });
     while (!lines.isEmpty() && lines.last().isEmpty()) lines.removeLast();
     return lines;
@@ -153,14 +158,18 @@ std::vector<QStringList> tableOf(const QString& path, int least, int most) {
 int numberOf(const QString& text, const QString& where) {
     bool ok = false;
     const int number = text.toInt(&ok);
-    if (!ok) throw SampleError(QStringLiteral("%1: \"%2\" is no number").arg(where, text));
+    if (!ok) throw SampleError(QStringLiteral("%1: \"%2\" is not a number").arg(where, text));
     return number;
 }
 
 void writeFile(const QString& path, const QByteArray& content) {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.flush())
-        throw SampleError(QStringLiteral("%1: %2").arg(path, file.errorString()));
+    if (!replaceFile(path, content))
+        throw SampleError(QStringLiteral("%1 cannot be written").arg(path));
+}
+
+void saveGrid(const SheetGrid& grid, const QString& path) {
+    if (!grid.SaveToFile(path, false))
+        throw SampleError(QStringLiteral("%1 cannot be written").arg(path));
 }
 
 void readSongs(Sample& sample) {

@@ -1,4 +1,4 @@
-// Makes short sound files of the tunes: a plain, bell-like voice in one channel.
+// Makes short mono sound files of the tunes, with a plain, bell-like sound.
 #include "make_sample.h"
 
 #include <QDataStream>
@@ -11,16 +11,17 @@
 
 namespace {
 
-constexpr int Rate = 22050;  // samples a second
+constexpr int Rate = 22050;  // samples per second
 constexpr double Loudness = 9000;
-constexpr double Fade = 0.02;  // seconds in which a note comes and goes
+constexpr double Fade = 0.02;  // seconds in which a note fades in and out
 
-// Vibrations a second of a note such as "F#4"; 0 for a rest.
+// The frequency in hertz of a note such as "F#4"; 0 for a rest.
 double frequencyOf(const QString& note) {
     if (note == QLatin1String("R")) return 0;
     constexpr std::array<int, 7> steps = {9, 11, 0, 2, 4, 5, 7};  // A to G
     const int letter = note.isEmpty() ? -1 : note[0].unicode() - u'A';
-    if (letter < 0 || letter > 6) throw SampleError(QStringLiteral("\"%1\" is no note").arg(note));
+    if (letter < 0 || letter > 6)
+        throw SampleError(QStringLiteral("\"%1\" is not a note").arg(note));
     int step = steps.at(size_t(letter));
     if (note.contains(QLatin1Char('#'))) ++step;
     if (note.contains(QLatin1Char('b'))) --step;
@@ -76,7 +77,7 @@ QByteArray tune(const QString& path) {
 
 void writeTunes(Sample& sample) {
     QDir(sample.target).mkpath(QStringLiteral("sounds"));
-    for (Song& song : sample.songs) {
+    for (SampleSong& song : sample.songs) {
         const QString text = QStringLiteral("%1/tunes/%2.txt").arg(sample.texts, song.title);
         if (!QFile::exists(text)) continue;
         song.sound = QStringLiteral("%1/sounds/%2.wav").arg(sample.target, song.title);

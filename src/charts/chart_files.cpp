@@ -1,6 +1,6 @@
 #include "charts/chart_files.h"
 
-#include "core/data/database.h"
+#include "charts/rules/song_tie.h"
 #include "core/data/run_time_error.h"
 #include "platform/desktop/common_dialog.h"
 #include "platform/desktop/desktop.h"
@@ -11,24 +11,10 @@
 
 namespace {
 
-const QString SongLocation = QStringLiteral("Song Location: ");
-
-void listSongs(SheetGrid& fpAttach) {
-    Recordset rs = select(QStringLiteral("SELECT ID, title FROM songs ORDER BY title"));
-    // Rows of an earlier use stay, so each use lists all songs once more: this is meant.
-    for (; !rs.EOF_(); rs.MoveNext()) {
-        const int row = fpAttach.MaxRows() + 1;
-        fpAttach.MaxRows(row);
-        fpAttach.SetText(1, row, rs.Fields("ID"));
-        fpAttach.SetText(2, row, rs.Fields("Title"));
-    }
-    rs.Close();
-}
-
 void raiseFor(const QString& file, QFrame* frmAssign, Ui::AssignPanel& panel) {
-    panel.fpAttach->Col(1);
+    panel.fpAttach->Col(AttachColumn::ID);
     panel.fpAttach->ColHidden(true);
-    panel.lblAssign->setText(SongLocation + file);
+    panel.lblAssign->setText(songLocation(file));
     panel.lblAssign->setToolTip(file);
     raisePanel(frmAssign);
 }
@@ -47,25 +33,25 @@ bool chooseChart(void (CommonDialog::*show)()) {
 void raisePanel(QWidget* panel) {
     panel->setEnabled(true);
     panel->raise();
-    // Keys go to the panel's list, where the focus alone makes no row the active one.
+    // The keyboard focus goes to the panel's list. It makes no row the active one.
     if (auto* list = panel->findChild<SheetView*>()) list->setFocus();
 }
 
 void sendToBottom(QWidget* panel) {
     panel->lower();
-    // What lies behind the grid takes no keys.
+    // What is behind the grid must not get the keyboard focus.
     panel->setEnabled(false);
 }
 
 void setUpAssignPanel(QFrame* frmAssign, Ui::AssignPanel& panel) {
     panel.setupUi(frmAssign);
-    panel.fpAttach->MaxCols(2);
+    panel.fpAttach->MaxCols(AttachColumn::Title);
     panel.fpAttach->MaxRows(0);
     panel.fpAttach->ColHeadersShow(false);
     panel.fpAttach->RowHeadersShow(false);
     panel.fpAttach->GridShowVert(false);
     panel.fpAttach->setReadOnly(true);
-    panel.fpAttach->setFillColumn(2);
+    panel.fpAttach->setFillColumn(AttachColumn::Title);
     panel.cmdSaveAssigned->setIcon(themedIcon(QStringLiteral("assign")));
     panel.cmdCloseAssign->setIcon(themedIcon(QStringLiteral("close")));
     sendToBottom(frmAssign);
@@ -74,34 +60,29 @@ void setUpAssignPanel(QFrame* frmAssign, Ui::AssignPanel& panel) {
 void saveChart(const SheetGrid& chart, QFrame* frmAssign, Ui::AssignPanel& panel) {
     if (!chooseChart(&CommonDialog::ShowSave)) return;
     const QString file = commonDlg().FileName;
-    // A save that failed does not end the command: this is meant.
+    // Deliberate: behaviour 127.
     if (!chart.SaveToFile(file, false)) tellNotSaved();
     if (messageBox(
             QStringLiteral("Would you like to associate this music to a song in the database?"),
             BoxIcon::None, QStringLiteral("Lorvanite"), BoxButtons::YesNo) == BoxAnswer::No)
         return;
     try {
-        listSongs(*panel.fpAttach);
+        listSongsToTie(*panel.fpAttach);
     } catch (const RunTimeError&) {
-        // From the dialog on errors do not stop the command.
+        // Once the dialog has been shown, errors do not stop this command.
     }
     raiseFor(file, frmAssign, panel);
 }
 
 void showAssignPanel(QFrame* frmAssign, Ui::AssignPanel& panel) {
-    listSongs(*panel.fpAttach);
+    listSongsToTie(*panel.fpAttach);
+    // Deliberate: behaviour 129.
     raiseFor(commonDlg().FileName, frmAssign, panel);
 }
 
 void saveAssigned(const Ui::AssignPanel& panel) {
-    const QString id = panel.fpAttach->GetText(1, panel.fpAttach->ActiveRow());
-    const QString location = panel.lblAssign->text().mid(SongLocation.size());
-    if (id.toInt() <= 0) {
-        messageBox(QStringLiteral("Please select a song title to assign this file to."),
-                   BoxIcon::Information);
-        return;
-    }
-    execute(QStringLiteral("UPDATE songs SET fileLoco = '") + location +
-            QStringLiteral("' WHERE ID = ") + id);
-    messageBox(QStringLiteral("Done!"), BoxIcon::Information);
+    const bool tied = tieToActiveSong(*panel.fpAttach, fileOfSongLocation(panel.lblAssign->text()));
+    messageBox(tied ? QStringLiteral("Done!")
+                    : QStringLiteral("Please select a song title to assign this file to."),
+               BoxIcon::Information);
 }

@@ -1,4 +1,4 @@
-// Charts on the disk, and their tie to a song: what both chart windows share.
+// Saving and opening charts and assigning them to songs. Shared by both chart windows.
 #pragma once
 
 #include "platform/desktop/common_dialog.h"
@@ -7,26 +7,26 @@
 class QFrame;
 class SheetGrid;
 
-// The dialog for a file of the folder "sheetmusic". The name that its last use, in any window, has
-// left is proposed again. False after a cancel.
+// Asks for a file in the folder "sheetmusic". Proposes the name that the last use of the dialog, in
+// any window, has left. Returns false if the user cancels.
 bool chooseMusicFile(const QString& filter, void (CommonDialog::*show)());
 
-// The same for a chart.
+// Does the same for a chart file.
 bool chooseChart(void (CommonDialog::*show)());
 
-// Panels are not shown or hidden: they come up over the grid, and go behind it to leave.
+// Panels are neither shown nor hidden: they are raised above the grid, and lowered behind it to
+// leave. A lowered panel is disabled.
 void raisePanel(QWidget* panel);
 void sendToBottom(QWidget* panel);
 
-// Makes the panel's list of songs ready for use, and sends the panel to the bottom.
+// Sets up the panel's list of songs and lowers the panel.
 void setUpAssignPanel(QFrame* frmAssign, Ui::AssignPanel& panel);
 
-// Asks for a file, saves the chart in it, and asks whether to tie it to a song.
+// Asks for a file, saves the chart in it, and asks whether to assign it to a song.
 void saveChart(const SheetGrid& chart, QFrame* frmAssign, Ui::AssignPanel& panel);
 
-// Lists all songs behind those already listed, and raises the panel for the file that the last
-// dialog has left.
+// Adds all songs to the list and raises the panel for the file that the last dialog has left.
 void showAssignPanel(QFrame* frmAssign, Ui::AssignPanel& panel);
 
-// Ties the panel's file to the active song, or asks for one.
+// Assigns the panel's file to the active song, or asks the user to select one.
 void saveAssigned(const Ui::AssignPanel& panel);

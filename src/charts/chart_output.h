@@ -1,6 +1,5 @@
-// What goes out of a chart: on paper, as a page of HTML, in a mail, and as a lyric sheet. Both
-// chart windows share it. All work on a grid of a chart's pages and leave it as it was but for
-// what they name.
+// Output of a chart: on paper, as HTML, in a message, and as a lyric sheet. Shared by both chart
+// windows. All functions take a grid with the pages of a chart and change it only as described.
 #pragma once
 
 #include "mail/mail_hand_over.h"
@@ -8,18 +7,19 @@
 class QTextEdit;
 class SheetGrid;
 
-// Prints all pages, each on a sheet of its own, and puts page 1 on view. Stops at a page without a
-// cell: a box tells so, page 1 keeps the rows added so far, and that page is on view.
+// Prints all pages, each on a separate sheet of paper, and shows page 1. Stops with a message box
+// at a page without cells: page 1 keeps the rows added so far, and the page without cells is shown.
 void printChart(SheetGrid& chart);
 
-// Asks for a file and writes the page on view to it as HTML. After a cancel the grid's lines stay
+// Asks for a file and writes the page shown to it as HTML. If the user cancels, the grid lines stay
 // hidden.
 void exportChart(SheetGrid& chart);
 
-// Gives all pages, down to the last row with data, to the mail window as its prepared body. Raises
-// 53 where there is no staging file to read, 75 where it cannot be read. Stops as printChart does.
+// Hands all pages, down to the last row with data, to the mail window as a prepared body. Raises
+// RunTimeError::FileNotFound if there is no staging file, RunTimeError::PathAccess if it cannot be
+// read. Stops like printChart.
 void mailChart(SheetGrid& chart, NoteButton note);
 
-// Asks for a file, erases the chords of the page on view, adds its lyrics to `rtb` and writes all
-// of that as RTF. After a cancel the chords stand and the grid's lines stay hidden.
+// Asks for a file, erases the chords of the page shown, adds its lyrics to `rtb` and writes the
+// whole text as RTF. If the user cancels, the chords are kept and the grid lines stay hidden.
 void saveLyricSheet(SheetGrid& chart, QTextEdit& rtb);

@@ -9,7 +9,7 @@
 
 void setUpChartView(SheetView& view) {
     view.setPalette(themePalette(themeColours(false)));
-    view.setAutoFillBackground(true);  // panels lie behind, and the strip of tabs has no ground
+    view.setAutoFillBackground(true);  // panels are behind it, and the tab bar has no background
     setUpChart(view);
     view.flush();
     view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);

@@ -1,8 +1,8 @@
-// A chart on the screen.
+// A chart on screen.
 #pragma once
 
 class SheetView;
 
-// Makes a grid of the design a chart of one page that looks like a printed one: a white sheet in
-// the dark theme too, as wide as its cells and its scroll bar.
+// Sets up a view for a chart of one page that looks like a printed one: white in the dark theme
+// too, and as wide as its cells and its scroll bar.
 void setUpChartView(SheetView& view);

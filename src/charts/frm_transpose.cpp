@@ -4,29 +4,11 @@
 #include "charts/chart_output.h"
 #include "charts/chart_view.h"
 #include "charts/sheet_music.h"
-#include "core/data/database.h"
 #include "platform/theme/theme.h"
 
 namespace {
 
 constexpr int PanelMargin = 24;  // pixels
-
-// The value of a row of the table of keys; raises 3021 where there is none.
-QString noteValueOf(const QString& colName) {
-    Recordset rs = select(QStringLiteral("SELECT noteValue FROM transpose WHERE colName = '") +
-                          colName + QStringLiteral("'"));
-    const QString value = rs.Fields("noteValue");
-    rs.Close();
-    return value;
-}
-
-// The row of a distance in semi-tones.
-QString keyOf(int distance) {
-    // Without a distance the row of the positions is written as it stands: this is meant.
-    if (distance == 0) return QStringLiteral("rootnote");
-    return (distance < 0 ? QStringLiteral("n") : QStringLiteral("p")) +
-           QString::number(qAbs(distance));
-}
 
 }  // namespace
 
@@ -40,7 +22,7 @@ frmTranspose::frmTranspose() {
     onEvent(this, Command3, &QPushButton::clicked, &frmTranspose::Command3_Click);
     onEvent(this, cmdSaveSetList, &QPushButton::clicked, &frmTranspose::cmdSaveSetList_Click);
     onEvent(this, cmdSaveAssigned, &QToolButton::clicked, &frmTranspose::cmdSaveAssigned_Click);
-    // The panel's close button and its list carry no command here: this is meant.
+    // cmdCloseAssign and fpAttach have no command here. Deliberate: behaviour 130.
     Image1->setPixmap(themedIcon(QStringLiteral("transpose")).pixmap(Image1->size()));
     setWindowIcon(themedIcon(QStringLiteral("transpose")));
     setUpChartView(*fpPreview);
@@ -48,7 +30,7 @@ frmTranspose::frmTranspose() {
     atEdge(onFailure(), [this] { load(); });
 }
 
-void frmTranspose::load() { setRootNotes(noteValueOf(QStringLiteral("rootnote"))); }
+void frmTranspose::load() { loadRootNotes(); }
 
 void frmTranspose::resizeEvent(QResizeEvent* event) {
     FormBase::resizeEvent(event);
@@ -56,7 +38,7 @@ void frmTranspose::resizeEvent(QResizeEvent* event) {
         fpPreview->geometry().adjusted(PanelMargin, PanelMargin, -PanelMargin, -PanelMargin));
 }
 
-// The control reports each move that the user makes, before it takes the new value on.
+// The slider reports each move of the user, before its value changes.
 void frmTranspose::Slider1_Scroll(int) {
     if (Slider1->sliderPosition() == Slider1->value()) return;
     lblNumSteps->setText(QStringLiteral("Changed By ") +
@@ -66,7 +48,8 @@ void frmTranspose::Slider1_Scroll(int) {
 }
 
 void frmTranspose::transposePreview() {
-    setKeyNotes(noteValueOf(keyOf(Slider1->sliderPosition())));
+    loadKeyNotes(Slider1->sliderPosition());
+    // The copy as it is now. Deliberate: behaviour 141.
     transposeChart(*fpPreview);
 }
 
@@ -78,7 +61,7 @@ void frmTranspose::cmdReset_Click() {
 
 void frmTranspose::cmdExportText_Click() { exportChart(*fpPreview); }
 
-// The mail window's button for notes is never shown from here: this is meant.
+// Deliberate: behaviour 149.
 void frmTranspose::cmdEmailSet_Click() { mailChart(*fpPreview, NoteButton::AsItWas); }
 
 void frmTranspose::Command3_Click() { printChart(*fpPreview); }

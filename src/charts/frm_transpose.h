@@ -1,4 +1,4 @@
-// Transpose SheetMusic: a copy of the chart, moved by semi-tones.
+// Transpose SheetMusic: a copy of the chart, transposed by semi-tones.
 #pragma once
 
 #include "charts/rules/transposer.h"
@@ -14,7 +14,7 @@ class frmTranspose : public Form<frmTranspose>,
 public:
     frmTranspose();
 
-    // One pass over the copy as it stands, by the distance of Slider1. Passes add up.
+    // Transposes the copy, as it is now, by the distance of Slider1. Passes add up.
     void transposePreview();
 
 protected:

@@ -5,6 +5,8 @@
 #include "charts/chart_view.h"
 #include "charts/frm_transpose.h"
 #include "charts/rules/chart_page.h"
+#include "charts/rules/chart_sheets.h"
+#include "charts/rules/song_tie.h"
 #include "platform/desktop/common_dialog.h"
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
@@ -14,11 +16,11 @@
 
 namespace {
 
-constexpr int WindowWidth = 12045;  // twips
-constexpr int WindowHeight = 7935;  // twips
-constexpr int AboveTheGrid = 400;   // twips
-constexpr int LeastHeight = 5400;   // twips
-constexpr int Margin = 12;          // pixels
+constexpr int WindowWidth = 12045;   // twips
+constexpr int WindowHeight = 7935;   // twips
+constexpr int AboveTheGrid = 400;    // twips
+constexpr int MinimumHeight = 5400;  // twips
+constexpr int Margin = 12;           // pixels
 
 }  // namespace
 
@@ -34,7 +36,7 @@ SheetMusic::SheetMusic() {
     wireImport();
     wirePalette();
     dressButtons();
-    setMinimumHeight(px(LeastHeight));
+    setMinimumHeight(px(MinimumHeight));
     setDesignSize(QSize(px(WindowWidth), px(WindowHeight)));
     atEdge(onFailure(), [this] { load(); });
 }
@@ -45,7 +47,7 @@ void SheetMusic::wireMenus() {
     onEvent(this, mnuSave, &QAction::triggered, &SheetMusic::mnuSave_Click);
     onEvent(this, mnuAttachToDB, &QAction::triggered, &SheetMusic::mnuAttachToDB_Click);
     onEvent(this, mnuImport, &QAction::triggered, &SheetMusic::mnuImport_Click);
-    // "Close" stands in the menu and carries no command: this is meant.
+    // mnuClose has no command. Deliberate: behaviour 123.
     onEvent(this, mnuAddPage, &QAction::triggered, &SheetMusic::addPage);
     onEvent(this, mnuDelPage, &QAction::triggered, &SheetMusic::mnuDelPage_Click);
     onEvent(this, mnuPrint, &QAction::triggered, &SheetMusic::mnuPrint_Click);
@@ -88,12 +90,12 @@ void SheetMusic::resizeEvent(QResizeEvent* event) {
     Form_Resize();
 }
 
-// The user changes the height only.
+// The user can change the height only.
 void SheetMusic::Form_Resize() {
     if (QWidget* frame = parentWidget())
         frame->setFixedWidth(frame->width() + px(WindowWidth) - width());
     fpSong->resize(fpSong->width(), height() - px(AboveTheGrid));
-    // The panels stay as high as the grid that they lie behind.
+    // The panels stay as high as the grid in front of them.
     for (QWidget* panel : {frmImport, frmAssign})
         panel->resize(panel->width(), height() - panel->y() - Margin);
 }
@@ -107,6 +109,7 @@ void SheetMusic::addPage() {
     setStatusText(QString());
 }
 
+// Deliberate: behaviour 126.
 void SheetMusic::mnuNew_Click() { clearChartPage(*fpSong); }
 
 void SheetMusic::mnuDelPage_Click() {
@@ -117,7 +120,7 @@ void SheetMusic::mnuDelPage_Click() {
 
 void SheetMusic::fpSong_Click(int col, int row) {
     if (pendingChord.isEmpty()) return;
-    // The row's role is not looked at: on a title or lyric row the chord replaces the whole line.
+    // Whatever the row's role. Deliberate: behaviour 124.
     fpSong->SetText(col, row, pendingChord);
     pendingChord.clear();
 }
@@ -147,16 +150,15 @@ void SheetMusic::fpSong_DragDrop(QWidget* source, int x, int y) {
 
 void SheetMusic::mnuOpen_Click() {
     if (!chooseChart(&CommonDialog::ShowOpen)) return;
-    fpSong->LoadFromFile(commonDlg().FileName);
+    // A chart that cannot be read leaves the grid as it is, without a message.
+    static_cast<void>(fpSong->LoadFromFile(commonDlg().FileName));
 }
 
 void SheetMusic::mnuSave_Click() { saveChart(*fpSong, frmAssign, *this); }
 
 void SheetMusic::mnuAttachToDB_Click() { showAssignPanel(frmAssign, *this); }
 
-void SheetMusic::fpAttach_Click(int, int row) {
-    lblAssignSong->setText(QStringLiteral("Assign To: ") + fpAttach->GetText(2, row));
-}
+void SheetMusic::fpAttach_Click(int, int row) { lblAssignSong->setText(assignTo(*fpAttach, row)); }
 
 void SheetMusic::cmdSaveAssigned_Click() { saveAssigned(*this); }
 
@@ -165,7 +167,7 @@ void SheetMusic::cmdCloseAssign_Click() {
     fpSong->setFocus();
 }
 
-// --- What goes out -----------------------------------------------------------------------------
+// --- Output -------------------------------------------------------------------------------------
 
 void SheetMusic::mnuPrint_Click() { printChart(*fpSong); }
 
@@ -175,7 +177,7 @@ void SheetMusic::mnuLyrics_Click() { saveLyricSheet(*fpSong, *rtb); }
 
 void SheetMusic::mnuToEmail_Click() {
     fpSong->AllowCellOverflow(true);
-    // A chart of several pages leaves the button as it was: this is meant.
+    // Deliberate: behaviour 149.
     mailChart(*fpSong, fpSong->SheetCount() == 1 ? NoteButton::Shown : NoteButton::AsItWas);
 }
 
@@ -191,23 +193,11 @@ void SheetMusic::formatPreviewPages() {
     setMousePointer(MousePointer::Arrow);
 }
 
+// The slider keeps its position. Deliberate: behaviour 143.
 void SheetMusic::copyToTranspose() {
-    SheetView* fpPreview = frmTranspose::instance().fpPreview;
-    // Pages that a longer chart has left in the copy stay there: this is meant.
-    if (fpSong->SheetCount() > 1) fpPreview->SheetCount(fpSong->SheetCount());
-    formatPreviewPages();
-    for (int page = 1; page <= fpSong->SheetCount(); ++page) {
-        for (SheetView* grid : {fpSong, fpPreview}) grid->Sheet(page);
-        for (SheetView* grid : {fpSong, fpPreview}) grid->ActiveSheet(page);
-        CellBlock buffer;
-        if (!fpSong->SaveBlockToBuffer(1, 1, fpSong->MaxCols(), fpSong->MaxRows(), buffer)) {
-            messageBox(QStringLiteral("save to buffer failed"));
-            return;
-        }
-        if (!fpPreview->LoadBlockFromBuffer(1, 1, buffer))
-            messageBox(QStringLiteral("Load from buffer failed"));
-        fpPreview->AllowCellOverflow(true);
-    }
-    fpPreview->ActiveSheet(1);
-    frmTranspose::instance().Show();
+    frmTranspose& window = frmTranspose::instance();
+    const bool copied = copyChart(
+        *fpSong, *window.fpPreview, [this] { formatPreviewPages(); },
+        [](const QString& text) { messageBox(text); });
+    if (copied) window.Show();
 }

@@ -1,4 +1,4 @@
-// SheetMusic: a chord chart is written, imported, saved, and tied to a song.
+// SheetMusic: to write, import and save a chord chart, and to assign it to a song.
 #pragma once
 
 #include "platform/desktop/form.h"
@@ -22,16 +22,16 @@ public:
     QMenu mnuMove;
     QAction mnuSubMove;
 
-    QString pendingChord;  // waits for the next cell that is clicked; empty for none
+    QString pendingChord;  // goes into the next cell that is clicked; empty for none
     QString importMode;    // "title", "chords", "lyrics" or empty
 
-    // Adds a page at the end and puts it on view.
+    // Adds a page at the end and shows it.
     void addPage();
 
     // Copies the chart into the transpose window and shows it. The chart is left on its last page.
     void copyToTranspose();
 
-    // Gives every page of the transpose window's copy the format of a chart.
+    // Formats every page of the transpose window's copy as a chart.
     void formatPreviewPages();
 
 protected:

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int NoteHeight = 26;  // pixels
 
-// The text of the item that is picked in a list, empty where none is.
+// The text of the item selected in a list; empty if none is.
 QString pickOf(const QListWidget* list) {
     const QList<QListWidgetItem*> picked = list->selectedItems();
     return picked.isEmpty() ? QString() : picked.first()->text();
@@ -32,13 +32,13 @@ void SheetMusic::wireImport() {
 }
 
 void SheetMusic::setUpImportList() {
-    fpLoad->MaxCols(1);
+    fpLoad->MaxCols(ImportColumn::Line);
     fpLoad->MaxRows(ImportRows);
     fpLoad->ColHeadersShow(false);
     fpLoad->RowHeadersShow(false);
     fpLoad->GridShowVert(false);
     fpLoad->setReadOnly(true);
-    fpLoad->setFillColumn(1);
+    fpLoad->setFillColumn(ImportColumn::Line);
     sendToBottom(frmImport);
 }
 

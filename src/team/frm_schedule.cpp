@@ -1,36 +1,41 @@
 #include "team/frm_schedule.h"
 
-#include "core/grid/sheet_grid_dates.h"
 #include "platform/theme/theme.h"
+#include "team/rules/personnel.h"
+#include "team/rules/schedule_grid.h"
 
 frmSchedule::frmSchedule() {
-    Ui::frmSchedule::setupUi(this);
-    setUpChooseEmail();
+    setupUi(this);
+    // The panel's form cannot do this: it is created before the other controls, and in the ring of
+    // its own tab stops Command4 already follows cmdSend.
+    setTabOrder(frmChooseEmail->cmdSend, frmChooseEmail->Command4);
     setUpMenu();
-    setUpPeopleGrids();
-    setUpSchedule();
-    wirePeople();
-    wireSchedule();
-    wireOutput();
+    setUpGrids();
+    wire();
     cmdRefresh->setIcon(themedIcon(QStringLiteral("reload")));
     setDesignSize(size());
     atEdge(onFailure(), [this] { load(); });
 }
 
-void frmSchedule::wirePeople() {
+void frmSchedule::wire() {
     onEvent(this, cmbPersonell, &QComboBox::activated, &frmSchedule::cmbPersonell_Click);
-    onEvent(this, cmdAddPlayer, &QPushButton::clicked, &frmSchedule::cmdAddPlayer_Click);
-    onEvent(this, cmdDeletePlayer, &QPushButton::clicked, &frmSchedule::cmdDeletePlayer_Click);
-    onEvent(this, cmdClrPlayer, &QPushButton::clicked, &frmSchedule::cmdClrPlayer_Click);
-}
-
-void frmSchedule::wireSchedule() {
-    onEvent(this, cmdLoadDates, &QPushButton::clicked, &frmSchedule::cmdLoadDates_Click);
-    onEvent(this, cmdRefresh, &QToolButton::clicked, &frmSchedule::cmdRefresh_Click);
-    onEvent(this, cmdSaveSched, &QPushButton::clicked, &frmSchedule::cmdSaveSched_Click);
-    onEvent(this, cmdLoadSched, &QPushButton::clicked, &frmSchedule::cmdLoadSched_Click);
-    onEvent(this, cmdClearSched, &QPushButton::clicked, &frmSchedule::cmdClearSched_Click);
-    // Only a person's click or key is heard, not a value that the code sets.
+    const std::pair<QAbstractButton*, void (frmSchedule::*)()> buttons[] = {
+        {cmdAddPlayer, &frmSchedule::cmdAddPlayer_Click},
+        {cmdDeletePlayer, &frmSchedule::cmdDeletePlayer_Click},
+        {cmdClrPlayer, &frmSchedule::cmdClrPlayer_Click},
+        {cmdPrintRoster, &frmSchedule::cmdPrintRoster_Click},
+        {cmdLoadDates, &frmSchedule::cmdLoadDates_Click},
+        {cmdRefresh, &frmSchedule::cmdRefresh_Click},
+        {cmdSaveSched, &frmSchedule::cmdSaveSched_Click},
+        {cmdLoadSched, &frmSchedule::cmdLoadSched_Click},
+        {cmdClearSched, &frmSchedule::cmdClearSched_Click},
+        {cmdEmailSchedule, &frmSchedule::cmdEmailSchedule_Click},
+        {cmdPrintSched, &frmSchedule::cmdPrintSched_Click},
+        {cmdExportText, &frmSchedule::cmdExportText_Click},
+        {frmChooseEmail->cmdSend, &frmSchedule::cmdSend_Click}};
+    for (const auto& [button, handler] : buttons)
+        onEvent(this, button, &QAbstractButton::clicked, handler);
+    // Reacts to the user's click or key, not to a value that the code sets.
     onEvent(this, chkShow, &QCheckBox::clicked, &frmSchedule::chkShow_MouseUp);
     onEvent(this, fpSchedule, &SheetView::Change, &frmSchedule::fpSchedule_Change);
     onEvent(this, fpSchedule, &SheetView::RightClick, &frmSchedule::fpSchedule_RightClick);
@@ -47,55 +52,17 @@ void frmSchedule::setUpMenu() {
     mnuD.addActions({&mnuDelete, &mnuInsertPlayer, &mnuInsertWeek});
 }
 
-void frmSchedule::setUpPeopleGrids() {
-    fpPerson->MaxCols(1);
-    fpPerson->MaxRows(14);
-    fpPerson->ColHeadersShow(false);
-    const char* heads[] = {"First Name", "Last Name", "Role 1", "Role 2", "Role 3",
-                           " ",          "Address",   "City",   "State",  "Zip",
-                           " ",          "Phone",     "Cell",   "e-Mail"};
-    for (int row = 1; row <= 14; ++row)
-        fpPerson->SetText(0, row, QString::fromLatin1(heads[row - 1]));
-    fpPerson->ColWidth(0, 11);
-    fpPerson->ColWidth(1, 24);
-    fpPerson->EditModeReplace(true);
+void frmSchedule::setUpGrids() {
+    setUpPerson(*fpPerson);
     fpPerson->setFillColumn(1);
-
-    fpVacation->MaxCols(3);
-    fpVacation->MaxRows(12);
-    fpVacation->RowHeadersShow(false);
-    fpVacation->SetText(1, 0, QStringLiteral("Start Date"));
-    for (int col = 2; col <= 3; ++col) fpVacation->SetText(col, 0, QStringLiteral(" "));
-    setUpDateCells(*fpVacation, -1, -1);
-    fpVacation->ColWidth(-1, 7.0);
+    setUpVacation(*fpVacation);
     fpVacation->setFillColumn(SheetView::AllColumns);
-}
-
-void frmSchedule::setUpSchedule() {
-    fpPickDate->MaxCols(2);
-    fpPickDate->MaxRows(1);
-    fpPickDate->RowHeadersShow(false);
-    fpPickDate->SetText(1, 0, QStringLiteral("Start Date"));
-    fpPickDate->SetText(2, 0, QStringLiteral("# Weeks"));
-    setUpDateCells(*fpPickDate, 1, 1);
-    fpPickDate->ColWidth(1, 14);
-    fpPickDate->ColWidth(2, 6.75);
-    fpPickDate->EditModeReplace(true);
-    fpPickDate->setFillColumn(2);
-
-    fpSchedule->MaxCols(4);
-    fpSchedule->MaxRows(500);
-    fpSchedule->RowHeadersShow(false);
-    const char* heads[] = {"Date", "Rehearsal Notes", "Set List", "Personell"};
-    for (int col = 1; col <= 4; ++col)
-        fpSchedule->SetText(col, 0, QString::fromLatin1(heads[col - 1]));
-    fpSchedule->SetCellBorder(1, 1, 1, 500, BorderType::Right, Black, BorderStyle::Solid);
-    for (int col : {3, 4})
-        fpSchedule->SetCellBorder(col, 1, col, 500, BorderType::Left, Black, BorderStyle::Solid);
+    setUpPickDate(*fpPickDate);
+    fpPickDate->setFillColumn(PickDateColumn::Weeks);
+    setUpSchedule(*fpSchedule);
     fpSchedule->setColumnZoom(1.2);
-    fpSchedule->setFillColumn(2);
-    fpSchedule->setWrapColumn(2);
-
+    fpSchedule->setFillColumn(ScheduleColumn::Notes);
+    fpSchedule->setWrapColumn(ScheduleColumn::Notes);
     fpTemp.MaxCols(1);
     fpTemp.MaxRows(500);
 }

@@ -1,4 +1,4 @@
-// What goes out of a schedule: mail, paper, a page of HTML; and the panel that asks for the weeks.
+// The output of a schedule: mail, paper, a page of HTML.
 #include "core/data/dates.h"
 #include "core/data/paths.h"
 #include "core/data/run_time_error.h"
@@ -10,11 +10,10 @@
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/program_files.h"
 #include "platform/paper/printing.h"
-#include "platform/theme/theme.h"
 #include "team/frm_schedule.h"
-#include "team/rules/schedule_rows.h"
+#include "team/rules/schedule_grid.h"
+#include "team/rules/schedule_output.h"
 
-#include <QApplication>
 #include <QFile>
 #include <QKeyEvent>
 
@@ -22,22 +21,9 @@
 
 namespace {
 
-const QString MailRange = QStringLiteral("e-Mail Range of &Weeks");
-const QString MailWhole = QStringLiteral("e-Mail W&hole Schedule");
-const QString PrintRange = QStringLiteral("Print Range of &Weeks");
-const QString PrintWhole = QStringLiteral("Print W&hole Schedule");
-
-// The choices of the panel.
-constexpr int RangeMode = 0;
-constexpr int WholeMode = 1;
-
 constexpr int PanelGap = 8;  // pixels
 
-// Twips.
-constexpr int InchMargin = 1440;
-constexpr int SideMargin = 720;
-
-// The whole grid, while its blank rows are out of it.
+// Holds the whole schedule while the grid is compacted.
 QString scratchFile() { return programFolder() + QStringLiteral("/config/temp.scd"); }
 
 void tellWrongDate() {
@@ -45,24 +31,10 @@ void tellWrongDate() {
                BoxIcon::Information);
 }
 
-bool isBlank(const SheetGrid& grid, int row) {
-    for (int col = 1; col <= grid.MaxCols(); ++col)
-        if (!grid.GetText(col, row).isEmpty()) return false;
-    return true;
-}
-
-// Mail readers take the table as wide as they are, and get a little air about its texts.
-QString withoutFixedWidth(QString line) {
-    line.remove(QLatin1String("WIDTH=692"));
-    if (line.contains(QLatin1String("<TABLE CELLSPACING=0 CELLPADDING=0")))
-        line.replace(QLatin1String("CELLPADDING=0"), QLatin1String("CELLPADDING=1"));
-    return line;
-}
-
-// Rewrites the staging file as one line, and gives that line.
+// Rewrites the staging file as one line, and returns that line.
 QString rewriteStagedTable() {
     QString html;
-    for (const QString& line : linesOf(mailStagingFile())) html += withoutFixedWidth(line);
+    for (const QString& line : linesOf(mailStagingFile())) html += mailedLine(line);
     if (!replaceFile(mailStagingFile(), html.toUtf8() + "\r\n"))
         throw RunTimeError(RunTimeError::PathAccess);
     return html;
@@ -72,79 +44,14 @@ QString rewriteStagedTable() {
 
 // --- The panel ---------------------------------------------------------------------------------
 
-void frmSchedule::setUpChooseEmail() {
-    Ui::ChooseEmailPanel::setupUi(frmChooseEmail);
-    optEmail = {optEmail_0, optEmail_1};
-    Command4->setIcon(themedIcon(QStringLiteral("close")));
-    QFont font = Label16->font();
-    font.setFamilies(QStringList(QStringLiteral("Arial Black")) + font.families());
-    font.setWeight(QFont::Black);
-    Label16->setFont(font);
-    // The bright caption is read on a dark ground, in either look.
-    QPalette colours = Label16->palette();
-    colours.setColor(QPalette::Window, themeColours(false).accent);
-    colours.setColor(QPalette::WindowText, QColor(0, 255, 255));
-    Label16->setPalette(colours);
-    // The panel keeps its size while the dates are hidden.
-    for (QWidget* part : rangeParts()) {
-        QSizePolicy policy = part->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        part->setSizePolicy(policy);
-    }
-    optEmail_Click(WholeMode);
-}
-
-void frmSchedule::wireOutput() {
-    onEvent(this, cmdEmailSchedule, &QPushButton::clicked, &frmSchedule::cmdEmailSchedule_Click);
-    onEvent(this, cmdPrintSched, &QPushButton::clicked, &frmSchedule::cmdPrintSched_Click);
-    onEvent(this, cmdExportText, &QPushButton::clicked, &frmSchedule::cmdExportText_Click);
-    onEvent(this, cmdPrintRoster, &QPushButton::clicked, &frmSchedule::cmdPrintRoster_Click);
-    onEvent(this, cmdSend, &QPushButton::clicked, &frmSchedule::cmdSend_Click);
-    onEvent(this, Command4, &QToolButton::clicked, &frmSchedule::Command4_Click);
-    for (int i : {RangeMode, WholeMode})
-        connect(optEmail[size_t(i)], &QRadioButton::clicked, this,
-                [this, i] { optEmail_Click(i); });
-}
-
-std::array<QWidget*, 4> frmSchedule::rangeParts() const { return {lblfrm, txtFrom, lblto, txtto}; }
-
-void frmSchedule::optEmail_Click(int index) {
-    for (QWidget* part : rangeParts()) part->setVisible(index == RangeMode);
-}
-
-bool frmSchedule::isRangeMode() const { return optEmail[RangeMode]->isChecked(); }
-
 void frmSchedule::cmdEmailSchedule_Click() {
-    toggleChooseEmail(cmdEmailSchedule, MailRange, MailWhole, QStringLiteral("Send"));
+    frmChooseEmail->toggle(ChooseEmailPanel::Output::Mail, cmdEmailSchedule);
+    placeChooseEmail();
 }
 
 void frmSchedule::cmdPrintSched_Click() {
-    toggleChooseEmail(cmdPrintSched, PrintRange, PrintWhole, QStringLiteral("Print"));
-}
-
-// Either button hides the panel that the other one has shown: this is meant.
-void frmSchedule::toggleChooseEmail(QPushButton* opener, const QString& range, const QString& whole,
-                                    const QString& send) {
-    if (frmChooseEmail->isVisible()) {
-        hideChooseEmail();
-        return;
-    }
-    optEmail[RangeMode]->setText(range);
-    optEmail[WholeMode]->setText(whole);
-    cmdSend->setText(send);
-    m_opener = opener;
+    frmChooseEmail->toggle(ChooseEmailPanel::Output::Print, cmdPrintSched);
     placeChooseEmail();
-    frmChooseEmail->show();
-    frmChooseEmail->raise();
-    optEmail[isRangeMode() ? RangeMode : WholeMode]->setFocus();
-}
-
-void frmSchedule::Command4_Click() { hideChooseEmail(); }
-
-void frmSchedule::hideChooseEmail() {
-    const bool hadFocus = frmChooseEmail->isAncestorOf(QApplication::focusWidget());
-    frmChooseEmail->hide();
-    if (hadFocus) m_opener->setFocus();
 }
 
 // Over the lower right corner of the schedule, above the buttons that show it.
@@ -161,26 +68,22 @@ void frmSchedule::resizeEvent(QResizeEvent* event) {
 }
 
 void frmSchedule::keyPressEvent(QKeyEvent* event) {
-    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (event->key() == Qt::Key_Escape && frmChooseEmail->isVisible())
-        hideChooseEmail();
-    else if (isReturn && Command4->hasFocus())
-        hideChooseEmail();
-    else if (isReturn && frmChooseEmail->isAncestorOf(QApplication::focusWidget()))
-        cmdSend->click();
+        frmChooseEmail->hidePanel();
     else
         FormBase::keyPressEvent(event);
 }
 
 void frmSchedule::cmdSend_Click() {
-    // The panel's captions tell what it was shown for.
-    if (optEmail[RangeMode]->text() == MailRange) mailSchedule();
-    if (optEmail[RangeMode]->text() == PrintRange) printSchedule();
+    if (frmChooseEmail->output() == ChooseEmailPanel::Output::Mail)
+        mailSchedule();
+    else
+        printSchedule();
 }
 
 // --- The compacted grid ------------------------------------------------------------------------
 
-// The schedule takes its place while it is hidden, so that nothing else in the window moves.
+// The hidden schedule keeps its place, so that nothing else in the window moves.
 void frmSchedule::hideForOutput() {
     QSizePolicy policy = fpSchedule->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
@@ -188,144 +91,112 @@ void frmSchedule::hideForOutput() {
     fpSchedule->hide();
 }
 
-void frmSchedule::compactForOutput() {
+bool frmSchedule::compactForOutput() {
+    const bool wasShown = !fpSchedule->isHidden();
     hideForOutput();
-    // What cannot be kept in the scratch file goes out all the same.
-    std::ignore = fpSchedule->SaveToFile(scratchFile(), false);
-    // The numbers allow for the deletions before them.
-    std::vector<int> blankRows;
-    for (int row = FirstHeadRow; row <= fpSchedule->MaxRows(); ++row)
-        if (isBlank(*fpSchedule, row)) blankRows.push_back(row - int(blankRows.size()));
-    for (const int row : blankRows) fpSchedule->DeleteRows(row, 1);
-    showSchedule(true);
+    const bool saved = fpSchedule->SaveToFile(scratchFile(), false);
+    if (saved) deleteBlankRows(*fpSchedule);
+    showSchedule(saved || wasShown);
+    if (!saved)
+        messageBox(
+            QStringLiteral(
+                "The schedule could not be saved to the file \"temp.scd\" in the folder "
+                "\"config\", so it was not mailed, printed or exported. The schedule is "
+                "unchanged.\r\rMake sure that there is space on the disk and that the folder can "
+                "be written to, and try again."),
+            BoxIcon::Exclamation);
+    return saved;
 }
 
 void frmSchedule::restoreAfterOutput() {
-    fpSchedule->LoadFromFile(scratchFile());
+    const bool loaded = fpSchedule->LoadFromFile(scratchFile());
     showSchedule(true);
-    QFile::remove(resolvedPath(scratchFile()));
+    if (loaded)
+        QFile::remove(resolvedPath(scratchFile()));
+    else
+        messageBox(QStringLiteral("The schedule could not be loaded back from the file "
+                                  "\"temp.scd\" in the folder \"config\". It is shown without its "
+                                  "blank rows.\r\rDo not save it in this form. Use \"Load Past\" "
+                                  "to load a saved schedule."),
+                   BoxIcon::Exclamation);
 }
 
-// --- Weeks -------------------------------------------------------------------------------------
-
-// The block from the head of the first wanted week to the row before the head behind the last one.
-// No such head gives an end below 1, and dates in the wrong order an end above the start: both go
-// out as they are. This is meant.
-bool frmSchedule::findWeeks(int& first, int& last, bool letsEventsThrough) {
-    const int from =
-        fpSchedule->SearchCol(DateColumn, 1, fpSchedule->DataRowCnt(), txtFrom->text());
+// The rows of the range of weeks; none, after a message, if one of its dates is not found.
+std::optional<RowRange> frmSchedule::findWeeks(bool letsEventsThrough) {
+    const int from = rowOfDate(*fpSchedule, frmChooseEmail->txtFrom->text());
     if (letsEventsThrough) doEvents();
-    const int to = fpSchedule->SearchCol(DateColumn, 1, fpSchedule->DataRowCnt(), txtto->text());
+    const int to = rowOfDate(*fpSchedule, frmChooseEmail->txtto->text());
     if (letsEventsThrough) doEvents();
-    if (from <= 0 || to <= 0) {
-        tellWrongDate();
-        showSchedule(true);
-        setMousePointer(MousePointer::Arrow);
-        return false;
-    }
-    first = from - 1;
-    last = fpSchedule->SearchCol(DateColumn, to, fpSchedule->MaxRows(), QStringLiteral("Date")) - 1;
-    return true;
+    if (from > 0 && to > 0) return weeksBetween(*fpSchedule, from, to);
+    tellWrongDate();
+    showSchedule(true);
+    setMousePointer(MousePointer::Arrow);
+    return std::nullopt;
 }
 
 // --- Mail --------------------------------------------------------------------------------------
 
-// Wherever this stops early the grid stays compacted and the scratch file stays: this is meant.
+// Each early stop leaves the grid compacted and the scratch file in its place.
+// Deliberate: behaviour 107.
 void frmSchedule::mailSchedule() {
-    compactForOutput();
-    if (isRangeMode() && (!parseDate(txtFrom->text()) || !parseDate(txtto->text()))) {
+    if (!compactForOutput()) return;
+    const bool ofRange = frmChooseEmail->isRangeMode();
+    if (ofRange && (!parseDate(frmChooseEmail->txtFrom->text()) ||
+                    !parseDate(frmChooseEmail->txtto->text()))) {
         tellWrongDate();
         return;
     }
     setMousePointer(MousePointer::Hourglass);
     fpSchedule->PrintUseDataMax(true);
-    setColumnWidths(31.0, 26.87, 18.37);
-    // Without a title nothing goes out, and the pointer stays an hourglass: this is meant.
-    if (fpSchedule->GetText(1, 1).isEmpty()) return;
+    setNewScheduleWidths(*fpSchedule);
+    // Deliberate: behaviour 108.
+    if (fpSchedule->GetText(1, ScheduleRow::Title).isEmpty()) return;
     hideForOutput();
     doEvents();
-    int first = 1;
-    int last = fpSchedule->DataRowCnt();
-    if (isRangeMode() && !findWeeks(first, last, false)) return;
-    // An export that fails is not noticed: what the file held before goes out. This is meant.
-    std::ignore = fpSchedule->ExportRangeToHTML(1, first, 4, last, mailStagingFile(), false,
-                                                QStringLiteral("lsl"));
+    RowRange rows{ScheduleRow::Title, fpSchedule->DataRowCnt()};
+    if (ofRange) {
+        const auto weeks = findWeeks(false);
+        if (!weeks) return;
+        rows = *weeks;
+    }
+    // Deliberate: behaviour 109.
+    std::ignore = fpSchedule->ExportRangeToHTML(1, rows.first, ScheduleColumn::Last, rows.last,
+                                                mailStagingFile(), false, QStringLiteral("lsl"));
     fillMail(rewriteStagedTable());
-    joinNoteLines();
+    // Deliberate: behaviour 113.
+    joinNoteLines(*fpSchedule);
     showSchedule(true);
     doEvents();
     frmEmail::instance().Show();
     setMousePointer(MousePointer::Arrow);
-    hideChooseEmail();
+    frmChooseEmail->hidePanel();
     restoreAfterOutput();
-}
-
-// On the grid alone, which is loaded back: this is meant.
-void frmSchedule::joinNoteLines() {
-    for (int row = FirstHeadRow; row <= fpSchedule->MaxRows(); ++row) {
-        for (const char lineEnd : {'\r', '\n'}) {
-            QString note = fpSchedule->GetText(NotesColumn, row);
-            if (!note.contains(QLatin1Char(lineEnd))) continue;
-            fpSchedule->SetText(NotesColumn, row, note.remove(QLatin1Char(lineEnd)));
-        }
-    }
 }
 
 // --- Paper -------------------------------------------------------------------------------------
 
 void frmSchedule::printSchedule() {
-    compactForOutput();
-    for (int row = 1; row <= fpSchedule->MaxRows(); ++row) {
-        fpSchedule->Row(row);
-        fpSchedule->RowPageBreak(false);
+    if (!compactForOutput()) return;
+    removePageBreaks(*fpSchedule);
+    if (frmChooseEmail->isRangeMode()) {
+        const auto weeks = findWeeks(true);
+        if (!weeks) return;
+        setWeeksPrint(*fpSchedule, *weeks);
+    } else {
+        setWholePrint(*fpSchedule);
     }
-    fpSchedule->PrintType(PrintTypes::All);
-    if (isRangeMode()) {
-        int first = 0;
-        int last = 0;
-        if (!findWeeks(first, last, true)) return;
-        fpSchedule->Col(1);
-        fpSchedule->Col2(4);
-        fpSchedule->Row(first);
-        fpSchedule->Row2(last);
-        fpSchedule->PrintType(PrintTypes::Block);
-    }
-    // The head rows' colour reaches the paper only in a range: this is meant.
-    fpSchedule->PrintColor(isRangeMode());
-    applyPrintSettings(*fpSchedule);
-    fpSchedule->PrintColHeaders(false);
-    fpSchedule->PrintGrid(false);
-    fpSchedule->PrintMarginTop(InchMargin);
-    fpSchedule->PrintMarginBottom(InchMargin);
     PrintSheet(*fpSchedule, 1);
-    hideChooseEmail();
+    frmChooseEmail->hidePanel();
     restoreAfterOutput();
-}
-
-// What the schedule and the roster have in common.
-void frmSchedule::applyPrintSettings(SheetGrid& grid) {
-    grid.PrintJobName(QStringLiteral("Worship Schedule"));
-    grid.PrintFooter(QStringLiteral("/cPage /p Of /pc"));
-    grid.PrintBorder(false);
-    grid.PrintRowHeaders(false);
-    grid.PrintShadows(false);
-    grid.PrintMarginLeft(SideMargin);
-    grid.PrintMarginRight(SideMargin);
-    grid.PrintSmartPrint(true);
-    grid.PrintUseDataMax(true);
 }
 
 // --- A page of HTML ----------------------------------------------------------------------------
 
 void frmSchedule::cmdExportText_Click() {
-    compactForOutput();
-    QString name = fpSchedule->GetText(1, 1);
-    name.replace(QLatin1Char('/'), QLatin1Char('_'));
-    name.remove(QLatin1Char(':')).remove(QLatin1Char(' '));
-    if (name.isEmpty()) name = QStringLiteral("Schedule");
-    // A cancel leaves the grid compacted and the scratch file in its place: this is meant.
-    if (!chooseFile(&CommonDialog::ShowSave, name + QStringLiteral(".html"),
-                    QStringLiteral("HTML Files|*.html")))
+    if (!compactForOutput()) return;
+    // Deliberate: behaviour 107.
+    if (!chooseFileIn(QStringLiteral("schedules"), commonDlg(), &CommonDialog::ShowSave,
+                      proposedExportName(*fpSchedule), QStringLiteral("HTML Files|*.html")))
         return;
     if (!fpSchedule->ExportRangeToHTML(1, 1, fpSchedule->MaxCols(), fpSchedule->DataRowCnt(),
                                        commonDlg().FileName, false, QStringLiteral("lsl")))

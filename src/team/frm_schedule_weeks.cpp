@@ -1,33 +1,25 @@
-// The weeks: a new schedule, typed dates, the pop-up menu.
-#include "core/data/dates.h"
+// The schedule: its weeks, its pop-up menu, its files and the start-up schedule.
+#include "core/data/database.h"
 #include "core/data/run_time_error.h"
-#include "core/data/texts.h"
+#include "platform/desktop/common_dialog.h"
+#include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
+#include "platform/desktop/program_files.h"
 #include "team/frm_schedule.h"
-#include "team/rules/schedule_rows.h"
+#include "team/rules/availability.h"
+#include "team/rules/finalising.h"
+#include "team/rules/reminders.h"
+#include "team/rules/schedule_grid.h"
+#include "team/rules/schedule_weeks.h"
 
 namespace {
 
-// The one colour of a schedule, that of its head rows.
-constexpr int HeadColour = RGB(238, 232, 216);
-
-constexpr int DaysOfWeek = 7;
-constexpr int FirstYear = 100;
-constexpr int LastYear = 9999;
-constexpr double MostWeeks = 1e6;  // beyond the calendar's last year
-
-const QString PersonellHead = QStringLiteral("Personell");
-
-// Raises 6 beyond the calendar's years.
-QDate daysLater(const QDate& date, qint64 days) {
-    const QDate later = date.addDays(days);
-    if (later.year() < FirstYear || later.year() > LastYear)
-        throw RunTimeError(RunTimeError::Overflow);
-    return later;
+bool chooseSchedule(void (CommonDialog::*show)(), const QString& proposed) {
+    return chooseFileIn(QStringLiteral("schedules"), commonDlg(), show, proposed,
+                        QStringLiteral("SCD Files|*.scd"));
 }
 
-// Above every row, the head's too.
-constexpr int NoBlock = -1;
+QString scheduleToUse() { return preference(QStringLiteral("ScedToUse")); }
 
 }  // namespace
 
@@ -39,106 +31,31 @@ void frmSchedule::showSchedule(bool on) {
     lblNoSchedule->setVisible(!on);
 }
 
-void frmSchedule::setColumnWidths(double notes, double songs, double team) {
-    fpSchedule->ColWidth(DateColumn, 8.0);
-    fpSchedule->ColWidth(NotesColumn, notes);
-    fpSchedule->ColWidth(SongsColumn, songs);
-    fpSchedule->ColWidth(TeamColumn, team);
-}
+// --- Weeks -------------------------------------------------------------------------------------
 
-void frmSchedule::dropTitle() {
-    int col = 0;
-    int row = 0;
-    int cols = 0;
-    int rows = 0;
-    if (fpSchedule->GetCellSpan(1, 1, col, row, cols, rows)) fpSchedule->DeleteRows(1, 3);
-}
+void frmSchedule::refreshAvailability() { updateAvailability(*fpSchedule, fpTemp); }
 
-void frmSchedule::writeHead(int row, const QString& headOfTeam) {
-    fpSchedule->SetText(DateColumn, row, QStringLiteral("Date"));
-    fpSchedule->SetText(NotesColumn, row, QStringLiteral("Rehearsal Notes"));
-    fpSchedule->SetText(SongsColumn, row, QStringLiteral("Set List"));
-    fpSchedule->SetText(TeamColumn, row, headOfTeam);
-    fpSchedule->BlockMode(true);
-    fpSchedule->Col(1);
-    fpSchedule->Col2(4);
-    fpSchedule->Row(row);
-    fpSchedule->Row2(row);
-    fpSchedule->FontBold(true);
-    fpSchedule->BackColor(HeadColour);
-    fpSchedule->BlockMode(false);
-}
-
-void frmSchedule::writeDates(const QDate& start, double weeks) {
-    QDate date = start;
-    int row = 1;
-    for (int i = 1; i <= weeks; ++i) {
-        if (i > 1) row += WeekRows;
-        fpSchedule->SetText(DateColumn, row, formatDate(date));
-        date = daysLater(date, DaysOfWeek);
-        if (i == 1) {
-            fpSchedule->SetCellBorder(1, 1, 4, 1, BorderType::Top, Black, BorderStyle::Solid);
-        } else {
-            fpSchedule->SetCellBorder(1, row - 1, 4, row - 1, BorderType::Bottom, Black,
-                                      BorderStyle::Solid);
-        }
-    }
-}
-
-void frmSchedule::writeTitle(const QDate& start, double weeks) {
-    fpSchedule->InsertRows(1, 3);
-    fpSchedule->AddCellSpan(1, 1, 4, 1);
-    fpSchedule->Col(1);
-    fpSchedule->Row(1);
-    fpSchedule->TypeHAlign(HAlign::Centre);
-    fpSchedule->FontSize(14);
-    fpSchedule->FontBold(true);
-    const QDate end = daysLater(start, DaysOfWeek * qint64(weeks - 1));
-    fpSchedule->SetText(1, 1,
-                        QStringLiteral("Schedule For: ") + formatDate(start) +
-                            QStringLiteral(" to ") + formatDate(end));
-}
+void frmSchedule::cmdRefresh_Click() { refreshAvailability(); }
 
 void frmSchedule::cmdLoadDates_Click() {
-    const QString weeksText = fpPickDate->GetText(2, 1);
-    const QString startText = fpPickDate->GetText(1, 1);
+    const QString weeks = fpPickDate->GetText(PickDateColumn::Weeks, 1);
+    const QString start = fpPickDate->GetText(PickDateColumn::StartDate, 1);
     showSchedule(true);
-    if (weeksText.isEmpty() || startText.isEmpty()) {
+    if (weeks.isEmpty() || start.isEmpty()) {
         messageBox(
             QStringLiteral("Please select the starting date and the number of weeks to the left."),
             BoxIcon::Information);
         return;
     }
-    fpSchedule->ClearRange(1, 1, -1, -1, true);
-    dropTitle();
-    setColumnWidths(31.0, 26.87, 18.37);
-    const double weeks = std::clamp(toNumber(weeksText), -MostWeeks, MostWeeks);
-    const QDate start = toDate(startText);
-    writeDates(start, weeks);
-    // The dates do not stand in their rows yet, so this pass offers those without any vacation
-    // day; its cells move down with the title, and cmdRefresh brings the offers of each date. This
-    // is meant.
-    refreshAvailability();
-    fillSetLists(1, int(std::min(weeks, double(fpSchedule->MaxRows()))));
-    writeTitle(start, weeks);
-    // "Worship Team" tells these weeks from inserted ones, in deleting, inserting and finalising.
-    writeHead(FirstHeadRow, QStringLiteral("Worship Team"));
-    int row = FirstHeadRow;
-    for (int i = 2; i <= weeks; ++i) {
-        row += WeekRows;
-        writeHead(row, QStringLiteral("Worship Team"));
-    }
+    // Deliberate: behaviour 98.
+    makeSchedule(*fpSchedule, fpTemp, start, weeks);
     showSchedule(true);
 }
 
 void frmSchedule::fpSchedule_Change(int col, int row) {
-    if (col != DateColumn) return;
-    const auto date = parseDate(fpSchedule->GetText(col, row));
-    if (date) {
-        fpSchedule->SetText(col, row, formatDate(*date));
-        return;
-    }
-    // An emptied date is no date either, and draws the message: this is meant.
+    if (col != ScheduleColumn::Date || rewriteDate(*fpSchedule, row)) return;
+    // An emptied date is no date either.
+    // Deliberate: behaviour 96.
     messageBox(QStringLiteral("Format date as mm/dd/yy (06/12/05)"), BoxIcon::Information);
     fpSchedule->SetText(col, row, QString());
 }
@@ -148,53 +65,93 @@ void frmSchedule::fpSchedule_RightClick(int, int col, int row, int x, int y) {
     mnuD.popup(fpSchedule->mapToGlobal(QPoint(x, y)));
 }
 
-// The last content row of the week that a row lies in; NoBlock where no "Personell" head stands at
-// or within 17 rows above it. Weeks headed "Worship Team" have none: this is meant. The look goes
-// down from above, so that a head or date row finds the week before its own.
-int frmSchedule::lastRowOfBlock(int row) const {
-    const int from = row <= 18 ? 3 : row - 17;
-    for (int h = from; h <= row; ++h)
-        if (fpSchedule->GetText(TeamColumn, h) == PersonellHead) return h + ContentRows;
-    return NoBlock;
-}
-
 void frmSchedule::mnuDelete_Click() {
-    const int row = fpSchedule->ActiveRow();
-    fpSchedule->SetText(fpSchedule->ActiveCol(), row, QString());
-    if (fpSchedule->ActiveCol() != TeamColumn) return;
-    const int last = lastRowOfBlock(row);
-    for (int i = row; i <= last; ++i) {
-        const QString below = fpSchedule->GetText(TeamColumn, i + 1);
-        if (!fpSchedule->GetText(TeamColumn, i).isEmpty() || below.isEmpty() ||
-            below == PersonellHead)
-            continue;
-        fpSchedule->SetText(TeamColumn, i, below);
-        fpSchedule->SetText(TeamColumn, i + 1, QString());
-    }
+    deleteEntry(*fpSchedule, fpSchedule->ActiveCol(), fpSchedule->ActiveRow());
 }
 
 void frmSchedule::mnuInsertPlayer_Click() {
-    if (fpSchedule->ActiveCol() != TeamColumn) return;
-    const int row = fpSchedule->ActiveRow();
-    // The text of the week's last row is written over and lost: this is meant.
-    for (int i = lastRowOfBlock(row); i >= row; --i) {
-        if (fpSchedule->GetText(TeamColumn, i + 1) == PersonellHead) continue;
-        const QString text = fpSchedule->GetText(TeamColumn, i);
-        fpSchedule->SetText(TeamColumn, i, QString());
-        fpSchedule->SetText(TeamColumn, i + 1, text);
-    }
+    if (fpSchedule->ActiveCol() == ScheduleColumn::Team)
+        insertPlayer(*fpSchedule, fpSchedule->ActiveRow());
 }
 
 void frmSchedule::mnuInsertWeek_Click() {
-    const int row = fpSchedule->ActiveRow();
-    if (fpSchedule->GetText(DateColumn, row) != QLatin1String("Date")) {
+    if (!insertWeek(*fpSchedule, fpSchedule->ActiveRow()))
         messageBox(QStringLiteral("Please select a row where the first column name is 'Date'"),
                    BoxIcon::Information);
-        return;
+}
+
+// --- Files -------------------------------------------------------------------------------------
+
+void frmSchedule::cmdSaveSched_Click() {
+    if (messageBox(
+            QStringLiteral("Would you like to finalize this schedule and save the players list?"),
+            BoxIcon::None, QStringLiteral("Save Players List"),
+            BoxButtons::YesNo) == BoxAnswer::Yes)
+        finaliseSchedule(*fpSchedule);
+    if (!chooseSchedule(&CommonDialog::ShowSave, proposedScheduleName(*fpSchedule))) return;
+    if (!fpSchedule->SaveToFile(commonDlg().FileName, false)) tellNotSaved();
+}
+
+void frmSchedule::cmdLoadSched_Click() {
+    if (!chooseSchedule(&CommonDialog::ShowOpen, QString())) return;
+    // No failure stops the load.
+    // Deliberate: behaviour 105.
+    fpSchedule->LoadFromFile(commonDlg().FileName);
+    setPastScheduleWidths(*fpSchedule);
+    try {
+        refreshAvailability();
+    } catch (const RunTimeError&) {
     }
-    fpSchedule->InsertRows(row, WeekRows);
-    writeHead(row, PersonellHead);
-    fpSchedule->SetCellBorder(1, row, 4, row, BorderType::Top, Black, BorderStyle::Solid);
-    fpSchedule->SetCellBorder(1, row, 3, row + WeekRows, BorderType::Right, Black,
-                              BorderStyle::Solid);
+    refreshSetLists(*fpSchedule);
+    showSchedule(true);
+}
+
+void frmSchedule::cmdClearSched_Click() {
+    clearSchedule(*fpSchedule);
+    showSchedule(false);
+}
+
+// --- The start-up schedule ---------------------------------------------------------------------
+
+void frmSchedule::showFile(const QString& path) {
+    // Deliberate: behaviour 103.
+    fpSchedule->LoadFromFile(path);
+    showSchedule(true);
+    fpSchedule->SetActiveCell(0, 0);
+}
+
+void frmSchedule::chkShow_MouseUp(bool ticked) {
+    if (!ticked) {
+        showSchedule(false);
+    } else if (messageBox(QStringLiteral("Would you like to pick a schedule to display?"),
+                          BoxIcon::None, QStringLiteral("Lorvanite"),
+                          BoxButtons::YesNo) == BoxAnswer::Yes) {
+        if (!chooseSchedule(&CommonDialog::ShowOpen, QString())) return;
+        const QString path = commonDlg().FileName;
+        showFile(path);
+        storePreference(QStringLiteral("ScedToUse"), path);
+    } else {
+        showFile(scheduleToUse());
+    }
+    storePreference(QStringLiteral("SchedOnStartUp"),
+                    ticked ? QStringLiteral("true") : QStringLiteral("false"));
+}
+
+void frmSchedule::showStartSchedule() {
+    QString path;
+    if (preference(QStringLiteral("SchedOnStartUp")) == QLatin1String("true"))
+        path = scheduleToUse();
+    chkShow->setChecked(!path.isEmpty());
+    if (path.isEmpty()) {
+        showSchedule(false);
+    } else {
+        showFile(path);
+        // Deliberate: behaviour 116.
+        writeReminders(*fpSchedule);
+        setNewScheduleWidths(*fpSchedule);
+    }
+    fpSchedule->EditModeReplace(true);
+    // The first person and the first set can be entered only in a window that opens.
+    // Deliberate: behaviour 97.
+    if (isAvailabilityKnown()) refreshAvailability();
 }

@@ -1,18 +1,16 @@
 #include "team/frm_special_music.h"
 
-#include "core/data/database.h"
 #include "core/data/dates.h"
-#include "core/data/run_time_error.h"
 #include "core/data/texts.h"
 #include "core/grid/sheet_grid_dates.h"
 #include "platform/desktop/message_box.h"
+#include "team/rules/special_music.h"
 
 #include <QStyleOptionButton>
 
 namespace {
 
-enum MusicColumn { IdColumn = 1, TitleColumn, PlayOnColumn, ReminderColumn, IntervalColumn };
-
+// The blanks in the caption of chkNote that make room for txtInterval.
 constexpr int GapBlanks = 11;
 
 }  // namespace
@@ -41,33 +39,14 @@ void frmSpecialMusic::setUpGrids() {
     setUpDateCells(*fpDate, 1, 1);
     fpDate->setFillColumn(1);
 
-    fpSMusic->MaxCols(5);
-    fpSMusic->MaxRows(0);
-    fpSMusic->RowHeadersShow(false);
-    fpSMusic->GridShowHoriz(false);
-    fpSMusic->GridShowVert(false);
-    const struct {
-        int col;
-        const char* head;
-        double width;
-    } columns[] = {{TitleColumn, "Title", 20.37},
-                   {PlayOnColumn, "Play On", 7.37},
-                   {ReminderColumn, "Reminder", 6.87}};
-    for (const auto& column : columns) {
-        fpSMusic->SetText(column.col, 0, QString::fromLatin1(column.head));
-        fpSMusic->ColWidth(column.col, column.width);
-    }
-    for (int col : {IdColumn, IntervalColumn}) {
-        fpSMusic->Col(col);
-        fpSMusic->ColHidden(true);
-    }
+    setUpSpecialMusic(*fpSMusic);
     fpSMusic->setReadOnly(true);
     fpSMusic->setFillColumn(SheetView::AllColumns);
     fpDate->SetActiveCell(0, 0);
     fpSMusic->SetActiveCell(0, 0);
 }
 
-// The box of the weeks stands in the gap of the caption.
+// Places txtInterval in the gap of the caption.
 void frmSpecialMusic::resizeEvent(QResizeEvent* event) {
     FormBase::resizeEvent(event);
     QString before = chkNote->text();
@@ -84,31 +63,18 @@ void frmSpecialMusic::resizeEvent(QResizeEvent* event) {
     txtInterval->setGeometry(left, (chkNote->height() - height) / 2, width, height);
 }
 
-void frmSpecialMusic::loadSpecialMusic() {
-    fpSMusic->MaxRows(0);
-    Recordset rs = select(QStringLiteral("SELECT * FROM special_music"));
-    for (; !rs.EOF_(); rs.MoveNext()) {
-        const int row = fpSMusic->MaxRows() + 1;
-        fpSMusic->MaxRows(row);
-        fpSMusic->SetText(IdColumn, row, rs.Fields("ID"));
-        fpSMusic->SetText(TitleColumn, row, rs.Fields("song_name"));
-        fpSMusic->SetText(PlayOnColumn, row, rs.Fields("play_date"));
-        fpSMusic->SetText(ReminderColumn, row, rs.Fields("remind_schedule"));
-        fpSMusic->SetText(IntervalColumn, row, rs.Fields("remind_interval"));
-    }
-    rs.Close();
-}
+void frmSpecialMusic::loadSpecialMusic() { listSpecialMusic(*fpSMusic); }
 
 void frmSpecialMusic::fpSMusic_Click(int, int row) {
-    const QString id = fpSMusic->GetText(IdColumn, row);
+    const QString id = fpSMusic->GetText(SpecialMusicColumn::ID, row);
     if (id.isEmpty()) return;
     lblHidID->setText(id);
-    txtTitle->setText(fpSMusic->GetText(TitleColumn, row));
-    fpDate->SetText(1, 1, fpSMusic->GetText(PlayOnColumn, row));
-    // A "No" leaves the tick and the weeks of the item clicked before: this is meant.
-    if (fpSMusic->GetText(ReminderColumn, row) != QLatin1String("Yes")) return;
+    txtTitle->setText(fpSMusic->GetText(SpecialMusicColumn::Title, row));
+    fpDate->SetText(1, 1, fpSMusic->GetText(SpecialMusicColumn::PlayOn, row));
+    // Deliberate: behaviour 118.
+    if (fpSMusic->GetText(SpecialMusicColumn::Reminder, row) != QLatin1String("Yes")) return;
     chkNote->setChecked(true);
-    txtInterval->setText(fpSMusic->GetText(IntervalColumn, row));
+    txtInterval->setText(fpSMusic->GetText(SpecialMusicColumn::Weeks, row));
 }
 
 void frmSpecialMusic::chkNote_Click() { txtInterval->setEnabled(chkNote->isChecked()); }
@@ -121,32 +87,25 @@ void frmSpecialMusic::cmdAddCat_Click() {
     }
     const QString flag = chkNote->isChecked() ? QStringLiteral("Yes") : QStringLiteral("No");
     if (chkNote->isChecked() && txtInterval->text().isEmpty()) {
+        // Deliberate: behaviour 99.
         messageBox(QStringLiteral(
             "Provide the number of weeks to set a reminder in the schedule to continute"));
         return;
     }
     if (txtInterval->text().isEmpty()) txtInterval->setText(QStringLiteral("0"));
-    const QString title = txtTitle->text();
-    const QString interval = txtInterval->text();
-    if (lblHidID->text().isEmpty()) {
-        execute(QStringLiteral("INSERT INTO special_music (song_name, play_date, remind_schedule, "
-                               "remind_interval) VALUES ('") +
-                title + QStringLiteral("', '") + date + QStringLiteral("', '") + flag +
-                QStringLiteral("', '") + interval + QStringLiteral("');"));
-    } else {
-        // Every item becomes this one: this is meant.
-        execute(QStringLiteral("UPDATE special_music SET song_name = '") + title +
-                QStringLiteral("', play_date = '") + date +
-                QStringLiteral("', remind_schedule = '") + flag +
-                QStringLiteral("', remind_interval = '") + interval + QLatin1Char('\''));
-    }
+    const SpecialMusicItem item{txtTitle->text(), date, flag, txtInterval->text()};
+    if (lblHidID->text().isEmpty())
+        insertSpecialMusic(item);
+    else
+        updateSpecialMusic(item);
     loadSpecialMusic();
+    // The fields and lblHidID are left as they are.
+    // Deliberate: behaviour 119.
 }
 
 void frmSpecialMusic::cmdDelCat_Click() {
     if (lblHidID->text().isEmpty()) return;
-    execute(QStringLiteral("DELETE FROM special_music WHERE ID = ") +
-            QString::number(toLong(lblHidID->text())));
+    deleteSpecialMusic(toLong(lblHidID->text()));
     loadSpecialMusic();
 }
 

@@ -30,10 +30,11 @@ frmTranspose& ChartTest::openTranspose(SheetMusic& window) {
 void ChartTest::write(SheetMusic& window, int pages) {
     for (int page = 1; page <= pages; ++page) {
         if (page > 1) window.addPage();
-        window.fpSong->SetText(1, 1, QString("Title %1").arg(page));
-        window.fpSong->SetText(3 + page % 30, 5, "F#m7");
-        window.fpSong->SetText(1, 6, QString::fromUtf8("Großer Gott, wir loben dich €"));
-        window.fpSong->SetText(1, 42, QString("foot %1").arg(page));
+        window.fpSong->SetText(ChartColumn::Text, ChartRow::Title, QString("Title %1").arg(page));
+        window.fpSong->SetText(3 + page % 30, ChartRow::FirstChord, "F#m7");
+        window.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric,
+                               QString::fromUtf8("Großer Gott, wir loben dich €"));
+        window.fpSong->SetText(ChartColumn::Text, ChartRow::Last, QString("foot %1").arg(page));
     }
 }
 
@@ -86,7 +87,7 @@ bool ChartTest::isOnTop(const QWidget* panel) {
 }
 
 void ChartTest::type(SheetView* grid, int col, int row, const QString& text) {
-    QApplication::setActiveWindow(&world->main());  // a box has taken it
+    QApplication::setActiveWindow(&world->main());  // a message box may have become active
     typeInCell(grid, col, row, text);
     QCOMPARE(grid->GetText(col, row), text);
 }
@@ -102,7 +103,8 @@ QStringList ChartTest::rowOf(const SheetGrid* grid, int page, int row) {
 
 QStringList ChartTest::lyricsOf(const SheetGrid* grid, int page) {
     QStringList texts;
-    for (int row = 6; row <= grid->rowsOf(page); row += 2) texts.append(grid->textAt(page, 1, row));
+    for (int row = ChartRow::FirstLyric; row <= grid->rowsOf(page); row += 2)
+        texts.append(grid->textAt(page, ChartColumn::Text, row));
     while (!texts.isEmpty() && texts.last().isEmpty()) texts.removeLast();
     return texts;
 }

@@ -1,4 +1,4 @@
-// Charts on the disk, and their tie to a song.
+// Saving and opening charts, and assigning them to a song.
 #include "charts/chart_test.h"
 #include "sets/frm_set_list.h"
 #include "sets/rules/set_grid.h"
@@ -9,10 +9,6 @@
 namespace {
 
 const QString Filter = QStringLiteral("STP Files (*.stp)");
-const QString Question =
-    QStringLiteral("Would you like to associate this music to a song in the database?");
-const QString NotSaved = QStringLiteral("File did not save, try again or contact Lorvanite.");
-const QString NoSong = QStringLiteral("Please select a song title to assign this file to.");
 const QString SongStatement = QStringLiteral("SELECT ID, title FROM songs ORDER BY title [1]");
 
 QString native(const QString& path) { return QDir::toNativeSeparators(path); }
@@ -25,13 +21,13 @@ class TestChartFiles : public ChartTest {
     QString save(SheetMusic& w, const QString& name, QMessageBox::StandardButton tie) {
         const QString path = world->path("sheetmusic/" + name);
         world->answers.file(path);
-        world->answers.question(Question, tie);
+        world->answers.question(TieQuestion, tie);
         pick(w.mnuFile, w.mnuSave);
         return path;
     }
 
 private Q_SLOTS:
-    void savedAndNotTied() {
+    void answerNoSavesWithoutAssigning() {
         const QString id = addSong("Abide");
         world->sql("UPDATE songs SET fileLoco = 'old.stp'");
         SheetMusic& w = open();
@@ -49,18 +45,18 @@ private Q_SLOTS:
         QCOMPARE(world->main().CommonDlg.Flags, 2);
     }
 
-    void savedAndTied() {
+    void answerYesAssignsTheSavedFile() {
         const QString other = addSong("Blest");
         const QString id = addSong("Abide");
         SheetMusic& w = open();
         const QString path = save(w, "abide.stp", QMessageBox::Yes);
         QVERIFY(isOnTop(w.frmAssign));
-        QCOMPARE(columnOf(w.fpAttach, 1), (QStringList{id, other}));
-        QCOMPARE(columnOf(w.fpAttach, 2), (QStringList{"Abide", "Blest"}));
-        w.fpAttach->Col(1);
+        QCOMPARE(columnOf(w.fpAttach, AttachColumn::ID), (QStringList{id, other}));
+        QCOMPARE(columnOf(w.fpAttach, AttachColumn::Title), (QStringList{"Abide", "Blest"}));
+        w.fpAttach->Col(AttachColumn::ID);
         QVERIFY(w.fpAttach->ColHidden());
         QCOMPARE(w.lblAssign->text(), "Song Location: " + native(path));
-        clickCell(w.fpAttach, 2, 1);
+        clickCell(w.fpAttach, AttachColumn::Title, 1);
         QCOMPARE(w.lblAssignSong->text(), QStringLiteral("Assign To: Abide"));
         world->answers.box("Done!", QMessageBox::Information);
         click(w.cmdSaveAssigned);
@@ -70,9 +66,9 @@ private Q_SLOTS:
                  (QStringList{SongStatement, QString("UPDATE songs SET fileLoco = '%1' WHERE ID = "
                                                      "%2 [3]")
                                                  .arg(native(path), id)}));
-        // The panel stays, and another song can be given the same file.
+        // The panel stays, and the file can be assigned to another song too.
         QVERIFY(isOnTop(w.frmAssign));
-        clickCell(w.fpAttach, 2, 2);
+        clickCell(w.fpAttach, AttachColumn::Title, 2);
         world->answers.box("Done!", QMessageBox::Information);
         click(w.cmdSaveAssigned);
         QCOMPARE(fileLocoOf(other), native(path));
@@ -81,20 +77,21 @@ private Q_SLOTS:
     }
 
     void failingSaveStillAsks() {
+        // Deliberate: behaviour 127.
         const QString id = addSong("Abide");
         SheetMusic& w = open();
         write(w, 1);
         const QString before = stateOf(w.fpSong);
         answerWithLostFolder(world->answers, world->path("sheetmusic"), "abide.stp");
-        world->answers.box(NotSaved, QMessageBox::Information);
-        world->answers.question(Question, QMessageBox::Yes);
+        world->answers.box(ChartNotSaved, QMessageBox::Information);
+        world->answers.question(TieQuestion, QMessageBox::Yes);
         pick(w.mnuFile, w.mnuSave);
         QVERIFY(isOnTop(w.frmAssign));
-        QCOMPARE(columnOf(w.fpAttach, 1), QStringList{id});
+        QCOMPARE(columnOf(w.fpAttach, AttachColumn::ID), QStringList{id});
         QCOMPARE(stateOf(w.fpSong), before);
     }
 
-    void existingFileIsAskedAbout() {
+    void existingFileIsKeptUnlessConfirmed() {
         SheetMusic& w = open();
         makeFile("sheetmusic/abide.stp", "old");
         const QString path = world->path("sheetmusic/abide.stp");
@@ -103,13 +100,13 @@ private Q_SLOTS:
             QTest::mouseClick(qobject_cast<QMessageBox*>(box)->button(QMessageBox::No),
                               Qt::LeftButton);
         });
-        // The file dialog comes back, and is given up.
+        // The file dialog is still open, and is cancelled.
         world->answers.cancelFile();
         pick(w.mnuFile, w.mnuSave);
         QCOMPARE(bytesOf(path), QByteArray("old"));
     }
 
-    void cancelledDialogsSayNothing() {
+    void cancelledDialogsChangeNothing() {
         SheetMusic& w = open();
         write(w, 2);
         const QString before = stateOf(w.fpSong);
@@ -123,25 +120,28 @@ private Q_SLOTS:
     }
 
     void attachTwiceListsEverySongTwice() {
+        // Deliberate: behaviour 128.
         const QString b = addSong("Blest");
         const QString a = addSong("abide");
         SheetMusic& w = open();
         pick(w.mnuFile, w.mnuAttachToDB);
         click(w.cmdCloseAssign);
         pick(w.mnuFile, w.mnuAttachToDB);
-        QCOMPARE(columnOf(w.fpAttach, 1), (QStringList{a, b, a, b}));
-        QCOMPARE(columnOf(w.fpAttach, 2), (QStringList{"abide", "Blest", "abide", "Blest"}));
+        QCOMPARE(columnOf(w.fpAttach, AttachColumn::ID), (QStringList{a, b, a, b}));
+        QCOMPARE(columnOf(w.fpAttach, AttachColumn::Title),
+                 (QStringList{"abide", "Blest", "abide", "Blest"}));
         QCOMPARE(world->statements, (QStringList{SongStatement, SongStatement}));
         QVERIFY(isOnTop(w.frmAssign));
     }
 
     void attachBeforeAnyDialogWritesAnEmptyPath() {
+        // Deliberate: behaviour 129.
         const QString id = addSong("Abide");
         world->sql("UPDATE songs SET fileLoco = 'old.stp'");
         SheetMusic& w = open();
         pick(w.mnuFile, w.mnuAttachToDB);
         QCOMPARE(w.lblAssign->text(), QStringLiteral("Song Location: "));
-        clickCell(w.fpAttach, 2, 1);
+        clickCell(w.fpAttach, AttachColumn::Title, 1);
         world->answers.box("Done!", QMessageBox::Information);
         click(w.cmdSaveAssigned);
         QCOMPARE(fileLocoOf(id), QString());
@@ -149,7 +149,8 @@ private Q_SLOTS:
                  QString("UPDATE songs SET fileLoco = '' WHERE ID = %1 [3]").arg(id));
     }
 
-    void attachTakesTheNameThatTheLastDialogLeft() {
+    void attachTakesTheFileOfTheLastDialog() {
+        // Deliberate: behaviour 129.
         addSong("Abide");
         SheetMusic& w = open();
         const QString path = save(w, "one.stp", QMessageBox::No);
@@ -164,21 +165,22 @@ private Q_SLOTS:
         QCOMPARE(w.lblAssign->text(), QStringLiteral("Song Location: elsewhere.set"));
     }
 
-    void withoutAnActiveRowASongIsAskedFor() {
+    void withoutAnActiveRowTheUserIsAskedToSelectASong() {
         addSong("Abide");
         SheetMusic& w = open();
         pick(w.mnuFile, w.mnuAttachToDB);
-        world->answers.box(NoSong, QMessageBox::Information);
+        world->answers.box(NoSongToTie, QMessageBox::Information);
         click(w.cmdSaveAssigned);
         QCOMPARE(world->statements, QStringList{SongStatement});
         QVERIFY(isOnTop(w.frmAssign));
     }
 
     void apostropheInThePathEndsTheProgram() {
+        // Deliberate: behaviour 125.
         const QString id = addSong("Abide");
         SheetMusic& w = open();
         save(w, "Pat's.stp", QMessageBox::Yes);
-        clickCell(w.fpAttach, 2, 1);
+        clickCell(w.fpAttach, AttachColumn::Title, 1);
         world->answers.runTimeError(-2147217900);
         click(w.cmdSaveAssigned);
         QCOMPARE(world->endStatus, 1);
@@ -186,7 +188,7 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(world->path("sheetmusic/Pat's.stp")));
     }
 
-    void songsThatCannotBeReadStopAttachButNotSave() {
+    void missingSongTableStopsAttachButNotSave() {
         SheetMusic& w = open();
         world->sql("DROP TABLE songs");
         save(w, "abide.stp", QMessageBox::Yes);
@@ -217,7 +219,7 @@ private Q_SLOTS:
         SheetMusic& again = open();
         again.addPage();
         again.addPage();
-        again.fpSong->SetText(1, 4, "to be lost");
+        again.fpSong->SetText(1, ChartRow::Spacer, "to be lost");
         world->answers.file(path);
         pick(again.mnuFile, again.mnuOpen);
         QCOMPARE(again.fpSong->SheetCount(), pages);
@@ -225,7 +227,7 @@ private Q_SLOTS:
         QVERIFY(!again.fpSong->ColHeadersShow() && !again.fpSong->RowHeadersShow());
     }
 
-    void openingADamagedFileLeavesTheChart() {
+    void openingADamagedFileKeepsTheChart() {
         SheetMusic& w = open();
         write(w, 2);
         const QString before = stateOf(w.fpSong);
@@ -242,25 +244,25 @@ private Q_SLOTS:
         }
     }
 
-    void longPathKeepsItsWholeText() {
+    void longPathIsStoredInFull() {
         addSong("Abide");
         SheetMusic& w = open();
         const QString name = QString(120, 'x') + QString::fromUtf8(" ü & <b>.stp");
         const QString path = save(w, name, QMessageBox::Yes);
         QCOMPARE(w.lblAssign->text(), "Song Location: " + native(path));
         QCOMPARE(w.width(), 803);
-        clickCell(w.fpAttach, 2, 1);
+        clickCell(w.fpAttach, AttachColumn::Title, 1);
         world->answers.box("Done!", QMessageBox::Information);
         click(w.cmdSaveAssigned);
         QCOMPARE(world->rows("SELECT fileLoco FROM songs"), QStringList{native(path)});
     }
 
-    void setGridShowsATiedSongGreen() {
+    void setGridShowsASongWithAChartGreen() {
         const QString id = addSong("Abide");
         world->sql("UPDATE songs SET playlist = 'Current'");
         SheetMusic& w = open();
         save(w, "abide.stp", QMessageBox::Yes);
-        clickCell(w.fpAttach, 2, 1);
+        clickCell(w.fpAttach, AttachColumn::Title, 1);
         world->answers.box("Done!", QMessageBox::Information);
         click(w.cmdSaveAssigned);
         click(world->main().cmdSetList);

@@ -1,8 +1,6 @@
-// Lines of a text file, marked by hand and laid out on the chart.
+// Importing the lines of a text file that the user has marked.
 #include "charts/chart_test.h"
-#include "charts/rules/chart_import.h"
 
-#include <QElapsedTimer>
 #include <QRandomGenerator>
 
 namespace {
@@ -35,19 +33,20 @@ class TestChartImport : public ChartTest {
         return w;
     }
 
-    // Marks rows by the button of a mode and clicks.
+    // Marks rows with the button of a mode and clicks.
     static void mark(SheetMusic& w, QPushButton* mode, const QList<int>& rows) {
         click(mode);
-        for (const int row : rows) clickCell(w.fpLoad, 1, row);
+        for (const int row : rows) clickCell(w.fpLoad, ImportColumn::Line, row);
     }
 
     static void markRange(SheetMusic& w, QPushButton* mode, int first, int last) {
         click(mode);
-        for (int row = first; row <= last; ++row) markLine(*w.fpLoad, 1, row, w.importMode);
+        for (int row = first; row <= last; ++row)
+            markLine(*w.fpLoad, ImportColumn::Line, row, w.importMode);
     }
 
     static QStringList linesOf(SheetMusic& w) {
-        QStringList lines = columnOf(w.fpLoad, 1);
+        QStringList lines = columnOf(w.fpLoad, ImportColumn::Line);
         while (!lines.isEmpty() && lines.last().isEmpty()) lines.removeLast();
         return lines;
     }
@@ -69,7 +68,7 @@ private Q_SLOTS:
                  QStringLiteral("Text Files(*.txt, *.rtf)|*.txt;*.rtf"));
     }
 
-    void songIsLaidOutAsMarked() {
+    void markedLinesGoToTheirRows() {
         SheetMusic& w = openWith(
             "Abide with me\n  words: Lyte  \nD  A7/C#   Bm\nAbide with me\n"
             "not used\n  fast falls  the eventide \n");
@@ -82,16 +81,19 @@ private Q_SLOTS:
         QCOMPARE(colourOf(w.fpLoad, 4), 13158655);
         click(w.cmdDone);
         QVERIFY(!isOnTop(w.frmImport));
-        QCOMPARE(w.fpSong->GetText(1, 1), QStringLiteral("Abide with me"));
-        QCOMPARE(w.fpSong->GetText(1, 2), QStringLiteral("words: Lyte"));
+        QCOMPARE(w.fpSong->GetText(ChartColumn::Text, ChartRow::Title),
+                 QStringLiteral("Abide with me"));
+        QCOMPARE(w.fpSong->GetText(ChartColumn::Text, ChartRow::Title + 1),
+                 QStringLiteral("words: Lyte"));
         for (int k = 1; k <= 3; ++k)
-            QCOMPARE(w.fpSong->GetText(k, 5), QStringList({"D", "A7/C#", "Bm"})[k - 1]);
+            QCOMPARE(w.fpSong->GetText(k, ChartRow::FirstChord),
+                     QStringList({"D", "A7/C#", "Bm"})[k - 1]);
         QCOMPARE(lyricsOf(w.fpSong, 1), (QStringList{"Abide with me", "fast falls  the eventide"}));
         QCOMPARE(w.fpSong->SheetCount(), 1);
         QCOMPARE(w.importMode, QStringLiteral("lyrics"));
     }
 
-    void twentyLyricLinesNeedASecondPage() {
+    void twentyLyricLinesFillASecondPage() {
         SheetMusic& w = openWith(numbered("line", 1, 20));
         markRange(w, w.FlatBttn2, 1, 20);
         click(w.cmdDone);
@@ -99,12 +101,14 @@ private Q_SLOTS:
         QCOMPARE(w.fpSong->ActiveSheet(), 2);
         const QStringList first = lyricsOf(w.fpSong, 1);
         QCOMPARE(first.size(), 18);
-        QCOMPARE(w.fpSong->textAt(1, 1, 40), QStringLiteral("line 18"));
-        QCOMPARE(w.fpSong->textAt(1, 1, 42), QString());
+        QCOMPARE(w.fpSong->textAt(1, ChartColumn::Text, ChartRow::LastLyric),
+                 QStringLiteral("line 18"));
+        QCOMPARE(w.fpSong->textAt(1, ChartColumn::Text, ChartRow::Last), QString());
         QCOMPARE(lyricsOf(w.fpSong, 2), (QStringList{"line 19", "line 20"}));
     }
 
     void eighteenLyricLinesAddAPageToo() {
+        // Deliberate: behaviour 136.
         SheetMusic& w = openWith(numbered("line", 1, 18));
         markRange(w, w.FlatBttn2, 1, 18);
         click(w.cmdDone);
@@ -112,11 +116,11 @@ private Q_SLOTS:
         QVERIFY(lyricsOf(w.fpSong, 2).isEmpty());
     }
 
-    void newPageComesAtTheEndAndIsActive() {
+    void newPageIsAddedAtTheEndAndShown() {
         SheetMusic& w = open();
         w.addPage();
         w.addPage();
-        w.fpSong->SetText(1, 6, "third");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "third");
         w.fpSong->ActiveSheet(2);
         import(w, numbered("line", 1, 19));
         markRange(w, w.FlatBttn2, 1, 19);
@@ -136,7 +140,8 @@ private Q_SLOTS:
         QCOMPARE(lyricsOf(w.fpSong, 1), (QStringList{"line 2", "line 5", "line 9"}));
     }
 
-    void tabsBlanksAndColonsSplitAlike() {
+    void tabsBlanksAndColonsSeparateChords() {
+        // Deliberate: behaviour 135.
         SheetMusic& w = openWith("G\tC\t\tD7\nG C  D7\nG:C::D7\n \t G \t:C: D7 : \n");
         mark(w, w.Command3, {1, 2, 3, 4});
         click(w.cmdDone);
@@ -150,10 +155,12 @@ private Q_SLOTS:
         SheetMusic& w = openWith("   Be   Thou  my Vision   \n");
         mark(w, w.Command2, {1});
         click(w.cmdDone);
-        QCOMPARE(w.fpSong->GetText(1, 1), QStringLiteral("Be   Thou  my Vision"));
+        QCOMPARE(w.fpSong->GetText(ChartColumn::Text, ChartRow::Title),
+                 QStringLiteral("Be   Thou  my Vision"));
     }
 
     void titleRowsHaveNoLimit() {
+        // Deliberate: behaviour 137.
         SheetMusic& w = openWith(numbered("title", 1, 5) + "A B\n");
         mark(w, w.Command2, {1, 2, 3, 4, 5});
         click(w.cmdDone);
@@ -162,15 +169,18 @@ private Q_SLOTS:
     }
 
     void chordLinesAreNotPairedWithLyrics() {
+        // Deliberate: behaviour 136.
         SheetMusic& w = openWith("C\none\ntwo\nG\nthree\n");
         mark(w, w.Command3, {1, 4});
         mark(w, w.FlatBttn2, {2, 3, 5});
         click(w.cmdDone);
-        QCOMPARE(w.fpSong->GetText(1, 7), QStringLiteral("G"));
-        QCOMPARE(w.fpSong->GetText(1, 10), QStringLiteral("three"));
+        QCOMPARE(w.fpSong->GetText(1, ChartRow::FirstChord + 2), QStringLiteral("G"));
+        QCOMPARE(w.fpSong->GetText(ChartColumn::Text, ChartRow::FirstLyric + 4),
+                 QStringLiteral("three"));
     }
 
-    void secondClickTakesMarksOffButATitles() {
+    void secondClickRemovesAllMarksButATitle() {
+        // Deliberate: behaviour 132.
         SheetMusic& w = openWith(numbered("line", 1, 3));
         mark(w, w.Command2, {1, 1});
         QCOMPARE(colourOf(w.fpLoad, 1), TitleMark);
@@ -178,27 +188,28 @@ private Q_SLOTS:
         QCOMPARE(colourOf(w.fpLoad, 2), White);
         mark(w, w.FlatBttn2, {3, 3});
         QCOMPARE(colourOf(w.fpLoad, 3), White);
-        // From one mark to another directly: the last counts.
+        // A new mark replaces another one.
         mark(w, w.Command3, {1});
         QCOMPARE(colourOf(w.fpLoad, 1), ChordMark);
         mark(w, w.FlatBttn2, {1});
         QCOMPARE(colourOf(w.fpLoad, 1), LyricMark);
     }
 
-    void clearTakesMarksAndModeOff() {
+    void clearRemovesMarksAndMode() {
         SheetMusic& w = openWith(numbered("line", 1, 3));
         mark(w, w.Command2, {1});
         mark(w, w.FlatBttn2, {2, 3});
         click(w.FlatBttn1);
         for (int row = 1; row <= 3; ++row) QCOMPARE(colourOf(w.fpLoad, row), White);
         QVERIFY(w.importMode.isEmpty());
-        clickCell(w.fpLoad, 1, 2);
+        clickCell(w.fpLoad, ImportColumn::Line, 2);
         QCOMPARE(colourOf(w.fpLoad, 2), White);
         click(w.cmdDone);
         QCOMPARE(w.fpSong->DataRowCnt(), 0);
     }
 
     void secondImportKeepsTheMarks() {
+        // Deliberate: behaviour 133.
         SheetMusic& w = openWith(numbered("old", 1, 4));
         mark(w, w.FlatBttn2, {2, 4});
         click(w.cmdDone);
@@ -210,24 +221,24 @@ private Q_SLOTS:
         QCOMPARE(w.importMode, QStringLiteral("lyrics"));
         click(w.cmdDone);
         QCOMPARE(lyricsOf(w.fpSong, 1), (QStringList{"new 2", "old 4"}));
-        // "Clear" reaches the rows that hold a line, and no other.
+        // "Clear" removes the marks of rows that hold a line only.
         import(w, numbered("new", 1, 3));
         click(w.FlatBttn1);
         QCOMPARE(colourOf(w.fpLoad, 2), White);
         QCOMPARE(colourOf(w.fpLoad, 4), LyricMark);
     }
 
-    void emptyLinesAreClosedUp() {
+    void emptyLinesAreLeftOut() {
         SheetMusic& w = openWith("\n\none\n\n\n\ntwo\r\n\r\nthree\n\n");
         QCOMPARE(linesOf(w), (QStringList{"one", "two", "three"}));
     }
 
-    void lineOfAByteOrderMarkAloneIsAnEmptyOne() {
+    void lineWithOnlyAByteOrderMarkIsLeftOut() {
         SheetMusic& w = openWith("one\n\xEF\xBB\xBF\ntwo\n");
         QCOMPARE(linesOf(w), (QStringList{"one", "two"}));
     }
 
-    void lineEndsAreTakenAlike_data() {
+    void allLineEndsAreAccepted_data() {
         QTest::addColumn<QByteArray>("bytes");
         QTest::newRow("LF") << QByteArray("a\nb\nc\n");
         QTest::newRow("CRLF") << QByteArray("a\r\nb\r\nc\r\n");
@@ -235,16 +246,16 @@ private Q_SLOTS:
         QTest::newRow("mixed") << QByteArray("a\r\nb\rc\n");
         QTest::newRow("no end") << QByteArray("a\nb\nc");
     }
-    void lineEndsAreTakenAlike() {
+    void allLineEndsAreAccepted() {
         QFETCH(QByteArray, bytes);
         QCOMPARE(linesOf(openWith(bytes)), (QStringList{"a", "b", "c"}));
     }
 
-    void characterSetsAreRead_data() {
+    void encodingsAreRecognised_data() {
         QTest::addColumn<QByteArray>("bytes");
         const QString text = QString::fromUtf8("„Größe“ – Señor’s €\n");
         QTest::newRow("UTF-8") << text.toUtf8();
-        QTest::newRow("UTF-8 with its mark") << "\xef\xbb\xbf" + text.toUtf8();
+        QTest::newRow("UTF-8 with a byte order mark") << "\xef\xbb\xbf" + text.toUtf8();
         QByteArray wide("\xff\xfe");
         for (const QChar c : text) wide.append(char(c.cell())).append(char(c.row()));
         QTest::newRow("UTF-16") << wide;
@@ -252,12 +263,13 @@ private Q_SLOTS:
             "\x84Gr\xf6\xdf"
             "e\x93 \x96 Se\xf1or\x92s \x80\n");
     }
-    void characterSetsAreRead() {
+    void encodingsAreRecognised() {
         QFETCH(QByteArray, bytes);
         QCOMPARE(linesOf(openWith(bytes)), QStringList{QString::fromUtf8("„Größe“ – Señor’s €")});
     }
 
-    void rtfIsTakenAsItStands() {
+    void rtfIsListedWithItsMarkup() {
+        // Deliberate: behaviour 135.
         SheetMusic& w = open();
         const QByteArray rtf = "{\\rtf1\\ansi\r\n{\\b Abide}\\par\r\nwith me\\par\r\n}\r\n";
         import(w, rtf, "song.rtf");
@@ -265,7 +277,7 @@ private Q_SLOTS:
                  (QStringList{"{\\rtf1\\ansi", "{\\b Abide}\\par", "with me\\par", "}"}));
     }
 
-    void cancelledImportLeavesAll() {
+    void cancelledImportChangesNothing() {
         SheetMusic& w = openWith("one\n");
         mark(w, w.FlatBttn2, {1});
         click(w.cmdDone);
@@ -275,10 +287,10 @@ private Q_SLOTS:
         QCOMPARE(linesOf(w), QStringList{"one"});
     }
 
-    void missingFileGivesNoLines() {
+    void missingFileHasNoLines() {
         SheetMusic& w = openWith("one\n");
         const QString path = makeFile("sheetmusic/gone.txt", "x");
-        world->answers.custom("file that goes", [path](QWidget* dialog) {
+        world->answers.custom("file that disappears", [path](QWidget* dialog) {
             dialog->findChild<QLineEdit*>("fileNameEdit")->setText(path);
             QMetaObject::invokeMethod(dialog, "accept");
             QFile::remove(path);
@@ -289,7 +301,7 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, -1);
     }
 
-    void helpTellsHowToMark() {
+    void helpShowsHowToMark() {
         SheetMusic& w = openWith("one\n");
         world->answers.box(
             "To import a song you must assign the rows  \r"
@@ -310,13 +322,14 @@ private Q_SLOTS:
         QCOMPARE(lines.last(), QStringLiteral("line 500"));
     }
 
-    void markBeyondRow100EndsTheProgramWithTheChartAsItWas() {
+    void markBelowRow100EndsTheProgramAndKeepsTheChart() {
+        // Deliberate: behaviour 134.
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 6, "stays");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "stays");
         import(w, numbered("line", 1, 150));
         mark(w, w.FlatBttn2, {1});
-        w.fpLoad->SetActiveCell(1, 101);
-        clickCell(w.fpLoad, 1, 101);
+        w.fpLoad->SetActiveCell(ImportColumn::Line, 101);
+        clickCell(w.fpLoad, ImportColumn::Line, 101);
         QCOMPARE(colourOf(w.fpLoad, 101), LyricMark);
         world->answers.runTimeError(9);
         click(w.cmdDone);
@@ -324,7 +337,7 @@ private Q_SLOTS:
         QCOMPARE(lyricsOf(w.fpSong, 1), QStringList{"stays"});
     }
 
-    void row100IsTheLastThatIsCarriedOver() {
+    void row100IsTheLastToBeImported() {
         SheetMusic& w = openWith(numbered("line", 1, 150));
         markRange(w, w.FlatBttn2, 100, 100);
         click(w.cmdDone);
@@ -333,34 +346,36 @@ private Q_SLOTS:
     }
 
     void thirtyChordsFitAndOneMoreEndsTheProgram() {
+        // Deliberate: behaviour 134.
         QByteArray thirty;
         for (int i = 1; i <= 30; ++i) thirty += "C" + QByteArray::number(i) + ' ';
         SheetMusic& w = openWith(thirty + "\n" + thirty + "Z\n");
         mark(w, w.Command3, {1});
         click(w.cmdDone);
-        QCOMPARE(rowOf(w.fpSong, 1, 5).size(), 30);
-        QCOMPARE(w.fpSong->GetText(30, 5), QStringLiteral("C30"));
+        QCOMPARE(rowOf(w.fpSong, 1, ChartRow::FirstChord).size(), 30);
+        QCOMPARE(w.fpSong->GetText(30, ChartRow::FirstChord), QStringLiteral("C30"));
         pick(w.mnuFile, w.mnuNew);
         import(w, "D\n" + thirty + "Z\n");
         mark(w, w.Command3, {2});
         world->answers.runTimeError(9);
         click(w.cmdDone);
         QCOMPARE(world->endStatus, 1);
-        QCOMPARE(rowOf(w.fpSong, 1, 5), QStringList{"D"});  // what stood before the failure
-        QVERIFY(rowOf(w.fpSong, 1, 7).isEmpty());
+        QCOMPARE(rowOf(w.fpSong, 1, ChartRow::FirstChord),
+                 QStringList{"D"});  // written before the failure
+        QVERIFY(rowOf(w.fpSong, 1, ChartRow::FirstChord + 2).isEmpty());
     }
 
-    void importWritesOverThePageOnView() {
+    void importOverwritesThePageShown() {
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 6, "old");
-        w.fpSong->SetText(4, 5, "E");
-        w.fpSong->SetText(1, 8, "stays");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "old");
+        w.fpSong->SetText(4, ChartRow::FirstChord, "E");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric + 2, "stays");
         import(w, "A B\nnew\n");
         mark(w, w.Command3, {1});
         mark(w, w.FlatBttn2, {2});
         click(w.cmdDone);
         QCOMPARE(lyricsOf(w.fpSong, 1), (QStringList{"new", "stays"}));
-        QCOMPARE(rowOf(w.fpSong, 1, 5), (QStringList{"A", "B", "E"}));
+        QCOMPARE(rowOf(w.fpSong, 1, ChartRow::FirstChord), (QStringList{"A", "B", "E"}));
     }
 
     void bigAndBinaryFilesNeitherHangNorTouchTheChart_data() {
@@ -377,8 +392,8 @@ private Q_SLOTS:
     void bigAndBinaryFilesNeitherHangNorTouchTheChart() {
         QFETCH(QByteArray, bytes);
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 6, "stays");
-        w.fpSong->SetText(3, 5, "F#");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "stays");
+        w.fpSong->SetText(3, ChartRow::FirstChord, "F#");
         import(w, bytes, "big.txt");
         QVERIFY(isOnTop(w.frmImport));
         QVERIFY(linesOf(w).size() <= 500);
@@ -386,13 +401,13 @@ private Q_SLOTS:
         click(w.FlatBttn1);
         click(w.cmdDone);
         QCOMPARE(lyricsOf(w.fpSong, 1), QStringList{"stays"});
-        QCOMPARE(rowOf(w.fpSong, 1, 5), QStringList{"F#"});
+        QCOMPARE(rowOf(w.fpSong, 1, ChartRow::FirstChord), QStringList{"F#"});
     }
 
-    void keyboardMarksAsTheMouseDoes() {
+    void keyboardMarksLikeTheMouse() {
         SheetMusic& w = openWith(numbered("line", 1, 4));
         click(w.FlatBttn2);
-        w.fpLoad->SetActiveCell(1, 1);
+        w.fpLoad->SetActiveCell(ImportColumn::Line, 1);
         w.fpLoad->setFocus();
         QTest::keyClick(w.fpLoad, Qt::Key_Down);
         QTest::keyClick(w.fpLoad, Qt::Key_Space);

@@ -1,4 +1,4 @@
-// A chart on paper, as a page of HTML and in a mail, from both chart windows.
+// Printing, exporting and mailing a chart from both chart windows.
 #include "charts/chart_test.h"
 #include "mail/frm_email.h"
 #include "support/files.h"
@@ -8,7 +8,6 @@
 
 namespace {
 
-const QString ChartNotSaved = QStringLiteral("File did not save, try again or contact Lorvanite.");
 const QString Lyric = QString::fromUtf8("Großer Gott, wir loben dich €");
 
 QString read(const QString& path) { return QString::fromUtf8(bytesOf(path)); }
@@ -37,7 +36,7 @@ class TestChartOutput : public ChartTest {
         QTest::newRow("transpose window") << true;
     }
 
-    // One of the two windows' grids over a chart of so many pages.
+    // Opens a chart of so many pages; returns the grid of one of the two windows.
     SheetView* openChart(bool fromCopy, int pages) {
         SheetMusic& w = open();
         write(w, pages);
@@ -67,7 +66,7 @@ private Q_SLOTS:
     void onePagePrintsOnOneSheet() {
         QFETCH(QPageSize::PageSizeId, paper);
         SheetView* chart = openChart(false, 1);
-        chart->SetActiveCell(3, 7);
+        chart->SetActiveCell(3, ChartRow::FirstChord + 2);
         const QString before = stateOf(chart);
         const PrintedFile target(world->path("chart.pdf"), paper);
         print(false);
@@ -111,15 +110,15 @@ private Q_SLOTS:
 
     void chordsPrintOverTheirSyllables() {
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 5, "C");
-        w.fpSong->SetText(20, 5, "G#m7sus4add9");
-        w.fpSong->SetText(37, 5, "D");
-        w.fpSong->SetText(1, 6, "Abide with me");
+        w.fpSong->SetText(1, ChartRow::FirstChord, "C");
+        w.fpSong->SetText(20, ChartRow::FirstChord, "G#m7sus4add9");
+        w.fpSong->SetText(37, ChartRow::FirstChord, "D");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "Abide with me");
         const PrintedFile target(world->path("chart.pdf"), QPageSize::Letter);
         print(false);
         const QImage page = pagePictures(target.path, 144).value(0);
         QCOMPARE(page.size(), QSize(1224, 1584));
-        // Hundredths of an inch: half an inch of margin, then 37 columns of a fifth.
+        // In hundredths of an inch: a margin of half an inch, then 37 columns of about a fifth.
         const auto inkIn = [&page](int fromInch100, int toInch100) {
             int dark = 0;
             for (int y = 144; y < 1440; ++y)
@@ -129,14 +128,14 @@ private Q_SLOTS:
         };
         QCOMPARE(inkIn(0, 50), 0);
         QVERIFY(inkIn(50, 62) > 0);
-        // The long chord runs over its neighbours, and no line of the grid is printed.
+        // The long chord runs over the empty cells, and no grid line is printed.
         QVERIFY(inkIn(420, 440) > 0 && inkIn(500, 516) > 0);
         QCOMPARE(inkIn(525, 740), 0);
         QVERIFY(inkIn(744, 758) > 0);
         QCOMPARE(inkIn(770, 850), 0);
     }
 
-    void copyIsPrintedAsItStands() {
+    void transposedCopyIsPrinted() {
         SheetView* copy = openChart(true, 3);
         QTest::keyClick(frmTranspose::instance().Slider1, Qt::Key_Right);
         const QString before = stateOf(copy);
@@ -149,8 +148,8 @@ private Q_SLOTS:
         QCOMPARE(stateOf(copy), before);
     }
 
-    void chartPrintsByItsSettings_data() { addWindows(); }
-    void chartPrintsByItsSettings() {
+    void printSettingsAreSet_data() { addWindows(); }
+    void printSettingsAreSet() {
         QFETCH(bool, fromCopy);
         SheetView* chart = openChart(fromCopy, 1);
         chart->PrintBorder(true);
@@ -165,7 +164,7 @@ private Q_SLOTS:
         chart->PrintSmartPrint(false);
         chart->PrintOrientation(PrintOrientations::Landscape);
         chart->PrintScalingMethod(PrintScaling::BestFit);
-        chart->SetActiveCell(3, 7);
+        chart->SetActiveCell(3, ChartRow::FirstChord + 2);
         const PrintedFile target(world->path("chart.pdf"));
         print(fromCopy);
         QCOMPARE(chart->ActiveCol(), 0);
@@ -180,7 +179,7 @@ private Q_SLOTS:
         QCOMPARE(chart->PrintType(), PrintTypes::All);
     }
 
-    void emptyPageInTheMiddleIsPrintedEmpty() {
+    void emptyPageInTheMiddleIsPrinted() {
         SheetMusic& w = open();
         write(w, 3);
         w.fpSong->ActiveSheet(2);
@@ -211,12 +210,13 @@ private Q_SLOTS:
         QCOMPARE(chart->MaxRows(), 42);
     }
 
-    void pageWithoutCellsEndsTheCommand_data() {
+    void pageWithoutCellsStopsTheCommand_data() {
         QTest::addColumn<bool>("prints");
         QTest::newRow("print") << true;
         QTest::newRow("mail") << false;
     }
-    void pageWithoutCellsEndsTheCommand() {
+    void pageWithoutCellsStopsTheCommand() {
+        // Deliberate: behaviour 144.
         QFETCH(bool, prints);
         SheetView* chart = openChart(false, 3);
         chart->ActiveSheet(3);
@@ -227,7 +227,7 @@ private Q_SLOTS:
         pick(w.mnuSend, prints ? w.mnuPrint : w.mnuToEmail);
         QVERIFY(!QFile::exists(target.path));
         QVERIFY(!frmEmail::isLoaded());
-        // Page 1 is left with what was added, and the failing page on view.
+        // Page 1 keeps the added rows, and the page without cells is shown.
         QCOMPARE(chart->rowsOf(1), 126);
         QCOMPARE(chart->textAt(1, 1, 43), QStringLiteral("Title 2"));
         QVERIFY(chart->hasPageBreak(1, 42) && chart->hasPageBreak(1, 84));
@@ -235,10 +235,10 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, -1);
     }
 
-    void rowsOfFurtherPagesHaveTheirFormat() {
+    void mergedRowsAreFormatted() {
         SheetView* chart = openChart(false, 2);
         chart->ActiveSheet(2);
-        chart->MaxRows(1);  // so that the rows below show what they were given
+        chart->MaxRows(1);  // so that the rows below keep their formats
         chart->SheetCount(3);
         chart->ActiveSheet(3);
         chart->MaxRows(0);
@@ -278,7 +278,7 @@ private Q_SLOTS:
         QFETCH(QString, title);
         QFETCH(QString, proposed);
         SheetView* chart = openChart(fromCopy, 1);
-        chart->SetText(1, 1, title);
+        chart->SetText(ChartColumn::Text, ChartRow::Title, title);
         world->answers.fileAsProposed();
         exportPage(fromCopy);
         const auto& dialog = world->answers.fileDialogs().at(0);
@@ -290,12 +290,13 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(world->path("sheetmusic/" + proposed)));
     }
 
-    void pageOnViewIsWrittenWithAllItsRows_data() { addWindows(); }
-    void pageOnViewIsWrittenWithAllItsRows() {
+    void pageShownIsExportedWithAllItsRows_data() { addWindows(); }
+    void pageShownIsExportedWithAllItsRows() {
+        // Deliberate: behaviour 121.
         QFETCH(bool, fromCopy);
         SheetView* chart = openChart(fromCopy, 2);
         chart->ActiveSheet(2);
-        chart->SetText(1, 42, "");
+        chart->SetText(ChartColumn::Text, ChartRow::Last, "");
         const QString before = stateOf(chart);
         const QString path = world->path("sheetmusic/page.htm");
         world->answers.file(path);
@@ -305,14 +306,15 @@ private Q_SLOTS:
         QVERIFY(html.contains(">Title 2<"));
         QVERIFY(html.contains(">F#m7<") && html.contains(Lyric));
         QVERIFY(!html.contains("Title 1"));
-        QVERIFY(!html.contains("border-bottom"));  // the grid's lines stay out
+        QVERIFY(!html.contains("border-bottom"));  // no grid lines
         QVERIFY(linesShown(chart));
         QCOMPARE(chart->ActiveSheet(), 2);
         QCOMPARE(stateOf(chart), before);
     }
 
-    void cancelLeavesTheGridWithoutItsLines_data() { addWindows(); }
-    void cancelLeavesTheGridWithoutItsLines() {
+    void cancelledExportLeavesTheGridLinesHidden_data() { addWindows(); }
+    void cancelledExportLeavesTheGridLinesHidden() {
+        // Deliberate: behaviour 145.
         QFETCH(bool, fromCopy);
         SheetView* chart = openChart(fromCopy, 1);
         QVERIFY(linesShown(chart));
@@ -324,8 +326,8 @@ private Q_SLOTS:
         QVERIFY(linesShown(chart));
     }
 
-    void failingExportIsTold_data() { addWindows(); }
-    void failingExportIsTold() {
+    void failingExportIsReported_data() { addWindows(); }
+    void failingExportIsReported() {
         QFETCH(bool, fromCopy);
         SheetView* chart = openChart(fromCopy, 1);
         answerWithLostFolder(world->answers, world->path("sheetmusic"), "page.htm");
@@ -336,9 +338,9 @@ private Q_SLOTS:
 
     void mailEndsAtTheLastRowWithData() {
         SheetView* chart = openChart(false, 1);
-        chart->SetText(1, 42, "");
-        chart->SetText(5, 17, "G");
-        chart->SetActiveCell(3, 7);
+        chart->SetText(ChartColumn::Text, ChartRow::Last, "");
+        chart->SetText(5, ChartRow::FirstChord + 12, "G");
+        chart->SetActiveCell(3, ChartRow::FirstChord + 2);
         const QString body = mail(false);
         QCOMPARE(chart->DataRowCnt(), 17);
         QCOMPARE(rowsIn(body), 17);
@@ -355,7 +357,7 @@ private Q_SLOTS:
         QCOMPARE(rowsIn(read(path)), 42);
     }
 
-    void emptyChartIsMailedWithoutARow() {
+    void emptyChartIsMailedWithoutRows() {
         open();
         const QString body = mail(false);
         QVERIFY(body.startsWith("<HTML>"));
@@ -363,6 +365,7 @@ private Q_SLOTS:
     }
 
     void twoPagesGiveTheSameBodyFromBothWindows() {
+        // Deliberate: behaviour 149.
         SheetView* chart = openChart(false, 2);
         const QString before = stateOf(chart);
         const QString body = mail(false);
@@ -380,22 +383,23 @@ private Q_SLOTS:
         QCOMPARE(stateOf(copy), copyBefore);
     }
 
-    void copyNeverShowsTheNoteButton() {
+    void transposeWindowNeverShowsTheNoteButton() {
+        // Deliberate: behaviour 149.
         SheetView* copy = openChart(true, 1);
-        copy->SetActiveCell(3, 7);
+        copy->SetActiveCell(3, ChartRow::FirstChord + 2);
         QVERIFY(mail(true).contains(">Title 1<"));
         QCOMPARE(copy->ActiveCol(), 0);
         QCOMPARE(copy->ActiveRow(), 0);
         QVERIFY(frmEmail::instance().isVisible());
         QVERIFY(frmEmail::instance().cmdAddNote->isHidden());
-        // And leaves it where the chart window has shown it.
+        // The transpose window does not hide it either.
         mail(false);
         QVERIFY(frmEmail::instance().cmdAddNote->isVisible());
         mail(true);
         QVERIFY(frmEmail::instance().cmdAddNote->isVisible());
     }
 
-    void onlyTheChartWindowLetsTextRunOver() {
+    void onlyTheChartWindowTurnsOverflowOn() {
         SheetView* copy = openChart(true, 1);
         copy->AllowCellOverflow(false);
         SheetMusic::instance().fpSong->AllowCellOverflow(false);
@@ -405,9 +409,10 @@ private Q_SLOTS:
         QVERIFY(SheetMusic::instance().fpSong->AllowCellOverflow());
     }
 
-    void failingExportMailsWhatAnEarlierOneLeft() {
+    void failingExportMailsTheLastExportedFile() {
+        // Deliberate: behaviour 148.
         openChart(false, 1);
-        // A file that can be read and not replaced.
+        // A file that can be read but not replaced.
         QFile::remove(world->path("config/email.html"));
         QVERIFY(QFile::link("/proc/version", world->path("config/email.html")));
         const QString body = mail(false);
@@ -424,9 +429,9 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, 1);
     }
 
-    void signsOfHtmlAreMailedAsText() {
+    void htmlCharactersAreMailedAsText() {
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 6, "<B>you & me</B>");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "<B>you & me</B>");
         QVERIFY(mail(false).contains("&lt;B&gt;you &amp; me&lt;/B&gt;"));
     }
 };

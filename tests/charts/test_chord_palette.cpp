@@ -41,7 +41,7 @@ private Q_SLOTS:
         }
     }
 
-    void chordIsBuiltAndDropped() {
+    void chordIsMadeAndPlaced() {
         SheetMusic& w = openMaker();
         take(w.notes[0], "G");
         take(w.notes[1], "#");
@@ -49,25 +49,25 @@ private Q_SLOTS:
         take(w.notes[3], "7");
         click(w.cmdCh);
         QCOMPARE(w.pendingChord, QStringLiteral("G#m7"));
-        clickCell(w.fpSong, 3, 5);
-        QCOMPARE(w.fpSong->GetText(3, 5), QStringLiteral("G#m7"));
+        clickCell(w.fpSong, 3, ChartRow::FirstChord);
+        QCOMPARE(w.fpSong->GetText(3, ChartRow::FirstChord), QStringLiteral("G#m7"));
         QVERIFY(w.pendingChord.isEmpty());
-        // The picks stay: the same chord again for the next cell.
+        // The selection stays, for the same chord in the next cell.
         click(w.cmdCh);
-        clickCell(w.fpSong, 6, 7);
-        QCOMPARE(w.fpSong->GetText(6, 7), QStringLiteral("G#m7"));
+        clickCell(w.fpSong, 6, ChartRow::FirstChord + 2);
+        QCOMPARE(w.fpSong->GetText(6, ChartRow::FirstChord + 2), QStringLiteral("G#m7"));
     }
 
-    void withoutPicksNothingIsPlaced() {
+    void withoutASelectionNothingIsPlaced() {
         SheetMusic& w = openMaker();
         w.pendingChord = "C";
         click(w.cmdCh);
         QVERIFY(w.pendingChord.isEmpty());
-        clickCell(w.fpSong, 3, 5);
+        clickCell(w.fpSong, 3, ChartRow::FirstChord);
         QCOMPARE(w.fpSong->DataRowCnt(), 0);
     }
 
-    void picksAreJoinedAsTheyStand_data() {
+    void selectedItemsAreJoined_data() {
         QTest::addColumn<QStringList>("picks");
         QTest::addColumn<QString>("chord");
         QTest::newRow("B flat") << QStringList{"B", "b", "", ""} << "Bb";
@@ -76,7 +76,7 @@ private Q_SLOTS:
         QTest::newRow("D suspended") << QStringList{"D", "", "sus", "4"} << "Dsus4";
         QTest::newRow("without a root") << QStringList{"", "", "", "7"} << "7";
     }
-    void picksAreJoinedAsTheyStand() {
+    void selectedItemsAreJoined() {
         QFETCH(QStringList, picks);
         QFETCH(QString, chord);
         SheetMusic& w = openMaker();
@@ -86,17 +86,17 @@ private Q_SLOTS:
         QCOMPARE(w.pendingChord, chord);
     }
 
-    void majorSevenAndARootlessChordTransposeAsTold() {
+    void chordWithoutARootIsNotTransposed() {
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 5, "CMaj7");
-        w.fpSong->SetText(5, 5, "7");
+        w.fpSong->SetText(1, ChartRow::FirstChord, "CMaj7");
+        w.fpSong->SetText(5, ChartRow::FirstChord, "7");
         frmTranspose& t = openTranspose(w);
         t.Slider1->setFocus();
         QTest::keyClick(t.Slider1, Qt::Key_Right);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"C#Maj7", "7"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), (QStringList{"C#Maj7", "7"}));
     }
 
-    void clearMarkLeavesTheOtherLists() {
+    void clearMarkClearsItsOwnListOnly() {
         SheetMusic& w = openMaker();
         take(w.notes[0], "A");
         take(w.notes[1], "b");
@@ -112,7 +112,7 @@ private Q_SLOTS:
         QCOMPARE(picked(w.notes[2]), QStringLiteral("aug"));
     }
 
-    void clearTakesAllPicksOffAndKeepsTheWaitingChord() {
+    void clearKeepsTheWaitingChord() {
         SheetMusic& w = openMaker();
         take(w.notes[0], "E");
         take(w.notes[3], "11");
@@ -126,7 +126,7 @@ private Q_SLOTS:
         QCOMPARE(w.pendingChord, QStringLiteral("E11"));
     }
 
-    void keyboardPicksAsTheMouseDoes() {
+    void keyboardSelectsLikeTheMouse() {
         SheetMusic& w = openMaker();
         w.notes[1]->setFocus();
         QTest::keyClick(w.notes[1], Qt::Key_Home);

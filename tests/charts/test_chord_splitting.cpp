@@ -1,4 +1,4 @@
-// Many chords in every key, against a second statement of how a chord is taken apart.
+// Transposes many chords to every key, checked by a second implementation of the split.
 #include "charts/rules/chart_page.h"
 #include "charts/rules/transposer.h"
 #include "core/grid/sheet_grid.h"
@@ -9,7 +9,7 @@
 
 namespace {
 
-// Chord names as players write them, with a few words and slips among them.
+// Chord names as players write them, with some words and mistakes among them.
 QStringList chordNames() {
     QStringList names;
     const QStringList roots = {"C",  "C#", "Db", "D",  "D#", "Eb", "E",  "F", "F#",
@@ -54,7 +54,7 @@ QStringList chordNames() {
     return names;
 }
 
-// Which entry of the delivered row of positions a note finds, worked out by hand.
+// The position of a note in the delivered row "rootnote", worked out by hand.
 int positionByHand(const QString& note) {
     static const QHash<QString, int> known = {
         {"C", 0},  {"C#", 1}, {"Db", 1}, {"D", 2},   {"D#", 1}, {"Eb", 3},
@@ -63,7 +63,8 @@ int positionByHand(const QString& note) {
     return known.value(note, -1);
 }
 
-// A side of a chord by a pattern: a sign anywhere makes the note two characters long.
+// Transposes a side of a chord with patterns. "#" or "b" anywhere makes its note two characters
+// long.
 QString sideByPattern(const QString& side, const QStringList& key, bool* moved) {
     static const QRegularExpression plain("^([^#b])([^#b]*)$");
     static const QRegularExpression signedNote("^(?=.*[#b])(..?)(.*)$");
@@ -74,7 +75,7 @@ QString sideByPattern(const QString& side, const QStringList& key, bool* moved) 
     return *moved ? key[position] + match.captured(2) : QString();
 }
 
-// A cell after a pass, by the second statement.
+// Transposes a cell with patterns.
 QString cellByPattern(const QString& text, const QStringList& key) {
     static const QRegularExpression slash("^([^/]*)/(.*)$");
     const auto match = slash.match(text);
@@ -99,17 +100,17 @@ class TestChordSplitting : public WindowTest {
             .value(0);
     }
 
-    // A chart with the texts in its chord rows, row by row.
+    // Fills the chord rows of a chart with texts.
     static void fill(SheetGrid& chart, const QStringList& texts) {
         setUpChart(chart);
         int page = 1;
-        int row = FirstChordRow;
+        int row = ChartRow::FirstChord;
         int col = 1;
         for (const QString& text : texts) {
-            if (row > 39) {
+            if (row > ChartRow::LastChord) {
                 addChartPage(chart, [](const QString&) {});
                 ++page;
-                row = FirstChordRow;
+                row = ChartRow::FirstChord;
             }
             chart.SetText(col, row, text);
             if (++col > ChartCols) {
@@ -123,14 +124,14 @@ class TestChordSplitting : public WindowTest {
     static QStringList chordsOf(const SheetGrid& chart, qsizetype count) {
         QStringList texts;
         for (int page = 1; page <= chart.SheetCount(); ++page)
-            for (int row = FirstChordRow; row <= 39; row += 2)
+            for (int row = ChartRow::FirstChord; row <= ChartRow::LastChord; row += 2)
                 for (int col = 1; col <= ChartCols && texts.size() < count; ++col)
                     texts.append(chart.textAt(page, col, row));
         return texts;
     }
 
 private Q_SLOTS:
-    void splitsAreThoseOfTheTable_data() {
+    void chordsAreSplit_data() {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("note");
         QTest::addColumn<QString>("suffix");
@@ -142,21 +143,22 @@ private Q_SLOTS:
             QTest::newRow(qPrintable("<" + parts[0] + ">")) << parts[0] << parts[1] << parts[2];
         }
     }
-    void splitsAreThoseOfTheTable() {
+    void chordsAreSplit() {
+        // Deliberate: behaviour 138.
         QFETCH(QString, text);
         QFETCH(QString, note);
         QFETCH(QString, suffix);
         QCOMPARE(splitChord(text), (ChordSplit{note, suffix}));
     }
 
-    void chordsOfAllKindsInEveryKey_data() {
+    void chordsAreTransposedToEveryKey_data() {
         QTest::addColumn<QString>("row");
         for (int n = 1; n <= 12; ++n) {
             QTest::addRow("up %d", n) << QString("p%1").arg(n);
             QTest::addRow("down %d", n) << QString("n%1").arg(n);
         }
     }
-    void chordsOfAllKindsInEveryKey() {
+    void chordsAreTransposedToEveryKey() {
         QFETCH(QString, row);
         const QStringList names = chordNames();
         QVERIFY(names.size() >= 300);
@@ -176,7 +178,7 @@ private Q_SLOTS:
         QCOMPARE(chart.ActiveSheet(), 1);
     }
 
-    void upAndDownAgainGivesTheChartBack() {
+    void upAndDownAgainRestoresTheChart() {
         QStringList names;
         for (const QString root : {"C", "C#", "D", "Eb", "E", "F", "F#", "G", "Ab", "A", "Bb", "B"})
             for (const QString kind : {"", "m", "7", "sus4", "maj7", "/G", "m7/F#"})
@@ -194,7 +196,7 @@ private Q_SLOTS:
         }
     }
 
-    void emptyRowsRaiseNothingWithoutChords() {
+    void emptyKeysRaiseNothingWithoutChords() {
         SheetGrid chart;
         fill(chart, {});
         Transposer transposer;

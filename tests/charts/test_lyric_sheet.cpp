@@ -1,4 +1,4 @@
-// The lyric sheet: the words of a page in large type, as RTF.
+// The lyric sheet: the lyrics of a page in large type, as RTF.
 #include "charts/chart_test.h"
 #include "support/files.h"
 #include "support/rtf_reader.h"
@@ -14,7 +14,7 @@ const QString Sheet = QStringLiteral("sheetmusic/sheet.rtf");
 class TestLyricSheet : public ChartTest {
     Q_OBJECT
 
-    // Makes the sheet and gives the lines that another program reads in it.
+    // Makes the sheet; returns its lines as another program reads them.
     QStringList makeSheet() {
         SheetMusic& w = SheetMusic::instance();
         QFile::remove(world->path(Sheet));
@@ -23,7 +23,7 @@ class TestLyricSheet : public ChartTest {
         return rtfLines(bytesOf(world->path(Sheet)));
     }
 
-    // The 18 lyric rows and row 42, behind an empty first line.
+    // An empty first line, the 18 lyric rows and row 42.
     static QStringList linesWith(const QStringList& lyrics) {
         QStringList lines{QString()};
         lines += lyrics;
@@ -34,11 +34,12 @@ class TestLyricSheet : public ChartTest {
 private Q_SLOTS:
     void everyLyricRowGivesALine() {
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 1, "Abide");
-        w.fpSong->SetText(1, 2, "a free line");
-        w.fpSong->SetText(1, 6, "Abide with me");
-        w.fpSong->SetText(1, 10, QString::fromUtf8("Großer Gott \\ {wir} loben dich – €"));
-        w.fpSong->SetText(1, 42, "the end");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::Title, "Abide");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::Title + 1, "a free line");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "Abide with me");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric + 4,
+                          QString::fromUtf8("Großer Gott \\ {wir} loben dich – €"));
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::Last, "the end");
         QStringList wanted = linesWith(
             {"Abide with me", "", QString::fromUtf8("Großer Gott \\ {wir} loben dich – €")});
         wanted[19] = "the end";
@@ -48,7 +49,7 @@ private Q_SLOTS:
 
     void linesAreLargeBoldAndCentred() {
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 6, "Abide with me");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "Abide with me");
         makeSheet();
         const auto paragraphs = rtfParagraphs(bytesOf(world->path(Sheet)));
         QCOMPARE(paragraphs.size(), size_t(20));
@@ -71,7 +72,7 @@ private Q_SLOTS:
         QFETCH(QString, title);
         QFETCH(QString, proposed);
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 1, title);
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::Title, title);
         world->answers.fileAsProposed();
         pick(w.mnuSend, w.mnuLyrics);
         const auto& dialog = world->answers.fileDialogs().at(0);
@@ -82,14 +83,15 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(world->path("sheetmusic/" + proposed)));
     }
 
-    void sheetCostsThePageItsChords() {
+    void sheetErasesTheChordsOfThePage() {
+        // Deliberate: behaviour 146.
         SheetMusic& w = open();
         write(w, 3);
         for (int page = 1; page <= 3; ++page) {
             w.fpSong->ActiveSheet(page);
-            w.fpSong->SetText(7, 39, "G");
-            w.fpSong->SetText(1, 41, "last");
-            w.fpSong->SetText(1, 4, "spacer");
+            w.fpSong->SetText(7, ChartRow::LastChord, "G");
+            w.fpSong->SetText(ChartColumn::Text, ChartRow::LastOdd, "last");
+            w.fpSong->SetText(1, ChartRow::Spacer, "spacer");
         }
         w.fpSong->ActiveSheet(2);
         const QStringList lines = makeSheet();
@@ -97,18 +99,20 @@ private Q_SLOTS:
         QCOMPARE(lines.value(19), QStringLiteral("foot 2"));
         for (int page = 1; page <= 3; ++page) {
             const bool taken = page == 2;
-            QCOMPARE(rowOf(w.fpSong, page, 5).isEmpty(), taken);
-            QCOMPARE(rowOf(w.fpSong, page, 39).isEmpty(), taken);
-            QCOMPARE(rowOf(w.fpSong, page, 41).isEmpty(), taken);
-            QCOMPARE(rowOf(w.fpSong, page, 1), QStringList{QString("Title %1").arg(page)});
-            QCOMPARE(rowOf(w.fpSong, page, 4), QStringList{"spacer"});
+            QCOMPARE(rowOf(w.fpSong, page, ChartRow::FirstChord).isEmpty(), taken);
+            QCOMPARE(rowOf(w.fpSong, page, ChartRow::LastChord).isEmpty(), taken);
+            QCOMPARE(rowOf(w.fpSong, page, ChartRow::LastOdd).isEmpty(), taken);
+            QCOMPARE(rowOf(w.fpSong, page, ChartRow::Title),
+                     QStringList{QString("Title %1").arg(page)});
+            QCOMPARE(rowOf(w.fpSong, page, ChartRow::Spacer), QStringList{"spacer"});
             QCOMPARE(lyricsOf(w.fpSong, page).size(), 19);
         }
         QCOMPARE(w.fpSong->ActiveSheet(), 2);
         QVERIFY(w.fpSong->GridShowHoriz() && w.fpSong->GridShowVert());
     }
 
-    void cancelErasesNoChordAndLeavesNoLines() {
+    void cancelKeepsTheChordsAndLeavesTheGridLinesHidden() {
+        // Deliberate: behaviour 145.
         SheetMusic& w = open();
         write(w, 1);
         const QString before = stateOf(w.fpSong);
@@ -122,44 +126,46 @@ private Q_SLOTS:
         QVERIFY(w.fpSong->GridShowHoriz() && w.fpSong->GridShowVert());
     }
 
-    void secondSheetHoldsTheFirstAheadOfItsOwn() {
+    void secondSheetBeginsWithTheFirst() {
+        // Deliberate: behaviour 147.
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 6, "first");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "first");
         const QStringList first = makeSheet();
-        w.fpSong->SetText(1, 6, "second");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "second");
         const QStringList both = makeSheet();
         QCOMPARE(both, first + linesWith({"second"}).mid(1));
         QCOMPARE(rtfParagraphs(bytesOf(world->path(Sheet))).at(20).runs.at(0),
                  (RtfRun{"second", "Arial", 24, true, false}));
-        // With the window its lines go.
+        // A new window begins without lines.
         w.Unload();
         settle();
         open();
         QCOMPARE(makeSheet(), linesWith({}));
     }
 
-    void failingSaveIsNotToldAndTakesTheChords() {
+    void failingSaveIsNotReportedAndErasesTheChords() {
+        // Deliberate: behaviour 146.
         SheetMusic& w = open();
         write(w, 1);
         answerWithLostFolder(world->answers, world->path("sheetmusic"), "sheet.rtf");
         pick(w.mnuSend, w.mnuLyrics);
-        QVERIFY(rowOf(w.fpSong, 1, 5).isEmpty());
+        QVERIFY(rowOf(w.fpSong, 1, ChartRow::FirstChord).isEmpty());
         QVERIFY(w.fpSong->GridShowHoriz() && w.fpSong->GridShowVert());
         QCOMPARE(world->endStatus, -1);
     }
 
-    void importListsASheetsMarksAsTheyStand() {
+    void importListsASheetWithItsMarkup() {
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 6, "Abide with me");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "Abide with me");
         makeSheet();
         world->answers.file(world->path(Sheet));
         pick(w.mnuFile, w.mnuImport);
-        const QStringList lines = columnOf(w.fpLoad, 1);
+        const QStringList lines = columnOf(w.fpLoad, ImportColumn::Line);
         QVERIFY(lines.first().startsWith("{\\rtf1"));
         QCOMPARE(lines.filter("Abide with me\\par").size(), 1);
     }
 
-    void pageOfAnotherHeightGivesItsOwnLines() {
+    void pageOfAnotherHeightHasItsOwnLines() {
         SheetMusic& w = open();
         w.fpSong->MaxRows(60);
         w.fpSong->SetText(1, 60, "far below");

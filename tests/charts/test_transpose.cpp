@@ -1,4 +1,4 @@
-// The transpose window: its copy of the chart, its slider, its passes.
+// The transpose window: its copy of the chart and its slider.
 #include "charts/chart_test.h"
 
 #include <QFile>
@@ -16,14 +16,15 @@ QString changedBy(int steps) { return QStringLiteral("Changed By %1 Semi-Tones")
 class TestTranspose : public ChartTest {
     Q_OBJECT
 
-    // The transpose window over a chart with these chords in row 5, from column 1 on.
+    // Opens the transpose window for a chart with these chords in its first chord row.
     frmTranspose& openWith(const QStringList& chords) {
         SheetMusic& w = open();
-        for (int i = 0; i < chords.size(); ++i) w.fpSong->SetText(i + 1, 5, chords[i]);
+        for (int i = 0; i < chords.size(); ++i)
+            w.fpSong->SetText(i + 1, ChartRow::FirstChord, chords[i]);
         return openTranspose(w);
     }
 
-    // Moves the slider by the arrow keys, a pass for each step.
+    // Moves the slider with the arrow keys; each step transposes.
     static void step(frmTranspose& t, int steps) {
         t.Slider1->setFocus();
         for (int i = 0; i < qAbs(steps); ++i)
@@ -31,7 +32,7 @@ class TestTranspose : public ChartTest {
         settle();
     }
 
-    // Moves the slider to a value at once, as a drag does that is reported once.
+    // Moves the slider in one step, like a drag that is reported once.
     static void moveTo(frmTranspose& t, int value) {
         t.Slider1->setSliderPosition(value);
         settle();
@@ -49,10 +50,10 @@ class TestTranspose : public ChartTest {
 private Q_SLOTS:
     void windowShowsACopyOfTheChart() {
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 1, "Abide");
-        w.fpSong->SetText(4, 5, "D");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::Title, "Abide");
+        w.fpSong->SetText(4, ChartRow::FirstChord, "D");
         w.addPage();
-        w.fpSong->SetText(1, 6, "second");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "second");
         w.fpSong->ActiveSheet(1);
         frmTranspose& t = openTranspose(w);
         QVERIFY(t.isVisible());
@@ -60,7 +61,7 @@ private Q_SLOTS:
         QCOMPARE(world->statements, QStringList{keyStatement("rootnote")});
         QCOMPARE(t.fpPreview->SheetCount(), 2);
         QCOMPARE(t.fpPreview->ActiveSheet(), 1);
-        QCOMPARE(w.fpSong->ActiveSheet(), 2);  // the chart is left on its last page
+        QCOMPARE(w.fpSong->ActiveSheet(), 2);  // deliberate: behaviour 143
         for (int page = 1; page <= 2; ++page) {
             QCOMPARE(t.fpPreview->colsOf(page), 37);
             QCOMPARE(t.fpPreview->rowsOf(page), 42);
@@ -84,20 +85,22 @@ private Q_SLOTS:
         QVERIFY(!isOnTop(t.frmAssign));
     }
 
-    void sliderRunsAPassAndSaysBy() {
+    void sliderTransposesAndShowsTheDistance() {
         frmTranspose& t = openWith({"C", "Am7", "F/G"});
         world->statements.clear();
         moveTo(t, 3);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"Eb", "Cm7", "Ab/Bb"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), (QStringList{"Eb", "Cm7", "Ab/Bb"}));
         QCOMPARE(t.lblNumSteps->text(), changedBy(3));
-        QCOMPARE(world->statements, QStringList{keyStatement("p3")});  // read once a pass
-        QCOMPARE(SheetMusic::instance().fpSong->GetText(1, 5), QStringLiteral("C"));
+        QCOMPARE(world->statements, QStringList{keyStatement("p3")});  // read once
+        QCOMPARE(SheetMusic::instance().fpSong->GetText(1, ChartRow::FirstChord),
+                 QStringLiteral("C"));
         moveTo(t, -3);
         QCOMPARE(t.lblNumSteps->text(), QStringLiteral("Changed By -3 Semi-Tones"));
         QCOMPARE(world->statements.last(), keyStatement("n3"));
     }
 
-    void passesAddUp() {
+    void movesAddUp() {
+        // Deliberate: behaviour 141.
         frmTranspose& t = openWith({"C"});
         moveTo(t, 2);
         moveTo(t, 3);
@@ -109,53 +112,56 @@ private Q_SLOTS:
         QCOMPARE(t.lblNumSteps->text(), changedBy(3));
     }
 
-    void positionZeroWritesTheRootNotesRaw() {
+    void positionZeroWritesTheRootNotesUnchanged() {
+        // Deliberate: behaviour 142.
         frmTranspose& t = openWith({"C#m", "D", "Ab/Db"});
         moveTo(t, 5);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"F#m", "G", "C#/F#"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), (QStringList{"F#m", "G", "C#/F#"}));
         world->statements.clear();
         moveTo(t, 0);
         QCOMPARE(world->statements, QStringList{keyStatement("rootnote")});
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"F#m", "G", "C#:Db/F#"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord),
+                 (QStringList{"F#m", "G", "C#:Db/F#"}));
         QCOMPARE(t.lblNumSteps->text(), changedBy(0));
     }
 
-    void resetTakesAFreshCopyAndRunsNoPass() {
+    void resetMakesAFreshCopyWithoutTransposing() {
         frmTranspose& t = openWith({"C", "G"});
         moveTo(t, 4);
-        SheetMusic::instance().fpSong->SetText(3, 5, "D");
+        SheetMusic::instance().fpSong->SetText(3, ChartRow::FirstChord, "D");
         world->statements.clear();
         click(t.cmdReset);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"C", "G", "D"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), (QStringList{"C", "G", "D"}));
         QCOMPARE(t.lblNumSteps->text(), QString());
         QCOMPARE(t.Slider1->value(), 0);
         QVERIFY(world->statements.isEmpty());
     }
 
-    void resetTakesCellsAwayThatTheChartLacks() {
+    void resetEmptiesCellsThatAreEmptyInTheChart() {
         frmTranspose& t = openWith({"C"});
-        type(t.fpPreview, 4, 5, "Am7");
-        type(t.fpPreview, 1, 8, "a line of the copy");
+        type(t.fpPreview, 4, ChartRow::FirstChord, "Am7");
+        type(t.fpPreview, ChartColumn::Text, ChartRow::FirstLyric + 2, "a line of the copy");
         click(t.cmdReset);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), QStringList{"C"});
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), QStringList{"C"});
         QVERIFY(lyricsOf(t.fpPreview, 1).isEmpty());
     }
 
-    void secondCallLeavesSliderAndLabel() {
+    void secondCallKeepsSliderAndLabel() {
+        // Deliberate: behaviour 143.
         frmTranspose& t = openWith({"C"});
         moveTo(t, 2);
         openTranspose(SheetMusic::instance());
         QCOMPARE(cell(t, 1), QStringLiteral("C"));
         QCOMPARE(t.Slider1->value(), 2);
         QCOMPARE(t.lblNumSteps->text(), changedBy(2));
-        // The program's own writes run no pass.
+        // Setting the value by program does not transpose.
         world->statements.clear();
         t.Slider1->setValue(7);
         QVERIFY(world->statements.isEmpty());
         QCOMPARE(cell(t, 1), QStringLiteral("C"));
     }
 
-    void keyAtTheEndOfTheSliderRunsNoPass() {
+    void keyAtTheEndOfTheSliderDoesNotTranspose() {
         frmTranspose& t = openWith({"C"});
         moveTo(t, 12);
         world->statements.clear();
@@ -164,9 +170,10 @@ private Q_SLOTS:
     }
 
     void pagesOfALongerChartStayInTheCopy() {
+        // Deliberate: behaviour 143.
         SheetMusic& w = open();
         w.addPage();
-        w.fpSong->SetText(1, 6, "second");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "second");
         frmTranspose& t = openTranspose(w);
         world->answers.question("Delete the selected page?", QMessageBox::Yes);
         pick(w.mnuPage, w.mnuDelPage);
@@ -176,23 +183,24 @@ private Q_SLOTS:
         QCOMPARE(lyricsOf(t.fpPreview, 2), QStringList{"second"});
     }
 
-    void threePagesAreTransposedInOnePass() {
+    void allPagesAreTransposedAtOnce() {
         SheetMusic& w = open();
         for (int page = 1; page <= 3; ++page) {
             if (page > 1) w.addPage();
-            w.fpSong->SetText(page, 39, "G");
+            w.fpSong->SetText(page, ChartRow::LastChord, "G");
         }
         frmTranspose& t = openTranspose(w);
         t.fpPreview->ActiveSheet(2);
         world->statements.clear();
         moveTo(t, 2);
-        for (int page = 1; page <= 3; ++page) QCOMPARE(cell(t, page, 39, page), QString("A"));
+        for (int page = 1; page <= 3; ++page)
+            QCOMPARE(cell(t, page, ChartRow::LastChord, page), QString("A"));
         QCOMPARE(world->statements.size(), 1);
         QCOMPARE(t.fpPreview->Sheet(), 2);
         QCOMPARE(t.fpPreview->ActiveSheet(), 2);
     }
 
-    void onlyChordRowsAreVisited() {
+    void onlyChordRowsAreTransposed() {
         SheetMusic& w = open();
         for (int row = 1; row <= 42; ++row) w.fpSong->SetText(1, row, "A");
         frmTranspose& t = openTranspose(w);
@@ -201,11 +209,11 @@ private Q_SLOTS:
             const bool chords = row >= 5 && row % 2 == 1;
             QCOMPARE(cell(t, 1, row), chords ? QStringLiteral("B") : QStringLiteral("A"));
         }
-        QCOMPARE(cell(t, 1, 41), QStringLiteral("B"));
-        QCOMPARE(cell(t, 1, 42), QStringLiteral("A"));
+        QCOMPARE(cell(t, 1, ChartRow::LastOdd), QStringLiteral("B"));
+        QCOMPARE(cell(t, 1, ChartRow::Last), QStringLiteral("A"));
     }
 
-    void cellsAreSplitAsTold_data() {
+    void cellsAreTransposed_data() {
         QTest::addColumn<QString>("before");
         QTest::addColumn<QString>("after");  // two semi-tones up
         const QStringList pairs = {"G=A",           "Gsus4=Asus4",
@@ -227,7 +235,8 @@ private Q_SLOTS:
             QTest::newRow(qPrintable("<" + sides[0] + ">")) << sides[0] << sides[1];
         }
     }
-    void cellsAreSplitAsTold() {
+    void cellsAreTransposed() {
+        // Deliberate: behaviours 138 and 140.
         QFETCH(QString, before);
         QFETCH(QString, after);
         frmTranspose& t = openWith({before});
@@ -235,13 +244,15 @@ private Q_SLOTS:
         QCOMPARE(cell(t, 1), after);
     }
 
-    void firstEntryThatHoldsTheSignsWins() {
+    void firstMatchingEntryWins() {
+        // Deliberate: behaviour 139.
         setRow("rootnote", "C,C#:Db,D,D#:Eb,E,F,F#,G,G#:Ab,A,Bb,B");
         setRow("p1", "n0,n1,n2,n3,n4,n5,n6,n7,n8,n9,n10,n11");
         frmTranspose& t = openWith({"D#", "Eb", "C#", "Db", "G#", "A#", "Gb"});
         QCOMPARE(t.rootNotes[1], QStringLiteral("C#/Db"));
         moveTo(t, 1);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"n1", "n3", "n1", "n1", "n8", "n8", "n8"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord),
+                 (QStringList{"n1", "n3", "n1", "n1", "n8", "n8", "n8"}));
     }
 
     void missingKeyRowEndsTheProgram() {
@@ -259,14 +270,15 @@ private Q_SLOTS:
         world->answers.runTimeError(9);
         moveTo(t, 1);
         QCOMPARE(world->endStatus, 1);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"C#", "Eb", "E", "C"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), (QStringList{"C#", "Eb", "E", "C"}));
     }
 
-    void shortKeyRowHarmsNoOtherNote() {
+    void shortKeyRowTransposesTheOtherNotes() {
         setRow("p1", "C#,D,Eb");
         frmTranspose& t = openWith({"C", "C#", "D", "word"});
         moveTo(t, 1);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"C#", "D", "Eb", "word"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord),
+                 (QStringList{"C#", "D", "Eb", "word"}));
     }
 
     void thirteenRootNotesEndTheProgram() {
@@ -277,11 +289,11 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, 1);
     }
 
-    void fewerRootNotesLeaveTheOtherCells() {
+    void fewerRootNotesKeepTheOtherCells() {
         setRow("rootnote", "C,C#:Db,D");
         frmTranspose& t = openWith({"C", "D", "E", "Bb"});
         moveTo(t, 1);
-        QCOMPARE(rowOf(t.fpPreview, 1, 5), (QStringList{"C#", "Eb", "E", "Bb"}));
+        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), (QStringList{"C#", "Eb", "E", "Bb"}));
     }
 
     void missingRootRowEndsTheProgram() {
@@ -292,7 +304,7 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, 1);
     }
 
-    void chartWithoutCellsIsToldAndNotShown() {
+    void chartWithoutCellsIsReportedAndNotShown() {
         SheetMusic& w = open();
         w.fpSong->MaxRows(0);
         world->answers.box("save to buffer failed");
@@ -302,25 +314,24 @@ private Q_SLOTS:
         frmTranspose::instance().Unload();
     }
 
-    void copyIsSavedAsAnotherChartAndTied() {
+    void copyIsSavedAsAnotherChartAndAssigned() {
         world->sql("INSERT INTO songs (title, fileLoco) VALUES ('Abide', 'old.stp')");
         SheetMusic& w = open();
-        w.fpSong->SetText(1, 1, "Abide");
-        w.fpSong->SetText(2, 5, "D/F#");
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::Title, "Abide");
+        w.fpSong->SetText(2, ChartRow::FirstChord, "D/F#");
         w.addPage();
         frmTranspose& t = openTranspose(w);
         moveTo(t, 3);
         const QString path = world->path("sheetmusic/abide in F.stp");
         world->answers.file(path);
-        world->answers.question("Would you like to associate this music to a song in the database?",
-                                QMessageBox::Yes);
+        world->answers.question(TieQuestion, QMessageBox::Yes);
         click(t.cmdSaveSetList);
         QVERIFY(world->answers.fileDialogs().at(0).saves);
         QVERIFY(isOnTop(t.frmAssign));
         QCOMPARE(t.lblAssign->text(), "Song Location: " + QDir::toNativeSeparators(path));
-        QCOMPARE(columnOf(t.fpAttach, 2), QStringList{"Abide"});
-        // The list and the close button carry no command here.
-        clickCell(t.fpAttach, 2, 1);
+        QCOMPARE(columnOf(t.fpAttach, AttachColumn::Title), QStringList{"Abide"});
+        // Deliberate: behaviour 130.
+        clickCell(t.fpAttach, AttachColumn::Title, 1);
         QCOMPARE(t.lblAssignSong->text(), QString());
         click(t.cmdCloseAssign);
         QVERIFY(isOnTop(t.frmAssign));
@@ -331,25 +342,23 @@ private Q_SLOTS:
         world->answers.file(path);
         pick(w.mnuFile, w.mnuOpen);
         QCOMPARE(w.fpSong->SheetCount(), 2);
-        QCOMPARE(w.fpSong->textAt(1, 2, 5), QStringLiteral("F/A"));
-        QCOMPARE(w.fpSong->textAt(1, 1, 1), QStringLiteral("Abide"));
+        QCOMPARE(w.fpSong->textAt(1, 2, ChartRow::FirstChord), QStringLiteral("F/A"));
+        QCOMPARE(w.fpSong->textAt(1, ChartColumn::Text, ChartRow::Title), QStringLiteral("Abide"));
     }
 
-    void withoutASongSaveAssignedAsksHereToo() {
+    void withoutASongTheUserIsAskedToSelectOne() {
         frmTranspose& t = openWith({"C"});
         world->answers.file(world->path("sheetmusic/c.stp"));
-        world->answers.question("Would you like to associate this music to a song in the database?",
-                                QMessageBox::Yes);
+        world->answers.question(TieQuestion, QMessageBox::Yes);
         click(t.cmdSaveSetList);
-        world->answers.box("Please select a song title to assign this file to.",
-                           QMessageBox::Information);
+        world->answers.box(NoSongToTie, QMessageBox::Information);
         click(t.cmdSaveAssigned);
     }
 
     void mouseMovesTheSlider() {
         frmTranspose& t = openWith({"C"});
         world->statements.clear();
-        // The handle, from the middle to the right end in one move.
+        // Drags the handle from the middle to the right end in one move.
         const QPoint middle = t.Slider1->rect().center() - QPoint(0, 4);
         const QPoint end = middle + QPoint(t.Slider1->width() / 2, 0);
         QTest::mousePress(t.Slider1, Qt::LeftButton, {}, middle);

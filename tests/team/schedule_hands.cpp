@@ -10,7 +10,7 @@ QString quoted(const QString& text) {
 
 }  // namespace
 
-int ScheduleTest::addPerson(const PersonRow& person) {
+int ScheduleTest::addPerson(const NewPerson& person) {
     QStringList values;
     for (const QString& value : {person.first, person.last, person.role, person.role2, person.role3,
                                  person.vacation, person.excluded})
@@ -46,8 +46,8 @@ void ScheduleTest::close() {
 
 frmSchedule& ScheduleTest::makeSchedule(const QString& start, const QString& weeks) {
     frmSchedule& w = open();
-    if (!start.isEmpty()) typeInCell(w.fpPickDate, 1, 1, start);
-    if (!weeks.isEmpty()) typeInCell(w.fpPickDate, 2, 1, weeks);
+    if (!start.isEmpty()) typeInCell(w.fpPickDate, PickDateColumn::StartDate, 1, start);
+    if (!weeks.isEmpty()) typeInCell(w.fpPickDate, PickDateColumn::Weeks, 1, weeks);
     click(w.cmdLoadDates);
     return w;
 }
@@ -86,7 +86,8 @@ void ScheduleTest::toggle(QAbstractButton* box) {
 }
 
 QStringList ScheduleTest::offersIn(int row) {
-    const CellFormat format = frmSchedule::instance().fpSchedule->formatAt(1, TeamColumn, row);
+    const CellFormat format =
+        frmSchedule::instance().fpSchedule->formatAt(1, ScheduleColumn::Team, row);
     if (format.kind != CellKind::Combo) return {QStringLiteral("no drop-down")};
     return format.comboList.split(QLatin1Char('\t'), Qt::SkipEmptyParts);
 }
@@ -121,13 +122,14 @@ frmSchedule& ScheduleTest::showWeeks(const QStringList& dates, const QString& he
 void ScheduleTest::fillSchedule(SheetGrid& grid, const QStringList& dates, const QString& head) {
     grid.MaxCols(4);
     grid.MaxRows(500);
-    grid.SetText(1, 1, QStringLiteral("Schedule For: %1 to %2").arg(dates.front(), dates.back()));
-    grid.AddCellSpan(1, 1, 4, 1);
+    grid.SetText(1, ScheduleRow::Title,
+                 QStringLiteral("Schedule For: %1 to %2").arg(dates.front(), dates.back()));
+    grid.AddCellSpan(1, ScheduleRow::Title, 4, 1);
     for (int week = 0; week < dates.size(); ++week) {
-        const int row = FirstHeadRow + week * WeekRows;
-        grid.SetText(DateColumn, row, QStringLiteral("Date"));
-        grid.SetText(TeamColumn, row, head);
-        grid.SetText(DateColumn, row + 1, dates[week]);
+        const int row = headRowOf(week + 1);
+        grid.SetText(ScheduleColumn::Date, row, QStringLiteral("Date"));
+        grid.SetText(ScheduleColumn::Team, row, head);
+        grid.SetText(ScheduleColumn::Date, row + 1, dates[week]);
     }
 }
 

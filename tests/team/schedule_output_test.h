@@ -26,13 +26,13 @@ protected:
         addTheLeast();
         frmSchedule& w = showWeeks(ThreeWeeks);
         for (int week = 0; week < 3; ++week) {
-            const int row = FirstDateRow + week * WeekRows;
+            const int row = dateRowOf(week + 1);
             const QString number = QString::number(week + 1);
-            w.fpSchedule->SetText(NotesColumn, row, "Note " + number);
-            w.fpSchedule->SetText(SongsColumn, row + 2, "Song " + number);
-            w.fpSchedule->SetText(TeamColumn, row + 14, "Piano:Player " + number);
+            w.fpSchedule->SetText(ScheduleColumn::Notes, row, "Note " + number);
+            w.fpSchedule->SetText(ScheduleColumn::Songs, row + 2, "Song " + number);
+            w.fpSchedule->SetText(ScheduleColumn::Team, row + 14, "Piano:Player " + number);
         }
-        paintHead(w, FirstHeadRow);
+        paintHead(w, headRowOf(1));
         return w;
     }
 
@@ -46,14 +46,14 @@ protected:
         w.fpSchedule->BlockMode(false);
     }
 
-    // Opens the panel with a button and picks the whole schedule, or the range from and to.
+    // Opens the panel with a button and selects the whole schedule, or a range.
     void choose(frmSchedule& w, QPushButton* opener, const QStringList& range = {}) {
         click(opener);
         QVERIFY(w.frmChooseEmail->isVisible());
-        toggle(w.optEmail[range.isEmpty() ? 1 : 0]);
+        toggle(w.frmChooseEmail->optEmail[range.isEmpty() ? 1 : 0]);
         if (range.isEmpty()) return;
         for (int i = 0; i < 2; ++i) {
-            QLineEdit* box = i == 0 ? w.txtFrom : w.txtto;
+            QLineEdit* box = i == 0 ? w.frmChooseEmail->txtFrom : w.frmChooseEmail->txtto;
             box->setFocus();
             box->selectAll();
             QTest::keyClick(box, Qt::Key_Delete);
@@ -63,12 +63,12 @@ protected:
 
     void mail(frmSchedule& w, const QStringList& range = {}) {
         choose(w, w.cmdEmailSchedule, range);
-        click(w.cmdSend);
+        click(w.frmChooseEmail->cmdSend);
     }
 
     QStringList print(frmSchedule& w, const PrintedFile& file, const QStringList& range = {}) {
         choose(w, w.cmdPrintSched, range);
-        click(w.cmdSend);
+        click(w.frmChooseEmail->cmdSend);
         return printedPages(file.path);
     }
 
@@ -101,7 +101,7 @@ protected:
         QVERIFY(QFile::exists(scratch()));
     }
 
-    // What a command leaves that has run to its end.
+    // What a completed command leaves behind.
     void compareRestored(const frmSchedule& w, const QByteArray& before) {
         QVERIFY(savedForm(w) == before);
         QVERIFY(w.fpSchedule->isVisible());

@@ -4,18 +4,10 @@
 class TestAvailability : public ScheduleTest {
     Q_OBJECT
 
-    // A schedule of these dates on view.
-    frmSchedule& show(const QStringList& dates) {
-        SheetGrid grid;
-        fillSchedule(grid, dates, "Personell");
-        showAtStart(writeFile(grid, "dates.scd"));
-        return open();
-    }
-
     QStringList songs(int first, int last) {
         QStringList texts;
         for (int row = first; row <= last; ++row)
-            texts.append(frmSchedule::instance().fpSchedule->GetText(SongsColumn, row));
+            texts.append(frmSchedule::instance().fpSchedule->GetText(ScheduleColumn::Songs, row));
         return texts;
     }
 
@@ -26,53 +18,61 @@ private Q_SLOTS:
             {.first = "Zoe", .last = "Adams", .role = "piano", .role2 = "Alto", .role3 = "Oboe"});
         addPerson({.first = "Abe", .last = "Zorn", .role = "Piano"});
         addPerson({.first = "X", .last = "", .role = "Éclair", .role3 = "Bass"});
-        frmSchedule& w = show({"11/22/26"});
-        QCOMPARE(offersIn(4), (QStringList{"Alto:Zoe Adams", "Bass:X ", "Éclair:X ",
-                                           "Oboe:Zoe Adams", "Piano:Abe Zorn", "piano:Zoe Adams"}));
-        // Each line is followed by a tab, the last one too.
-        QVERIFY(w.fpSchedule->formatAt(1, 4, 18).comboList.endsWith('\t'));
-        QCOMPARE(w.fpSchedule->formatAt(1, 4, 18).comboMaxDrop, 6);
-        QCOMPARE(offersIn(19), QStringList{"no drop-down"});
-        // All 31 weeks have them, on view or not.
-        QCOMPARE(offersIn(498).size(), 6);
+        frmSchedule& w = showWeeks({"11/22/26"});
+        QCOMPARE(offersIn(dateRowOf(1)),
+                 (QStringList{"Alto:Zoe Adams", "Bass:X ", "Éclair:X ", "Oboe:Zoe Adams",
+                              "Piano:Abe Zorn", "piano:Zoe Adams"}));
+        // A tab follows each item, the last one too.
+        QVERIFY(
+            w.fpSchedule->formatAt(1, ScheduleColumn::Team, lastRowOf(1)).comboList.endsWith('\t'));
+        QCOMPARE(w.fpSchedule->formatAt(1, ScheduleColumn::Team, lastRowOf(1)).comboMaxDrop, 6);
+        QCOMPARE(offersIn(headRowOf(2)), QStringList{"no drop-down"});
+        // All 31 weeks that fit the grid have them.
+        QCOMPARE(offersIn(lastRowOf(31)).size(), 6);
         QCOMPARE(offersIn(500), QStringList{"no drop-down"});
     }
 
+    // Deliberate: behaviour 87.
     void vacationTakesOutOneDateOnly() {
         addTheLeast();
         addPerson(
             {.first = "Bob", .last = "Cole", .role = "Drums", .vacation = "06/12/05:07/03/05"});
-        // Another form of a date never takes anyone out.
+        // A date in another form excludes nobody.
         addPerson({.first = "Dan", .last = "Eck", .role = "Vocals", .vacation = "6/12/05"});
-        show({"06/12/05", "06/19/05", "07/03/05", "06/12/06"});
-        QCOMPARE(offersIn(4), (QStringList{"Piano:Anna Berg", "Vocals:Dan Eck"}));
-        QCOMPARE(offersIn(20),
+        showWeeks({"06/12/05", "06/19/05", "07/03/05", "06/12/06"});
+        QCOMPARE(offersIn(dateRowOf(1)), (QStringList{"Piano:Anna Berg", "Vocals:Dan Eck"}));
+        QCOMPARE(offersIn(dateRowOf(2)),
                  (QStringList{"Drums:Bob Cole", "Piano:Anna Berg", "Vocals:Dan Eck"}));
-        QCOMPARE(offersIn(36), (QStringList{"Piano:Anna Berg", "Vocals:Dan Eck"}));
-        QCOMPARE(offersIn(52),
+        QCOMPARE(offersIn(dateRowOf(3)), (QStringList{"Piano:Anna Berg", "Vocals:Dan Eck"}));
+        QCOMPARE(offersIn(dateRowOf(4)),
                  (QStringList{"Drums:Bob Cole", "Piano:Anna Berg", "Vocals:Dan Eck"}));
     }
 
+    // Deliberate: behaviour 87.
     void emptyDateOffersThoseWithoutAnyVacation() {
         addTheLeast();
         addPerson({.first = "Bob", .last = "Cole", .role = "Drums", .vacation = "06/12/05"});
-        show({"11/22/26"});
-        QCOMPARE(offersIn(20), QStringList{"Piano:Anna Berg"});
-        QCOMPARE(offersIn(4), (QStringList{"Drums:Bob Cole", "Piano:Anna Berg"}));
+        showWeeks({"11/22/26"});
+        QCOMPARE(offersIn(dateRowOf(2)), QStringList{"Piano:Anna Berg"});
+        QCOMPARE(offersIn(dateRowOf(1)), (QStringList{"Drums:Bob Cole", "Piano:Anna Berg"}));
     }
 
+    // Deliberate: behaviour 88.
     void excludedPersonIsInNoListAndStaysInTheCell() {
         addTheLeast();
-        frmSchedule& w = show({"11/22/26"});
-        w.fpSchedule->SetText(4, 4, QStringLiteral("Piano:Anna Berg"));
+        frmSchedule& w = showWeeks({"11/22/26"});
+        w.fpSchedule->SetText(ScheduleColumn::Team, dateRowOf(1),
+                              QStringLiteral("Piano:Anna Berg"));
         pick("Anna Berg");
         toggle(w.chkExclude);
         click(w.cmdAddPlayer);
-        QVERIFY(offersIn(4).isEmpty());
-        // With no one the drop-down is an empty list.
-        QCOMPARE(w.fpSchedule->formatAt(1, 4, 4).kind, CellKind::Combo);
-        QCOMPARE(w.fpSchedule->formatAt(1, 4, 4).comboMaxDrop, 0);
-        QCOMPARE(w.fpSchedule->GetText(4, 4), QStringLiteral("Piano:Anna Berg"));
+        QVERIFY(offersIn(dateRowOf(1)).isEmpty());
+        // Without an offer, the list is empty.
+        QCOMPARE(w.fpSchedule->formatAt(1, ScheduleColumn::Team, dateRowOf(1)).kind,
+                 CellKind::Combo);
+        QCOMPARE(w.fpSchedule->formatAt(1, ScheduleColumn::Team, dateRowOf(1)).comboMaxDrop, 0);
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Team, dateRowOf(1)),
+                 QStringLiteral("Piano:Anna Berg"));
     }
 
     void nullsAndOtherFlagsAreNotOffered() {
@@ -82,77 +82,88 @@ private Q_SLOTS:
         addPerson({.first = "Nil", .last = "C", .role = "B", .vacation = "", .excluded = ""});
         world->sql(
             "INSERT INTO personell (fName, vDays, excludeScheduling) VALUES ('Only', '', '0')");
-        show({"11/22/26"});
-        QCOMPARE(offersIn(4), (QStringList{":Only ", "Piano:Anna Berg"}));
-        QCOMPARE(offersIn(20), (QStringList{":Only ", "Piano:Anna Berg"}));
+        showWeeks({"11/22/26"});
+        QCOMPARE(offersIn(dateRowOf(1)), (QStringList{":Only ", "Piano:Anna Berg"}));
+        QCOMPARE(offersIn(dateRowOf(2)), (QStringList{":Only ", "Piano:Anna Berg"}));
     }
 
-    void namesakesAreOfferedEachForThemselves() {
+    void namesakesAreOfferedSeparately() {
         addPlayed("Long ago", "01/01/90");
         addPerson({.first = "Jo", .last = "Hill", .role = "Bass", .vacation = "11/22/26"});
         addPerson({.first = "Jo", .last = "Hill", .role = "Bass"});
-        show({"11/22/26", "11/29/26"});
-        QCOMPARE(offersIn(4), QStringList{"Bass:Jo Hill"});
-        QCOMPARE(offersIn(20), (QStringList{"Bass:Jo Hill", "Bass:Jo Hill"}));
+        showWeeks({"11/22/26", "11/29/26"});
+        QCOMPARE(offersIn(dateRowOf(1)), QStringList{"Bass:Jo Hill"});
+        QCOMPARE(offersIn(dateRowOf(2)), (QStringList{"Bass:Jo Hill", "Bass:Jo Hill"}));
     }
 
-    void twentySixOffersOpenTwentyFiveLinesTall() {
+    void twentySixOffersOpenAListOfTwentyFiveLines() {
         addPlayed("Long ago", "01/01/90");
         for (int i = 1; i <= 25; ++i)
             addPerson({.first = QString::number(i), .last = "P", .role = "Choir"});
-        frmSchedule& w = show({"11/22/26"});
-        QCOMPARE(w.fpSchedule->formatAt(1, 4, 4).comboMaxDrop, 25);
+        frmSchedule& w = showWeeks({"11/22/26"});
+        QCOMPARE(w.fpSchedule->formatAt(1, ScheduleColumn::Team, dateRowOf(1)).comboMaxDrop, 25);
         addPerson({.first = "26", .last = "P", .role = "Choir"});
         click(w.cmdRefresh);
-        QCOMPARE(offersIn(4).size(), 26);
-        QCOMPARE(w.fpSchedule->formatAt(1, 4, 4).comboMaxDrop, 25);
+        QCOMPARE(offersIn(dateRowOf(1)).size(), 26);
+        QCOMPARE(w.fpSchedule->formatAt(1, ScheduleColumn::Team, dateRowOf(1)).comboMaxDrop, 25);
     }
 
-    void firstPassOfANewScheduleLooksAtDatesThatAreNotThereYet() {
+    // Deliberate: behaviour 86.
+    void newScheduleOffersOnlyPeopleWithoutVacationDays() {
         addTheLeast();
         addPerson({.first = "Bob", .last = "Cole", .role = "Drums", .vacation = "01/01/99"});
         frmSchedule& w = makeSchedule("6/12/05", "2");
-        // Rows 4 to 6 stay plain; the drop-downs moved down with the title, Bob is in none.
-        for (int row : {4, 5, 6, 22}) QCOMPARE(offersIn(row), QStringList{"no drop-down"});
-        for (int row : {7, 21, 23, 37}) QCOMPARE(offersIn(row), QStringList{"Piano:Anna Berg"});
+        // The lists begin three rows below the date, and none has Bob.
+        for (int row : {dateRowOf(1), dateRowOf(1) + 1, dateRowOf(1) + 2, dateRowOf(2) + 2})
+            QCOMPARE(offersIn(row), QStringList{"no drop-down"});
+        for (int row : {dateRowOf(1) + 3, dateRowOf(2) + 1, dateRowOf(2) + 3, dateRowOf(3) + 1})
+            QCOMPARE(offersIn(row), QStringList{"Piano:Anna Berg"});
         click(w.cmdRefresh);
-        for (int row : {4, 18, 20, 34})
+        for (int row : {dateRowOf(1), lastRowOf(1), dateRowOf(2), lastRowOf(2)})
             QCOMPARE(offersIn(row), (QStringList{"Drums:Bob Cole", "Piano:Anna Berg"}));
     }
 
+    // Deliberate: behaviour 88.
     void offerIsPickedFromTheListAndTypedByHand() {
         addTheLeast();
         addPerson({.first = "Bob", .last = "Cole", .role = "Drums"});
-        frmSchedule& w = show({"11/22/26"});
-        typeInCell(w.fpSchedule, 4, 4, "Drums:Bob Cole");
-        QCOMPARE(w.fpSchedule->GetText(4, 4), QStringLiteral("Drums:Bob Cole"));
-        typeInCell(w.fpSchedule, 4, 5, "Guest from afar");
-        QCOMPARE(w.fpSchedule->GetText(4, 5), QStringLiteral("Guest from afar"));
+        frmSchedule& w = showWeeks({"11/22/26"});
+        typeInCell(w.fpSchedule, ScheduleColumn::Team, dateRowOf(1), "Drums:Bob Cole");
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Team, dateRowOf(1)),
+                 QStringLiteral("Drums:Bob Cole"));
+        typeInCell(w.fpSchedule, ScheduleColumn::Team, dateRowOf(1) + 1, "Guest from afar");
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Team, dateRowOf(1) + 1),
+                 QStringLiteral("Guest from afar"));
         click(w.cmdRefresh);
-        QCOMPARE(w.fpSchedule->GetText(4, 5), QStringLiteral("Guest from afar"));
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Team, dateRowOf(1) + 1),
+                 QStringLiteral("Guest from afar"));
     }
 
-    void recordedSongsStandFromTheDateRowOnInTableOrder() {
+    // Deliberate: behaviour 94.
+    void recordedSongsAreListedFromTheDateRowInTableOrder() {
         addTheLeast();
         for (const char* title : {"Zion", "Amen", "Älv"})
             addPlayed(QString::fromUtf8(title), "11/22/26");
         addPlayed("Other form", "11/22/2026");
-        frmSchedule& w = show({"11/22/26", "11/29/26"});
-        QCOMPARE(songs(4, 7), (QStringList{"Zion", "Amen", "Älv", ""}));
-        QVERIFY(songs(20, 20).value(0).isEmpty());
-        // What no new title falls on stays.
-        w.fpSchedule->SetText(3, 7, QStringLiteral("typed"));
+        frmSchedule& w = showWeeks({"11/22/26", "11/29/26"});
+        QCOMPARE(songs(dateRowOf(1), dateRowOf(1) + 3), (QStringList{"Zion", "Amen", "Älv", ""}));
+        QVERIFY(songs(dateRowOf(2), dateRowOf(2)).value(0).isEmpty());
+        // Cells that no title is written to stay.
+        w.fpSchedule->SetText(ScheduleColumn::Songs, dateRowOf(1) + 3, QStringLiteral("typed"));
         world->sql("DELETE FROM played_on WHERE title IN ('Amen', 'Älv')");
         click(w.cmdRefresh);
-        QCOMPARE(songs(4, 7), (QStringList{"Zion", "Amen", "Älv", "typed"}));
+        QCOMPARE(songs(dateRowOf(1), dateRowOf(1) + 3),
+                 (QStringList{"Zion", "Amen", "Älv", "typed"}));
     }
 
-    void sixteenthSongStandsOverTheNextHead() {
+    // Deliberate: behaviour 95.
+    void sixteenthSongReplacesTheNextHead() {
         addTheLeast();
         for (int i = 1; i <= 17; ++i) addPlayed(QStringLiteral("Song %1").arg(i), "11/22/26");
         addPlayed("Next", "11/29/26");
-        show({"11/22/26", "11/29/26"});
-        QCOMPARE(songs(18, 21), (QStringList{"Song 15", "Song 16", "Next", ""}));
+        showWeeks({"11/22/26", "11/29/26"});
+        QCOMPARE(songs(lastRowOf(1), dateRowOf(2) + 1),
+                 (QStringList{"Song 15", "Song 16", "Next", ""}));
     }
 
     void newScheduleShowsTheSongsOfItsDates() {
@@ -160,20 +171,22 @@ private Q_SLOTS:
         addPlayed("Amen", "06/19/05");
         addPlayed("Zion", "06/19/05");
         makeSchedule("6/12/05", "2");
-        QCOMPARE(songs(19, 22), (QStringList{"Set List", "Amen", "Zion", ""}));
-        QVERIFY(songs(4, 4).value(0).isEmpty());
+        QCOMPARE(songs(headRowOf(2), dateRowOf(2) + 2),
+                 (QStringList{"Set List", "Amen", "Zion", ""}));
+        QVERIFY(songs(dateRowOf(1), dateRowOf(1)).value(0).isEmpty());
     }
 
-    void songsAtTheEndOfTheGridAreCut() {
+    void songsBeyondTheEndOfTheGridAreCutOff() {
         addTheLeast();
         for (int i = 1; i <= 30; ++i) addPlayed(QStringLiteral("Song %1").arg(i), "01/08/06");
         frmSchedule& w = makeSchedule("6/12/05", "31");
         click(w.cmdRefresh);
-        QCOMPARE(songs(484, 500).last(), QStringLiteral("Song 17"));
+        QCOMPARE(songs(dateRowOf(31), 500).last(), QStringLiteral("Song 17"));
         QCOMPARE(w.fpSchedule->MaxRows(), 500);
     }
 
-    void refreshFailsWithoutPeopleAndTheBoxSaysSo() {
+    // Deliberate: behaviour 97.
+    void refreshWithoutPeopleFailsAndSaysWhatIsMissing() {
         addPlayed("Long ago", "01/01/90");
         frmSchedule& w = open();
         world->answers.runTimeError(3021, "no person");
@@ -181,7 +194,8 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, 1);
     }
 
-    void refreshFailsWithoutRecordedSongsAndTheBoxSaysSo() {
+    // Deliberate: behaviour 97.
+    void refreshWithoutRecordedSongsFailsAndSaysWhatIsMissing() {
         addPerson({.first = "Anna", .last = "Berg", .role = "Piano"});
         frmSchedule& w = open();
         world->answers.runTimeError(3021, "no song recorded");
@@ -189,27 +203,30 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, 1);
     }
 
-    void openingIsQuietWhereThePeopleOrTheSongsAreMissing() {
+    // Deliberate: behaviour 97.
+    void openingWithoutPeopleOrSongsReportsNothing() {
         open();
-        QCOMPARE(offersIn(4), QStringList{"no drop-down"});
+        QCOMPARE(offersIn(dateRowOf(1)), QStringList{"no drop-down"});
         close();
         addPerson({.first = "Anna", .last = "Berg", .role = "Piano"});
         open();
-        QCOMPARE(offersIn(4), QStringList{"no drop-down"});
+        QCOMPARE(offersIn(dateRowOf(1)), QStringList{"no drop-down"});
         close();
         addPlayed("Long ago", "01/01/90");
         open();
-        QCOMPARE(offersIn(4), QStringList{"Piano:Anna Berg"});
+        QCOMPARE(offersIn(dateRowOf(1)), QStringList{"Piano:Anna Berg"});
         QCOMPARE(world->endStatus, -1);
     }
 
     void allCellsOfAWeekShareOneList() {
         addTheLeast();
-        frmSchedule& w = show({"11/22/26"});
-        QVERIFY(offersIn(4).size() == 1);
-        const QString first = w.fpSchedule->formatAt(1, 4, 4).comboList;
-        for (int row = 5; row <= 18; ++row)
-            QCOMPARE(w.fpSchedule->formatAt(1, 4, row).comboList.constData(), first.constData());
+        frmSchedule& w = showWeeks({"11/22/26"});
+        QVERIFY(offersIn(dateRowOf(1)).size() == 1);
+        const QString first =
+            w.fpSchedule->formatAt(1, ScheduleColumn::Team, dateRowOf(1)).comboList;
+        for (int row = dateRowOf(1) + 1; row <= lastRowOf(1); ++row)
+            QCOMPARE(w.fpSchedule->formatAt(1, ScheduleColumn::Team, row).comboList.constData(),
+                     first.constData());
     }
 };
 

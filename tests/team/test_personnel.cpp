@@ -14,7 +14,7 @@ class TestPersonnel : public ScheduleTest {
         return items;
     }
 
-    // Picks a person, types one field and stores.
+    // Picks a person, types one field and clicks "Add/Update".
     void change(const QString& name, int row, const QString& text) {
         pick(name);
         typePerson({{row, text}});
@@ -34,7 +34,7 @@ private Q_SLOTS:
         QCOMPARE(w.cmbPersonell->count(), 0);
         QVERIFY(!w.fpSchedule->isVisible());
         QVERIFY(w.lblNoSchedule->isVisible());
-        QCOMPARE(w.fpPerson->GetText(0, 14), QStringLiteral("e-Mail"));
+        QCOMPARE(w.fpPerson->GetText(0, PersonRow::Email), QStringLiteral("e-Mail"));
         QCOMPARE(w.fpVacation->ColWidth(2), 7.0);
         QVERIFY(!w.frmChooseEmail->isVisible());
     }
@@ -55,7 +55,7 @@ private Q_SLOTS:
                                 "FROM personell ORDER BY role [1]"));
     }
 
-    void boxListsPeopleByLastName() {
+    void comboBoxListsPeopleByLastName() {
         addPerson({.first = "Zoe", .last = "Adams", .role = "Bass"});
         addPerson({.first = "Abe", .last = "Zorn", .role = "Bass"});
         addPerson({.first = "Mia", .last = "kane", .role = "Bass"});
@@ -65,10 +65,14 @@ private Q_SLOTS:
         QCOMPARE(w.cmbPersonell->itemData(2).toInt(), 2);
     }
 
-    void firstPersonOfANewDatabaseIsStoredAndTheCommandEndsQuietly() {
+    // Deliberate: behaviours 82 and 84.
+    void firstPersonOfANewDatabaseIsStoredWithoutAMessage() {
         frmSchedule& w = open();
-        typePerson(
-            {{1, "Anna"}, {2, "Berg"}, {3, "Piano"}, {7, "Elm St. 1"}, {14, "a@example.org"}});
+        typePerson({{PersonRow::FirstName, "Anna"},
+                    {PersonRow::LastName, "Berg"},
+                    {PersonRow::Role1, "Piano"},
+                    {PersonRow::Address, "Elm St. 1"},
+                    {PersonRow::Email, "a@example.org"}});
         click(w.cmdAddPlayer);
         QCOMPARE(world->statements,
                  (QStringList{"INSERT INTO personell (fName, lName, role, role2, role3, address, "
@@ -80,21 +84,25 @@ private Q_SLOTS:
         QCOMPARE(itemsOf(w.cmbPersonell), QStringList{"Anna Berg"});
         QVERIFY(w.lblHidPersonID->text().isEmpty());
         QCOMPARE(world->endStatus, -1);
+        // The fields stay, and a second click stores the person again.
+        click(w.cmdAddPlayer);
+        QCOMPARE(itemsOf(w.cmbPersonell), (QStringList{"Anna Berg", "Anna Berg"}));
     }
 
+    // Deliberate: behaviour 99.
     void storeWithoutFirstNameOrFirstRoleIsRefused() {
         frmSchedule& w = open();
-        typePerson({{2, "Berg"}, {3, "Piano"}});
+        typePerson({{PersonRow::LastName, "Berg"}, {PersonRow::Role1, "Piano"}});
         world->answers.box("First Name and  1 Role field is required.", QMessageBox::Information,
                            "Missing Information");
         click(w.cmdAddPlayer);
-        typePerson({{1, "Anna"}});
-        w.fpPerson->SetText(1, 3, QString());
+        typePerson({{PersonRow::FirstName, "Anna"}});
+        w.fpPerson->SetText(1, PersonRow::Role1, QString());
         world->answers.box("First Name and  1 Role field is required.", QMessageBox::Information,
                            "Missing Information");
         click(w.cmdAddPlayer);
-        // An apostrophe alone is as good as nothing.
-        typePerson({{3, "'"}});
+        // An apostrophe alone counts as empty.
+        typePerson({{PersonRow::Role1, "'"}});
         world->answers.box("First Name and  1 Role field is required.", QMessageBox::Information,
                            "Missing Information");
         click(w.cmdAddPlayer);
@@ -109,7 +117,7 @@ private Q_SLOTS:
         QCOMPARE(w.lblHidPersonID->text(), QStringLiteral("1"));
         QCOMPARE(world->statements, QStringList{"SELECT * FROM personell WHERE ID = 1 [1]"});
         world->statements.clear();
-        typePerson({{2, "Berger"}, {4, "Alto"}});
+        typePerson({{PersonRow::LastName, "Berger"}, {PersonRow::Role2, "Alto"}});
         typeInCell(w.fpVacation, 1, 1, "6/12/05");
         toggle(w.chkExclude);
         click(w.cmdAddPlayer);
@@ -130,23 +138,23 @@ private Q_SLOTS:
         QVERIFY(w.chkExclude->isChecked());
     }
 
-    void apostrophesGoFromAllTwelveFieldsAlike() {
+    void apostrophesAreRemovedFromAllTwelveFields() {
         addTheLeast();
         addFinalised("Anna Berg", "Piano", "11/22/26");
         frmSchedule& w = open();
         pick("Anna Berg");
-        typePerson({{1, "D'Arcy"},
-                    {2, "O'Brien"},
-                    {3, "'Pi'ano'"},
-                    {4, "a'"},
-                    {5, "'b"},
-                    {7, "c'd"},
-                    {8, "e'f"},
-                    {9, "g'h"},
-                    {10, "i'j"},
-                    {12, "k'l"},
-                    {13, "m'n"},
-                    {14, "o''p"}});
+        typePerson({{PersonRow::FirstName, "D'Arcy"},
+                    {PersonRow::LastName, "O'Brien"},
+                    {PersonRow::Role1, "'Pi'ano'"},
+                    {PersonRow::Role2, "a'"},
+                    {PersonRow::Role3, "'b"},
+                    {PersonRow::Address, "c'd"},
+                    {PersonRow::City, "e'f"},
+                    {PersonRow::State, "g'h"},
+                    {PersonRow::Zip, "i'j"},
+                    {PersonRow::Phone, "k'l"},
+                    {PersonRow::Cell, "m'n"},
+                    {PersonRow::Email, "o''p"}});
         click(w.cmdAddPlayer);
         QCOMPARE(people("fName, lName, role, role2, role3, address, city, state, zip, phone, cell, "
                         "email"),
@@ -155,7 +163,8 @@ private Q_SLOTS:
                  QStringList{"DArcy OBrien|Piano"});
     }
 
-    void onlyNineOfTwelveDatesOfOneColumnComeBack() {
+    // Deliberate: behaviour 80.
+    void onlyNineOfTwelveVacationDaysAreShown() {
         addTheLeast();
         frmSchedule& w = open();
         pick("Anna Berg");
@@ -176,7 +185,7 @@ private Q_SLOTS:
         QCOMPARE(people("vDays"), QStringList{typed.mid(0, 9).join(':')});
     }
 
-    void oneDateAndThirtySixDates() {
+    void allThirtySixVacationDaysAreStored() {
         addTheLeast();
         frmSchedule& w = open();
         pick("Anna Berg");
@@ -209,7 +218,7 @@ private Q_SLOTS:
         QCOMPARE(people("vDays"), QStringList{""});
     }
 
-    void storedVacationThatIsNoDateEndsTheProgram() {
+    void storedVacationDayThatIsNoDateEndsTheProgram() {
         addPerson({.first = "Anna", .last = "Berg", .role = "Piano", .vacation = "06/12/05:soon"});
         addPlayed("Long ago", "01/01/90");
         frmSchedule& w = open();
@@ -231,18 +240,19 @@ private Q_SLOTS:
         QVERIFY(w.fpPerson->GetText(1, 6).isEmpty());
     }
 
-    void personWithAFirstNameOnlyIsRenamedWithTheBlankKept() {
+    void personWithoutALastNameIsRenamedWithTheBlank() {
         addPerson({.first = "Cher", .last = "", .role = "Vocals"});
         addPlayed("Long ago", "01/01/90");
         addFinalised("Cher ", "Vocals", "11/22/26");
         addFinalised("Cher", "Vocals", "11/29/26");
         open();
-        change("Cher ", 1, "Bo");
+        change("Cher ", PersonRow::FirstName, "Bo");
         QVERIFY(world->statements.contains(
             "UPDATE schedule SET player = 'Bo ' WHERE player = 'Cher ' [3]"));
         QCOMPARE(world->rows("SELECT player FROM schedule"), (QStringList{"Bo ", "Cher"}));
     }
 
+    // Deliberate: behaviour 82.
     void namesakesAreRenamedTogether() {
         addPerson({.first = "Jo", .last = "Hill", .role = "Bass"});
         addPerson({.first = "Jo", .last = "Hill", .role = "Drums"});
@@ -250,20 +260,22 @@ private Q_SLOTS:
         addFinalised("Jo Hill", "Bass", "11/22/26");
         addFinalised("Jo Hill", "Drums", "11/22/26");
         open();
-        change("Jo Hill", 2, "Hall");
+        change("Jo Hill", PersonRow::LastName, "Hall");
         QCOMPARE(world->rows("SELECT player FROM schedule"), (QStringList{"Jo Hall", "Jo Hall"}));
         QCOMPARE(people("lName"), (QStringList{"Hall", "Hill"}));
     }
 
+    // Deliberate: behaviour 83.
     void changedRoleDoesNotReachFinalisedRows() {
         addTheLeast();
         addFinalised("Anna Berg", "Piano", "11/22/26");
         open();
-        change("Anna Berg", 3, "Organ");
+        change("Anna Berg", PersonRow::Role1, "Organ");
         QCOMPARE(world->rows("SELECT player, instrument FROM schedule"),
                  QStringList{"Anna Berg|Piano"});
     }
 
+    // Deliberate: behaviour 83.
     void deletedPersonStaysInFinalisedRows() {
         addTheLeast();
         addFinalised("Anna Berg", "Piano", "11/22/26");
@@ -280,18 +292,19 @@ private Q_SLOTS:
         QCOMPARE(columnOf(w.fpPerson, 1).join(""), QString());
         QVERIFY(w.fpVacation->GetText(2, 5).isEmpty());
         QVERIFY(w.lblHidPersonID->text().isEmpty());
-        // The drop-downs keep the person until the next look.
-        QCOMPARE(offersIn(4), QStringList{"Piano:Anna Berg"});
+        // The drop-down lists keep the person until the next refresh.
+        QCOMPARE(offersIn(dateRowOf(1)), QStringList{"Piano:Anna Berg"});
         world->statements.clear();
         click(w.cmdDeletePlayer);
         QVERIFY(world->statements.isEmpty());
     }
 
+    // Deliberate: behaviour 85.
     void clearKeepsTheTickForTheNextNewPerson() {
         addTheLeast();
         frmSchedule& w = open();
         pick("Anna Berg");
-        typePerson({{13, "555"}});
+        typePerson({{PersonRow::Cell, "555"}});
         typeInCell(w.fpVacation, 3, 12, "6/12/05");
         toggle(w.chkExclude);
         click(w.cmdClrPlayer);
@@ -299,25 +312,26 @@ private Q_SLOTS:
         QVERIFY(w.fpVacation->GetText(3, 12).isEmpty());
         QVERIFY(w.lblHidPersonID->text().isEmpty());
         QVERIFY(w.chkExclude->isChecked());
-        typePerson({{1, "Bob"}, {3, "Drums"}});
+        typePerson({{PersonRow::FirstName, "Bob"}, {PersonRow::Role1, "Drums"}});
         click(w.cmdAddPlayer);
         QCOMPARE(people("fName, excludeScheduling"), (QStringList{"Anna|0", "Bob|1"}));
     }
 
-    void personThatIsGoneLeavesTheNumber() {
+    // Deliberate: behaviour 81.
+    void missingPersonKeepsTheShownNumber() {
         addTheLeast();
         const int second = addPerson({.first = "Bob", .last = "Zorn", .role = "Drums"});
         frmSchedule& w = open();
         pick("Anna Berg");
-        typePerson({{13, "555"}});
+        typePerson({{PersonRow::Cell, "555"}});
         world->sql(QStringLiteral("DELETE FROM personell WHERE ID = %1").arg(second));
         pick("Bob Zorn");
         QCOMPARE(w.lblHidPersonID->text(), QStringLiteral("1"));
-        QVERIFY(w.fpPerson->GetText(1, 1).isEmpty());
-        QCOMPARE(w.fpPerson->GetText(1, 13), QStringLiteral("555"));
+        QVERIFY(w.fpPerson->GetText(1, PersonRow::FirstName).isEmpty());
+        QCOMPARE(w.fpPerson->GetText(1, PersonRow::Cell), QStringLiteral("555"));
     }
 
-    void nullsLettersAndOtherScriptsShow() {
+    void nullsAndOtherScriptsAreShown() {
         world->sql("INSERT INTO personell (fName) VALUES ('Ö')");
         addPlayed("Long ago", "01/01/90");
         addPerson({.first = "李", .last = "明", .role = "二胡", .vacation = "NULL"});
@@ -326,8 +340,8 @@ private Q_SLOTS:
         QCOMPARE(columnOf(w.fpPerson, 1).join(""), QStringLiteral("Ö"));
         QVERIFY(!w.chkExclude->isChecked());
         pick("李 明");
-        QCOMPARE(w.fpPerson->GetText(1, 3), QStringLiteral("二胡"));
-        w.fpPerson->SetText(1, 4, QStringLiteral("é"));
+        QCOMPARE(w.fpPerson->GetText(1, PersonRow::Role1), QStringLiteral("二胡"));
+        w.fpPerson->SetText(1, PersonRow::Role2, QStringLiteral("é"));
         click(w.cmdAddPlayer);
         QCOMPARE(people("role2").value(1), QStringLiteral("é"));
         QCOMPARE(world->endStatus, -1);
@@ -337,23 +351,24 @@ private Q_SLOTS:
         addTheLeast();
         frmSchedule& w = open();
         pick("Anna Berg");
-        typePerson({{2, "Berger"}});
+        typePerson({{PersonRow::LastName, "Berger"}});
         world->sql("DROP TABLE schedule");
         world->answers.runTimeError(-2147217900);
         click(w.cmdAddPlayer);
         QCOMPARE(world->endStatus, 1);
-        // What was stored before it is on the disk.
+        // What was stored before the failure stays.
         QCOMPARE(people("lName"), QStringList{"Berger"});
     }
 
-    void updateFailsWhereNoSongWasEverRecordedAndTheBoxSaysSo() {
+    // Deliberate: behaviour 97.
+    void updateWithoutARecordedSongFailsAndSaysWhatIsMissing() {
         addPerson({.first = "Anna", .last = "Berg", .role = "Piano"});
         frmSchedule& w = open();
         pick("Anna Berg");
         world->answers.runTimeError(3021, "no song recorded");
         click(w.cmdAddPlayer);
         QCOMPARE(world->endStatus, 1);
-        QCOMPARE(offersIn(4), QStringList{"Piano:Anna Berg"});
+        QCOMPARE(offersIn(dateRowOf(1)), QStringList{"Piano:Anna Berg"});
     }
 };
 

@@ -1,4 +1,4 @@
-// Finalising, saving, loading, the schedule of the start-up.
+// Finalising, saving, loading, the start-up schedule.
 #include "sets/frm_set_list.h"
 #include "team/schedule_test.h"
 
@@ -36,9 +36,12 @@ private Q_SLOTS:
     void saveFinalisesAndWritesTheFile() {
         addTheLeast();
         frmSchedule& w = showWeeks({"11/22/26", "11/29/26"});
-        w.fpSchedule->SetText(4, 4, QStringLiteral("Piano:Anna Berg"));
-        w.fpSchedule->SetText(4, 7, QStringLiteral("Sound:left:Bob"));
-        w.fpSchedule->SetText(4, 34, QStringLiteral("Piano:Anna Berg"));
+        w.fpSchedule->SetText(ScheduleColumn::Team, dateRowOf(1),
+                              QStringLiteral("Piano:Anna Berg"));
+        w.fpSchedule->SetText(ScheduleColumn::Team, dateRowOf(1) + 3,
+                              QStringLiteral("Sound:left:Bob"));
+        w.fpSchedule->SetText(ScheduleColumn::Team, lastRowOf(2),
+                              QStringLiteral("Piano:Anna Berg"));
         world->statements.clear();
         world->answers.question(Finalise, QMessageBox::Yes, Players);
         world->answers.fileAsProposed();
@@ -60,15 +63,17 @@ private Q_SLOTS:
         QVERIFY(dialog.saves);
         SheetGrid read;
         QVERIFY(read.LoadFromFile(world->path("schedules/11_22_26 to 11_29_26.scd")));
-        QCOMPARE(read.GetText(4, 7), QStringLiteral("Sound:left:Bob"));
+        QCOMPARE(read.GetText(ScheduleColumn::Team, dateRowOf(1) + 3),
+                 QStringLiteral("Sound:left:Bob"));
     }
 
     void everythingOfAScheduleSurvivesTheFile() {
         addTheLeast();
         frmSchedule& w = makeSchedule("6/12/05", "5");
         click(w.cmdRefresh);
-        w.fpSchedule->SetText(2, 5, QStringLiteral("Bring the bells\u00a0— früh"));
-        typeInCell(w.fpSchedule, 4, 4, "Piano:Anna Berg");
+        w.fpSchedule->SetText(ScheduleColumn::Notes, dateRowOf(1) + 1,
+                              QStringLiteral("Bring the bells\u00a0— früh"));
+        typeInCell(w.fpSchedule, ScheduleColumn::Team, dateRowOf(1), "Piano:Anna Berg");
         world->answers.question(Finalise, QMessageBox::No, Players);
         world->answers.fileAsProposed();
         click(w.cmdSaveSched);
@@ -89,7 +94,8 @@ private Q_SLOTS:
     void saveAnsweredNoStillOffersTheFile() {
         addTheLeast();
         frmSchedule& w = showWeeks({"11/22/26"});
-        w.fpSchedule->SetText(4, 4, QStringLiteral("Piano:Anna Berg"));
+        w.fpSchedule->SetText(ScheduleColumn::Team, dateRowOf(1),
+                              QStringLiteral("Piano:Anna Berg"));
         world->answers.question(Finalise, QMessageBox::No, Players);
         world->answers.file(world->path("schedules/mine.scd"));
         click(w.cmdSaveSched);
@@ -97,55 +103,64 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(world->path("schedules/mine.scd")));
     }
 
-    void saveCancelledInTheDialogHasFinalisedAllTheSame() {
+    void cancelledSaveHasFinalisedTheSchedule() {
         addTheLeast();
         frmSchedule& w = showWeeks({"11/22/26"});
-        w.fpSchedule->SetText(4, 4, QStringLiteral("Piano:Anna Berg"));
+        w.fpSchedule->SetText(ScheduleColumn::Team, dateRowOf(1),
+                              QStringLiteral("Piano:Anna Berg"));
         finaliseOnly(w);
         QCOMPARE(finalised(), QStringList{"Anna Berg|Piano|11/22/26"});
         QVERIFY(!QFile::exists(world->path("schedules/11_22_26 to 11_22_26.scd")));
     }
 
+    // Deliberate: behaviour 101.
     void weekWithoutADateIsNotFinalisedAndItsOldRowsStay() {
         addTheLeast();
         frmSchedule& w = showWeeks({"11/22/26", "11/29/26"});
-        w.fpSchedule->SetText(4, 4, QStringLiteral("Piano:Anna Berg"));
-        w.fpSchedule->SetText(4, 20, QStringLiteral("Piano:Anna Berg"));
+        w.fpSchedule->SetText(ScheduleColumn::Team, dateRowOf(1),
+                              QStringLiteral("Piano:Anna Berg"));
+        w.fpSchedule->SetText(ScheduleColumn::Team, dateRowOf(2),
+                              QStringLiteral("Piano:Anna Berg"));
         finaliseOnly(w);
-        menu(1, 4, w.mnuDelete);
-        w.fpSchedule->SetText(4, 4, QStringLiteral("Piano:Someone Else"));
+        menu(ScheduleColumn::Date, dateRowOf(1), w.mnuDelete);
+        w.fpSchedule->SetText(ScheduleColumn::Team, dateRowOf(1),
+                              QStringLiteral("Piano:Someone Else"));
         finaliseOnly(w);
         QCOMPARE(finalised(),
                  (QStringList{"Anna Berg|Piano|11/22/26", "Anna Berg|Piano|11/29/26"}));
     }
 
-    void finalisingAgainTakesRemovedNamesAway() {
+    void finalisingAgainRemovesDeletedNames() {
         addTheLeast();
         frmSchedule& w = showWeeks({"11/22/26"});
-        w.fpSchedule->SetText(4, 4, QStringLiteral("Piano:Anna Berg"));
-        w.fpSchedule->SetText(4, 5, QStringLiteral("Alto:Anna Berg"));
+        w.fpSchedule->SetText(ScheduleColumn::Team, dateRowOf(1),
+                              QStringLiteral("Piano:Anna Berg"));
+        w.fpSchedule->SetText(ScheduleColumn::Team, dateRowOf(1) + 1,
+                              QStringLiteral("Alto:Anna Berg"));
         finaliseOnly(w);
         // One person in two cells gives two rows.
         QCOMPARE(finalised(), (QStringList{"Anna Berg|Piano|11/22/26", "Anna Berg|Alto|11/22/26"}));
-        menu(4, 4, w.mnuDelete);
+        menu(ScheduleColumn::Team, dateRowOf(1), w.mnuDelete);
         finaliseOnly(w);
         QCOMPARE(finalised(), QStringList{"Anna Berg|Alto|11/22/26"});
     }
 
+    // Deliberate: behaviour 101.
     void dateThatOccursTwiceKeepsItsSecondWeek() {
         addTheLeast();
         frmSchedule& w = showWeeks({"11/22/26", "11/22/26"});
-        w.fpSchedule->SetText(4, 4, QStringLiteral("Piano:First"));
-        w.fpSchedule->SetText(4, 20, QStringLiteral("Piano:Second"));
+        w.fpSchedule->SetText(ScheduleColumn::Team, dateRowOf(1), QStringLiteral("Piano:First"));
+        w.fpSchedule->SetText(ScheduleColumn::Team, dateRowOf(2), QStringLiteral("Piano:Second"));
         finaliseOnly(w);
         QCOMPARE(finalised(), QStringList{"Second|Piano|11/22/26"});
     }
 
+    // Deliberate: behaviour 100.
     void finalisingANewScheduleOfTwoWeeksStopsAfterTheFirst() {
         addTheLeast();
         frmSchedule& w = makeSchedule("6/12/05", "2");
-        typeInCell(w.fpSchedule, 4, 4, "Piano:Anna Berg");
-        typeInCell(w.fpSchedule, 4, 20, "Piano:Anna Berg");
+        typeInCell(w.fpSchedule, ScheduleColumn::Team, dateRowOf(1), "Piano:Anna Berg");
+        typeInCell(w.fpSchedule, ScheduleColumn::Team, dateRowOf(2), "Piano:Anna Berg");
         world->answers.question(Finalise, QMessageBox::Yes, Players);
         world->answers.runTimeError(5);
         click(w.cmdSaveSched);
@@ -154,10 +169,10 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(world->path("schedules/06_12_05 to 06_19_05.scd")));
     }
 
-    void newScheduleOfOneWeekFinalisesThrough() {
+    void newScheduleOfOneWeekIsFinalised() {
         addTheLeast();
         frmSchedule& w = makeSchedule("6/12/05", "1");
-        typeInCell(w.fpSchedule, 4, 4, "Piano:Anna Berg");
+        typeInCell(w.fpSchedule, ScheduleColumn::Team, dateRowOf(1), "Piano:Anna Berg");
         finaliseOnly(w);
         QCOMPARE(finalised(), QStringList{"Anna Berg|Piano|06/12/05"});
         QCOMPARE(world->endStatus, -1);
@@ -166,34 +181,35 @@ private Q_SLOTS:
     void textWithoutAColonEndsTheProgram() {
         addTheLeast();
         frmSchedule& w = showWeeks({"11/22/26"});
-        typeInCell(w.fpSchedule, 4, 4, "A guest");
+        typeInCell(w.fpSchedule, ScheduleColumn::Team, dateRowOf(1), "A guest");
         world->answers.question(Finalise, QMessageBox::Yes, Players);
         world->answers.runTimeError(5);
         click(w.cmdSaveSched);
         QCOMPARE(world->endStatus, 1);
     }
 
-    void joinedNotesAreTakenApart() {
+    void joinedNotesAreSplit() {
         addTheLeast();
         frmSchedule& w = showWeeks({"11/22/26"});
-        w.fpSchedule->SetText(2, 6, QStringLiteral("joined"));
-        w.fpSchedule->AddCellSpan(2, 6, 2, 3);
+        w.fpSchedule->SetText(ScheduleColumn::Notes, dateRowOf(1) + 2, QStringLiteral("joined"));
+        w.fpSchedule->AddCellSpan(ScheduleColumn::Notes, dateRowOf(1) + 2, 2, 3);
         finaliseOnly(w);
         QCOMPARE(w.fpSchedule->spansOf(1).size(), size_t(1));
         QCOMPARE(w.fpSchedule->spansOf(1)[0].row, 1);
     }
 
+    // Deliberate: behaviour 102.
     void titleWithoutADateEndsTheProgram() {
         addTheLeast();
         frmSchedule& w = showWeeks({"11/22/26"});
-        w.fpSchedule->SetText(1, 1, QStringLiteral("Our plan"));
+        w.fpSchedule->SetText(1, ScheduleRow::Title, QStringLiteral("Our plan"));
         world->answers.question(Finalise, QMessageBox::No, Players);
         world->answers.runTimeError(5);
         click(w.cmdSaveSched);
         QCOMPARE(world->endStatus, 1);
     }
 
-    void fileThatCannotBeWrittenIsTold() {
+    void fileThatCannotBeWrittenIsReported() {
         addTheLeast();
         frmSchedule& w = showWeeks({"11/22/26"});
         world->answers.question(Finalise, QMessageBox::No, Players);
@@ -202,15 +218,16 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, -1);
     }
 
+    // Deliberate: behaviour 104.
     void loadShowsTheFileWithItsOwnWidthsAndFreshSetLists() {
         addTheLeast();
         addPlayed("Amen", "11/22/26");
         addPlayed("Zion", "11/22/26");
         SheetGrid grid;
         fillSchedule(grid, {"11/22/26", "11/29/26"}, "Worship Team");
-        grid.SetText(3, 4, QStringLiteral("stale"));
-        grid.SetText(3, 6, QStringLiteral("kept"));
-        grid.SetText(1, 25, QStringLiteral("11/22/26"));
+        grid.SetText(ScheduleColumn::Songs, dateRowOf(1), QStringLiteral("stale"));
+        grid.SetText(ScheduleColumn::Songs, dateRowOf(1) + 2, QStringLiteral("kept"));
+        grid.SetText(ScheduleColumn::Date, dateRowOf(2) + 5, QStringLiteral("11/22/26"));
         const QString path = writeFile(grid, "past.scd");
         frmSchedule& w = open();
         world->answers.file(path);
@@ -227,17 +244,22 @@ private Q_SLOTS:
                      "SELECT played_date, title FROM played_on WHERE played_date = '11/22/26' "
                      "[1]"}));
         QVERIFY(w.fpSchedule->isVisible());
-        QCOMPARE(w.fpSchedule->GetText(3, 4), QStringLiteral("Amen"));
-        QCOMPARE(w.fpSchedule->GetText(3, 5), QStringLiteral("Zion"));
-        QCOMPARE(w.fpSchedule->GetText(3, 6), QStringLiteral("kept"));
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Songs, dateRowOf(1)),
+                 QStringLiteral("Amen"));
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Songs, dateRowOf(1) + 1),
+                 QStringLiteral("Zion"));
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Songs, dateRowOf(1) + 2),
+                 QStringLiteral("kept"));
         // Any row with a date gets its songs, not only those of the weeks.
-        QCOMPARE(w.fpSchedule->GetText(3, 26), QStringLiteral("Zion"));
-        QCOMPARE(w.fpSchedule->ColWidth(2), 26.88);
-        QCOMPARE(w.fpSchedule->ColWidth(3), 27.0);
-        QCOMPARE(w.fpSchedule->ColWidth(4), 18.38);
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Songs, dateRowOf(2) + 6),
+                 QStringLiteral("Zion"));
+        QCOMPARE(w.fpSchedule->ColWidth(ScheduleColumn::Notes), 26.88);
+        QCOMPARE(w.fpSchedule->ColWidth(ScheduleColumn::Songs), 27.0);
+        QCOMPARE(w.fpSchedule->ColWidth(ScheduleColumn::Team), 18.38);
     }
 
-    void loadGoesOnWhereThereIsNoOneToOffer() {
+    // Deliberate: behaviour 105.
+    void loadFillsTheSetListsWithoutPeople() {
         SheetGrid grid;
         fillSchedule(grid, {"11/22/26"}, "Personell");
         const QString path = writeFile(grid, "past.scd");
@@ -245,12 +267,13 @@ private Q_SLOTS:
         frmSchedule& w = open();
         world->answers.file(path);
         click(w.cmdLoadSched);
-        QCOMPARE(w.fpSchedule->GetText(3, 4), QStringLiteral("Amen"));
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Songs, dateRowOf(1)),
+                 QStringLiteral("Amen"));
         QVERIFY(w.fpSchedule->isVisible());
         QCOMPARE(world->endStatus, -1);
     }
 
-    void loadCancelledChangesNothing() {
+    void cancelledLoadChangesNothing() {
         addTheLeast();
         frmSchedule& w = open();
         world->answers.cancelFile();
@@ -259,18 +282,21 @@ private Q_SLOTS:
         QVERIFY(!w.fpSchedule->isVisible());
     }
 
+    // Deliberate: behaviour 105.
     void damagedFileLeavesTheGridAsItWas() {
         addTheLeast();
         frmSchedule& w = showWeeks({"11/22/26"});
-        w.fpSchedule->SetText(2, 5, QStringLiteral("Note"));
+        w.fpSchedule->SetText(ScheduleColumn::Notes, dateRowOf(1) + 1, QStringLiteral("Note"));
         QFile file(world->path("schedules/bad.scd"));
         QVERIFY(file.open(QFile::WriteOnly));
         file.write("{\"format\": \"");
         file.close();
         world->answers.file(file.fileName());
         click(w.cmdLoadSched);
-        QCOMPARE(w.fpSchedule->GetText(1, 4), QStringLiteral("11/22/26"));
-        QCOMPARE(w.fpSchedule->GetText(2, 5), QStringLiteral("Note"));
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Date, dateRowOf(1)),
+                 QStringLiteral("11/22/26"));
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Notes, dateRowOf(1) + 1),
+                 QStringLiteral("Note"));
         QCOMPARE(world->endStatus, -1);
     }
 
@@ -283,13 +309,15 @@ private Q_SLOTS:
         QVERIFY(world->statements.isEmpty());
         QCOMPARE(w.fpSchedule->DataRowCnt(), 0);
         QVERIFY(w.fpSchedule->spansOf(1).empty());
-        // The head rows keep their look; the next "New" puts them in place again.
-        QCOMPARE(w.fpSchedule->formatAt(1, 1, 16).backColor, RGB(238, 232, 216));
+        // The former head rows keep their format until the next "New".
+        QCOMPARE(w.fpSchedule->formatAt(1, ScheduleColumn::Date, headRowOf(2) - 3).backColor,
+                 RGB(238, 232, 216));
         click(w.cmdClearSched);
-        QCOMPARE(w.fpSchedule->formatAt(1, 1, 16).backColor, RGB(238, 232, 216));
+        QCOMPARE(w.fpSchedule->formatAt(1, ScheduleColumn::Date, headRowOf(2) - 3).backColor,
+                 RGB(238, 232, 216));
     }
 
-    void tickWithAPickStoresPathAndFlag() {
+    void tickWithAChosenFileStoresPathAndFlag() {
         addTheLeast();
         SheetGrid grid;
         fillSchedule(grid, {"11/22/26"}, "Personell");
@@ -310,17 +338,18 @@ private Q_SLOTS:
         close();
         frmSchedule& again = open();
         QVERIFY(again.chkShow->isChecked());
-        QCOMPARE(again.fpSchedule->GetText(1, 4), QStringLiteral("11/22/26"));
-        QCOMPARE(again.fpSchedule->ColWidth(2), 31.0);
-        QCOMPARE(offersIn(4), QStringList{"Piano:Anna Berg"});
+        QCOMPARE(again.fpSchedule->GetText(ScheduleColumn::Date, dateRowOf(1)),
+                 QStringLiteral("11/22/26"));
+        QCOMPARE(again.fpSchedule->ColWidth(ScheduleColumn::Notes), 31.0);
+        QCOMPARE(offersIn(dateRowOf(1)), QStringList{"Piano:Anna Berg"});
     }
 
-    void tickCancelledInTheDialogTouchesNoSetting() {
+    void cancelledTickChangesNoSetting() {
         addTheLeast();
         frmSchedule& w = open();
         world->answers.question(PickOne, QMessageBox::Yes);
         world->answers.cancelFile();
-        // The keyboard's toggle is as good as the mouse's.
+        // The keyboard works like the mouse.
         toggle(w.chkShow);
         QVERIFY(world->statements.isEmpty());
         QCOMPARE(settings(), (QStringList{"false", ""}));
@@ -354,15 +383,16 @@ private Q_SLOTS:
                                                 "var_name = 'SchedOnStartUp' [3]"});
     }
 
-    void tickAnsweredNoShowsTheScheduleOfBefore() {
+    void tickAnsweredNoShowsThePreviousSchedule() {
         addTheLeast();
         frmSchedule& w = showWeeks({"11/22/26"});
         toggle(w.chkShow);
-        w.fpSchedule->SetText(1, 4, QStringLiteral("changed"));
+        w.fpSchedule->SetText(ScheduleColumn::Date, dateRowOf(1), QStringLiteral("changed"));
         world->answers.question(PickOne, QMessageBox::No);
         toggle(w.chkShow);
         QVERIFY(w.fpSchedule->isVisible());
-        QCOMPARE(w.fpSchedule->GetText(1, 4), QStringLiteral("11/22/26"));
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Date, dateRowOf(1)),
+                 QStringLiteral("11/22/26"));
     }
 
     void pathWithAnApostropheEndsTheProgram() {
@@ -379,7 +409,8 @@ private Q_SLOTS:
         QCOMPARE(settings(), (QStringList{"false", ""}));
     }
 
-    void fileThatMovedAwayShowsAnEmptyGridWithoutAWord() {
+    // Deliberate: behaviour 103.
+    void missingStartScheduleShowsAnEmptyGridWithoutAMessage() {
         addTheLeast();
         showAtStart(world->path("schedules/gone.scd"));
         frmSchedule& w = open();
@@ -388,10 +419,10 @@ private Q_SLOTS:
         QCOMPARE(w.fpSchedule->DataRowCnt(), 0);
     }
 
-    void finalisedWeekAnswersWhoServesInTheSetWindow() {
+    void setWindowShowsWhoServesInAFinalisedWeek() {
         addTheLeast();
         frmSchedule& w = showWeeks({"11/22/26"});
-        typeInCell(w.fpSchedule, 4, 4, "Piano:Anna Berg");
+        typeInCell(w.fpSchedule, ScheduleColumn::Team, dateRowOf(1), "Piano:Anna Berg");
         finaliseOnly(w);
         click(world->main().cmdSetList);
         frmSetList& sets = frmSetList::instance();

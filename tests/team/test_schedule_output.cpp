@@ -1,4 +1,5 @@
-// The schedule as mail and as a page of HTML, and the panel that asks for the weeks.
+// The schedule as mail and as a page of HTML, and the panel that asks which weeks.
+#include "support/full_disk.h"
 #include "team/schedule_output_test.h"
 
 #include <QElapsedTimer>
@@ -8,20 +9,23 @@
 #include <QRegularExpression>
 
 #include <functional>
+#include <optional>
 
 namespace {
 
-// Looks when a window is shown.
-class ShowWatch : public QObject {
+// Calls a function before a widget handles an event of one type.
+class EventWatch : public QObject {
 public:
-    explicit ShowWatch(std::function<void()> look) : m_look(std::move(look)) {}
+    EventWatch(QEvent::Type type, std::function<void()> act)
+        : m_type(type), m_act(std::move(act)) {}
     bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::Show) m_look();
+        if (event->type() == m_type) m_act();
         return false;
     }
 
 private:
-    std::function<void()> m_look;
+    QEvent::Type m_type;
+    std::function<void()> m_act;
 };
 
 }  // namespace
@@ -29,30 +33,49 @@ private:
 class TestScheduleOutput : public ScheduleOutputTest {
     Q_OBJECT
 
+    inline static const QString ScratchNotSaved = QStringLiteral(
+        "The schedule could not be saved to the file \"temp.scd\" in the folder \"config\", so it "
+        "was not mailed, printed or exported. The schedule is unchanged.\r\rMake sure that there "
+        "is space on the disk and that the folder can be written to, and try again.");
+    inline static const QString ScratchNotLoaded = QStringLiteral(
+        "The schedule could not be loaded back from the file \"temp.scd\" in the folder "
+        "\"config\". It is shown without its blank rows.\r\rDo not save it in this form. Use "
+        "\"Load Past\" to load a saved schedule.");
+    inline static const QByteArray Damaged = "{\"format\": \"";
+
+    void damageScratch() {
+        QFile file(scratch());
+        QVERIFY(file.open(QFile::WriteOnly));
+        file.write(Damaged);
+    }
+
 private Q_SLOTS:
     // --- The panel ---
 
-    void buttonsShowThePanelWithTheirWordsAndHideIt() {
+    // Deliberate: behaviour 106.
+    void buttonsShowThePanelWithTheirCaptionsAndHideIt() {
         frmSchedule& w = showThreeWeeks();
         const auto words = [](const QAbstractButton* button) {
             return button->text().remove(QLatin1Char('&'));
         };
         click(w.cmdEmailSchedule);
-        QCOMPARE(w.Label16->text(), QStringLiteral("Select Contents"));
-        QCOMPARE(w.Label16->font().families().first(), QStringLiteral("Arial Black"));
-        QCOMPARE(w.Label16->palette().color(QPalette::WindowText), QColor(0, 255, 255));
-        QCOMPARE(words(w.optEmail[0]), QStringLiteral("e-Mail Range of Weeks"));
-        QCOMPARE(words(w.optEmail[1]), QStringLiteral("e-Mail Whole Schedule"));
-        QCOMPARE(words(w.cmdSend), QStringLiteral("Send"));
+        QCOMPARE(w.frmChooseEmail->Label16->text(), QStringLiteral("Select Contents"));
+        QCOMPARE(w.frmChooseEmail->Label16->font().families().first(),
+                 QStringLiteral("Arial Black"));
+        QCOMPARE(w.frmChooseEmail->Label16->palette().color(QPalette::WindowText),
+                 QColor(0, 255, 255));
+        QCOMPARE(words(w.frmChooseEmail->optEmail[0]), QStringLiteral("e-Mail Range of Weeks"));
+        QCOMPARE(words(w.frmChooseEmail->optEmail[1]), QStringLiteral("e-Mail Whole Schedule"));
+        QCOMPARE(words(w.frmChooseEmail->cmdSend), QStringLiteral("Send"));
         // The other button hides it as well.
         click(w.cmdPrintSched);
         QVERIFY(!w.frmChooseEmail->isVisible());
         click(w.cmdPrintSched);
         QVERIFY(w.frmChooseEmail->isVisible());
-        QCOMPARE(words(w.optEmail[0]), QStringLiteral("Print Range of Weeks"));
-        QCOMPARE(words(w.optEmail[1]), QStringLiteral("Print Whole Schedule"));
-        QCOMPARE(words(w.cmdSend), QStringLiteral("Print"));
-        click(w.Command4);
+        QCOMPARE(words(w.frmChooseEmail->optEmail[0]), QStringLiteral("Print Range of Weeks"));
+        QCOMPARE(words(w.frmChooseEmail->optEmail[1]), QStringLiteral("Print Whole Schedule"));
+        QCOMPARE(words(w.frmChooseEmail->cmdSend), QStringLiteral("Print"));
+        click(w.frmChooseEmail->Command4);
         QVERIFY(!w.frmChooseEmail->isVisible());
         QVERIFY(!QFile::exists(scratch()));
     }
@@ -75,45 +98,47 @@ private Q_SLOTS:
         click(w.cmdEmailSchedule);
         const QSize size = w.frmChooseEmail->size();
         for (const bool range : {true, false, true}) {
-            toggle(w.optEmail[range ? 0 : 1]);
-            for (const QWidget* part :
-                 std::initializer_list<QWidget*>{w.lblfrm, w.lblto, w.txtFrom, w.txtto})
+            toggle(w.frmChooseEmail->optEmail[range ? 0 : 1]);
+            for (const QWidget* part : std::initializer_list<QWidget*>{
+                     w.frmChooseEmail->lblfrm, w.frmChooseEmail->lblto, w.frmChooseEmail->txtFrom,
+                     w.frmChooseEmail->txtto})
                 QCOMPARE(part->isVisible(), range);
             QCOMPARE(w.frmChooseEmail->size(), size);
         }
     }
 
-    void panelIsWorkedByTheKeyboard() {
+    void panelCanBeUsedByKeyboard() {
         frmSchedule& w = showThreeWeeks();
         const PrintedFile file(world->path("printed.pdf"));
         QApplication::setActiveWindow(w.window());
         w.cmdPrintSched->setFocus();
         QTest::keyClick(w.cmdPrintSched, Qt::Key_Space);
-        QCOMPARE(QApplication::focusWidget(), w.optEmail[1]);
+        QCOMPARE(QApplication::focusWidget(), w.frmChooseEmail->optEmail[1]);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
         QVERIFY(!w.frmChooseEmail->isVisible());
         QCOMPARE(QApplication::focusWidget(), w.cmdPrintSched);
         QTest::keyClick(w.cmdPrintSched, Qt::Key_Space);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
-        QCOMPARE(QApplication::focusWidget(), w.optEmail[0]);
-        for (QWidget* next :
-             std::initializer_list<QWidget*>{w.txtFrom, w.txtto, w.cmdSend, w.Command4}) {
+        QCOMPARE(QApplication::focusWidget(), w.frmChooseEmail->optEmail[0]);
+        for (QWidget* next : std::initializer_list<QWidget*>{
+                 w.frmChooseEmail->txtFrom, w.frmChooseEmail->txtto, w.frmChooseEmail->cmdSend,
+                 w.frmChooseEmail->Command4}) {
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
             QCOMPARE(QApplication::focusWidget(), next);
         }
-        QTest::keyClick(w.Command4, Qt::Key_Return);
+        QTest::keyClick(w.frmChooseEmail->Command4, Qt::Key_Return);
         QVERIFY(!w.frmChooseEmail->isVisible());
         QVERIFY(!QFile::exists(file.path));
         QTest::keyClick(w.cmdPrintSched, Qt::Key_Space);
-        w.txtFrom->setFocus();
-        QTest::keyClicks(w.txtFrom, "11/29/26");
-        w.txtto->setFocus();
-        QTest::keyClicks(w.txtto, "11/29/26");
-        QTest::keyClick(w.txtto, Qt::Key_Return);
+        w.frmChooseEmail->txtFrom->setFocus();
+        QTest::keyClicks(w.frmChooseEmail->txtFrom, "11/29/26");
+        w.frmChooseEmail->txtto->setFocus();
+        QTest::keyClicks(w.frmChooseEmail->txtto, "11/29/26");
+        QTest::keyClick(w.frmChooseEmail->txtto, Qt::Key_Return);
         QCOMPARE(printedPages(file.path).size(), 1);
         QVERIFY(!w.frmChooseEmail->isVisible());
         QCOMPARE(QApplication::focusWidget(), w.cmdPrintSched);
-        // A mail takes the keys away to its own window.
+        // A mail moves the keyboard focus to its own window.
         w.cmdEmailSchedule->setFocus();
         QTest::keyClick(w.cmdEmailSchedule, Qt::Key_Space);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
@@ -125,38 +150,103 @@ private Q_SLOTS:
 
     // --- Compacting ---
 
-    void compactingTakesBlankRowsBelowTheTitleAndKeepsTheWholeInTheScratchFile() {
+    void compactingRemovesBlankRowsAndSavesTheWholeSchedule() {
         frmSchedule& w = showThreeWeeks();
         const QByteArray before = savedForm(w);
-        w.compactForOutput();
+        QVERIFY(w.compactForOutput());
         compareCompacted(w);
         QVERIFY(bytesOf(scratch()) == before);
         QCOMPARE(w.fpSchedule->MaxRows(), 500);
-        QCOMPARE(w.fpSchedule->GetText(4, 6), QStringLiteral("Piano:Player 1"));
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Team, 6), QStringLiteral("Piano:Player 1"));
         QVERIFY(w.fpSchedule->isVisible());
     }
 
-    void rowWithABlankInItIsNoBlankRow() {
+    void rowWithASpaceIsNotBlank() {
         frmSchedule& w = showThreeWeeks();
-        w.fpSchedule->SetText(2, 5, QStringLiteral(" "));
-        w.compactForOutput();
-        QCOMPARE(w.fpSchedule->GetText(2, 5), QStringLiteral(" "));
+        w.fpSchedule->SetText(ScheduleColumn::Notes, dateRowOf(1) + 1, QStringLiteral(" "));
+        QVERIFY(w.compactForOutput());
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Notes, dateRowOf(1) + 1),
+                 QStringLiteral(" "));
         QCOMPARE(w.fpSchedule->DataRowCnt(), 15);
     }
 
-    void scratchFileThatCannotBeWrittenLeavesTheGridCompacted() {
+    void scheduleThatCannotBeSavedIsNotSentAndStaysOnView_data() {
+        QTest::addColumn<QString>("command");
+        for (const char* command : {"mail", "print", "export"})
+            QTest::newRow(command) << QString::fromLatin1(command);
+    }
+
+    void scheduleThatCannotBeSavedIsNotSentAndStaysOnView() {
+        QFETCH(QString, command);
         frmSchedule& w = showThreeWeeks();
+        // The scratch file of an output that stopped early.
+        SheetGrid old;
+        fillSchedule(old, {"01/03/27"}, "Personell");
+        QVERIFY(old.SaveToFile(scratch(), false));
+        const QByteArray oldFile = bytesOf(scratch());
+        const QByteArray before = savedForm(w);
+        const PrintedFile file(world->path("printed.pdf"));
+        if (command != "export")
+            choose(w, command == "mail" ? w.cmdEmailSchedule : w.cmdPrintSched);
+        world->answers.box(ScratchNotSaved, QMessageBox::Warning);
+        {
+            const FullDisk disk(1000);
+            click(command == "export" ? w.cmdExportText : w.frmChooseEmail->cmdSend);
+        }
+        QVERIFY(savedForm(w) == before);
+        QVERIFY(w.fpSchedule->isVisible());
+        QVERIFY(bytesOf(scratch()) == oldFile);
+        QVERIFY(!frmEmail::isLoaded() && !QFile::exists(file.path));
+        QVERIFY(!isHourglass());
+        // With space on the disk, the same schedule goes out.
+        if (command != "print") return;
+        click(w.frmChooseEmail->cmdSend);
+        QVERIFY(printedPages(file.path).value(0).contains("Player 3"));
+        compareRestored(w, before);
+    }
+
+    void scratchFileThatCannotBeReplacedStopsTheOutput() {
+        frmSchedule& w = showThreeWeeks();
+        const QByteArray before = savedForm(w);
         QVERIFY(QDir().mkpath(scratch() + "/in the way"));
         const PrintedFile file(world->path("printed.pdf"));
-        QCOMPARE(print(w, file).size(), 1);
+        world->answers.box(ScratchNotSaved, QMessageBox::Warning);
+        QVERIFY(print(w, file).isEmpty());
+        QVERIFY(savedForm(w) == before);
+    }
+
+    void hiddenScheduleThatCannotBeSavedStaysHidden() {
+        addTheLeast();
+        frmSchedule& w = open();
+        QVERIFY(QDir().mkpath(scratch() + "/in the way"));
+        const PrintedFile file(world->path("printed.pdf"));
+        world->answers.box(ScratchNotSaved, QMessageBox::Warning);
+        QVERIFY(print(w, file).isEmpty());
+        QVERIFY(!w.fpSchedule->isVisible());
+        QVERIFY(w.lblNoSchedule->isVisible());
+    }
+
+    void scheduleThatCannotBeLoadedBackKeepsItsScratchFile() {
+        frmSchedule& w = showThreeWeeks();
+        world->answers.custom("file dialog", [this](QWidget* dialog) {
+            damageScratch();
+            dialog->findChild<QLineEdit*>("fileNameEdit")->setText(world->path("schedules/a.html"));
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+        world->answers.box(ScratchNotLoaded, QMessageBox::Warning);
+        click(w.cmdExportText);
+        QVERIFY(QFile::exists(world->path("schedules/a.html")));
+        QCOMPARE(bytesOf(scratch()), Damaged);
         compareCompacted(w);
+        QVERIFY(w.fpSchedule->isVisible());
     }
 
     // --- Mail ---
 
     void wholeScheduleIsHandedToTheMailWindow() {
         frmSchedule& w = showThreeWeeks();
-        w.fpSchedule->SetText(2, 5, QStringLiteral("früh & <laut>\r\nzweite"));
+        w.fpSchedule->SetText(ScheduleColumn::Notes, dateRowOf(1) + 1,
+                              QStringLiteral("früh & <laut>\r\nzweite"));
         const QByteArray before = savedForm(w);
         mail(w);
         QVERIFY(frmEmail::instance().isVisible());
@@ -182,7 +272,7 @@ private Q_SLOTS:
         QCOMPARE(table.count("CELLPADDING="), 1);
     }
 
-    void widthsOfALoadedScheduleComeBackAfterTheMail() {
+    void columnWidthsAreRestoredAfterTheMail() {
         frmSchedule& w = showThreeWeeks();
         for (int col = 1; col <= 4; ++col) w.fpSchedule->ColWidth(col, 10 + col);
         mail(w);
@@ -200,7 +290,8 @@ private Q_SLOTS:
         compareRestored(w, before);
     }
 
-    void rangeWhoseToIsTheLastWeekRunsToTheEndOfTheData() {
+    // Deliberate: behaviour 110.
+    void rangeUpToTheLastWeekRunsToTheEndOfTheData() {
         frmSchedule& w = showThreeWeeks();
         mail(w, {"11/29/26", "12/06/26"});
         QCOMPARE(body().count("<TR"), 8);
@@ -212,7 +303,8 @@ private Q_SLOTS:
         QVERIFY(pages[0].contains("Piano:Player 3") && !pages[0].contains("Player 2"));
     }
 
-    void fromLaterThanToGoesOutUpsideDown() {
+    // Deliberate: behaviour 110.
+    void reversedRangeGivesAnEmptyOutput() {
         frmSchedule& w = showThreeWeeks();
         const QByteArray before = savedForm(w);
         mail(w, {"11/29/26", "11/22/26"});
@@ -225,21 +317,22 @@ private Q_SLOTS:
         compareRestored(w, before);
     }
 
+    // Deliberate: behaviour 107.
     void dateInAnotherColumnDoesNotMatch() {
         frmSchedule& w = showThreeWeeks();
-        w.fpSchedule->SetText(2, 5, QStringLiteral("01/03/27"));
+        w.fpSchedule->SetText(ScheduleColumn::Notes, dateRowOf(1) + 1, QStringLiteral("01/03/27"));
         world->answers.box(WrongDate, QMessageBox::Information);
         mail(w, {"01/03/27", "12/06/26"});
         QVERIFY(!frmEmail::isLoaded());
-        // The command has stopped: the grid is shown as it is, compacted.
+        // The command has stopped, and the compacted grid is shown.
         QVERIFY(w.fpSchedule->isVisible());
         QVERIFY(!isHourglass());
         QVERIFY(w.frmChooseEmail->isVisible());
-        QCOMPARE(w.fpSchedule->GetText(1, 8), QStringLiteral("Date"));
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Date, 8), QStringLiteral("Date"));
         QVERIFY(QFile::exists(scratch()));
     }
 
-    void dateThatIsTypedInAnotherFormIsNotFound() {
+    void dateTypedInAnotherFormIsNotFound() {
         frmSchedule& w = showThreeWeeks();
         world->answers.box(WrongDate, QMessageBox::Information);
         mail(w, {"11/22/2026", "11/29/26"});
@@ -247,7 +340,7 @@ private Q_SLOTS:
         compareCompacted(w);
     }
 
-    void mailRefusesWhatIsNoDateAndLeavesTheGridCompacted_data() {
+    void mailWithAnInvalidDateLeavesTheGridCompacted_data() {
         QTest::addColumn<QStringList>("range");
         QTest::newRow("both empty") << QStringList{"", ""};
         QTest::newRow("to is empty") << QStringList{"11/22/26", ""};
@@ -255,7 +348,8 @@ private Q_SLOTS:
         QTest::newRow("no such day") << QStringList{"11/22/26", "02/30/27"};
     }
 
-    void mailRefusesWhatIsNoDateAndLeavesTheGridCompacted() {
+    // Deliberate: behaviour 107.
+    void mailWithAnInvalidDateLeavesTheGridCompacted() {
         QFETCH(QStringList, range);
         frmSchedule& w = showThreeWeeks();
         world->answers.box(WrongDate, QMessageBox::Information);
@@ -265,26 +359,27 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(world->path("config/email.html")));
     }
 
+    // Deliberate: behaviours 107 and 108.
     void mailWithoutATitleStopsWithTheHourglassOn() {
         frmSchedule& w = showThreeWeeks();
-        w.fpSchedule->SetText(1, 1, QString());
+        w.fpSchedule->SetText(1, ScheduleRow::Title, QString());
         mail(w);
         QVERIFY(isHourglass());
         QVERIFY(!frmEmail::isLoaded());
         QVERIFY(w.fpSchedule->isVisible());
-        QCOMPARE(w.fpSchedule->GetText(1, 7), QStringLiteral("Date"));
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Date, 7), QStringLiteral("Date"));
         QVERIFY(QFile::exists(scratch()));
     }
 
-    void mailBodyHoldsNoLineBreaksHoweverLongTheTable() {
+    void longMailBodyHasNoLineBreaks() {
         addTheLeast();
         QStringList dates;
         for (int week = 0; week < 31; ++week)
             dates += QDate(2026, 11, 22).addDays(7 * week).toString("MM/dd/yy");
         frmSchedule& w = showWeeks(dates);
-        for (int row = FirstHeadRow; row < 500; ++row)
+        for (int row = ScheduleRow::FirstHead; row < 500; ++row)
             for (int col = 2; col <= 4; ++col)
-                if (row % WeekRows != FirstHeadRow)
+                if (row % WeekRows != ScheduleRow::FirstHead)
                     w.fpSchedule->SetText(col, row, QString("Zeile\r\n%1/%2").arg(row).arg(col));
         const QByteArray before = savedForm(w);
         QElapsedTimer timer;
@@ -296,31 +391,38 @@ private Q_SLOTS:
         compareRestored(w, before);
     }
 
-    void mailWindowComesUpBehindTheJoinedNotesAndTheShownGrid() {
+    // Deliberate: behaviour 113.
+    void notesAreJoinedAndTheGridShownBeforeTheMailWindow() {
         frmSchedule& w = showThreeWeeks();
-        w.fpSchedule->SetText(NotesColumn, 5, QStringLiteral("one\r\ntwo"));
+        w.fpSchedule->SetText(ScheduleColumn::Notes, 5, QStringLiteral("one\r\ntwo"));
         QString note;
         bool gridIsShown = false;
-        ShowWatch watch([&] {
-            note = w.fpSchedule->GetText(NotesColumn, 5);
+        EventWatch watch(QEvent::Show, [&] {
+            note = w.fpSchedule->GetText(ScheduleColumn::Notes, 5);
             gridIsShown = w.fpSchedule->isVisible();
         });
         frmEmail::instance().installEventFilter(&watch);
         mail(w);
         QCOMPARE(note, QStringLiteral("onetwo"));
         QVERIFY(gridIsShown);
-        QCOMPARE(w.fpSchedule->GetText(NotesColumn, 5), QStringLiteral("one\r\ntwo"));
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Notes, 5), QStringLiteral("one\r\ntwo"));
     }
 
-    void notesOfTheGridStayJoinedWhereItCannotBeLoadedBack() {
+    void notesStayJoinedIfTheScheduleCannotBeLoadedBack() {
         frmSchedule& w = showThreeWeeks();
-        w.fpSchedule->SetText(NotesColumn, FirstDateRow, QStringLiteral("\rone\r\n\ntwo\n"));
-        w.fpSchedule->SetText(SongsColumn, FirstDateRow, QStringLiteral("a\r\nb"));
-        QVERIFY(QDir().mkpath(scratch() + "/in the way"));
+        w.fpSchedule->SetText(ScheduleColumn::Notes, dateRowOf(1),
+                              QStringLiteral("\rone\r\n\ntwo\n"));
+        w.fpSchedule->SetText(ScheduleColumn::Songs, dateRowOf(1), QStringLiteral("a\r\nb"));
+        EventWatch watch(QEvent::Show, [this] { damageScratch(); });
+        frmEmail::instance().installEventFilter(&watch);
+        world->answers.box(ScratchNotLoaded, QMessageBox::Warning);
         mail(w);
         compareCompacted(w);
-        QCOMPARE(w.fpSchedule->GetText(NotesColumn, FirstDateRow), QStringLiteral("onetwo"));
-        QCOMPARE(w.fpSchedule->GetText(SongsColumn, FirstDateRow), QStringLiteral("a\r\nb"));
+        QCOMPARE(bytesOf(scratch()), Damaged);
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Notes, dateRowOf(1)),
+                 QStringLiteral("onetwo"));
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Songs, dateRowOf(1)),
+                 QStringLiteral("a\r\nb"));
         QVERIFY(body().contains("one<BR>"));
     }
 
@@ -331,7 +433,8 @@ private Q_SLOTS:
         QVERIFY(body().contains("Note 3") && !body().contains("Note 1"));
     }
 
-    void stagingFileThatCannotBeReadEndsTheProgramWithTheGridCompacted() {
+    // Deliberate: behaviour 109.
+    void unreadableStagingFileEndsTheProgramWithTheGridCompacted() {
         frmSchedule& w = showThreeWeeks();
         QVERIFY(QDir().mkpath(world->path("config/email.html")));
         world->answers.runTimeError(75);
@@ -340,11 +443,33 @@ private Q_SLOTS:
         compareCompacted(w);
     }
 
+    // Deliberate: behaviour 109.
+    void failedExportMailsWhatTheStagingFileHeldBefore() {
+        frmSchedule& w = showThreeWeeks();
+        QFile file(world->path("config/email.html"));
+        QVERIFY(file.open(QFile::WriteOnly));
+        file.write("<HTML>old</HTML>");
+        file.close();
+        // The grid is hidden for compacting, and again right before the export.
+        std::optional<FullDisk> disk;
+        int hidden = 0;
+        EventWatch watch(QEvent::Hide, [&] {
+            if (++hidden == 2) disk.emplace(100);
+        });
+        w.fpSchedule->installEventFilter(&watch);
+        mail(w);
+        disk.reset();
+        QCOMPARE(body(), QStringLiteral("<HTML>old</HTML>"));
+        QVERIFY(frmEmail::instance().isVisible());
+    }
+
     // --- HTML ---
 
+    // Deliberate: behaviour 99.
     void exportProposesTheTitleAndWritesTheWholeSchedule() {
         frmSchedule& w = showThreeWeeks();
-        w.fpSchedule->SetText(1, 1, QStringLiteral("Schedule For: 06/12/05 to 07/03/05"));
+        w.fpSchedule->SetText(1, ScheduleRow::Title,
+                              QStringLiteral("Schedule For: 06/12/05 to 07/03/05"));
         const QByteArray before = savedForm(w);
         world->answers.fileAsProposed();
         click(w.cmdExportText);
@@ -358,20 +483,21 @@ private Q_SLOTS:
         QVERIFY(html.startsWith("<HTML>"));
         QCOMPARE(html.count("<TR"), 14);
         QVERIFY(html.contains("Piano:Player 3"));
-        // It keeps the width and the padding that a mail loses.
+        // Unlike a mail, it keeps the width and the padding.
         QVERIFY(html.contains("<TABLE CELLSPACING=0 CELLPADDING=0"));
         QVERIFY(html.contains("WIDTH=692"));
         compareRestored(w, before);
     }
 
-    void exportOfAScheduleWithoutATitleIsProposedAsSchedule() {
+    void exportWithoutATitleProposesSchedule() {
         frmSchedule& w = showThreeWeeks();
-        w.fpSchedule->SetText(1, 1, QString());
+        w.fpSchedule->SetText(1, ScheduleRow::Title, QString());
         world->answers.fileAsProposed();
         click(w.cmdExportText);
         QVERIFY(QFile::exists(world->path("schedules/Schedule.html")));
     }
 
+    // Deliberate: behaviour 107.
     void cancelledExportLeavesTheGridCompactedAndTheScratchFile() {
         frmSchedule& w = showThreeWeeks();
         world->answers.cancelFile();
@@ -380,7 +506,7 @@ private Q_SLOTS:
         QVERIFY(w.fpSchedule->isVisible());
     }
 
-    void exportThatFailsIsToldAndTheGridComesBack() {
+    void failedExportIsReportedAndTheGridRestored() {
         frmSchedule& w = showThreeWeeks();
         const QByteArray before = savedForm(w);
         answerNotSaved("a.html");

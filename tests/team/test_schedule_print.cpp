@@ -3,7 +3,7 @@
 
 namespace {
 
-// Whether a page has the ground of the head rows anywhere.
+// True if a page shows the background of the head rows.
 bool showsHeadColour(const QImage& page) {
     for (int y = 0; y < page.height(); ++y)
         for (int x = 0; x < page.width(); ++x)
@@ -44,6 +44,7 @@ private Q_SLOTS:
                  (QList<int>{1, 4, 3, 10}));
     }
 
+    // Deliberate: behaviour 112.
     void wholeSchedulePrintsInBlackAndARangeInColour() {
         frmSchedule& w = showThreeWeeks();
         const QByteArray before = savedForm(w);
@@ -60,29 +61,30 @@ private Q_SLOTS:
         QVERIFY(!range[0].contains("Schedule For"));
         QVERIFY(showsHeadColour(pagePictures(file.path)[0]));
         compareRestored(w, before);
-        // A range leaves no trace in the next whole print.
+        // The range has no effect on the next print.
         QVERIFY(print(w, file)[0].contains("Player 3"));
         QVERIFY(!showsHeadColour(pagePictures(file.path)[0]));
     }
 
     void weekWithNoEntriesStillPrintsItsHeadAndDateRows() {
         frmSchedule& w = showThreeWeeks();
-        w.fpSchedule->ClearRange(2, 20, 4, 34, true);
+        w.fpSchedule->ClearRange(ScheduleColumn::Notes, dateRowOf(2), ScheduleColumn::Team,
+                                 lastRowOf(2), true);
         const PrintedFile file(world->path("printed.pdf"));
         const QStringList pages = print(w, file);
         QCOMPARE(pages[0].count("Personell"), 3);
         QVERIFY(pages[0].contains("11/29/26"));
     }
 
-    void pageBreaksOfTheGridAreTakenAway() {
+    void pageBreaksOfTheGridAreNotPrinted() {
         frmSchedule& w = showThreeWeeks();
-        for (int row : {4, 6, 20}) {
+        for (int row : {dateRowOf(1), dateRowOf(1) + 2, dateRowOf(2)}) {
             w.fpSchedule->Row(row);
             w.fpSchedule->RowPageBreak(true);
         }
         const PrintedFile file(world->path("printed.pdf"));
         QCOMPARE(print(w, file).size(), 1);
-        w.fpSchedule->Row(20);
+        w.fpSchedule->Row(dateRowOf(2));
         QVERIFY(w.fpSchedule->RowPageBreak());
     }
 
@@ -108,9 +110,10 @@ private Q_SLOTS:
     void longSchedulePrintsOnNumberedPages() {
         addTheLeast();
         frmSchedule& w = makeSchedule("11/22/26", "31");
-        for (int row = FirstDateRow; row < 500; ++row)
-            if (w.fpSchedule->GetText(4, row).isEmpty())
-                w.fpSchedule->SetText(4, row, QStringLiteral("Geige:Zoë %1").arg(row));
+        for (int row = ScheduleRow::FirstDate; row < 500; ++row)
+            if (w.fpSchedule->GetText(ScheduleColumn::Team, row).isEmpty())
+                w.fpSchedule->SetText(ScheduleColumn::Team, row,
+                                      QStringLiteral("Geige:Zoë %1").arg(row));
         const PrintedFile file(world->path("printed.pdf"));
         const QStringList pages = print(w, file);
         QVERIFY(pages.size() > 5);
@@ -120,7 +123,8 @@ private Q_SLOTS:
         QVERIFY(pages.join(QString()).contains("Geige:Zoë 499"));
     }
 
-    void printOfADateThatIsNotThereStopsWithTheGridCompacted() {
+    // Deliberate: behaviour 107.
+    void printOfAnUnknownDateLeavesTheGridCompacted() {
         frmSchedule& w = showThreeWeeks();
         const PrintedFile file(world->path("printed.pdf"));
         world->answers.box(WrongDate, QMessageBox::Information);
@@ -130,8 +134,8 @@ private Q_SLOTS:
         QVERIFY(!isHourglass());
     }
 
-    // The print looks for what was typed and asks no more: an empty box finds the first empty row.
-    void printTakesEmptyBoxesAsTheFirstEmptyRow() {
+    // Deliberate: behaviour 111.
+    void emptyRangePrintsTheTitle() {
         frmSchedule& w = showThreeWeeks();
         const PrintedFile file(world->path("printed.pdf"));
         const QStringList pages = print(w, file, {"", ""});
@@ -149,15 +153,16 @@ private Q_SLOTS:
         QVERIFY(w.fpSchedule->isVisible());
     }
 
+    // Deliberate: behaviour 107.
     void afterAnEarlyStopTheNextPrintWorksOnTheCompactedGrid() {
         frmSchedule& w = showThreeWeeks();
         world->answers.box(WrongDate, QMessageBox::Information);
         mail(w, {"", ""});
-        click(w.Command4);
+        click(w.frmChooseEmail->Command4);
         const PrintedFile file(world->path("printed.pdf"));
         QVERIFY(print(w, file)[0].contains("Player 3"));
         QVERIFY(!QFile::exists(scratch()));
-        QCOMPARE(w.fpSchedule->GetText(1, 7), QStringLiteral("Date"));
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Date, 7), QStringLiteral("Date"));
     }
 };
 

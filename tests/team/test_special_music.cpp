@@ -1,6 +1,7 @@
-// The special music, and what it writes into the schedule of the start-up.
+// Special music, and its reminders in the start-up schedule.
 #include "sets/frm_set_list.h"
 #include "team/frm_special_music.h"
+#include "team/rules/special_music.h"
 #include "team/schedule_test.h"
 
 class TestSpecialMusic : public ScheduleTest {
@@ -36,16 +37,16 @@ class TestSpecialMusic : public ScheduleTest {
         QTest::keyClicks(line, text);
     }
 
-    // Column 2 of the date rows of a schedule shown at the opening.
+    // The rehearsal notes of the date rows, once the window has opened with such a schedule.
     QStringList notesOf(const QStringList& dates) {
         SheetGrid grid;
         fillSchedule(grid, dates, "Personell");
-        grid.SetText(2, 4, QStringLiteral("by hand"));
+        grid.SetText(ScheduleColumn::Notes, dateRowOf(1), QStringLiteral("by hand"));
         showAtStart(writeFile(grid, "plan.scd"));
         frmSchedule& w = open();
         QStringList notes;
         for (int week = 0; week < dates.size(); ++week)
-            notes.append(w.fpSchedule->GetText(2, FirstDateRow + week * WeekRows));
+            notes.append(w.fpSchedule->GetText(ScheduleColumn::Notes, dateRowOf(week + 1)));
         return notes;
     }
 
@@ -55,14 +56,16 @@ private Q_SLOTS:
         addItem("Amen", "", "No", "0");
         frmSpecialMusic& w = openMusic();
         QCOMPARE(w.windowTitle(), QStringLiteral("Special Music Schedule"));
-        QCOMPARE(columnOf(w.fpSMusic, 2), (QStringList{"Zion", "Amen"}));
-        QCOMPARE(columnOf(w.fpSMusic, 5), (QStringList{"4", "0"}));
-        for (int col : {1, 5}) QVERIFY(w.fpSMusic->isColHidden(1, col));
-        QCOMPARE(w.fpSMusic->ColWidth(2), 20.37);
-        QCOMPARE(w.fpSMusic->GetText(4, 0), QStringLiteral("Reminder"));
+        QCOMPARE(columnOf(w.fpSMusic, SpecialMusicColumn::Title), (QStringList{"Zion", "Amen"}));
+        QCOMPARE(columnOf(w.fpSMusic, SpecialMusicColumn::Weeks), (QStringList{"4", "0"}));
+        for (int col : {SpecialMusicColumn::ID, SpecialMusicColumn::Weeks})
+            QVERIFY(w.fpSMusic->isColHidden(1, col));
+        QCOMPARE(w.fpSMusic->ColWidth(SpecialMusicColumn::Title), 20.37);
+        QCOMPARE(w.fpSMusic->GetText(SpecialMusicColumn::Reminder, 0), QStringLiteral("Reminder"));
         QVERIFY(!w.txtInterval->isEnabled());
     }
 
+    // Deliberate: behaviour 119.
     void newItemIsStoredAndStoredAgainAtTheNextClick() {
         frmSpecialMusic& w = openMusic();
         type(w.txtTitle, "Silent Night");
@@ -83,7 +86,8 @@ private Q_SLOTS:
         QCOMPARE(w.fpSMusic->MaxRows(), 2);
     }
 
-    void titleAndWeeksAreAskedFor() {
+    // Deliberate: behaviours 99 and 119.
+    void missingTitleOrWeeksAreReported() {
         frmSpecialMusic& w = openMusic();
         world->answers.box("Please provide a song title", QMessageBox::Information);
         click(w.cmdAddCat);
@@ -95,18 +99,19 @@ private Q_SLOTS:
         QVERIFY(items().isEmpty());
         toggle(w.chkNote);
         QVERIFY(!w.txtInterval->isEnabled());
-        // Neither the date nor the weeks are looked at.
+        // Neither the date nor the weeks are checked.
         click(w.cmdAddCat);
         QCOMPARE(items(), QStringList{"Amen||No|0"});
         QCOMPARE(w.txtInterval->text(), QStringLiteral("0"));
     }
 
+    // Deliberate: behaviour 117.
     void updateMakesEveryItemTheSame() {
         addItem("Zion", "12/24/26", "Yes", "4");
         addItem("Amen", "12/31/26", "No", "0");
         addItem("Other", "01/01/27", "Yes", "2");
         frmSpecialMusic& w = openMusic();
-        clickCell(w.fpSMusic, 3, 2);
+        clickCell(w.fpSMusic, SpecialMusicColumn::PlayOn, 2);
         QCOMPARE(w.lblHidID->text(), QStringLiteral("2"));
         type(w.txtTitle, "Hosanna");
         click(w.cmdAddCat);
@@ -114,19 +119,20 @@ private Q_SLOTS:
                  QStringLiteral("UPDATE special_music SET song_name = 'Hosanna', play_date = "
                                 "'12/31/26', remind_schedule = 'No', remind_interval = '0' [3]"));
         QCOMPARE(items(), QStringList(3, "Hosanna|12/31/26|No|0"));
-        QCOMPARE(columnOf(w.fpSMusic, 2), QStringList(3, "Hosanna"));
+        QCOMPARE(columnOf(w.fpSMusic, SpecialMusicColumn::Title), QStringList(3, "Hosanna"));
         QCOMPARE(w.lblHidID->text(), QStringLiteral("2"));
     }
 
-    void itemWithNoKeepsTheTickOfTheOneBefore() {
+    // Deliberate: behaviour 118.
+    void itemWithoutReminderKeepsTheTickOfTheItemBefore() {
         addItem("Zion", "12/24/26", "Yes", "4");
         addItem("Amen", "12/31/26", "No", "0");
         frmSpecialMusic& w = openMusic();
-        clickCell(w.fpSMusic, 2, 1);
+        clickCell(w.fpSMusic, SpecialMusicColumn::Title, 1);
         QVERIFY(w.chkNote->isChecked());
         QVERIFY(w.txtInterval->isEnabled());
         QCOMPARE(w.fpDate->GetText(1, 1), QStringLiteral("12/24/26"));
-        clickCell(w.fpSMusic, 2, 2);
+        clickCell(w.fpSMusic, SpecialMusicColumn::Title, 2);
         QCOMPARE(w.txtTitle->text(), QStringLiteral("Amen"));
         QVERIFY(w.chkNote->isChecked());
         QCOMPARE(w.txtInterval->text(), QStringLiteral("4"));
@@ -135,18 +141,18 @@ private Q_SLOTS:
     void clickOnTheHeadDoesNothing() {
         addItem("Zion", "12/24/26", "Yes", "4");
         frmSpecialMusic& w = openMusic();
-        clickCell(w.fpSMusic, 2, 0);
+        clickCell(w.fpSMusic, SpecialMusicColumn::Title, 0);
         QVERIFY(w.txtTitle->text().isEmpty());
         QVERIFY(w.lblHidID->text().isEmpty());
     }
 
-    void deleteTakesTheItemAndKeepsTheFields() {
+    void deleteRemovesTheItemAndKeepsTheFields() {
         addItem("Zion", "12/24/26", "Yes", "4");
         addItem("Amen", "12/31/26", "No", "0");
         frmSpecialMusic& w = openMusic();
         click(w.cmdDelCat);
         QVERIFY(world->statements.isEmpty());
-        clickCell(w.fpSMusic, 2, 1);
+        clickCell(w.fpSMusic, SpecialMusicColumn::Title, 1);
         click(w.cmdDelCat);
         QCOMPARE(world->statements, (QStringList{"DELETE FROM special_music WHERE ID = 1 [3]",
                                                  "SELECT * FROM special_music [1]"}));
@@ -158,7 +164,7 @@ private Q_SLOTS:
     void clearEmptiesTheFields() {
         addItem("Zion", "12/24/26", "Yes", "4");
         frmSpecialMusic& w = openMusic();
-        clickCell(w.fpSMusic, 2, 1);
+        clickCell(w.fpSMusic, SpecialMusicColumn::Title, 1);
         click(w.Command1);
         QVERIFY(w.txtTitle->text().isEmpty());
         QVERIFY(w.fpDate->GetText(1, 1).isEmpty());
@@ -189,15 +195,16 @@ private Q_SLOTS:
 
     void weeksAreCountedOverSundays() {
         addTheLeast();
-        // A Saturday has the Sunday of its next day before the performance; the days of the
-        // performance's own week have none.
+        // From a Saturday there is a Sunday up to the performance, from the days of its own week
+        // there is none.
         addItem("Carol", "12/23/26", "Yes", "1");
         QCOMPARE(
             notesOf({"12/12/26", "12/13/26", "12/19/26", "12/20/26", "12/22/26", "12/23/26"}),
             (QStringList{"by hand", "Rehearse Carol", "Rehearse Carol", "", "", "Perform Carol"}));
     }
 
-    void laterItemOfTheTableWins() {
+    // Deliberate: behaviour 115.
+    void laterItemOfTheTableRemains() {
         addTheLeast();
         addItem("First", "11/22/26", "Yes", "2");
         addItem("Second", "11/29/26", "Yes", "2");
@@ -211,7 +218,7 @@ private Q_SLOTS:
         QCOMPARE(notesOf({"11/22/26", "11/29/26"}), (QStringList{"by hand", "Perform Amen"}));
     }
 
-    void itemWithNoWritesNoLineAndShowsInTheSetWindow() {
+    void itemWithoutReminderIsShownInTheSetWindowOnly() {
         addTheLeast();
         addItem("Amen", "11/22/26", "No", "4");
         QCOMPARE(notesOf({"11/22/26"}), QStringList{"by hand"});
@@ -223,17 +230,20 @@ private Q_SLOTS:
         QCOMPARE(sets.lblSpecialMusic->text(), QStringLiteral("Special Music:  Amen"));
     }
 
-    void noteByHandIsReplacedAndWhatStandsBelowIsNot() {
+    // Deliberate: behaviour 115.
+    void reminderReplacesTheNoteOfTheDateRowOnly() {
         addTheLeast();
         addItem("Amen", "11/22/26", "Yes", "1");
         SheetGrid grid;
         fillSchedule(grid, {"11/22/26"}, "Personell");
-        grid.SetText(2, 4, QStringLiteral("by hand"));
-        grid.SetText(2, 5, QStringLiteral("below"));
+        grid.SetText(ScheduleColumn::Notes, dateRowOf(1), QStringLiteral("by hand"));
+        grid.SetText(ScheduleColumn::Notes, dateRowOf(1) + 1, QStringLiteral("below"));
         showAtStart(writeFile(grid, "plan.scd"));
         frmSchedule& w = open();
-        QCOMPARE(w.fpSchedule->GetText(2, 4), QStringLiteral("Perform Amen"));
-        QCOMPARE(w.fpSchedule->GetText(2, 5), QStringLiteral("below"));
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Notes, dateRowOf(1)),
+                 QStringLiteral("Perform Amen"));
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Notes, dateRowOf(1) + 1),
+                 QStringLiteral("below"));
         // The note is lost once the schedule is saved.
         const QString saved = world->path("schedules/after.scd");
         world->answers.question(
@@ -243,10 +253,10 @@ private Q_SLOTS:
         click(w.cmdSaveSched);
         SheetGrid read;
         QVERIFY(read.LoadFromFile(saved));
-        QCOMPARE(read.GetText(2, 4), QStringLiteral("Perform Amen"));
+        QCOMPARE(read.GetText(ScheduleColumn::Notes, dateRowOf(1)), QStringLiteral("Perform Amen"));
     }
 
-    void reminderPassRunsOneStatementADate() {
+    void remindersRunOneStatementPerDate() {
         addTheLeast();
         SheetGrid grid;
         fillSchedule(grid, {"11/22/26", "11/29/26", "gap"}, "Personell");
@@ -277,7 +287,7 @@ private Q_SLOTS:
         open();
         QCOMPARE(world->endStatus, 1);
         close();
-        // Nothing is asked of an item that wants no line, nor of one that is over.
+        // An item without a reminder is not checked, nor the weeks of one in the past.
         world->endStatus = -1;
         world->sql("UPDATE special_music SET play_date = '11/15/26'");
         world->sql("INSERT INTO special_music (song_name, remind_schedule) VALUES ('x', 'No')");
@@ -285,7 +295,8 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, -1);
     }
 
-    void loadedOrPickedScheduleGetsNoReminders() {
+    // Deliberate: behaviour 116.
+    void loadedOrPickedScheduleHasNoReminders() {
         addTheLeast();
         addItem("Amen", "11/22/26", "Yes", "1");
         SheetGrid grid;
@@ -294,14 +305,14 @@ private Q_SLOTS:
         frmSchedule& w = open();
         world->answers.file(path);
         click(w.cmdLoadSched);
-        QVERIFY(w.fpSchedule->GetText(2, 4).isEmpty());
+        QVERIFY(w.fpSchedule->GetText(ScheduleColumn::Notes, dateRowOf(1)).isEmpty());
         world->answers.question("Would you like to pick a schedule to display?", QMessageBox::Yes);
         world->answers.file(path);
         toggle(w.chkShow);
-        QVERIFY(w.fpSchedule->GetText(2, 4).isEmpty());
+        QVERIFY(w.fpSchedule->GetText(ScheduleColumn::Notes, dateRowOf(1)).isEmpty());
     }
 
-    void scheduleOfAFewRowsHasNoWeekToOfferFor() {
+    void shortScheduleHasNoDropDownLists() {
         SheetGrid grid;
         grid.MaxCols(4);
         grid.MaxRows(10);
@@ -309,7 +320,7 @@ private Q_SLOTS:
         addTheLeast();
         frmSchedule& w = open();
         QCOMPARE(w.fpSchedule->MaxRows(), 10);
-        QCOMPARE(offersIn(4), QStringList{"no drop-down"});
+        QCOMPARE(offersIn(dateRowOf(1)), QStringList{"no drop-down"});
         QCOMPARE(world->endStatus, -1);
     }
 };

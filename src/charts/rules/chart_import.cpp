@@ -12,13 +12,12 @@
 
 namespace {
 
-constexpr qint64 MostBytes = 64 << 20;   // far more than the list can take
-constexpr qint64 LeastBytes = 64 << 10;  // of what does not tell its size
-constexpr size_t MarkedRows = 100;
-constexpr size_t ChordsOfLine = 30;
-constexpr int LastImportRow = 40;
+constexpr qint64 MaxBytes = 64 << 20;  // far more than fits into the list
+constexpr qint64 MinBytes = 64 << 10;  // for files that do not report their size
+constexpr size_t MaxMarkedRow = 100;
+constexpr size_t MaxChords = 30;
 
-// What the western code page 1252 has at 0x80 to 0x9f, where Latin-1 has controls.
+// The characters 0x80 to 0x9f of code page 1252, where Latin-1 has control characters.
 constexpr std::array<char16_t, 32> WesternSigns = {
     0x20ac, 0x0081, 0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008d, 0x017d, 0x008f, 0x0090, 0x2018, 0x2019, 0x201c, 0x201d, 0x2022,
@@ -31,19 +30,19 @@ QString fromWestern(QByteArrayView bytes) {
     return text;
 }
 
-// Each line is UTF-8 where it can be.
+// Decodes a line as UTF-8 if it is valid, as code page 1252 otherwise.
 QString decoded(QByteArrayView line) {
     QStringDecoder utf8(QStringDecoder::Utf8);
     const QString text = utf8(line);
     return utf8.hasError() ? fromWestern(line) : text;
 }
 
-// The file's bytes, those of UTF-16 turned into UTF-8.
+// Reads a file; converts UTF-16 to UTF-8.
 QByteArray readBytes(const QString& path) {
     QFile file(resolvedPath(path));
     if (!file.open(QIODevice::ReadOnly)) return {};
-    // A read takes the room that it asks for at once.
-    QByteArray bytes = file.read(std::clamp(file.size(), LeastBytes, MostBytes));
+    // read() allocates all that it asks for.
+    QByteArray bytes = file.read(std::clamp(file.size(), MinBytes, MaxBytes));
     if (bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff")) {
         QStringDecoder utf16(QStringDecoder::Utf16);
         const QString text = utf16(bytes);
@@ -69,33 +68,34 @@ struct LineKind {
 constexpr std::array<LineKind, 3> LineKinds = {
     {{u't', TitleMark}, {u'c', ChordMark}, {u'l', LyricMark}}};
 
-using RowKinds = std::array<QChar, MarkedRows + 1>;
+using RowKinds = std::array<QChar, MaxMarkedRow + 1>;
 
 RowKinds kindsOf(SheetGrid& list) {
     RowKinds rowKinds{};
     for (int i = 1; i <= list.DataRowCnt(); ++i) {
-        const int colour = colourOf(list, 1, i);
+        const int colour = colourOf(list, ImportColumn::Line, i);
         for (const LineKind& kind : LineKinds) {
             if (colour != kind.colour) continue;
-            if (size_t(i) > MarkedRows) throw RunTimeError(RunTimeError::SubscriptOutOfRange);
+            // Deliberate: behaviour 134.
+            if (size_t(i) > MaxMarkedRow) throw RunTimeError(RunTimeError::SubscriptOutOfRange);
             rowKinds.at(size_t(i)) = kind.letter;
         }
     }
     return rowKinds;
 }
 
-// The chords of a line; where they stood in it is not kept.
+// The chords of a line, without their positions. Deliberate: behaviour 135.
 QStringList chordTokens(QString line) {
     line.replace(QLatin1Char(' '), QLatin1Char(':')).replace(QLatin1Char('\t'), QLatin1Char(':'));
     QStringList tokens = line.split(QLatin1Char(':'), Qt::SkipEmptyParts);
-    if (size_t(tokens.size()) > ChordsOfLine) throw RunTimeError(RunTimeError::SubscriptOutOfRange);
+    if (size_t(tokens.size()) > MaxChords) throw RunTimeError(RunTimeError::SubscriptOutOfRange);
     return tokens;
 }
 
 }  // namespace
 
 void listLines(SheetGrid& list, const QString& path) {
-    list.ClearRange(-1, -1, -1, -1, true);
+    list.ClearRange(-1, -1, -1, -1, true);  // the marks stay; deliberate: behaviour 133
     const QByteArray bytes = readBytes(path);
     int row = list.DataRowCnt();
     qsizetype start = 0;
@@ -103,7 +103,7 @@ void listLines(SheetGrid& list, const QString& path) {
         qsizetype end = start;
         while (end < bytes.size() && bytes[end] != '\r' && bytes[end] != '\n') ++end;
         const QString line = decoded(QByteArrayView(bytes).sliced(start, end - start));
-        if (!line.isEmpty()) list.SetText(1, ++row, line);
+        if (!line.isEmpty()) list.SetText(ImportColumn::Line, ++row, line);
         start = end + 1;
     }
 }
@@ -111,7 +111,7 @@ void listLines(SheetGrid& list, const QString& path) {
 void markLine(SheetGrid& list, int col, int row, const QString& importMode) {
     const int colour = colourOf(list, col, row);
     if (importMode == QLatin1String("title"))
-        list.BackColor(TitleMark);  // also on a second click, which takes no title's mark off
+        list.BackColor(TitleMark);  // also at a second click; deliberate: behaviour 132
     else if (importMode == QLatin1String("chords"))
         list.BackColor(colour == ChordMark ? White : ChordMark);
     else if (importMode == QLatin1String("lyrics"))
@@ -120,7 +120,7 @@ void markLine(SheetGrid& list, int col, int row, const QString& importMode) {
 
 void clearMarks(SheetGrid& list) {
     const int rows = list.DataRowCnt();
-    list.Col(1);
+    list.Col(ImportColumn::Line);
     for (int row = 1; row <= rows; ++row) {
         list.Row(row);
         list.BackColor(White);
@@ -129,31 +129,32 @@ void clearMarks(SheetGrid& list) {
 
 void layMarkedLines(SheetGrid& list, SheetGrid& chart, const std::function<void()>& addPage) {
     const RowKinds rowKinds = kindsOf(list);
-    int titleRow = 1;
-    int chordRow = FirstChordRow;
-    int lyricRow = FirstLyricRow;
-    for (int i = 1; i <= int(MarkedRows); ++i) {
-        // Only the lyrics decide on a new page, and nothing pairs a chord line with its lyric line.
-        if (lyricRow > LastImportRow) {
+    int titleRow = ChartRow::Title;  // without a limit; deliberate: behaviour 137
+    int chordRow = ChartRow::FirstChord;
+    int lyricRow = ChartRow::FirstLyric;
+    for (int i = 1; i <= int(MaxMarkedRow); ++i) {
+        // Deliberate: behaviour 136.
+        if (lyricRow > ChartRow::LastLyric) {
             addPage();
             chart.ActiveSheet(chart.SheetCount());
-            lyricRow = FirstLyricRow;
-            chordRow = FirstChordRow;
+            lyricRow = ChartRow::FirstLyric;
+            chordRow = ChartRow::FirstChord;
         }
         const QChar kind = rowKinds.at(size_t(i));
         if (kind.isNull()) {
             if (i == list.DataRowCnt() + 1) break;
             continue;
         }
-        const QString text = list.GetText(1, i).trimmed();
+        const QString text = list.GetText(ImportColumn::Line, i).trimmed();
         if (kind == u't') {
-            chart.SetText(1, titleRow++, text);
+            chart.SetText(ChartColumn::Text, titleRow++, text);
         } else if (kind == u'l') {
-            chart.SetText(1, lyricRow, text);
+            chart.SetText(ChartColumn::Text, lyricRow, text);
             lyricRow += 2;
         } else {
             const QStringList chords = chordTokens(text);
-            for (int k = 1; k <= int(chords.size()); ++k) chart.SetText(k, chordRow, chords[k - 1]);
+            int col = ChartColumn::FirstChord;
+            for (const QString& chord : chords) chart.SetText(col++, chordRow, chord);
             chordRow += 2;
         }
     }

@@ -28,10 +28,12 @@ void hideHeads(SheetGrid& chart) {
     chart.RowHeadersShow(false);
 }
 
-void spanRow(SheetGrid& chart, int row) { chart.AddCellSpan(1, row, chart.MaxCols(), 1); }
+void spanRow(SheetGrid& chart, int row) {
+    chart.AddCellSpan(ChartColumn::Text, row, chart.MaxCols(), 1);
+}
 
 void centreRow(SheetGrid& chart, int row) {
-    chart.Col(1);
+    chart.Col(ChartColumn::Text);
     chart.Row(row);
     chart.TypeHAlign(HAlign::Centre);
 }
@@ -41,10 +43,11 @@ void joinRow(SheetGrid& chart, int row) {
     centreRow(chart, row);
 }
 
-// Of the page that begins behind the row `above`.
+// Joins the rows of the page that begins below the row `above`.
 void joinTitleAndLyrics(SheetGrid& chart, int above = 0) {
-    for (int row = above + 1; row <= above + LastTitleRow; ++row) joinRow(chart, row);
-    for (int row = above + FirstLyricRow; row <= chart.MaxRows(); row += 2) joinRow(chart, row);
+    for (int row = above + 1; row <= above + ChartRow::LastTitle; ++row) joinRow(chart, row);
+    for (int row = above + ChartRow::FirstLyric; row <= chart.MaxRows(); row += 2)
+        joinRow(chart, row);
 }
 
 void joinLastRows(SheetGrid& chart) {
@@ -71,8 +74,8 @@ void alignRows(SheetGrid& chart, int row, int row2, HAlign align) {
 
 void setUpChart(SheetGrid& chart) {
     setSizes(chart);
-    // A quarter point less than on the pages that are added: this is meant.
-    setFontOfAll(chart, 9.75);
+    // Deliberate: behaviour 120.
+    setFontOfAll(chart, FirstPagePoints);
     hideHeads(chart);
     chart.AllowCellOverflow(true);
     joinTitleAndLyrics(chart);
@@ -84,19 +87,19 @@ void formatStackedCharts(SheetGrid& charts) {
     for (const CellSpan& span : joined) charts.RemoveCellSpan(span.col, span.row);
     for (int col = 1; col <= ChartCols; ++col) charts.ColWidth(col, ChartColWidth);
     charts.RowHeight(-1, ChartRowHeight);
-    setFontOfAll(charts, 10);
+    setFontOfAll(charts, AddedPagePoints);
     charts.MaxCols(ChartCols);
     charts.TypeHAlign(HAlign::Centre);
     charts.AllowCellOverflow(true);
     const int pages = charts.MaxRows() / ChartRows;
     if (pages > 0) {
-        // The lyric rows are joined down to the end of the sheet.
+        // Joins the lyric rows down to the end of the sheet.
         joinTitleAndLyrics(charts);
         joinLastRows(charts);
     }
-    // From the third page on the titles stand in separate cells: this is meant.
+    // Deliberate: behaviour 131.
     if (pages > 1)
-        for (int row = 1; row <= LastTitleRow; ++row) joinRow(charts, ChartRows + row);
+        for (int row = 1; row <= ChartRow::LastTitle; ++row) joinRow(charts, ChartRows + row);
     hideHeads(charts);
 }
 
@@ -108,14 +111,14 @@ void addChartPage(SheetGrid& chart, const std::function<void(const QString&)>& s
     status(QStringLiteral("Resizing Columns And Rows"));
     setSizes(chart);
     status(QStringLiteral("Setting Font Information"));
-    setFontOfAll(chart, 10);
+    setFontOfAll(chart, AddedPagePoints);
     chart.TypeHAlign(HAlign::Centre);
     status(QStringLiteral("Adding Cell Formats"));
     joinTitleAndLyrics(chart);
-    alignRows(chart, 1, LastTitleRow, HAlign::Centre);
+    alignRows(chart, 1, ChartRow::LastTitle, HAlign::Centre);
     joinLastRows(chart);
-    // The last odd row counts as a chord row here, so it is left-aligned, unlike on the first page.
-    for (int row = FirstChordRow; row <= chart.MaxRows(); row += 2)
+    // The last odd row counts as a chord row here. Deliberate: behaviour 120.
+    for (int row = ChartRow::FirstChord; row <= chart.MaxRows(); row += 2)
         alignRows(chart, row, row, HAlign::Left);
     hideHeads(chart);
     chart.TabStripPolicy(TabStrip::AsNeeded);
@@ -127,7 +130,7 @@ void clearChartPage(SheetGrid& chart) {
     chart.MaxRows(0);
     chart.MaxRows(rows);
     joinTitleAndLyrics(chart);
-    // The last row and not the one above it, which stays in separate cells: this is meant.
+    // The last row, not the one above it. Deliberate: behaviour 122.
     joinRow(chart, chart.MaxRows());
 }
 
@@ -137,7 +140,7 @@ void formatChartCopy(SheetGrid& copy) {
         copy.ActiveSheet(page);
         copy.TabStripPolicy(TabStrip::Never);
         setSizes(copy);
-        setFontOfAll(copy, 10);
+        setFontOfAll(copy, AddedPagePoints);
         copy.TypeHAlign(HAlign::Centre);
         copy.TypeHAlign(HAlign::Left);
         joinTitleAndLyrics(copy);
@@ -155,7 +158,7 @@ void addRowsOfPage(SheetGrid& chart) {
     chart.MaxRows(above + ChartRows);
     for (int row = above + 1; row <= chart.MaxRows(); ++row) chart.RowHeight(row, ChartRowHeight);
     beginRows(chart, above + 1, chart.MaxRows());
-    setFont(chart, 10);
+    setFont(chart, AddedPagePoints);
     chart.MaxCols(ChartCols);
     chart.TypeHAlign(HAlign::Centre);
     chart.BlockMode(false);

@@ -1,4 +1,4 @@
-// The four lists of the note maker, and the chord that their picks make.
+// The four lists of the note maker, and the chord made from them.
 #pragma once
 
 #include <QChar>
@@ -6,11 +6,12 @@
 
 #include <array>
 
-// The last item of each list: picking it takes that list's pick off.
+// The last item of each list. Selecting it clears the selection of that list.
 constexpr QChar ClearMark(169);
 
-// The items of the lists: root, accidental, kind and number, each with the clear mark at its end.
+// Returns the items of the lists: root, accidental, kind and number, each ending with the clear
+// mark.
 std::array<QStringList, 4> chordParts();
 
-// The chord of what is picked in the lists, an empty text where nothing is. Nothing is checked.
+// Joins the selected items to a chord, unchecked. Returns an empty text if nothing is selected.
 QString chordOf(const std::array<QString, 4>& picks);

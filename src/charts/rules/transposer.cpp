@@ -1,6 +1,7 @@
 #include "charts/rules/transposer.h"
 
 #include "charts/rules/chart_page.h"
+#include "core/data/database.h"
 #include "core/data/run_time_error.h"
 #include "core/grid/sheet_grid.h"
 
@@ -8,8 +9,7 @@
 
 namespace {
 
-// A note's name, the signs that a position's entry must hold to be its own, and those that it must
-// not hold.
+// A note's name, and the signs that the entry of its position must and must not contain.
 struct NoteName {
     QLatin1String name;
     QLatin1String holds;
@@ -40,7 +40,7 @@ QStringList entriesOf(const QString& noteValue) {
     return noteValue.isEmpty() ? QStringList() : noteValue.split(QLatin1Char(','));
 }
 
-// The first entry that holds a name's signs wins, also where it was written for another note.
+// The first entry that matches wins, even one for another note. Deliberate: behaviour 139.
 bool isNamed(const QString& entry, const NoteName& name) {
     const auto inEntry = [&entry](QLatin1Char sign) { return entry.contains(sign); };
     return std::all_of(name.holds.begin(), name.holds.end(),
@@ -49,14 +49,33 @@ bool isNamed(const QString& entry, const NoteName& name) {
                         [&](char c) { return inEntry(QLatin1Char(c)); });
 }
 
+QString noteValueOf(const QString& colName) {
+    Recordset rs = select(QStringLiteral("SELECT noteValue FROM transpose WHERE colName = '") +
+                          colName + QStringLiteral("'"));
+    const QString value = rs.Fields("noteValue");
+    rs.Close();
+    return value;
+}
+
 }  // namespace
 
 ChordSplit splitChord(const QString& text) {
-    // An accidental anywhere counts, not only one behind the note: this is meant.
+    // An accidental anywhere counts. Deliberate: behaviour 138.
     const bool accidental = text.contains(QLatin1Char('#')) || text.contains(QLatin1Char('b'));
     const qsizetype length = accidental ? 2 : 1;
     return {text.left(length), text.mid(length)};
 }
+
+QString transposeRow(int semiTones) {
+    // Deliberate: behaviour 142.
+    if (semiTones == 0) return QStringLiteral("rootnote");
+    return (semiTones < 0 ? QStringLiteral("n") : QStringLiteral("p")) +
+           QString::number(qAbs(semiTones));
+}
+
+void Transposer::loadRootNotes() { setRootNotes(noteValueOf(transposeRow(0))); }
+
+void Transposer::loadKeyNotes(int semiTones) { setKeyNotes(noteValueOf(transposeRow(semiTones))); }
 
 void Transposer::setRootNotes(const QString& noteValue) {
     const QStringList entries = entriesOf(noteValue);
@@ -95,6 +114,7 @@ void Transposer::transposeCell(SheetGrid& chart, int col, int row) {
     const ChordSplit chord = splitChord(slash < 0 ? text : text.left(slash));
     writeTransposedNote(chart, chord.note, col, row, chord.suffix);
     if (slash < 0) return;
+    // Deliberate: behaviour 140.
     bassPass = true;
     const ChordSplit bass = splitChord(text.mid(slash + 1));
     writeTransposedNote(chart, bass.note, col, row, bass.suffix);
@@ -105,7 +125,7 @@ void Transposer::transposeChart(SheetGrid& chart) {
     for (int s = 1; s <= chart.SheetCount(); ++s) {
         chart.ActiveSheet(s);
         chart.Sheet(s);
-        for (int row = FirstChordRow; row <= chart.MaxRows(); row += 2)
+        for (int row = ChartRow::FirstChord; row <= chart.MaxRows(); row += 2)
             for (int col = 1; col <= chart.MaxCols(); ++col) transposeCell(chart, col, row);
     }
     chart.ActiveSheet(page);

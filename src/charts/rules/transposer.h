@@ -1,5 +1,5 @@
-// Takes the chords of a chart apart and puts them together again in another key. The names come
-// from rows of twelve entries, looked up by position; nothing here knows any music.
+// Transposes the chords of a chart. The names of the notes come from the table transpose: rows of
+// twelve entries, looked up by position. Nothing here knows any music.
 #pragma once
 
 #include <QStringList>
@@ -8,36 +8,45 @@
 
 class SheetGrid;
 
-// A chord's note and what stands behind it.
+// A chord's note and what follows it.
 struct ChordSplit {
     QString note;
     QString suffix;
     bool operator==(const ChordSplit&) const = default;
 };
 
-// Splits a chord, or one side of a slash chord: behind its second character where it holds "#" or
-// "b" anywhere, behind its first otherwise.
+// Splits a chord, or one side of a slash chord: after its second character if it contains "#" or
+// "b" anywhere, after its first one otherwise.
 ChordSplit splitChord(const QString& text);
+
+// The row of the table transpose for a distance in semi-tones: "p1" to "p12" up, "n1" to "n12"
+// down, "rootnote" for 0.
+QString transposeRow(int semiTones);
 
 class Transposer {
 public:
     static constexpr size_t Notes = 12;
 
-    std::array<QString, Notes> rootNotes;  // the positions' names, such as "C" or "C#/Db"
-    QStringList keyNotes;                  // what replaces a note of each position
-    bool bassPass = false;                 // the note behind a slash is being written
+    std::array<QString, Notes> rootNotes;  // the names of each position, such as "C" or "C#/Db"
+    QStringList keyNotes;                  // the new name for each position
+    bool bassPass = false;                 // the note after a slash is being written
 
-    // Takes the entries of a row apart: the positions' names and the names of the pass. The first
-    // raises 9 for more than twelve.
+    // Read the row "rootnote" and the row of a distance from the table transpose. Raise
+    // RunTimeError::NoCurrentRecord if the row is missing, and what the setters raise.
+    void loadRootNotes();
+    void loadKeyNotes(int semiTones);
+
+    // Set the names from the entries of a row, separated by commas. setRootNotes raises
+    // RunTimeError::SubscriptOutOfRange for more than twelve.
     void setRootNotes(const QString& noteValue);
     void setKeyNotes(const QString& noteValue);
 
-    // One pass over all pages: each chord row's cells as they stand. Leaves the page on view.
-    // Raises 9 where the key has no entry for a note.
+    // Transposes the cells of all chord rows on all pages, as they are. The page shown stays.
+    // Raises RunTimeError::SubscriptOutOfRange if the key has no entry for a note.
     void transposeChart(SheetGrid& chart);
 
-    // Writes a note's new name and the suffix into a cell, behind a slash where bassPass is set.
-    // A note that is no name or has no position leaves the cell as it is.
+    // Writes a note's new name and the suffix to a cell, after its text and a slash if bassPass is
+    // set. The cell stays as it is if the note is unknown or has no position.
     void writeTransposedNote(SheetGrid& chart, const QString& note, int col, int row,
                              const QString& suffix);
 

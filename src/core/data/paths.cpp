@@ -105,6 +105,7 @@ bool liesIn(const QString& path, const QString& folder) {
 
 bool replaceFile(const QString& path, const QByteArray& content) {
     QSaveFile file(resolvedPath(path));
+    // commit() does not notice that the last, buffered part could not be written.
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() &&
-           file.commit();
+           file.flush() && file.commit();
 }

@@ -307,6 +307,10 @@ public:
     // the grid holds more than 8 million cells.
     [[nodiscard]] bool SaveToFile(const QString& path, bool dataOnly) const;
 
+    // The bytes that SaveToFile writes with dataOnly false; empty if the grid holds more than 8
+    // million cells.
+    QByteArray fileBytes() const;
+
     // Replaces the whole grid by the one in a file. Its ActiveSheet becomes `Sheet`, and no cell is
     // active; Col, Row and BlockMode do not change. Returns false and leaves the grid as it was if
     // the file is missing, damaged, larger than its own numbers say or of a later version.

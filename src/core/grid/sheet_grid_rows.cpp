@@ -141,6 +141,8 @@ bool SheetGrid::SaveToFile(const QString& path, bool dataOnly) const {
     return !bytes.isEmpty() && replaceFile(path, bytes);
 }
 
+QByteArray SheetGrid::fileBytes() const { return writeGridFile(d->data, false); }
+
 bool SheetGrid::LoadFromFile(const QString& path) {
     QFile file(resolvedPath(path));
     if (!QFileInfo(file).isFile() || file.size() > MaxGridFileSize ||

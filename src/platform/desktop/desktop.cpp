@@ -5,26 +5,32 @@
 #include <QApplication>
 #include <QMainWindow>
 #include <QMdiArea>
+#include <QPointer>
 
 #include <cstdlib>
 
 namespace {
 
 MainWindowParts g_parts;
+// A main window whose constructor fails is destroyed without taking its parts back.
+QPointer<QMainWindow> g_window;
 std::function<void(int)> g_endOfProcess;
 
 }  // namespace
 
-void setMainWindow(const MainWindowParts& parts) { g_parts = parts; }
+void setMainWindow(const MainWindowParts& parts) {
+    g_parts = parts;
+    g_window = parts.window;
+}
 
-QMainWindow* mainWindow() { return g_parts.window; }
+QMainWindow* mainWindow() { return g_window; }
 
-QMdiArea* formArea() { return g_parts.area; }
+QMdiArea* formArea() { return g_window ? g_parts.area : nullptr; }
 
 CommonDialog& commonDlg() { return *g_parts.dialog; }
 
 void setStatusText(const QString& text) {
-    if (g_parts.status) g_parts.status->SimpleText(text);
+    if (g_window) g_parts.status->SimpleText(text);
 }
 
 void setMousePointer(MousePointer pointer) {

@@ -1,6 +1,7 @@
 #include "platform/desktop/media.h"
 
 #include "core/data/paths.h"
+#include "platform/desktop/mpv_library.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -10,7 +11,6 @@
 #include <algorithm>
 #include <clocale>
 #include <cstring>
-#include <mpv/client.h>
 #include <vector>
 
 namespace {
@@ -51,28 +51,29 @@ Media::Media(QObject* parent) : QObject(parent) {}
 
 Media::~Media() {
     if (!m_player) return;
-    mpv_set_wakeup_callback(m_player, nullptr, nullptr);
-    mpv_terminate_destroy(m_player);
+    mpvLibrary()->setWakeupCallback(m_player, nullptr, nullptr);
+    mpvLibrary()->terminateDestroy(m_player);
 }
 
 void Media::createPlayer() {
-    if (m_player) return;
+    if (m_player || !mpvLibrary()) return;
     // The player refuses to start if the decimal separator is not a point.
     std::setlocale(LC_NUMERIC, "C");
-    mpv_handle* player = mpv_create();
+    mpv_handle* player = mpvLibrary()->create();
     if (!player) return;
-    for (const Option& option : Options) mpv_set_option_string(player, option.name, option.value);
-    if (mpv_initialize(player) < 0) {
-        mpv_terminate_destroy(player);
+    for (const Option& option : Options)
+        mpvLibrary()->setOptionString(player, option.name, option.value);
+    if (mpvLibrary()->initialize(player) < 0) {
+        mpvLibrary()->terminateDestroy(player);
         return;
     }
-    mpv_observe_property(player, 0, "idle-active", MPV_FORMAT_FLAG);
-    mpv_observe_property(player, 0, "pause", MPV_FORMAT_FLAG);
-    mpv_observe_property(player, 0, "eof-reached", MPV_FORMAT_FLAG);
-    mpv_observe_property(player, 0, "time-pos", MPV_FORMAT_DOUBLE);
+    mpvLibrary()->observeProperty(player, 0, "idle-active", MPV_FORMAT_FLAG);
+    mpvLibrary()->observeProperty(player, 0, "pause", MPV_FORMAT_FLAG);
+    mpvLibrary()->observeProperty(player, 0, "eof-reached", MPV_FORMAT_FLAG);
+    mpvLibrary()->observeProperty(player, 0, "time-pos", MPV_FORMAT_DOUBLE);
     m_player = player;
     // The callback runs in a thread of the player.
-    mpv_set_wakeup_callback(
+    mpvLibrary()->setWakeupCallback(
         player,
         [](void* media) {
             auto* self = static_cast<Media*>(media);
@@ -84,7 +85,7 @@ void Media::createPlayer() {
 
 void Media::takeEvents() {
     for (;;) {
-        const mpv_event* event = mpv_wait_event(m_player, 0);
+        const mpv_event* event = mpvLibrary()->waitEvent(m_player, 0);
         if (event->event_id == MPV_EVENT_NONE) return;
         if (event->event_id != MPV_EVENT_PROPERTY_CHANGE) continue;
         const auto& property = *static_cast<const mpv_event_property*>(event->data);
@@ -142,7 +143,7 @@ void Media::openFile() {
 
 void Media::hold(bool on) {
     int flag = on;
-    mpv_set_property_async(m_player, 0, "pause", MPV_FORMAT_FLAG, &flag);
+    mpvLibrary()->setPropertyAsync(m_player, 0, "pause", MPV_FORMAT_FLAG, &flag);
 }
 
 void Media::goToStart() { send({"seek", "0", "absolute+exact"}); }
@@ -151,7 +152,7 @@ void Media::goToStart() { send({"seek", "0", "absolute+exact"}); }
 void Media::send(std::initializer_list<const char*> words) {
     std::vector<const char*> list(words);
     list.push_back(nullptr);
-    mpv_command_async(m_player, 0, list.data());
+    mpvLibrary()->commandAsync(m_player, 0, list.data());
 }
 
 Media& soundDevice() {

@@ -3,6 +3,8 @@
 #include "core/data/paths.h"
 #include "core/data/run_time_error.h"
 #include "support/files.h"
+#include "support/full_disk.h"
+#include "support/other_process.h"
 #include "support/registry.h"
 
 #include <QDir>
@@ -35,6 +37,19 @@ class TestPaths : public QObject {
     }
 
 private Q_SLOTS:
+    // A few kilobytes, which are written at the very end.
+    void smallFileStaysAsItWasOnAFullDisk() {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("small"));
+        QVERIFY(replaceFile(path, "old"));
+        {
+            const FullDisk disk(1000);
+            QVERIFY(!replaceFile(path, QByteArray(4000, 'x')));
+        }
+        QCOMPARE(bytesOf(path), QByteArray("old"));
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{"small"});
+    }
+
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
 
     void fillingInCopiesWhatIsMissing() {
@@ -115,6 +130,27 @@ private Q_SLOTS:
         QFETCH(QString, path);
         QFETCH(QString, folder);
         QTEST(liesIn(path, folder), "lies");
+    }
+
+    void fullDiskLeavesTheFileAsItWas() {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath("file");
+        for (const int size : {10, 20'000, 300'000}) {
+            QVERIFY(replaceFile(path, "old"));
+            const QByteArray content(size, 'x');
+            for (const long most : {0L, 1L, size / 2L, size - 1L}) {
+                QCOMPARE(inOtherProcess([&] {
+                             limitFiles(most);
+                             return replaceFile(path, content) ? 1 : 7;
+                         }),
+                         7);
+                QCOMPARE(bytesOf(path), QByteArray("old"));
+                QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+                         QStringList{"file"});
+            }
+            QVERIFY(replaceFile(path, content));
+            QCOMPARE(bytesOf(path), content);
+        }
     }
 };
 

@@ -1,0 +1,36 @@
+#include "platform/desktop/mpv_library.h"
+
+#include <QLibrary>
+
+#include <optional>
+
+namespace {
+
+template <typename Function>
+bool resolve(QLibrary& library, const char* name, Function& function) {
+    function = reinterpret_cast<Function>(library.resolve(name));
+    return function != nullptr;
+}
+
+std::optional<MpvLibrary> loadMpv() {
+    QLibrary library(QStringLiteral("mpv"), 2);
+    MpvLibrary mpv{};
+    if (library.load() && resolve(library, "mpv_create", mpv.create) &&
+        resolve(library, "mpv_initialize", mpv.initialize) &&
+        resolve(library, "mpv_terminate_destroy", mpv.terminateDestroy) &&
+        resolve(library, "mpv_set_option_string", mpv.setOptionString) &&
+        resolve(library, "mpv_observe_property", mpv.observeProperty) &&
+        resolve(library, "mpv_set_property_async", mpv.setPropertyAsync) &&
+        resolve(library, "mpv_command_async", mpv.commandAsync) &&
+        resolve(library, "mpv_wait_event", mpv.waitEvent) &&
+        resolve(library, "mpv_set_wakeup_callback", mpv.setWakeupCallback))
+        return mpv;
+    return std::nullopt;
+}
+
+}  // namespace
+
+const MpvLibrary* mpvLibrary() {
+    static const std::optional<MpvLibrary> library = loadMpv();
+    return library ? &*library : nullptr;
+}
