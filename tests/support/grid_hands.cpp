@@ -23,7 +23,7 @@ void clickCell(SheetView* grid, int col, int row, Qt::MouseButton button) {
 }
 
 void typeInCell(SheetView* grid, int col, int row, const QString& text) {
-    // A box that has just closed leaves no window active where there is no window manager.
+    // Without a window manager no window is active after a box has closed.
     grid->activateWindow();
     settle();
     grid->SetActiveCell(col, row);
@@ -34,7 +34,7 @@ void typeInCell(SheetView* grid, int col, int row, const QString& text) {
     QVERIFY2(editor && editor != grid, "no editor came up");
     QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(editor, Qt::Key_Delete);
-    // A key for each character, of whatever script.
+    // One key per character of any script.
     for (const char32_t c : text.toUcs4())
         QTest::sendKeyEvent(QTest::Click, editor, Qt::Key_unknown, QString::fromUcs4(&c, 1),
                             Qt::NoModifier);

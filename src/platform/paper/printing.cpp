@@ -124,8 +124,8 @@ void PrintSheet(const SheetGrid& grid, int) {
             setStatusText(QStringLiteral("Sent to the printer ") + printer.printerName());
         } else {
             messageBox(QStringLiteral("The printer ") + printer.printerName() +
-                           QStringLiteral(" did not accept the pages. Please check that it is "
-                                          "switched on, and print again."),
+                           QStringLiteral(" did not take the pages. Please look whether it "
+                                          "is switched on and print again."),
                        BoxIcon::Exclamation);
         }
         return;
