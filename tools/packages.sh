@@ -6,7 +6,7 @@ build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-svg-de
 
 # What the tests need beyond that.
 test_packages=(libmpv2 ccache clang-format git sqlite3 python3 python3-aiosmtpd openssl poppler-utils
-    locales)
+    locales pandoc unrtf)
 
 # need_packages NAME...: installs those that are missing, without recommended packages.
 need_packages() {

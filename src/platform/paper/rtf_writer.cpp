@@ -1,5 +1,7 @@
 #include "platform/paper/rtf_writer.h"
 
+#include "core/data/texts.h"
+
 #include <QFont>
 #include <QStringList>
 #include <QTextBlock>
@@ -28,8 +30,10 @@ QByteArray sign(QChar c) {
     }
     if (c.unicode() < ' ' || c == QChar::ObjectReplacementCharacter) return {};
     if (c.unicode() < 0x7f) return QByteArray(1, c.toLatin1());
-    // Units are signed in RTF; behind each stands what a reader without them shows.
-    return "\\u" + QByteArray::number(qint16(c.unicode())) + '?';
+    if (const uchar byte = toCodePage1252(c)) return "\\'" + QByteArray(1, char(byte)).toHex();
+    // Units are signed in RTF. A reader without them shows the question mark, which is written as a
+    // byte, too: some readers skip a plain one together with the letter behind it.
+    return "\\u" + QByteArray::number(qint16(c.unicode())) + "\\'3f";
 }
 
 QByteArray escaped(const QString& text) {
