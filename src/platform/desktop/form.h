@@ -52,9 +52,10 @@ protected:
     // Call at the end of the constructor: the size of the design, in pixels.
     void setDesignSize(const QSize& size) { m_designSize = size; }
 
+    QMdiSubWindow* frame();
+
 private:
     friend class FormFrame;
-    QMdiSubWindow* frame();
 
     QMdiSubWindow* m_frame = nullptr;
     QSize m_designSize;
@@ -66,7 +67,11 @@ class Form : public FormBase {
 public:
     // The window, created and loaded at the first touch.
     static T& instance() {
-        if (!s_instance) s_instance = new T;
+        if (!s_instance) {
+            s_instance = new T;
+            // The main window unloads what has a frame, also what was never shown.
+            s_instance->frame();
+        }
         return *s_instance;
     }
 
