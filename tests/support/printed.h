@@ -1,8 +1,10 @@
 // What a printed PDF holds, by the tools of any reader.
 #pragma once
 
+#include <QHash>
 #include <QImage>
 #include <QPageSize>
+#include <QRectF>
 #include <QString>
 #include <QStringList>
 
@@ -19,6 +21,10 @@ public:
 
 // The text of each page, as it lies on the page; empty where there is no such file.
 QStringList printedPages(const QString& pdf);
+
+// Where each word of a page stands, in points from the paper's top left corner. Where a word comes
+// several times, its last place.
+QHash<QString, QRectF> printedWords(const QString& pdf, int page = 1);
 
 // Each page as a picture, at so many dots an inch.
 QList<QImage> pagePictures(const QString& pdf, int dpi = 60);

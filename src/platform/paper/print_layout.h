@@ -13,6 +13,9 @@
 
 constexpr int TwipsPerInch = 1440;
 
+// How narrow a text is set that has less room than it wants, where texts run over.
+constexpr double LeastStretch = 0.6;
+
 // Lengths are twips. What is on the sheet is measured unscaled.
 struct PrintFace {
     QFont font;  // its pixel size is in twips
@@ -65,6 +68,7 @@ private:
     void measure(const SheetGrid& grid, PrintFaces& faces);
     double neededHeight(const SheetGrid& grid, PrintFaces& faces, int col, int row) const;
     void fit(const SheetGrid& grid);
+    void fitGrownRows(const SheetGrid& grid);
     std::vector<std::pair<int, int>> columnRuns(double room) const;
     void breakIntoPages(const SheetGrid& grid);
 
