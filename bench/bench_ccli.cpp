@@ -4,6 +4,7 @@
 #include "core/data/dates.h"
 #include "core/shell/frm_mdi.h"
 #include "reports/frm_ccli.h"
+#include "reports/rules/ccli_report.h"
 
 #include <QApplication>
 
@@ -30,8 +31,8 @@ int main(int argc, char** argv) {
     frmCCLI& report = frmCCLI::instance();
     report.Show();
     const auto period = [&](const char* name, const char* from, const char* to) {
-        report.fpDates->SetText(2, 1, QString::fromLatin1(from));
-        report.fpDates->SetText(4, 1, QString::fromLatin1(to));
+        report.fpDates->SetText(PeriodColumn::From, 1, QString::fromLatin1(from));
+        report.fpDates->SetText(PeriodColumn::To, 1, QString::fromLatin1(to));
         compare(
             name, [&] { report.cmdShowReport->click(); }, [&] { bareJoin(folder.db); });
         std::printf("rows listed: %d\n", report.fpCCLI->MaxRows());

@@ -48,7 +48,7 @@ QString checkCell(const QString& text, const std::optional<QDate>& date) {
     grid.SetText(1, 1, before);
     grid.SetText(1, 1, text);
     const QString shown = grid.GetText(1, 1);
-    const bool fits = date && *date >= QDate(1990, 1, 1) && *date <= QDate(2100, 12, 31);
+    const bool fits = date && *date >= FirstCellDate && *date <= LastCellDate;
     const QString wanted = text.isEmpty() ? QString() : fits ? formatDate(*date) : before;
     if (shown == wanted) return {};
     return QStringLiteral("the cell shows \"%1\" and not \"%2\"").arg(shown, wanted);

@@ -25,3 +25,10 @@ QString checkDates(const QByteArray& bytes);
 // A statement, which is also taken as a value and, cut at line ends, as three texts to order: it
 // is run or refused, and leaves the tables as they are.
 QString checkStatements(const QByteArray& bytes);
+
+// Bytes of files that may hold songs in XML, songs in text, tables or cards, or a song database:
+// what is read is clean, and a song's words and the columns of its chords come back after writing.
+QString checkSongXml(const QByteArray& bytes);
+QString checkSongText(const QByteArray& bytes);
+QString checkExchangeTables(const QByteArray& bytes);
+QString checkSongDatabase(const QByteArray& bytes);

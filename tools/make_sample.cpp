@@ -3,7 +3,7 @@
 // The last service is the Sunday before the given day. The target must be empty or not exist yet.
 #include "make_sample.h"
 
-#include "core/data/paths.h"
+#include "core/data/file_copy.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -16,7 +16,7 @@ void makeSample(Sample& sample, const QString& programTree) {
     const QDir target(sample.target);
     if (target.exists() && !target.isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden))
         throw SampleError(QStringLiteral("%1 is not empty").arg(sample.target));
-    copyTree(programTree, sample.target);
+    copyFolder(programTree, sample.target, FolderCopy::FillIn);
     readSongs(sample);
     readServices(sample);
     writeCharts(sample);

@@ -18,7 +18,7 @@ public:
     explicit SampleError(const QString& message) : std::runtime_error(message.toStdString()) {}
 };
 
-struct Song {
+struct SampleSong {
     QString title;
     QString author;
     QString key;
@@ -49,11 +49,11 @@ struct Sample {
     QDate base;          // the day for which the sample is made
     QDate comingSunday;  // the same day if it is a Sunday
     QString defaultDesign;
-    std::vector<Song> songs;
+    std::vector<SampleSong> songs;
     std::map<QString, Design> designs;
     std::vector<Service> services;  // newest first
 
-    const Song* find(const QString& title) const;
+    const SampleSong* find(const QString& title) const;
 };
 
 // --- make_sample_text.cpp ----------------------------------------------------------------------

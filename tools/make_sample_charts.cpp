@@ -101,7 +101,7 @@ void writeChart(const QStringList& lines, const QString& path) {
 
 void writeCharts(Sample& sample) {
     QDir(sample.target).mkpath(QStringLiteral("sheetmusic"));
-    for (Song& song : sample.songs) {
+    for (SampleSong& song : sample.songs) {
         const QString text = QStringLiteral("%1/charts/%2.txt").arg(sample.texts, song.title);
         if (!QFile::exists(text)) continue;
         song.chart = QStringLiteral("%1/sheetmusic/%2.stp").arg(sample.target, song.title);

@@ -86,7 +86,7 @@ void addCategories(Store& store, const Sample& sample) {
 
 void addSongsAndDates(Store& store, const Sample& sample) {
     std::map<QString, qint64> ids;
-    for (const Song& song : sample.songs) {
+    for (const SampleSong& song : sample.songs) {
         Store::Values row = {{"title", song.title},    {"artist", song.author},
                              {"dakey", song.key},      {"playlist", song.playlist},
                              {"fileLoco", song.chart}, {"CCLI", song.number},

@@ -118,7 +118,7 @@ void checkCategories(const Sample& sample) {
     for (const QStringList& fields :
          tableOf(sample.texts + QStringLiteral("/categories.txt"), 2, 2))
         known.append(fields[0]);
-    for (const Song& song : sample.songs) {
+    for (const SampleSong& song : sample.songs) {
         if (song.categories.isEmpty() || song.categories.size() > MostCategories)
             throw SampleError(QStringLiteral("songs.txt: categories of %1").arg(song.title));
         for (const QString& category : song.categories)
@@ -129,9 +129,9 @@ void checkCategories(const Sample& sample) {
 
 }  // namespace
 
-const Song* Sample::find(const QString& title) const {
+const SampleSong* Sample::find(const QString& title) const {
     const auto at = std::find_if(songs.begin(), songs.end(),
-                                 [&](const Song& song) { return song.title == title; });
+                                 [&](const SampleSong& song) { return song.title == title; });
     return at == songs.end() ? nullptr : &*at;
 }
 

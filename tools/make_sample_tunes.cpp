@@ -77,7 +77,7 @@ QByteArray tune(const QString& path) {
 
 void writeTunes(Sample& sample) {
     QDir(sample.target).mkpath(QStringLiteral("sounds"));
-    for (Song& song : sample.songs) {
+    for (SampleSong& song : sample.songs) {
         const QString text = QStringLiteral("%1/tunes/%2.txt").arg(sample.texts, song.title);
         if (!QFile::exists(text)) continue;
         song.sound = QStringLiteral("%1/sounds/%2.wav").arg(sample.target, song.title);

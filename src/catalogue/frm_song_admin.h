@@ -1,24 +1,23 @@
-// The song catalogue: songs, their categories, the dates on which they were played.
+// The song catalogue: songs, their categories and the dates on which they were played.
 #pragma once
 
-#include "core/data/database.h"
 #include "platform/desktop/form.h"
 #include "ui_frm_song_admin.h"
 
 #include <QMenu>
 
-// The ID in row 1 of fpSMsong is the whole of the window's state: empty means that the next
-// "Add/Update" stores a new song, filled that it changes the song on view.
+// The ID in row 1 of fpSMsong is the whole state of the window. If it is empty, "Add/Update" stores
+// a new song, otherwise it updates the song shown.
 class frmSongAdmin : public Form<frmSongAdmin>, public Ui::frmSongAdmin {
 public:
-    // The window as it opens, without its data. Call loadSongMgmt once it is on the screen.
+    // Creates the window without its data. Call loadSongMgmt once it is on the screen.
     frmSongAdmin();
 
-    // Fills the pick lists from the categories, empties the song and the dates, and fills the
-    // song list. Raises what a failing statement raises.
+    // Fills the combo boxes with the categories, clears the song and its dates, and loads the song
+    // list. Raises what a failing statement raises.
     void loadSongMgmt();
 
-    // Pops up over the song's fields; its item empties the value of the active row.
+    // The context menu of the song's fields. Its item clears the value of the active row.
     QMenu mnuDel;
     QAction mnuDeleteDoIt;
 
@@ -29,16 +28,10 @@ private:
 
     void loadSongList();
     void showSong(int col, int row);
-    void showDates(const QString& songID);
-    void storeDates(const QString& title, const QString& songID);
-    void offerSpareRow();
     void chooseFile(int row);
 
-    void loadCategories();
     void clearCategory();
     void showPanel(bool on);
-
-    // A statement that changes the database.
 
     void fpSongList2_Click(int col, int row);
     void fpSongList2_RightClick(int clickType, int col, int row, int x, int y);

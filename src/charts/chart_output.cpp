@@ -15,6 +15,8 @@
 #include <QTextCursor>
 #include <QTextEdit>
 
+#include <tuple>
+
 namespace {
 
 constexpr double LyricPoints = 24;

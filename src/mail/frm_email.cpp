@@ -1,36 +1,19 @@
 #include "mail/frm_email.h"
 
-#include "core/data/database.h"
+#include "mail/rules/attachments.h"
 #include "platform/desktop/common_dialog.h"
 #include "platform/desktop/desktop.h"
 #include "platform/theme/theme.h"
 
 #include <QCloseEvent>
-#include <QDir>
 
 namespace {
 
 const QString TakeAll = QStringLiteral("All =>");
 const QString TakeNone = QStringLiteral("All <=");
 
-// Several files, each of which has to be there.
+// Several files may be chosen, and each has to exist.
 constexpr int AttachmentFlags = 788996;
-
-void addRow(SheetView& grid, const QString& text) {
-    grid.MaxRows(grid.MaxRows() + 1);
-    grid.SetText(1, grid.MaxRows(), text);
-}
-
-// The paths in a file dialog's result: one whole path, or a folder and the names in it.
-QStringList chosenPaths(const QString& result) {
-    QStringList parts = result.split(QChar(u'\0'));
-    if (parts.size() == 1) return parts;
-    QString folder = parts.takeFirst();
-    if (!folder.endsWith(QLatin1Char('/')) && !folder.endsWith(QLatin1Char('\\')))
-        folder += QDir::separator();
-    for (QString& part : parts) part.prepend(folder);
-    return parts;
-}
 
 }  // namespace
 
@@ -38,13 +21,13 @@ frmEmail::frmEmail() {
     setupUi(this);
     cmdCloseNote->setIcon(themedIcon(QStringLiteral("close")));
     setUpGrids();
-    wireWindow();
-    wireLibrary();
+    connectControls();
+    connectLibrary();
     setDesignSize(size());
     atEdge(onFailure(), [this] { load(); });
 }
 
-void frmEmail::wireWindow() {
+void frmEmail::connectControls() {
     onEvent(this, fpEmail, &SheetView::Click, &frmEmail::fpEmail_Click);
     onEvent(this, fpTo, &SheetView::Click, &frmEmail::fpTo_Click);
     onEvent(this, Label5, &QToolButton::clicked, &frmEmail::Label5_Click);
@@ -56,7 +39,7 @@ void frmEmail::wireWindow() {
     onEvent(this, cmdCloseNote, &QToolButton::clicked, &frmEmail::hideNote);
     onEvent(this, cmdConfig, &QPushButton::clicked, &frmEmail::cmdConfig_Click);
     onEvent(this, cmdCloseConfig, &QPushButton::clicked, &frmEmail::cmdCloseConfig_Click);
-    // These run before the box changes, by the mouse and by the keyboard alike.
+    // The mouse and the keyboard press a box before its state changes.
     onEvent(this, optAuthentication, &QCheckBox::pressed, &frmEmail::optAuthentication_MouseDown);
     onEvent(this, optPOPauthentication, &QCheckBox::pressed,
             &frmEmail::optPOPauthentication_MouseDown);
@@ -64,7 +47,7 @@ void frmEmail::wireWindow() {
     onEvent(this, cmdSend, &QPushButton::clicked, &frmEmail::cmdSend_Click);
 }
 
-void frmEmail::wireLibrary() {
+void frmEmail::connectLibrary() {
     onEvent(this, &poSendMail, &::poSendMail::Progress, &frmEmail::poSendMail_Progress);
     onEvent(this, &poSendMail, &::poSendMail::Status, &frmEmail::poSendMail_Status);
     onEvent(this, &poSendMail, &::poSendMail::SendSuccesful, &frmEmail::poSendMail_SendSuccesful);
@@ -73,16 +56,16 @@ void frmEmail::wireLibrary() {
 
 void frmEmail::setUpGrids() {
     for (SheetView* grid : {fpEmail, fpTo}) {
-        grid->MaxCols(1);
+        grid->MaxCols(RecipientColumn::Name);
         grid->MaxRows(0);
         grid->RowHeadersShow(false);
         grid->GridShowHoriz(false);
         grid->GridShowVert(false);
         grid->setReadOnly(true);
-        grid->setFillColumn(1);
+        grid->setFillColumn(RecipientColumn::Name);
     }
-    fpEmail->SetText(1, 0, QStringLiteral("Team"));
-    fpTo->SetText(1, 0, QStringLiteral("Recipient(s):"));
+    fpEmail->SetText(RecipientColumn::Name, 0, QStringLiteral("Team"));
+    fpTo->SetText(RecipientColumn::Name, 0, QStringLiteral("Recipient(s):"));
 }
 
 void frmEmail::load() {
@@ -95,40 +78,32 @@ void frmEmail::load() {
 }
 
 void frmEmail::loadPeople() {
-    Recordset rs = select(QStringLiteral("SELECT fName, lName, email FROM personell"));
-    for (; !rs.EOF_(); rs.MoveNext())
-        if (!rs.Fields("email").isEmpty())
-            addRow(*fpEmail, rs.Fields("fName") + QLatin1Char(' ') + rs.Fields("lName"));
-    rs.Close();
+    listTeam(*fpEmail);
     fpEmail->SetActiveCell(0, 0);
     fpTo->MaxRows(0);
 }
 
 void frmEmail::fpEmail_Click(int, int row) {
     if (row < 1)
-        fpEmail->SortByHead(1);
-    else
-        addRow(*fpTo, fpEmail->GetText(1, row));
+        fpEmail->SortByHead(RecipientColumn::Name);
+    else  // Deliberate: behaviour 160.
+        addRecipient(*fpTo, fpEmail->GetText(RecipientColumn::Name, row));
 }
 
 void frmEmail::fpTo_Click(int, int row) {
-    if (row < 1) {
-        fpTo->SortByHead(1);
-        return;
-    }
-    fpTo->DeleteRows(row, 1);
-    fpTo->MaxRows(fpTo->MaxRows() - 1);
+    if (row < 1)
+        fpTo->SortByHead(RecipientColumn::Name);
+    else
+        removeRecipient(*fpTo, row);
 }
 
 void frmEmail::Label5_Click() {
+    // Deliberate: behaviour 160.
     if (Label5->text() == TakeAll) {
-        fpTo->MaxRows(fpEmail->MaxRows());
-        for (int row = 1; row <= fpEmail->MaxRows(); ++row)
-            fpTo->SetText(1, row, fpEmail->GetText(1, row));
+        chooseWholeTeam(*fpTo, *fpEmail);
         Label5->setText(TakeNone);
     } else {
-        fpTo->ClearRange(-1, -1, -1, -1, true);
-        fpTo->MaxRows(0);
+        clearRecipients(*fpTo);
         Label5->setText(TakeAll);
     }
 }
@@ -145,13 +120,11 @@ void frmEmail::cmdBrowse_Click() {
     dialog.MaxFileSize = 32767;
     dialog.Flags = AttachmentFlags;
     const bool isChosen = dialog.chosen(&CommonDialog::ShowOpen);
-    // The dialog is the whole program's: its next user asks for one file.
+    // The next user of the shared dialog expects a single file.
     dialog.Flags = 0;
     dialog.DialogTitle.clear();
     if (!isChosen) return;
-    QStringList paths = chosenPaths(dialog.FileName);
-    if (!txtAttach->text().isEmpty()) paths.prepend(txtAttach->text());
-    txtAttach->setText(paths.join(QLatin1Char(';')));
+    txtAttach->setText(withChosenFiles(txtAttach->text(), dialog.FileName));
 }
 
 void frmEmail::resizeEvent(QResizeEvent* event) {
@@ -159,7 +132,7 @@ void frmEmail::resizeEvent(QResizeEvent* event) {
     placePanels();
 }
 
-// The panels float over the middle of the window.
+// Keeps the panels centred, in the upper part of the window.
 void frmEmail::placePanels() {
     for (QFrame* panel : {frmNote, frmConfig})
         panel->move((width() - panel->width()) / 2, (height() - panel->height()) / 4);
@@ -167,7 +140,7 @@ void frmEmail::placePanels() {
 
 void frmEmail::closeEvent(QCloseEvent* event) {
     if (poSendMail.isSending()) {
-        // The send returns into this window: it is hidden now and deleted behind its end.
+        // The send returns into this window: it is hidden now and deleted when the send has ended.
         poSendMail.Cancel();
         m_isClosed = true;
         parentWidget()->setAttribute(Qt::WA_DeleteOnClose, false);

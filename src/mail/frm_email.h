@@ -1,8 +1,8 @@
-// e-Mail Package: recipients are picked among the team, a note and attachments are added, and the
-// mail is sent.
+// e-Mail Package: sends a message with attachments to members of the team.
 #pragma once
 
 #include "mail/po_send_mail.h"
+#include "mail/rules/recipient_lists.h"
 #include "platform/desktop/form.h"
 #include "platform/grid_view/sheet_view.h"
 #include "ui_frm_email.h"
@@ -11,36 +11,37 @@ class frmEmail : public Form<frmEmail>, public Ui::frmEmail {
 public:
     frmEmail();
 
-    // The mail library. It lives with the window.
+    // The mail library.
     ::poSendMail poSendMail;
 
-    // Everyone with an address into fpEmail.
+    // Lists everyone with a mail address in fpEmail and clears the recipients.
     void loadPeople();
 
-    // What the mail library and prefs keep into the boxes.
+    // Fills the settings panel from the mail library and the table prefs.
     void loadSettings();
 
-    // The note panel's "Add" and "Clear": rewrite the staging file and read it back as the body.
+    // "Add" and "Clear" of the note panel: rewrite the staging file and read it back into txtMsg.
+    // Raise what linesOf and writeStagingFile raise.
     void addNote();
     void clearNote();
 
-    // Sends the letter to all recipients.
+    // Sends the message to all recipients and returns when the outcome has been shown.
     void sendMail();
 
 protected:
-    // Closing the window breaks off a send; nothing half is delivered.
+    // Cancels a send in progress.
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void wireWindow();
-    void wireLibrary();
+    void connectControls();
+    void connectLibrary();
     void setUpGrids();
     void load();
     void placePanels();
-    void tellAuthentication();
-    void rewriteStagingFile(const QStringList& lines);
-    void setLetter(const QString& addresses, const QString& names);
+    void applyAuthentication();
+    void restage(const QStringList& lines);
+    void fillLibrary(const MailingList& list);
 
     void fpEmail_Click(int col, int row);
     void fpTo_Click(int col, int row);

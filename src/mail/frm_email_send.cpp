@@ -1,6 +1,7 @@
-// The settings panel and the send.
+// The settings panel and the sending.
 #include "core/data/database.h"
 #include "mail/frm_email.h"
+#include "mail/rules/mail_preferences.h"
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
 
@@ -10,18 +11,11 @@
 
 namespace {
 
-// A box's text to the letter: toPlainText would turn hard blanks into soft ones.
+// The text of a box as it is; toPlainText would replace non-breaking spaces.
 QString textOf(const QTextEdit& box) {
     QString text = box.document()->toRawText();
     text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
     return text.replace(QChar::LineSeparator, QLatin1Char('\n'));
-}
-
-bool isTrue(const QString& value) { return value == QLatin1String("true"); }
-
-// The state that a click on the box is about to bring.
-QString coming(const QCheckBox& box) {
-    return box.isChecked() ? QStringLiteral("false") : QStringLiteral("true");
 }
 
 }  // namespace
@@ -32,28 +26,20 @@ void frmEmail::loadSettings() {
     txtFrom->setText(poSendMail.From);
     txtFromName->setText(poSendMail.FromDisplayName);
     txtUserName->setText(poSendMail.Username);
-    Recordset rs = select(QStringLiteral("SELECT * FROM prefs"));
-    for (; !rs.EOF_(); rs.MoveNext()) {
-        const QString name = rs.Fields("var_name");
-        const QString value = rs.Fields("var_value");
-        if (name == QLatin1String("POPauthentication"))
-            optPOPauthentication->setChecked(isTrue(value));
-        if (name == QLatin1String("SMTPauthentication"))
-            optAuthentication->setChecked(isTrue(value));
-        if (name == QLatin1String("EmailPassRemember")) chkPassword->setChecked(isTrue(value));
-        if (name == QLatin1String("EmailPassword") && chkPassword->isChecked() && !value.isEmpty())
-            txtPassword->setText(value);
-    }
-    rs.Close();
+    const MailPreferences stored = mailPreferences();
+    optPOPauthentication->setChecked(stored.usePopAuthentication);
+    optAuthentication->setChecked(stored.useAuthentication);
+    chkPassword->setChecked(stored.rememberPassword);
+    if (!stored.password.isEmpty()) txtPassword->setText(stored.password);
 }
 
-void frmEmail::tellAuthentication() {
+void frmEmail::applyAuthentication() {
     poSendMail.UseAuthentication = optAuthentication->isChecked();
     poSendMail.UsePopAuthentication = optPOPauthentication->isChecked();
 }
 
 void frmEmail::cmdConfig_Click() {
-    tellAuthentication();
+    applyAuthentication();
     frmConfig->setVisible(frmConfig->isHidden());
     if (frmConfig->isHidden()) return;
     frmConfig->raise();
@@ -61,30 +47,26 @@ void frmEmail::cmdConfig_Click() {
 }
 
 void frmEmail::cmdCloseConfig_Click() {
-    tellAuthentication();
+    applyAuthentication();
     frmConfig->hide();
 }
 
 void frmEmail::optAuthentication_MouseDown() {
-    storePreference(QStringLiteral("SMTPauthentication"), coming(*optAuthentication));
+    storeUseAuthentication(!optAuthentication->isChecked());
 }
 
 void frmEmail::optPOPauthentication_MouseDown() {
-    // The two blanks before the "=" are meant.
-    execute(QStringLiteral("UPDATE prefs SET var_value  = '") + coming(*optPOPauthentication) +
-            QStringLiteral("' WHERE var_name = 'POPauthentication'"));
+    storeUsePopAuthentication(!optPOPauthentication->isChecked());
 }
 
 void frmEmail::chkPassword_MouseDown() {
     if (chkPassword->isChecked()) {
-        // The stored password stays in its row: this is meant.
-        storePreference(QStringLiteral("EmailPassRemember"), QStringLiteral("false"));
+        forgetPassword();
     } else if (!txtPassword->text().isEmpty()) {
-        storePreference(QStringLiteral("EmailPassRemember"), QStringLiteral("true"));
-        storePreference(QStringLiteral("EmailPassword"), txtPassword->text());
+        rememberPassword(txtPassword->text());
     } else {
         messageBox(QStringLiteral("Please provide the password to remember."), BoxIcon::Critical);
-        // The box ticks all the same; the release of the click may have gone to the message.
+        // Deliberate: behaviour 170. The box may have swallowed the release of the mouse button.
         chkPassword->setDown(false);
         chkPassword->setChecked(true);
     }
@@ -105,55 +87,40 @@ void frmEmail::sendMail() {
     const QString message = textOf(*txtMsg);
     if (!message.contains(QLatin1String("<HTML>"))) {
         txtTemp->setPlainText(message);
-        // The mail always goes as HTML.
+        // Deliberate: behaviour 163.
         QString broken = message;
         txtMsg->setPlainText(broken.replace(QLatin1Char('\n'), QLatin1String("<BR>\n")));
     }
-    Recordset rs = select(QStringLiteral("SELECT fName, lName, email FROM personell"));
-    QString addresses;
-    QString names;
-    const bool isAnyone = !rs.EOF_();
-    for (int row = 1; isAnyone && row <= fpTo->MaxRows(); ++row) {
-        const QString wanted = fpTo->GetText(1, row);
-        // Namesakes all get the mail.
-        for (; !rs.EOF_(); rs.MoveNext()) {
-            const QString name = rs.Fields("fName") + QLatin1Char(' ') + rs.Fields("lName");
-            if (name.compare(wanted, Qt::CaseInsensitive) != 0) continue;
-            addresses += rs.Fields("email") + QLatin1Char(';');
-            names += name + QLatin1Char(';');
-        }
-        rs.MoveFirst();
-    }
-    if (addresses.isEmpty()) {
-        // The message keeps its conversion: this is meant.
+    Recordset people = selectPeople();
+    const MailingList list = mailingListOf(*fpTo, people);
+    if (list.people == 0) {
+        // Deliberate: behaviour 163.
         messageBox(QStringLiteral("Select at least one recipient."));
         return;
     }
-    rs.Close();
-    addresses.chop(1);
-    names.chop(1);
+    people.Close();
     cmdSend->setEnabled(false);
     lstStatus->clear();
     setMousePointer(MousePointer::Hourglass);
-    setLetter(addresses, names);
+    fillLibrary(list);
     poSendMail.Send();
     txtServer->setText(poSendMail.SMTPHost);
     setMousePointer(MousePointer::Arrow);
-    // What was typed or handed over during the send stays.
+    // A text that was typed or handed over during the send is kept.
     if (!txtTemp->document()->isEmpty() && textOf(*txtMsg) == poSendMail.Message)
         txtMsg->setPlainText(textOf(*txtTemp));
     cmdSend->setEnabled(true);
 }
 
-void frmEmail::setLetter(const QString& addresses, const QString& names) {
+void frmEmail::fillLibrary(const MailingList& list) {
     poSendMail.SMTPHostValidation = 3;
     poSendMail.EmailAddressValidation = 1;
     poSendMail.Delimiter = QStringLiteral(";");
     poSendMail.SMTPHost = txtServer->text();
     poSendMail.From = txtFrom->text();
     poSendMail.FromDisplayName = txtFromName->text();
-    poSendMail.Recipient = addresses;
-    poSendMail.RecipientDisplayName = names;
+    poSendMail.Recipient = list.addresses;
+    poSendMail.RecipientDisplayName = list.names;
     poSendMail.ReplyToAddress = txtFrom->text();
     poSendMail.Subject = txtSubject->text();
     poSendMail.Message = textOf(*txtMsg);
@@ -163,7 +130,7 @@ void frmEmail::setLetter(const QString& addresses, const QString& names) {
     poSendMail.EncodeType = 0;
     poSendMail.Priority = 0;
     poSendMail.Receipt = false;
-    tellAuthentication();
+    applyAuthentication();
     poSendMail.Username = txtUserName->text();
     poSendMail.Password = txtPassword->text();
     poSendMail.POP3Host = txtPopServer->text();
@@ -176,7 +143,7 @@ void frmEmail::poSendMail_Progress(int percent) {
 
 void frmEmail::poSendMail_Status(const QString& status) {
     lstStatus->addItem(status);
-    // Selecting the last line and then none keeps the list at its end.
+    // Selecting the last line scrolls to it; then no line stays selected.
     lstStatus->setCurrentRow(lstStatus->count() - 1);
     lstStatus->setCurrentRow(-1);
     lstStatus->scrollToBottom();
@@ -188,7 +155,7 @@ void frmEmail::poSendMail_SendSuccesful() {
 }
 
 void frmEmail::poSendMail_SendFailed(const QString& explanation) {
-    // With the program's end there is no one to tell.
+    // When the program ends, there is no window to show the box.
     if (m_isClosed && (!mainWindow() || !mainWindow()->isVisible())) return;
     messageBox(
         QStringLiteral("Your attempt to send mail failed for the following reason(s): \r\n") +

@@ -1,7 +1,8 @@
 #include "mail/po_send_mail.h"
 
 #include "core/data/paths.h"
-#include "mail/po_send_mail_talk.h"
+#include "mail/plain_text.h"
+#include "mail/rules/po_send_mail_connection.h"
 
 #include <QDir>
 #include <QEventLoop>
@@ -15,15 +16,15 @@ namespace {
 
 struct KeptMember {
     const char* key;
-    QString MailLetter::*member;
+    QString MailMessage::*member;
 };
 
 constexpr KeptMember KeptMembers[] = {
-    {"mail/SMTPHost", &MailLetter::SMTPHost},
-    {"mail/POP3Host", &MailLetter::POP3Host},
-    {"mail/From", &MailLetter::From},
-    {"mail/FromDisplayName", &MailLetter::FromDisplayName},
-    {"mail/Username", &MailLetter::Username},
+    {"mail/SMTPHost", &MailMessage::SMTPHost},
+    {"mail/POP3Host", &MailMessage::POP3Host},
+    {"mail/From", &MailMessage::From},
+    {"mail/FromDisplayName", &MailMessage::FromDisplayName},
+    {"mail/Username", &MailMessage::Username},
 };
 
 QString settingsFile() { return programFolder() + QStringLiteral("/config/mail.ini"); }
@@ -65,29 +66,33 @@ void poSendMail::Send() {
     if (isSending()) return;
     SMTPHost = SMTPHost.trimmed();
     POP3Host = POP3Host.trimmed();
+    // Deliberate: behaviour 174.
     if (m_persistent) keepSettings();
     const QSettings settings(settingsFile(), QSettings::IniFormat);
 
-    // The talk has a thread of its own, since libcurl waits inside its calls; what it tells is
-    // handed over to this one.
-    MailTalk talk(*this, waitsIn(settings), certificatesIn(settings));
-    talk.onProgress = [this](int percent) {
+    // libcurl blocks, so it runs in a separate thread; its events are delivered to this one. The
+    // window may change the members meanwhile: the thread works on a copy.
+    const MailMessage message = *this;
+    MailConnection connection(message, waitsIn(settings), certificatesIn(settings));
+    connection.onProgress = [this](int percent) {
         QMetaObject::invokeMethod(this, [=, this] { Q_EMIT Progress(percent); });
     };
-    talk.onStatus = [this](const QString& line) {
+    connection.onStatus = [this](const QString& line) {
         QMetaObject::invokeMethod(this, [=, this] { Q_EMIT Status(line); });
     };
     MailOutcome outcome;
-    const std::unique_ptr<QThread> thread(QThread::create([&] { outcome = talk.run(); }));
+    const std::unique_ptr<QThread> thread(QThread::create([&] {
+        outcome = connection.run(message.AsHTML ? plainTextOf(message.Message) : QString());
+    }));
     QEventLoop loop;
     connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
-    m_talk = &talk;
+    m_connection = &connection;
     thread->start();
     loop.exec();
-    // The loop also ends with the program.
-    if (!thread->isFinished()) talk.cancel();
+    // The loop also quits when the application does.
+    if (!thread->isFinished()) connection.cancel();
     thread->wait();
-    m_talk = nullptr;
+    m_connection = nullptr;
 
     if (outcome.isDelivered)
         Q_EMIT SendSuccesful();
@@ -96,5 +101,5 @@ void poSendMail::Send() {
 }
 
 void poSendMail::Cancel() {
-    if (m_talk) m_talk->cancel();
+    if (m_connection) m_connection->cancel();
 }

@@ -1,7 +1,8 @@
-// Backup Files: the database and the folders of documents are copied to a place of the user's
-// choice and back; the database can be emptied.
+// Backup Files: copies the database and the document folders to a place of the user's choice and
+// back, and empties the database.
 #pragma once
 
+#include "maintenance/rules/backup_items.h"
 #include "platform/desktop/form.h"
 #include "ui_frm_backup.h"
 
@@ -11,12 +12,13 @@ class frmBackup : public Form<frmBackup>, public Ui::frmBackup {
 public:
     frmBackup();
 
-    // What to copy: "Database", "Saved Sets", "Set Designs", "Schedules".
-    std::array<QCheckBox*, 4> ckBU;
+    using Boxes = std::array<QCheckBox*, BackupIndex::Count>;
 
-    // Empties the tables of songs, dates and people after a warning. Notes, special music, the
-    // settings and all files stay. Raises what a failing statement raises, with the tables before
-    // it empty.
+    // What to copy, by BackupIndex.
+    Boxes ckBU;
+
+    // Empties the database after a warning. Notes, special music, the settings and all files stay.
+    // Raises what emptyDatabase raises.
     void reformatDatabase();
 
 private:

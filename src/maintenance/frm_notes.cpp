@@ -1,18 +1,9 @@
 #include "maintenance/frm_notes.h"
 
 #include "core/data/database.h"
-#include "core/data/dates.h"
 #include "core/grid/sheet_grid_dates.h"
+#include "maintenance/rules/notes.h"
 #include "platform/desktop/message_box.h"
-
-namespace {
-
-enum Column { NoteID = 1, NoteDate, NoteText, NoteUntil };
-
-// The calendar's day zero, the date of a new note that has none: it is never due.
-const QDate DayZero(1899, 12, 30);
-
-}  // namespace
 
 frmNotes::frmNotes() {
     setupUi(this);
@@ -27,51 +18,42 @@ frmNotes::frmNotes() {
 }
 
 void frmNotes::setUpGrids() {
-    fpNotes->MaxCols(NoteUntil);
+    fpNotes->MaxCols(NoteColumn::NotifyUntil);
     fpNotes->RowHeadersShow(false);
     fpNotes->GridShowHoriz(false);
     fpNotes->GridShowVert(false);
-    fpNotes->SetText(NoteDate, 0, QStringLiteral("Date"));
-    fpNotes->SetText(NoteText, 0, QStringLiteral("Note"));
-    fpNotes->SetText(NoteUntil, 0, QStringLiteral("Notify Until"));
-    fpNotes->ColWidth(NoteDate, 10);
-    fpNotes->ColWidth(NoteText, 40);
-    fpNotes->ColWidth(NoteUntil, 13);
+    fpNotes->SetText(NoteColumn::Date, 0, QStringLiteral("Date"));
+    fpNotes->SetText(NoteColumn::Note, 0, QStringLiteral("Note"));
+    fpNotes->SetText(NoteColumn::NotifyUntil, 0, QStringLiteral("Notify Until"));
+    fpNotes->ColWidth(NoteColumn::Date, 10);
+    fpNotes->ColWidth(NoteColumn::Note, 40);
+    fpNotes->ColWidth(NoteColumn::NotifyUntil, 13);
     fpNotes->setReadOnly(true);
-    fpNotes->setFillColumn(NoteText);
-    fpNotifyUntil->MaxCols(1);
-    fpNotifyUntil->MaxRows(1);
+    fpNotes->setFillColumn(NoteColumn::Note);
+    fpNotifyUntil->MaxCols(NotifyUntilCell::Column);
+    fpNotifyUntil->MaxRows(NotifyUntilCell::Row);
     fpNotifyUntil->ColHeadersShow(false);
     fpNotifyUntil->RowHeadersShow(false);
-    setUpDateCells(*fpNotifyUntil, 1, 1);
-    fpNotifyUntil->setFillColumn(1);
+    setUpDateCells(*fpNotifyUntil, NotifyUntilCell::Column, NotifyUntilCell::Row);
+    fpNotifyUntil->setFillColumn(NotifyUntilCell::Column);
 }
 
 void frmNotes::load() {
-    fpNotes->Col(NoteID);
+    fpNotes->Col(NoteColumn::ID);
     fpNotes->ColHidden(true);
     loadNotes();
     chkReminder->setChecked(preference(QStringLiteral("NotesOnStartUp")) == QLatin1String("false"));
 }
 
 void frmNotes::loadNotes() {
-    fpNotes->MaxRows(0);
-    Recordset rs = select(QStringLiteral("SELECT * FROM notes"));
-    for (int row = 1; !rs.EOF_(); rs.MoveNext(), ++row) {
-        fpNotes->MaxRows(row);
-        fpNotes->SetText(NoteID, row, rs.Fields("ID"));
-        fpNotes->SetText(NoteDate, row, rs.Fields("post_date"));
-        fpNotes->SetText(NoteText, row, rs.Fields("notes"));
-        fpNotes->SetText(NoteUntil, row, rs.Fields("notify_date"));
-    }
-    rs.Close();
+    listNotes(*fpNotes);
     clearEditor();
 }
 
 void frmNotes::clearEditor() {
     txtNote->clear();
     chkNotify->setChecked(false);
-    fpNotifyUntil->SetText(1, 1, QString());
+    fpNotifyUntil->SetText(NotifyUntilCell::Column, NotifyUntilCell::Row, QString());
     hidID->clear();
 }
 
@@ -81,52 +63,38 @@ void frmNotes::fpNotes_Click(int col, int row) {
         return;
     }
     clearEditor();
-    hidID->setText(fpNotes->GetText(NoteID, row));
-    txtNote->setPlainText(fpNotes->GetText(NoteText, row));
-    const QString date = fpNotes->GetText(NoteUntil, row);
+    hidID->setText(fpNotes->GetText(NoteColumn::ID, row));
+    txtNote->setPlainText(fpNotes->GetText(NoteColumn::Note, row));
+    const QString date = fpNotes->GetText(NoteColumn::NotifyUntil, row);
     if (date.isEmpty()) return;
     chkNotify->setChecked(true);
-    fpNotifyUntil->SetText(1, 1, date);
+    fpNotifyUntil->SetText(NotifyUntilCell::Column, NotifyUntilCell::Row, date);
 }
 
 void frmNotes::cmdAdd_Click() {
-    QString note = txtNote->toPlainText();
-    note.remove(QLatin1Char('\''));
-    QString date;
-    if (chkNotify->isChecked() && !fpNotifyUntil->GetText(1, 1, date)) {
+    const QString note = txtNote->toPlainText();
+    QString until;
+    if (chkNotify->isChecked() &&
+        !fpNotifyUntil->GetText(NotifyUntilCell::Column, NotifyUntilCell::Row, until)) {
         messageBox(QStringLiteral("Please enter the date (mm/dd/yy) to be notified until."),
                    BoxIcon::Information);
         return;
     }
     if (hidID->text().isEmpty())
-        addNote(note, date);
+        addNote(note, until);
     else
-        updateNote(note, date);
+        updateNote(hidID->text(), note, until);
     loadNotes();
-}
-
-void frmNotes::addNote(const QString& note, const QString& date) {
-    const QString until = date.isEmpty() ? formatDate(DayZero) : formatDate(date);
-    execute(QStringLiteral("INSERT INTO notes (post_date, notes, notify_date) VALUES ('") +
-            formatDate(today()) + QStringLiteral("', '") + note + QStringLiteral("', '") + until +
-            QStringLiteral("')"));
-}
-
-void frmNotes::updateNote(const QString& note, const QString& date) {
-    // The note's own date moves to today, and no date is the empty text here: this is meant.
-    execute(QStringLiteral("UPDATE notes SET post_date = '") + formatDate(today()) +
-            QStringLiteral("', notes = '") + note + QStringLiteral("', notify_date = '") + date +
-            QStringLiteral("' WHERE ID = ") + hidID->text());
 }
 
 void frmNotes::cmdDelete_Click() {
     const int row = fpNotes->ActiveRow();
-    const QString id = row < 1 ? QString() : fpNotes->GetText(NoteID, row);
+    const QString id = row < 1 ? QString() : fpNotes->GetText(NoteColumn::ID, row);
     if (id.isEmpty()) {
         messageBox(QStringLiteral("Select a note to delete first."), BoxIcon::Information);
         return;
     }
-    execute(QStringLiteral("DELETE FROM notes WHERE id = ") + id);
+    deleteNote(id);
     loadNotes();
 }
 

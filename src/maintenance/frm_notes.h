@@ -1,4 +1,4 @@
-// Notes: short dated notes, and up to which day the program reminds of each at its start.
+// Notes: lists and edits dated notes, and turns the reminders at the start of the program off.
 #pragma once
 
 #include "platform/desktop/form.h"
@@ -7,10 +7,12 @@
 
 class frmNotes : public Form<frmNotes>, public Ui::frmNotes {
 public:
-    // Raises what a failing statement raises, 3021 where the reminders' setting has no row.
+    // Raises what a failing statement raises, and RunTimeError::NoCurrentRecord if prefs has no row
+    // "NotesOnStartUp".
     frmNotes();
 
-    // Lists all notes in the table's order and empties the editor.
+    // Lists all notes in the order of the table and clears the editor. Raises what a failing
+    // statement raises.
     void loadNotes();
 
 private:
@@ -24,6 +26,4 @@ private:
     void chkReminder_Click();
 
     void clearEditor();
-    void addNote(const QString& note, const QString& date);
-    void updateNote(const QString& note, const QString& date);
 };

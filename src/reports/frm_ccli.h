@@ -1,5 +1,5 @@
-// CCLI Reporting: the performances of the songs that carry a CCLI number, for a period of dates or
-// for one song, on the screen, on paper and as a mail.
+// CCLI Reporting: lists, prints and mails the performances of songs with a CCLI number, for a
+// period or for one song.
 #pragma once
 
 #include "platform/desktop/form.h"
@@ -14,8 +14,6 @@ public:
 
 private:
     void setUpGrids();
-    void clearReport();
-    void dressReport();
 
     void cmdShowReport_Click();
     void cmdSelectSong_Click();

@@ -1,28 +1,12 @@
 #include "reports/frm_history.h"
 
-#include "core/data/database.h"
 #include "core/data/dates.h"
 #include "platform/desktop/desktop.h"
+#include "reports/rules/song_history.h"
 
 #include <QtMath>
 
 namespace {
-
-enum Column { CountedSongID = 1, CountedSongTitle, CountedSongTimes };
-
-constexpr int YearsOffered = 10;
-
-// How often a song was played in the year of two digits `yy`.
-int timesPlayed(const QString& songID, const QString& yy) {
-    int count = 0;
-    Recordset rs =
-        select(QStringLiteral("SELECT played_date FROM played_on WHERE songID = ") + songID);
-    // The century plays no part; a text that is too short matches no year.
-    for (; !rs.EOF_(); rs.MoveNext())
-        if (QStringView(rs.Fields("played_date")).mid(6, 2) == yy) ++count;
-    rs.Close();
-    return count;
-}
 
 void showProgress(int done, int total) {
     setStatusText(QStringLiteral("Loading.... %1% Complete").arg(qRound(100.0 * done / total)));
@@ -37,30 +21,30 @@ frmHistory::frmHistory() {
     setUpList();
     onEvent(this, cmdLoadYear, &QPushButton::clicked, &frmHistory::cmdLoadYear_Click);
     onEvent(this, fpH, &SheetView::Click, &frmHistory::fpH_Click);
+    onEvent(this, fpH, &SheetView::MouseUp, &frmHistory::fpH_MouseUp);
     setDesignSize(size());
     atEdge(onFailure(), [this] { load(); });
 }
 
 void frmHistory::setUpList() {
-    fpH->MaxCols(CountedSongTimes);
+    fpH->MaxCols(HistoryColumn::TimesPlayed);
     fpH->MaxRows(0);
     fpH->RowHeadersShow(false);
     fpH->GridShowHoriz(false);
     fpH->GridShowVert(false);
-    fpH->ColWidth(CountedSongID, 2.12);
-    fpH->ColWidth(CountedSongTitle, 18.12);
-    fpH->ColWidth(CountedSongTimes, 11.78);
+    fpH->ColWidth(HistoryColumn::SongID, 2.12);
+    fpH->ColWidth(HistoryColumn::SongName, 18.12);
+    fpH->ColWidth(HistoryColumn::TimesPlayed, 11.78);
     fpH->setReadOnly(true);
     fpH->setFillColumn(SheetView::AllColumns);
 }
 
 void frmHistory::load() {
     fpH->SetActiveCell(0, 0);
-    fpH->Col(CountedSongID);
+    fpH->Col(HistoryColumn::SongID);
     fpH->ColHidden(true);
-    // One year back and eight ahead, whatever the table holds: this is meant.
     const int thisYear = today().year();
-    for (int i = 0; i < YearsOffered; ++i) cmbYear->addItem(QString::number(thisYear - 1 + i));
+    cmbYear->addItems(historyYears(thisYear));
     cmbYear->setCurrentText(QString::number(thisYear));
     resetBars(HistoryChart::FootAtRest);
     loadYear();
@@ -71,28 +55,8 @@ void frmHistory::resetBars(int foot) {
 }
 
 void frmHistory::loadYear() {
-    fpH->ClearRange(1, 1, -1, -1, true);
-    fpH->MaxRows(0);
-    Recordset rs = select(QStringLiteral("Select id, title FROM songs ORDER BY title"));
-    int total = 0;
-    for (; !rs.EOF_(); rs.MoveNext()) ++total;
-    if (total >= 1) rs.MoveFirst();
-    const QString yy = cmbYear->currentText().mid(2, 2);
-    int row = 0;
-    for (int done = 1; !rs.EOF_(); rs.MoveNext(), ++done) {
-        const QString id = rs.Fields("ID");
-        const int count = timesPlayed(id, yy);
-        if (count >= 1) {
-            fpH->MaxRows(++row);
-            fpH->SetText(CountedSongID, row, id);
-            fpH->SetText(CountedSongTitle, row, rs.Fields("Title"));
-            fpH->SetText(CountedSongTimes, row, QString::number(count));
-        }
-        showProgress(done, total);
-    }
-    rs.Close();
-    fpH->SetText(CountedSongTitle, 0, QStringLiteral("Song Name"));
-    fpH->SetText(CountedSongTimes, 0, QStringLiteral("# Times Played"));
+    listYear(*fpH, cmbYear->currentText(), showProgress);
+    // Deliberate: behaviour 154.
     resetBars(HistoryChart::FootAtRest);
 }
 
@@ -109,19 +73,20 @@ void frmHistory::fpH_Click(int col, int row) {
         chartSong(row);
 }
 
+// A click below the songs, where the grid raises no Click, charts no song.
+void frmHistory::fpH_MouseUp(int button, int, int x, int y) {
+    const QPoint place = fpH->viewport()->mapFrom(fpH, QPoint(x, y));
+    const bool isBelow = fpH->viewport()->rect().contains(place) && fpH->rowAt(place.y()) < 0;
+    if (button == Qt::LeftButton && isBelow) chartSong(fpH->MaxRows() + 1);
+}
+
 void frmHistory::chartSong(int row) {
     resetBars(HistoryChart::Foot);
-    lblSongTit->setText(fpH->GetText(CountedSongTitle, row) + QStringLiteral(" For ") +
+    lblSongTit->setText(fpH->GetText(HistoryColumn::SongName, row) + QStringLiteral(" For ") +
                         cmbYear->currentText());
-    const QString id = fpH->GetText(CountedSongID, row);
-    // Beside the songs there is none to chart.
+    const QString id = fpH->GetText(HistoryColumn::SongID, row);
     if (id.isEmpty()) return;
-    // Every year of the song counts, not the title's alone: this is meant.
-    std::array<int, HistoryChart::Months> counts{};
-    Recordset rs = select(QStringLiteral("SELECT played_date FROM played_on WHERE songID = ") + id +
-                          QStringLiteral(" ORDER BY played_date"));
-    for (; !rs.EOF_(); rs.MoveNext()) ++counts[toDate(rs.Fields("played_date")).month() - 1];
-    rs.Close();
+    const auto counts = timesPlayedByMonth(id);
     for (int month = 0; month < HistoryChart::Months; ++month)
         bar[month]->grow(month, counts[month]);
 }

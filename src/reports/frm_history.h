@@ -1,5 +1,5 @@
-// Song Play History: which songs were played in a year and how often, and in which months a song
-// was played.
+// Song Play History: lists the songs played in a year and charts the months in which one was
+// played.
 #pragma once
 
 #include "platform/desktop/form.h"
@@ -15,11 +15,11 @@ public:
 
     OnFailure onFailure() const override { return OnFailure::EndsCommand; }
 
-    // One bar a month; January is 0.
+    // One bar per month; January is 0.
     std::array<HistoryBar*, HistoryChart::Months> bar;
 
-    // Lists the songs played in the year of cmbYear with their counts, and lays the bars down.
-    // The status bar tells how far it is.
+    // Lists the songs played in the year of cmbYear with their counts and resets the bars. Shows
+    // its progress in the status bar. Raises what a failing statement raises.
     void loadYear();
 
 private:
@@ -30,4 +30,5 @@ private:
 
     void cmdLoadYear_Click();
     void fpH_Click(int col, int row);
+    void fpH_MouseUp(int button, int shift, int x, int y);
 };

@@ -21,8 +21,8 @@ using namespace HistoryChart;
 
 namespace {
 
-constexpr int MostMarks = 13;  // performances that the ground has room for
-constexpr int MarkEvery = 5;   // a stronger line with its number
+constexpr int MostMarks = 13;  // performances that fit on the backdrop
+constexpr int MarkEvery = 5;   // a stronger line with a number
 constexpr int NameHeight = 24;
 constexpr int NumberGap = 6;
 constexpr QColor BarRed(255, 0, 0);
@@ -60,11 +60,12 @@ void HistoryBar::reset(int month, int foot) {
 }
 
 void HistoryBar::grow(int month, int count) {
+    // Deliberate: behaviour 152.
     const int height = count * Step;
     setGeometry(x(), y() - height, BarWidth, height);
-    const QString told = QStringLiteral("%1: %2").arg(monthName(month)).arg(count);
-    setToolTip(told);
-    setAccessibleName(told);
+    const QString text = QStringLiteral("%1: %2").arg(monthName(month)).arg(count);
+    setToolTip(text);
+    setAccessibleName(text);
 }
 
 void HistoryBar::paintEvent(QPaintEvent*) { QPainter(this).fillRect(rect(), BarRed); }

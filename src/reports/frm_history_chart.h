@@ -1,28 +1,29 @@
-// The chart of a song's months: the ground with its marks, and the bars.
+// The bar chart of the months in which a song was played: its backdrop and its bars.
 #pragma once
+
+#include "reports/rules/song_history.h"
 
 #include <QWidget>
 
-// The measures of the chart, in pixels of the window in which it stands.
+// The measures of the chart, in pixels of its window.
 namespace HistoryChart {
 
-constexpr int Months = 12;
+constexpr int Months = MonthsInYear;
 constexpr int BarWidth = 44;     // 660 twips
 constexpr int Step = 15;         // height of one performance, 225 twips
-constexpr int Foot = 204;        // of the bars of a song, 3065 twips
-constexpr int FootAtRest = 195;  // of the empty bars, 2930 twips
+constexpr int Foot = 204;        // bottom of a song's bars, 3065 twips
+constexpr int FootAtRest = 195;  // bottom of the bars after a list was loaded, 2930 twips
 
-// Left edge of a month's bar; January is 0.
+// The left edge of a month's bar; January is 0.
 int barLeft(int month);
 
-// A month's English name; January is 0.
+// The English name of a month; January is 0.
 QString monthName(int month);
 
 }  // namespace HistoryChart
 
-// The ground: a line for each performance, numbers at every fifth, the months' names under the
-// foot. It stands at the left edge of its window; the height above the foot takes what the window
-// leaves it.
+// The backdrop: a line for each performance, a number at every fifth line, and the names of the
+// months below the bars. It lies at the left edge of its window.
 class HistoryBackdrop : public QWidget {
     Q_OBJECT
 
@@ -33,18 +34,18 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-// The red bar of one month. Its height is its count.
+// The red bar of one month. Its height shows the count.
 class HistoryBar : public QWidget {
     Q_OBJECT
 
 public:
     using QWidget::QWidget;
 
-    // Moves the bar to its foot, with no height.
+    // Resets the bar to height 0 at its bottom.
     void reset(int month, int foot);
 
-    // Lets the bar grow upward from its foot by a number of performances, beyond the ground where
-    // they are many, and tells the count as tool tip and to screen readers.
+    // Extends the bar upward by a number of performances, without an upper limit, and shows the
+    // count as tool tip and accessible name.
     void grow(int month, int count);
 
 protected:

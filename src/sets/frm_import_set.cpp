@@ -22,11 +22,10 @@ frmImportSet::frmImportSet() {
 }
 
 void frmImportSet::cmdPrintPast_Click() {
-    // The selected files are counted only: each pass takes the file that was clicked last. This
-    // is meant.
+    // Deliberate: behaviour 73. The selected files only set the number of passes.
     for (int i = 0; i < File1->count(); ++i) {
         if (!File1->item(i)->isSelected()) continue;
-        fpSet->LoadFromFile(browser->FilePath());
+        loadSetFile(*fpSet, browser->FilePath());
         setUpDateCell(*fpSet);
         const QString fileName = browser->FileName();
         importOneSet(fileName);
@@ -36,9 +35,9 @@ void frmImportSet::cmdPrintPast_Click() {
 }
 
 void frmImportSet::importOneSet(const QString& fileName) {
-    // No blank stands before the name: this is meant.
+    // Deliberate: behaviour 73. There is no blank before the name.
     const QString theFile = QStringLiteral("The file") + fileName;
-    const QString date = fpSet->GetText(2, 1);
+    const QString date = dateOfSet(*fpSet);
     if (date.isEmpty()) {
         messageBox(theFile +
                    QStringLiteral(" does not have a date associated with it.\r"

@@ -1,4 +1,4 @@
-// Import Sets: sets of another place are recorded as played and copied to the saved sets.
+// Import Sets: records sets from elsewhere as played and copies them to the saved sets.
 #pragma once
 
 #include "platform/desktop/form.h"
@@ -10,14 +10,14 @@ public:
 
     OnFailure onFailure() const override { return OnFailure::EndsCommand; }
 
-    // The browser's lists.
+    // The lists of the folder browser.
     QComboBox* Drive1;
     QTreeView* Dir1;
     QListWidget* File1;
 
-    // Records the set that fpSet holds: its songs replace the whole record of its date, without a
-    // question. A set without a date or a known song is told and left out; `fileName` serves the
-    // message alone. Raises 9 at a 24th title, and what a failing statement raises.
+    // Records the set in fpSet: its songs replace all that is recorded for its date, without a
+    // question. A set without a date or a known song only shows a message with `fileName`. Raises
+    // RunTimeError::SubscriptOutOfRange at a 24th title, and what a failing statement raises.
     void importOneSet(const QString& fileName);
 
 private:

@@ -3,6 +3,7 @@
 #include "mail/mail_hand_over.h"
 #include "platform/desktop/desktop.h"
 #include "platform/paper/printing.h"
+#include "sets/frm_set_list.h"
 #include "sets/rules/set_grid.h"
 #include "sets/set_folder.h"
 
@@ -23,19 +24,18 @@ frmPastSets::frmPastSets() {
 
 void frmPastSets::load() {
     fpSetPast->SetActiveCell(0, 0);
-    selectedSongRow = 0;
-    clickedSetRow = 0;
+    if (frmSetList::isLoaded()) frmSetList::instance().forgetRows();
     setUpWidths();
     browseSavedSets(*browser);
 }
 
 void frmPastSets::setUpWidths() {
-    fpSetPast->ColWidth(1, 20.62);
-    fpSetPast->ColWidth(2, 35.75);
+    fpSetPast->ColWidth(SetColumn::Label, 20.62);
+    fpSetPast->ColWidth(SetColumn::Title, 35.75);
 }
 
 void frmPastSets::File1_Click() {
-    fpSetPast->LoadFromFile(browser->FilePath());
+    loadSetFile(*fpSetPast, browser->FilePath());
     doEvents();
     fpSetPast->SetActiveCell(0, 0);
     setUpWidths();
@@ -47,7 +47,7 @@ void frmPastSets::cmdPrintPast_Click() {
 }
 
 void frmPastSets::cmdEpastSet_Click() {
-    // Without a date there is no mail and no word of it: this is meant.
-    if (fpSetPast->GetText(2, 1).isEmpty()) return;
+    // Deliberate: behaviour 75.
+    if (dateOfSet(*fpSetPast).isEmpty()) return;
     mailSetBlock(*fpSetPast);
 }

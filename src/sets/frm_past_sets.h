@@ -1,4 +1,4 @@
-// Past Sets: a saved set is looked at, printed and mailed.
+// Past Sets: shows a saved set, prints it and mails it.
 #pragma once
 
 #include "platform/desktop/form.h"
@@ -10,7 +10,7 @@ public:
 
     OnFailure onFailure() const override { return OnFailure::EndsCommand; }
 
-    // The browser's lists.
+    // The lists of the folder browser.
     QComboBox* Drive1;
     QTreeView* Dir1;
     QListWidget* File1;

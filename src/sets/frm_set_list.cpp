@@ -1,13 +1,13 @@
 #include "sets/frm_set_list.h"
 
-#include "core/data/database.h"
 #include "platform/theme/theme.h"
 #include "sets/rules/set_grid.h"
+#include "sets/rules/song_picker.h"
 
 frmSetList::frmSetList() {
     setupUi(this);
     optPlayList = {optPlayList_0, optPlayList_1};
-    // What is typed into a category box starts no search: only a pick from its list does.
+    // Deliberate: behaviour 50. Only a choice from the list starts a search.
     for (QComboBox* box : {cmbCat1, cmbCat2}) {
         box->setCompleter(nullptr);
         disconnect(box->lineEdit(), &QLineEdit::editingFinished, box, nullptr);
@@ -75,43 +75,28 @@ void frmSetList::setUpMenus() {
 }
 
 void frmSetList::setUpGrids() {
-    fpSongList1->MaxCols(6);
-    fpSongList1->MaxRows(0);
-    fpSongList1->RowHeadersShow(false);
-    fpSongList1->GridShowHoriz(false);
-    fpSongList1->GridShowVert(false);
-    const struct {
-        const char* head;
-        double width;
-    } columns[] = {{"", 2.37},   {"Title", 21.75},      {"Artist", 10},
-                   {"Key", 3.5}, {"Last Played", 8.83}, {" ", 2.75}};
-    for (int col = 1; col <= 6; ++col) {
-        fpSongList1->SetText(col, 0, QString::fromLatin1(columns[col - 1].head));
-        fpSongList1->ColWidth(col, columns[col - 1].width);
-    }
-    fpSongList1->Row(-1);
-    fpSongList1->Col(5);
-    fpSongList1->CellType(CellKind::Date);
-    fpSongList1->Col(6);
-    fpSongList1->CellType(CellKind::Picture);
+    setUpPickerList(*fpSongList1);
     fpSongList1->setReadOnly(true);
     fpSongList1->setFillColumn(SheetView::AllColumns);
-
     setUpSet(*fpSet);
-    fpSet->ColWidth(1, 19.25);
+    fpSet->ColWidth(SetColumn::Label, 19.25);
     fpSet->setFillColumn(SheetView::AllColumns);
 }
 
+// Deliberate: behaviour 65. The set of the window closed before is gone.
 void frmSetList::load() {
     takeFocusOff();
+    forgetRows();
+    loadCategoryCombos(QStringLiteral("list"));
+    fpSet->ColWidth(SetColumn::Title, TitleWidth);
+    loadDefaultDesign(*fpSet);
+    fpSet->SetActiveCell(0, 0);
+    fpSet->ColWidth(SetColumn::Title, TitleWidth);
+}
+
+void frmSetList::forgetRows() {
     selectedSongRow = 0;
     clickedSetRow = 0;
-    loadCategoryCombos(QStringLiteral("list"));
-    fpSet->ColWidth(2, 32.88);
-    const QString design = preference(QStringLiteral("DefaultSetList"));
-    if (!design.isEmpty()) fpSet->LoadFromFile(design);
-    fpSet->SetActiveCell(0, 0);
-    fpSet->ColWidth(2, 32.88);
 }
 
 void frmSetList::takeFocusOff() {

@@ -1,5 +1,5 @@
-// Pick Set: songs are found on the left and laid into the set on the right, which is saved,
-// loaded, and recorded as played.
+// Pick Set: the left half finds songs. The right half is the set, which is saved, loaded and
+// recorded as played.
 #pragma once
 
 #include "platform/desktop/common_dialog.h"
@@ -20,6 +20,14 @@ public:
 
     OnFailure onFailure() const override { return OnFailure::EndsCommand; }
 
+    // The row of the song list that was clicked and not yet placed, and the row of the set that was
+    // clicked last; 0 for none.
+    int selectedSongRow = 0;
+    int clickedSetRow = 0;
+
+    // Sets both to 0.
+    void forgetRows();
+
     // "Current Playlist" and "Past Playlist".
     std::array<QRadioButton*, 2> optPlayList;
 
@@ -30,26 +38,29 @@ public:
     QMenu mnuDel;
     QAction mnuDeleteFPSet, mnuAddRow, mnuDeleteRow;
 
-    // Plays what the player's panel shows. The sound goes on when the window is left.
+    // Plays the song in the player's panel. Deliberate: behaviour 74. It goes on playing when the
+    // window is closed.
     Media& mm = soundDevice();
     QTimer playerTimer;
 
-    // Fills both category boxes for "list"; "manage" only gathers the names. Either way column 1
-    // of the song list is hidden afterwards.
+    // Empties both category boxes and fills them again if `mode` is "list". Hides the column of
+    // the IDs in the song list.
     void loadCategoryCombos(const QString& mode);
 
-    // Lists the songs of the chosen categories in the chosen playlist. "Hymns" hide themselves in
-    // every search that does not name them.
+    // Lists the songs of the chosen categories in the chosen playlist. Hymns are listed only if
+    // one of the categories is "Hymns". Raises what listByCategory raises.
     void searchByCategory();
 
-    // Lists the songs whose title holds the text of txtSearch, whatever their playlist.
+    // Lists the songs of either playlist whose title contains the text of txtSearch. Raises what
+    // listByTitle raises.
     void searchByTitle();
 
-    // Shows the player's panel with the song of a row of the list, its sound file open. Raises
-    // 3021 where the song is no more.
+    // Opens the sound file of a row of the list in the player's panel. Raises
+    // RunTimeError::NoCurrentRecord if the song no longer exists.
     void openPlayer(int row);
 
-    // Puts the song that was clicked in the list into this row of the set.
+    // Puts the song selected in the list into this row of the set. Raises
+    // RunTimeError::NoCurrentRecord if the song no longer exists.
     void placeSong(int row);
 
     void designSave();
@@ -58,17 +69,18 @@ public:
     void designSetDefault();
     void clearSet();
 
-    // Records the songs of the set as played on its date, if wanted, and writes the set's file.
+    // Records the songs of the set as played on its date if the user agrees, and saves the set to
+    // a file. Raises RunTimeError::SubscriptOutOfRange if the set has more than 23 titles.
     void saveSet();
     void loadSet();
 
-    // The set as it stands, saved or not: on paper, as a text file of a line a row, in a mail.
+    // Print, export and mail the set as it is in the grid, saved or not.
     void printSet();
     void exportSetAsText();
     void mailSet();
 
-    // Hands the charts of all highlighted titles over to Export Music. Raises 3021 where a title
-    // is no song's.
+    // Hands over the charts of all highlighted titles to Export Music. Raises what
+    // joinedChartPaths raises.
     void collectSongs();
 
 private:
@@ -112,6 +124,6 @@ private:
     void takeFocusOff();
     bool chooseDesign(void (CommonDialog::*show)());
     void showPlayedDates(const QString& id);
-    void movePlaylist(const QString& statement);
+    void movePlaylist(const QString& playlist);
     void pressPlayerButton(QToolButton* pressedLook, const QString& command);
 };

@@ -1,32 +1,25 @@
 // The right half of the window: the set and its design.
 #include "core/data/database.h"
 #include "core/data/paths.h"
-#include "core/data/run_time_error.h"
 #include "core/data/texts.h"
 #include "platform/desktop/common_dialog.h"
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
+#include "platform/desktop/program_files.h"
 #include "sets/frm_set_list.h"
 #include "sets/rules/set_grid.h"
+#include "sets/rules/song_picker.h"
+
+#include <tuple>
 
 void frmSetList::placeSong(int row) {
     clickedSetRow = row;
     if (selectedSongRow > 0) {
-        const QString title = fpSongList1->GetText(2, selectedSongRow);
-        if (!title.isEmpty()) {
-            fpSet->SetText(2, clickedSetRow, title);
-            const int id = toLong(fpSongList1->GetText(1, selectedSongRow));
-            Recordset rs = select(QStringLiteral("SELECT fileLoco FROM songs WHERE ID = ") +
-                                  QString::number(id));
-            // The green is only ever set here: a cell that was green stays so for a song without
-            // sheet music. This is meant.
-            if (!rs.Fields("fileloco").isEmpty()) {
-                fpSet->Col(2);
-                fpSet->Row(clickedSetRow);
-                fpSet->BackColor(SheetMusicGreen);
-            }
-            rs.Close();
-        }
+        const QString title = fpSongList1->GetText(PickerColumn::Title, selectedSongRow);
+        // Deliberate: behaviour 59. The row decides alone, the heads and the date included.
+        if (!title.isEmpty())
+            writeSong(*fpSet, clickedSetRow, title,
+                      toLong(fpSongList1->GetText(PickerColumn::ID, selectedSongRow)));
     }
     selectedSongRow = 0;
 }
@@ -34,17 +27,13 @@ void frmSetList::placeSong(int row) {
 void frmSetList::fpSet_Click(int, int row) { placeSong(row); }
 
 void frmSetList::fpSet_Change(int col, int row) {
-    if (col != 2 || row != 1) return;
-    Recordset rs =
-        select(QStringLiteral("SELECT song_name FROM special_music WHERE play_date = '") +
-               fpSet->GetText(2, 1) + QStringLiteral("'"));
-    QString names;
-    for (; !rs.EOF_(); rs.MoveNext()) names += QLatin1Char(' ') + rs.Fields("song_name");
-    rs.Close();
+    if (col != SetColumn::Title || row != SetRow::Date) return;
+    const QString names = specialMusicOn(dateOfSet(*fpSet));
     if (names.isEmpty()) {
         lblSpecialMusic->setText(QString());
         return;
     }
+    // Deliberate: behaviour 61.
     messageBox(QStringLiteral("Special Music Scheduled For This Date\r") + names,
                BoxIcon::Information);
     lblSpecialMusic->setText(QStringLiteral("Special Music: ") +
@@ -57,14 +46,12 @@ void frmSetList::fpSet_RightClick(int, int col, int row, int x, int y) {
 }
 
 void frmSetList::mnuDeleteFPSet_Click() {
-    fpSet->Col(fpSet->ActiveCol());
-    fpSet->Row(fpSet->ActiveRow());
-    if (fpSet->BackColor() != White) fpSet->BackColor(White);
-    fpSet->Text(QString());
+    deleteText(*fpSet, fpSet->ActiveCol(), fpSet->ActiveRow());
 }
 
 void frmSetList::mnuAddRow_Click() { fpSet->InsertRows(fpSet->ActiveRow(), 1); }
 
+// Deliberate: behaviour 62.
 void frmSetList::mnuDeleteRow_Click() { fpSet->DeleteRows(fpSet->ActiveRow(), 1); }
 
 void frmSetList::Command6_Click() {
@@ -83,60 +70,40 @@ bool frmSetList::chooseDesign(void (CommonDialog::*show)()) {
 void frmSetList::designSave() {
     takeFocusOff();
     if (!chooseDesign(&CommonDialog::ShowSave)) return;
-    fpSet->SaveToFile(commonDlg().FileName, false);
+    if (!fpSet->SaveToFile(commonDlg().FileName, false)) tellNotSaved();
 }
 
 void frmSetList::designLoad() {
     takeFocusOff();
     if (!chooseDesign(&CommonDialog::ShowOpen)) return;
-    fpSet->LoadFromFile(commonDlg().FileName);
+    loadSetFile(*fpSet, commonDlg().FileName);
 }
 
-void frmSetList::designClear() { fpSet->ClearRange(1, 2, 2, fpSet->MaxRows(), true); }
+void frmSetList::designClear() { clearDesign(*fpSet); }
 
 void frmSetList::designSetDefault() {
     if (!chooseDesign(&CommonDialog::ShowOpen)) return;
     const QString name = commonDlg().FileName;
     storePreference(QStringLiteral("DefaultSetList"), name);
-    fpSet->LoadFromFile(name);
+    loadSetFile(*fpSet, name);
     takeFocusOff();
 }
 
 void frmSetList::clearSet() {
     takeFocusOff();
-    fpSet->ClearRange(2, 1, 2, fpSet->MaxRows(), true);
-    fpSet->MaxRows(0);
-    fpSet->MaxRows(50);
-    setUpDateCell(*fpSet);
-    setUpSetWidths(*fpSet);
-    fpSet->LoadFromFile(preference(QStringLiteral("DefaultSetList")));
-    fpSet->Col(1);
-    fpSet->Col2(1);
-    fpSet->Row(1);
-    fpSet->Row2(fpSet->MaxRows());
-    fpSet->BlockMode(true);
-    fpSet->BackColor(White);
-    fpSet->BlockMode(false);
+    clearSetGrid(*fpSet);
 }
 
 void frmSetList::Command9_Click() { clearSet(); }
 
 void frmSetList::cmdPersonellAvail_Click() {
-    const QString date = fpSet->GetText(2, 1);
+    const QString date = dateOfSet(*fpSet);
     if (date.isEmpty()) {
         messageBox(QStringLiteral("Please select a date in order to view personell for that date."),
                    BoxIcon::Information);
         return;
     }
-    Recordset rs =
-        select(QStringLiteral("SELECT player, instrument FROM schedule WHERE pdate = '") + date +
-               QStringLiteral("'"));
-    QString text;
-    for (; !rs.EOF_(); rs.MoveNext())
-        text += rs.Fields("instrument") + QStringLiteral(" : ") + rs.Fields("player") +
-                QLatin1Char('\r');
-    rs.Close();
-    messageBox(
-        QStringLiteral("Personell For ") + date + QStringLiteral("\r\r") + text + QLatin1Char('\r'),
-        BoxIcon::Information, QStringLiteral("Personell"));
+    messageBox(QStringLiteral("Personell For ") + date + QStringLiteral("\r\r") +
+                   personnelOn(date) + QLatin1Char('\r'),
+               BoxIcon::Information, QStringLiteral("Personell"));
 }

@@ -1,11 +1,11 @@
-// The panel in which a song of the list is heard.
-#include "core/data/database.h"
+// The panel that plays a song of the list.
 #include "platform/theme/theme.h"
 #include "sets/frm_set_list.h"
+#include "sets/rules/song_picker.h"
 
 namespace {
 
-constexpr int PressedLook = 1000;  // milliseconds
+constexpr int PressedLookTime = 1000;  // milliseconds
 
 }  // namespace
 
@@ -26,7 +26,7 @@ void frmSetList::setUpPlayer() {
         if (!look.pressedLook) continue;
         look.pressedLook->setIcon(icon);
         look.pressedLook->setDown(true);
-        // It lies over its button, which stays the one that is clicked.
+        // It covers its button, but leaves the clicks to it.
         look.pressedLook->setAttribute(Qt::WA_TransparentForMouseEvents);
         look.pressedLook->raise();
     }
@@ -35,18 +35,14 @@ void frmSetList::setUpPlayer() {
     onEvent(this, imgS, &QToolButton::clicked, &frmSetList::imgS_Click);
     onEvent(this, imgClose, &QToolButton::clicked, &frmSetList::imgClose_Click);
     onEvent(this, &playerTimer, &QTimer::timeout, &frmSetList::playerTimer_Timer);
-    playerTimer.setInterval(PressedLook);
+    playerTimer.setInterval(PressedLookTime);
     mm.Command(QStringLiteral("close"));
 }
 
 void frmSetList::openPlayer(int row) {
-    // A song that is no more ends the command: this is meant.
-    Recordset rs = select(QStringLiteral("Select soundFile FROM songs WHERE ID = ") +
-                          fpSongList1->GetText(1, row));
-    const QString soundFile = rs.Fields("soundFile");
-    rs.Close();
-    lblPlayTitle->setText(fpSongList1->GetText(2, row));
-    // A song that is still open gives way.
+    const QString soundFile = soundFileOf(fpSongList1->GetText(PickerColumn::ID, row));
+    lblPlayTitle->setText(fpSongList1->GetText(PickerColumn::Title, row));
+    // Close the song that may still be open.
     mm.Command(QStringLiteral("close"));
     mm.FileName = soundFile;
     mm.Command(QStringLiteral("Open"));
@@ -55,7 +51,7 @@ void frmSetList::openPlayer(int row) {
 
 void frmSetList::pressPlayerButton(QToolButton* pressedLook, const QString& command) {
     pressedLook->setVisible(true);
-    // A tick that is under way takes this look too.
+    // A timer that is already running hides this look too.
     if (!playerTimer.isActive()) playerTimer.start();
     mm.Command(command);
 }
@@ -76,7 +72,7 @@ void frmSetList::playerTimer_Timer() {
 void frmSetList::imgClose_Click() {
     mm.Command(QStringLiteral("stop"));
     mm.Command(QStringLiteral("close"));
-    // The keyboard goes back to the list that the song was picked from.
+    // The keyboard focus goes back to the list of songs.
     fpSongList1->setFocus();
     picPlayer->setVisible(false);
 }

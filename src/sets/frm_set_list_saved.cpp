@@ -7,9 +7,11 @@
 #include "sets/rules/set_record.h"
 #include "sets/set_folder.h"
 
+#include <tuple>
+
 void frmSetList::saveSet() {
     takeFocusOff();
-    const QString date = fpSet->GetText(2, 1);
+    const QString date = dateOfSet(*fpSet);
     if (date.isEmpty()) {
         messageBox(QStringLiteral("Please select a date for this set."));
         return;
@@ -19,7 +21,7 @@ void frmSetList::saveSet() {
         return;
     }
     const Titles titles = titlesToRecord(*fpSet);
-    // The bound is the list's size, so the question comes in nearly every case: this is meant.
+    // Deliberate: behaviour 68.
     if (countRecorded(titles, date) < MostTitles &&
         messageBox(QStringLiteral("Do you wish to set the Last Played field \r"
                                   "for the selected songs to the date you've selected?"),
@@ -30,7 +32,9 @@ void frmSetList::saveSet() {
     dialog.Filter = QStringLiteral("SET Files|*.set");
     dialog.InitDir = savedSetsFolder();
     dialog.FileName = defaultSetName(date);
-    if (dialog.chosen(&CommonDialog::ShowSave)) fpSet->SaveToFile(dialog.FileName, false);
+    // Deliberate: behaviours 71 and 72.
+    if (dialog.chosen(&CommonDialog::ShowSave))
+        std::ignore = fpSet->SaveToFile(dialog.FileName, false);
 }
 
 void frmSetList::cmdSaveSetList_Click() { saveSet(); }
@@ -42,7 +46,7 @@ void frmSetList::loadSet() {
     dialog.InitDir = savedSetsFolder() + QLatin1Char('\\');
     dialog.FileName = QString();
     if (!dialog.chosen(&CommonDialog::ShowOpen)) return;
-    fpSet->LoadFromFile(dialog.FileName);
+    loadSetFile(*fpSet, dialog.FileName);
     setUpDateCell(*fpSet);
     setUpSetWidths(*fpSet);
 }

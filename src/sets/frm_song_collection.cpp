@@ -2,13 +2,15 @@
 
 #include "charts/chart_output.h"
 #include "charts/rules/chart_page.h"
-#include "core/data/paths.h"
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
 #include "platform/paper/printing.h"
+#include "sets/rules/song_collection.h"
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
+
+#include <tuple>
 
 namespace {
 
@@ -31,8 +33,7 @@ frmSongCollection::frmSongCollection() {
     centre();
 }
 
-// A box over the program, or another program, takes no activation away: coming back from them is
-// none.
+// Coming back from a box or from another program is not an activation.
 void frmSongCollection::watchActivation() {
     connect(formArea(), &QMdiArea::subWindowActivated, this, [this](const QMdiSubWindow* window) {
         if (!window) return;
@@ -42,28 +43,18 @@ void frmSongCollection::watchActivation() {
     });
 }
 
-// Each activation adds the names once more: this is meant.
+// Deliberate: behaviour 78.
 void frmSongCollection::Form_Activate() {
-    QString names = lblSngList->text();
-    for (const QString& path : lblHidFile->text().split(QLatin1Char('|')))
-        names += fileNameOf(path) + QLatin1Char('\n');
-    lblSngList->setText(names);
-}
-
-QStringList frmSongCollection::chartPaths() const {
-    QStringList paths = lblHidFile->text().split(QLatin1Char('|'));
-    paths.removeLast();  // nothing stands behind the last "|"
-    return paths;
+    lblSngList->setText(lblSngList->text() + chartNamesOf(lblHidFile->text()));
 }
 
 void frmSongCollection::stackCharts() {
     fpSong.MaxRows(0);
     fpSong.MaxCols(0);
-    for (const QString& path : chartPaths()) {
-        // In place of a chart that cannot be opened the one before it comes once more: this is
-        // meant.
-        fpT.LoadFromFile(path);
-        // Of a chart of several pages this is the one on view.
+    for (const QString& path : chartPathsOf(lblHidFile->text())) {
+        // Deliberate: behaviour 77.
+        std::ignore = fpT.LoadFromFile(path);
+        // This is the visible page of a chart of several.
         CellBlock buffer;
         if (!fpT.SaveBlockToBuffer(1, 1, fpT.MaxCols(), fpT.MaxRows(), buffer))
             messageBox(QStringLiteral("save to buffer failed"));
@@ -91,8 +82,9 @@ void frmSongCollection::cmdPrint_Click() { printCollection(); }
 void frmSongCollection::mailCollection() {
     stackCharts();
     layoutCollection();
-    // Several charts leave the button as it was, as several pages of one chart do: this is meant.
-    mailChart(fpSong, chartPaths().size() == 1 ? NoteButton::Shown : NoteButton::AsItWas);
+    // Deliberate: behaviour 78. Several charts leave the button as it was.
+    const bool oneChart = chartPathsOf(lblHidFile->text()).size() == 1;
+    mailChart(fpSong, oneChart ? NoteButton::Shown : NoteButton::AsItWas);
 }
 
 void frmSongCollection::Command1_Click() { mailCollection(); }

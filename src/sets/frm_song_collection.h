@@ -1,4 +1,4 @@
-// Export Music: the charts of a set's songs, printed or mailed as one document.
+// Export Music: prints or mails the charts of a set's songs as one document.
 #pragma once
 
 #include "core/grid/sheet_grid.h"
@@ -11,22 +11,21 @@ public:
 
     OnFailure onFailure() const override { return OnFailure::EndsCommand; }
 
-    // The chart that was opened last, and all charts one under the other.
+    // The chart loaded last, and all charts one below the other.
     SheetGrid fpT;
     SheetGrid fpSong;
 
-    // Print and mail the charts whose paths stand in lblHidFile, each path with a "|" behind it.
-    // The mail shows the "+ Note" button for one chart alone, and raises 53 where there is no
-    // staging file to read, 75 where it cannot be read.
+    // Print and mail the charts in lblHidFile, which holds their paths, each with a "|" behind it.
+    // mailCollection raises RunTimeError::FileNotFound if there is no staging file,
+    // RunTimeError::PathAccess if it cannot be read.
     void printCollection();
     void mailCollection();
 
-    // Gives the stacked charts their sizes, font and joined rows.
+    // Sets the sizes, the font and the joined rows of the stacked charts.
     void layoutCollection();
 
 private:
     void watchActivation();
-    QStringList chartPaths() const;
     void stackCharts();
 
     void Form_Activate();

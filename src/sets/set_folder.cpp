@@ -11,6 +11,6 @@ void browseSavedSets(FolderBrowser& browser) {
     try {
         browser.Path(savedSetsFolder());
     } catch (const RunTimeError&) {
-        // A folder that is gone leaves the window as it is: this is meant.
+        // Deliberate: behaviour 75.
     }
 }

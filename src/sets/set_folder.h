@@ -1,12 +1,12 @@
-// The folder of saved sets, and the browser of the windows that show it.
+// The folder of the saved sets.
 #pragma once
 
 #include <QString>
 
 class FolderBrowser;
 
-// "\saved sets" in the program's folder, without a trailing separator.
+// "\saved sets" in the program's folder, without a separator at the end.
 QString savedSetsFolder();
 
-// Takes a browser of sets to that folder; where it is missing the browser stays empty.
+// Lets a browser list the sets in that folder. If the folder is missing, the browser stays empty.
 void browseSavedSets(FolderBrowser& browser);

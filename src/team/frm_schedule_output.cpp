@@ -17,6 +17,8 @@
 #include <QFile>
 #include <QKeyEvent>
 
+#include <tuple>
+
 namespace {
 
 constexpr int PanelGap = 8;  // pixels
@@ -158,8 +160,8 @@ void frmSchedule::mailSchedule() {
         rows = *weeks;
     }
     // Deliberate: behaviour 109.
-    fpSchedule->ExportRangeToHTML(1, rows.first, ScheduleColumn::Last, rows.last, mailStagingFile(),
-                                  false, QStringLiteral("lsl"));
+    std::ignore = fpSchedule->ExportRangeToHTML(1, rows.first, ScheduleColumn::Last, rows.last,
+                                                mailStagingFile(), false, QStringLiteral("lsl"));
     fillMail(rewriteStagedTable());
     // Deliberate: behaviour 113.
     joinNoteLines(*fpSchedule);

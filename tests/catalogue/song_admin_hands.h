@@ -1,7 +1,12 @@
-// The song window as the tests open and use it.
+// What the tests of the song window share.
 #pragma once
 
 #include "catalogue/frm_song_admin.h"
+#include "catalogue/rules/categories.h"
+#include "catalogue/rules/played_dates.h"
+#include "catalogue/rules/song_form.h"
+#include "catalogue/rules/song_list.h"
+#include "core/data/run_time_error.h"
 #include "support/grid_hands.h"
 #include "support/world.h"
 
@@ -11,7 +16,7 @@
 
 class SongAdminTest : public WindowTest {
 protected:
-    // Starts the program, opens the song window and empties the statement log.
+    // Starts the program, opens the song window and clears the statement log.
     frmSongAdmin& open() {
         world->start();
         openAgain();
@@ -23,19 +28,24 @@ protected:
 
     static frmSongAdmin& window() { return frmSongAdmin::instance(); }
 
-    // Shows the song with this title by a click on it in the list.
+    // Clicks the song with this title in the list.
     void showSong(const QString& title) {
-        const int row = int(columnOf(window().fpSongList2, 2).indexOf(title)) + 1;
+        const int row =
+            int(columnOf(window().fpSongList2, SongListColumn::Title).indexOf(title)) + 1;
         QVERIFY2(row > 0, qPrintable(title + QStringLiteral(" is not in the list")));
-        clickCell(window().fpSongList2, 2, row);
+        clickCell(window().fpSongList2, SongListColumn::Title, row);
     }
 
-    void typeInSong(int row, const QString& text) { typeInCell(window().fpSMsong, 1, row, text); }
+    void typeInSong(int row, const QString& text) {
+        typeInCell(window().fpSMsong, SongFormColumn::Value, row, text);
+    }
 
-    static QString songValue(int row) { return window().fpSMsong->GetText(1, row); }
+    static QString songValue(int row) {
+        return window().fpSMsong->GetText(SongFormColumn::Value, row);
+    }
 };
 
-// Another program that holds the database file for itself while this lives.
+// Locks the database file for as long as it exists, as another program would.
 class FileHeld {
 public:
     explicit FileHeld(const QString& file) {

@@ -1,4 +1,4 @@
-// Categories: the panel that defines them, the list that gives one to a song.
+// Categories: the panel that defines them, and the list that gives one to a song.
 #include "catalogue/song_admin_hands.h"
 #include "support/registry.h"
 
@@ -21,7 +21,7 @@ QStringList cascade(const QString& name, const QString& oldName) {
 class TestCategories : public SongAdminTest {
     Q_OBJECT
 
-    // The window with the panel open and the log empty.
+    // Opens the window and the panel, and clears the statement log.
     frmSongAdmin& openPanel() {
         frmSongAdmin& w = open();
         click(w.cmdDefineCat);
@@ -30,9 +30,9 @@ class TestCategories : public SongAdminTest {
     }
 
     void pick(const QString& category) {
-        const int row = int(columnOf(window().fpCat, 2).indexOf(category)) + 1;
+        const int row = int(columnOf(window().fpCat, CategoryColumn::Name).indexOf(category)) + 1;
         QVERIFY(row > 0);
-        clickCell(window().fpCat, 2, row);
+        clickCell(window().fpCat, CategoryColumn::Name, row);
     }
 
     void store(const QString& name, const QString& description = {}) {
@@ -41,10 +41,10 @@ class TestCategories : public SongAdminTest {
         click(window().cmdAddCat);
     }
 
-    // Gives a category to a song through the list that a right click brings up.
+    // Gives a category to a song with the list that a right click shows.
     void give(const QString& category, int songRow) {
         frmSongAdmin& w = window();
-        clickCell(w.fpSongList2, 2, songRow, Qt::RightButton);
+        clickCell(w.fpSongList2, SongListColumn::Title, songRow, Qt::RightButton);
         QVERIFY(w.txtCats->isVisible());
         const auto found = w.txtCats->findItems(category, Qt::MatchExactly);
         QCOMPARE(found.size(), 1);
@@ -54,7 +54,7 @@ class TestCategories : public SongAdminTest {
     }
 
 private Q_SLOTS:
-    void panelOpensAndClosesByItsButton() {
+    void buttonOpensAndClosesThePanel() {
         world->sql(
             "INSERT INTO categories (ID, name, description) VALUES (3, 'Praise', 'loud'), "
             "(5, 'Lent', NULL)");
@@ -62,12 +62,12 @@ private Q_SLOTS:
         QVERIFY(w.frmCat->isHidden());
         click(w.cmdDefineCat);
         QVERIFY(w.frmCat->isVisible());
-        QVERIFY(w.fpCat->isColHidden(1, 1));
-        QCOMPARE(w.fpCat->GetText(2, 0), QStringLiteral("Name"));
-        QCOMPARE(w.fpCat->GetText(3, 0), QStringLiteral("Description"));
-        QCOMPARE(columnOf(w.fpCat, 1), (QStringList{"3", "5"}));
-        QCOMPARE(columnOf(w.fpCat, 2), (QStringList{"Praise", "Lent"}));
-        QCOMPARE(columnOf(w.fpCat, 3), (QStringList{"loud", ""}));
+        QVERIFY(w.fpCat->isColHidden(1, CategoryColumn::ID));
+        QCOMPARE(w.fpCat->GetText(CategoryColumn::Name, 0), QStringLiteral("Name"));
+        QCOMPARE(w.fpCat->GetText(CategoryColumn::Description, 0), QStringLiteral("Description"));
+        QCOMPARE(columnOf(w.fpCat, CategoryColumn::ID), (QStringList{"3", "5"}));
+        QCOMPARE(columnOf(w.fpCat, CategoryColumn::Name), (QStringList{"Praise", "Lent"}));
+        QCOMPARE(columnOf(w.fpCat, CategoryColumn::Description), (QStringList{"loud", ""}));
         click(w.cmdDefineCat);
         QVERIFY(w.frmCat->isHidden());
         QCOMPARE(world->statements, (QStringList{CategoriesStatement, CategoriesStatement}));
@@ -76,12 +76,12 @@ private Q_SLOTS:
     void clickOnACategoryFillsTheBoxes() {
         world->sql("INSERT INTO categories (ID, name, description) VALUES (3, 'Praise', 'loud')");
         frmSongAdmin& w = openPanel();
-        clickCell(w.fpCat, 3, 1);
+        clickCell(w.fpCat, CategoryColumn::Description, 1);
         QCOMPARE(w.txtName->text(), QStringLiteral("Praise"));
         QCOMPARE(w.txtDesc->text(), QStringLiteral("loud"));
         QCOMPARE(w.lblID->text(), QStringLiteral("3"));
         QCOMPARE(w.lblOldName->text(), QStringLiteral("Praise"));
-        clickCell(w.fpCat, 2, 0);
+        clickCell(w.fpCat, CategoryColumn::Name, 0);
         QCOMPARE(w.txtName->text(), QStringLiteral("Praise"));
     }
 
@@ -94,7 +94,7 @@ private Q_SLOTS:
                               CategoriesStatement}));
         QCOMPARE(world->rows("SELECT name, description FROM categories"),
                  QStringList{"Praise|loud"});
-        QCOMPARE(columnOf(w.fpCat, 2), QStringList{"Praise"});
+        QCOMPARE(columnOf(w.fpCat, CategoryColumn::Name), QStringList{"Praise"});
         QCOMPARE(w.txtName->text() + w.txtDesc->text() + w.lblID->text(), QString());
     }
 
@@ -124,11 +124,12 @@ private Q_SLOTS:
         QCOMPARE(world->rows("SELECT title, cat1, cat2, cat3, cat4, cat5 FROM songs"),
                  (QStringList{"1|Joy|Lent|||", "2|Lent|Joy|||", "3|||Joy||", "4||||Joy|",
                               "5|||||Joy", "6|Praise and more|Lent|||", "Praise|Joy|Joy|||"}));
-        QCOMPARE(columnOf(w.fpCat, 2), (QStringList{"Joy", "Lent"}));
+        QCOMPARE(columnOf(w.fpCat, CategoryColumn::Name), (QStringList{"Joy", "Lent"}));
         QCOMPARE(w.lblID->text(), QString());
     }
 
-    void changedDescriptionAloneRunsTheCascadeToo() {
+    // Deliberate: behaviour 40.
+    void changedDescriptionAloneUpdatesTheSongsToo() {
         world->sql(
             "INSERT INTO categories (ID, name) VALUES (1, 'Praise');"
             "INSERT INTO songs (title, cat1) VALUES ('1', 'Praise')");
@@ -138,10 +139,10 @@ private Q_SLOTS:
         click(w.cmdAddCat);
         QCOMPARE(world->statements.mid(1, 5), cascade("Praise", "Praise"));
         QCOMPARE(world->rows("SELECT cat1 FROM songs"), QStringList{"Praise"});
-        QCOMPARE(columnOf(w.fpCat, 3), QStringList{"loud"});
+        QCOMPARE(columnOf(w.fpCat, CategoryColumn::Description), QStringList{"loud"});
     }
 
-    void apostrophesLeaveTheNameInCategoriesSongsAndBox() {
+    void apostrophesAreRemovedFromCategorySongsAndBox() {
         world->sql(
             "INSERT INTO categories (ID, name) VALUES (1, 'Praise');"
             "INSERT INTO songs (title, cat2) VALUES ('1', 'Praise')");
@@ -159,12 +160,12 @@ private Q_SLOTS:
         QCOMPARE(world->rows("SELECT cat2 FROM songs"), QStringList{"Mens own"});
     }
 
-    void namesOfAllScriptsAreRenamedWithoutCase() {
+    void renamingIgnoresCaseInEveryScript() {
         world->sql(QString::fromUtf8(
             "INSERT INTO categories (ID, name) VALUES (1, 'Ψαλμός');"
             "INSERT INTO songs (title, cat1) VALUES ('1', 'ψαλμός'), ('2', '찬양')"));
         frmSongAdmin& w = openPanel();
-        clickCell(w.fpCat, 2, 1);
+        clickCell(w.fpCat, CategoryColumn::Name, 1);
         const QString name = QString::fromUtf8("Lobgesänge 찬송");
         w.txtName->setText(name);
         click(w.cmdAddCat);
@@ -178,6 +179,7 @@ private Q_SLOTS:
         QTest::newRow("hymns") << "hymns";
         QTest::newRow("Hymns") << "Hymns";
     }
+    // Deliberate: behaviour 39.
     void hymnsIsReservedInTwoSpellings() {
         QFETCH(QString, name);
         frmSongAdmin& w = openPanel();
@@ -190,6 +192,7 @@ private Q_SLOTS:
         QCOMPARE(world->rows("SELECT * FROM categories"), QStringList());
     }
 
+    // Deliberate: behaviour 39.
     void hymnsInCapitalsIsAccepted() {
         openPanel();
         store("HYMNS");
@@ -206,6 +209,7 @@ private Q_SLOTS:
         QVERIFY(world->statements.isEmpty());
     }
 
+    // Deliberate: behaviour 41.
     void deletingLeavesTheNameInTheSongs() {
         world->sql(
             "INSERT INTO categories (ID, name) VALUES (1, 'Praise'), (2, 'Lent');"
@@ -217,13 +221,14 @@ private Q_SLOTS:
                  (QStringList{"DELETE FROM categories WHERE ID = 1 [3]", CategoriesStatement}));
         QCOMPARE(world->rows("SELECT name FROM categories"), QStringList{"Lent"});
         QCOMPARE(world->rows("SELECT cat1, cat5 FROM songs"), QStringList{"Praise|Praise"});
-        QCOMPARE(w.fpCat->GetText(2, 1), QStringLiteral("Lent"));
+        QCOMPARE(w.fpCat->GetText(CategoryColumn::Name, 1), QStringLiteral("Lent"));
         QCOMPARE(w.fpCat->DataRowCnt(), 1);
         QCOMPARE(w.txtName->text() + w.lblID->text() + w.lblOldName->text(), QString());
         click(w.Command4);
         QCOMPARE(w.txtCats->count(), 1);
         QCOMPARE(w.txtCats->item(0)->text(), QStringLiteral("Lent"));
-        QCOMPARE(w.fpSMsong->formatAt(1, 1, 5).comboList, QStringLiteral("Lent\t"));
+        QCOMPARE(w.fpSMsong->formatAt(1, SongFormColumn::Value, SongRow::Category1).comboList,
+                 QStringLiteral("Lent\t"));
     }
 
     void deletingWithoutASelectionIsRefused() {
@@ -247,7 +252,7 @@ private Q_SLOTS:
                  (QStringList{"1|Praise", "2|Praise"}));
     }
 
-    void closingThePanelTakesUpTheChanges() {
+    void closingThePanelUpdatesTheLists() {
         world->sql("INSERT INTO songs (title) VALUES ('Song')");
         frmSongAdmin& w = openPanel();
         store("Praise");
@@ -260,30 +265,31 @@ private Q_SLOTS:
                  (QStringList{"SELECT name FROM categories [1]",
                               "SELECT * FROM songs ORDER BY title [1]",
                               "SELECT played_date FROM played_on WHERE (songID = 1) [1]"}));
-        for (int row = 5; row <= 9; ++row)
-            QCOMPARE(w.fpSMsong->formatAt(1, 1, row).comboList, QStringLiteral("Praise\tLent\t"));
+        for (int row = SongRow::Category1; row <= SongRow::Category5; ++row)
+            QCOMPARE(w.fpSMsong->formatAt(1, SongFormColumn::Value, row).comboList,
+                     QStringLiteral("Praise\tLent\t"));
         QCOMPARE(w.txtCats->count(), 2);
     }
 
-    void rightClickBringsUpTheListAtTheMouse() {
+    void rightClickShowsTheListAtTheMouse() {
         world->sql(
             "INSERT INTO categories (name) VALUES ('Praise');"
             "INSERT INTO songs (title) VALUES ('a'), ('b'), ('c')");
         frmSongAdmin& w = open();
-        clickCell(w.fpSongList2, 2, 3, Qt::RightButton);
+        clickCell(w.fpSongList2, SongListColumn::Title, 3, Qt::RightButton);
         QVERIFY(w.txtCats->isVisible());
         QCOMPARE(w.fpSongList2->ActiveRow(), 3);
-        const QRect cell = w.fpSongList2->cellRect(2, 3);
+        const QRect cell = w.fpSongList2->cellRect(SongListColumn::Title, 3);
         QCOMPARE(w.txtCats->pos(),
                  w.fpSongList2->pos() + QPoint(cell.left() + 4, cell.center().y()));
         showSong("b");
         QVERIFY(w.txtCats->isHidden());
     }
 
-    void rightClickOnAHeadBringsUpNothing() {
+    void rightClickOnAHeadShowsNoList() {
         world->sql("INSERT INTO categories (name) VALUES ('Praise')");
         frmSongAdmin& w = open();
-        clickCell(w.fpSongList2, 2, 0, Qt::RightButton);
+        clickCell(w.fpSongList2, SongListColumn::Title, 0, Qt::RightButton);
         QVERIFY(w.txtCats->isHidden());
     }
 
@@ -295,7 +301,7 @@ private Q_SLOTS:
         for (int i = 0; i < 12; ++i) names += QStringLiteral(", ('s')");
         world->sql(names);
         frmSongAdmin& w = open();
-        clickCell(w.fpSongList2, 5, 12, Qt::RightButton);
+        clickCell(w.fpSongList2, SongListColumn::LastPlayed, 12, Qt::RightButton);
         QVERIFY(w.txtCats->isVisible());
         QVERIFY(w.rect().contains(w.txtCats->geometry()));
     }
@@ -326,12 +332,13 @@ private Q_SLOTS:
                      "SELECT * FROM played_on WHERE songID = 8 [1]"}));
         QVERIFY(w.txtCats->isHidden());
         QVERIFY(w.txtCats->selectedItems().isEmpty());
-        QCOMPARE(songValue(1), QStringLiteral("8"));
-        QCOMPARE(songValue(4 + slot), QStringLiteral("Praise"));
+        QCOMPARE(songValue(SongRow::ID), QStringLiteral("8"));
+        QCOMPARE(songValue(SongRow::Category1 + slot - 1), QStringLiteral("Praise"));
         QCOMPARE(world->rows("SELECT cat1, cat2, cat3, cat4 FROM songs WHERE ID = 1"),
                  QStringList{"|||"});
     }
 
+    // Deliberate: behaviour 42.
     void songWithFourCategoriesRefusesAFifthFromTheList() {
         world->sql(
             "INSERT INTO categories (name) VALUES ('Praise');"
@@ -344,21 +351,21 @@ private Q_SLOTS:
         QCOMPARE(world->rows("SELECT cat1, cat2, cat3, cat4, cat5 FROM songs"),
                  QStringList{"a|b|c|d|"});
         QVERIFY(w.txtCats->isHidden());
-        QCOMPARE(songValue(2), QStringLiteral("Song"));
+        QCOMPARE(songValue(SongRow::Title), QStringLiteral("Song"));
     }
 
-    void listIsUsedByTheKeyboard() {
+    void listCanBeUsedWithTheKeyboard() {
         world->sql(
             "INSERT INTO categories (name) VALUES ('Lent'), ('Praise');"
             "INSERT INTO songs (title) VALUES ('Song')");
         frmSongAdmin& w = open();
-        clickCell(w.fpSongList2, 2, 1, Qt::RightButton);
+        clickCell(w.fpSongList2, SongListColumn::Title, 1, Qt::RightButton);
         QCOMPARE(QApplication::focusWidget(), w.txtCats);
         QTest::keyClick(w.txtCats, Qt::Key_Escape);
         QVERIFY(w.txtCats->isHidden());
         QCOMPARE(QApplication::focusWidget(), w.fpSongList2);
         QVERIFY(world->statements.isEmpty());
-        clickCell(w.fpSongList2, 2, 1, Qt::RightButton);
+        clickCell(w.fpSongList2, SongListColumn::Title, 1, Qt::RightButton);
         QTest::keyClick(w.txtCats, Qt::Key_Down);
         QTest::keyClick(w.txtCats, Qt::Key_Down);
         QTest::keyClick(w.txtCats, Qt::Key_Return);
@@ -371,7 +378,7 @@ private Q_SLOTS:
     void clickBesideTheNamesHidesTheList() {
         world->sql("INSERT INTO songs (title) VALUES ('Song')");
         frmSongAdmin& w = open();
-        clickCell(w.fpSongList2, 2, 1, Qt::RightButton);
+        clickCell(w.fpSongList2, SongListColumn::Title, 1, Qt::RightButton);
         QVERIFY(w.txtCats->isVisible());
         click(w.txtCats->viewport());
         QVERIFY(w.txtCats->isHidden());
@@ -388,12 +395,12 @@ private Q_SLOTS:
         QVERIFY(world->statements.isEmpty());
     }
 
-    void listGoesWhenTheKeyboardGoesElsewhere() {
+    void listHidesWhenItLosesTheKeyboardFocus() {
         world->sql(
             "INSERT INTO categories (name) VALUES ('Praise');"
             "INSERT INTO songs (title) VALUES ('Song')");
         frmSongAdmin& w = open();
-        clickCell(w.fpSongList2, 2, 1, Qt::RightButton);
+        clickCell(w.fpSongList2, SongListColumn::Title, 1, Qt::RightButton);
         w.cmdAdd->setFocus();
         QVERIFY(w.txtCats->isHidden());
     }
@@ -403,21 +410,22 @@ private Q_SLOTS:
         w.txtName->setText("Praise");
         {
             const FileHeld held(world->path("db1.mdb"));
-            world->answers.runTimeError(-2147217900, "locked");
+            world->answers.runTimeError(RunTimeError::StatementRefused, "locked");
             click(w.cmdAddCat);
         }
         QCOMPARE(world->endStatus, 1);
         QCOMPARE(world->rows("SELECT * FROM categories"), QStringList());
     }
 
-    void renamingThatFailsHalfWayKeepsWhatWasDone() {
+    // Deliberate: behaviour 40.
+    void renamingThatFailsHalfwayKeepsWhatWasStored() {
         world->sql(
             "INSERT INTO categories (ID, name) VALUES (1, 'Men''s');"
             "INSERT INTO songs (title, cat1) VALUES ('1', 'Men''s')");
         frmSongAdmin& w = openPanel();
         pick("Men's");
         w.txtName->setText("Men");
-        world->answers.runTimeError(-2147217900);
+        world->answers.runTimeError(RunTimeError::StatementRefused);
         click(w.cmdAddCat);
         QCOMPARE(world->endStatus, 1);
         QCOMPARE(world->rows("SELECT name FROM categories"), QStringList{"Men"});

@@ -37,24 +37,27 @@ class TestPlayedDates : public SongAdminTest {
     }
 
 private Q_SLOTS:
-    void datesStandInTheTablesOrder() {
+    // Deliberate: behaviour 38.
+    void datesAreShownInTableOrder() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
-        QCOMPARE(columnOf(w.fpdp, 1), (QStringList{"11", "12", "15", ""}));
-        QCOMPARE(columnOf(w.fpdp, 2), (QStringList{"12/31/05", "01/01/06", "06/12/04", ""}));
-        QCOMPARE(columnOf(w.fpdp, 3), (QStringList{"4", "4", "4", ""}));
-        QCOMPARE(w.fpdp->GetText(2, 0), QStringLiteral("Last Played"));
+        QCOMPARE(columnOf(w.fpdp, PlayedDateColumn::ID), (QStringList{"11", "12", "15", ""}));
+        QCOMPARE(columnOf(w.fpdp, PlayedDateColumn::Date),
+                 (QStringList{"12/31/05", "01/01/06", "06/12/04", ""}));
+        QCOMPARE(columnOf(w.fpdp, PlayedDateColumn::SongID), (QStringList{"4", "4", "4", ""}));
+        QCOMPARE(w.fpdp->GetText(PlayedDateColumn::Date, 0), QStringLiteral("Last Played"));
     }
 
     void songWithoutDatesKeepsOneEmptyRow() {
         world->sql(ThreeDates + ";INSERT INTO songs (title) VALUES ('New')");
         frmSongAdmin& w = openSong();
         showSong("New");
-        QCOMPARE(columnOf(w.fpdp, 2), QStringList{""});
-        QCOMPARE(columnOf(w.fpdp, 1), QStringList{""});
+        QCOMPARE(columnOf(w.fpdp, PlayedDateColumn::Date), QStringList{""});
+        QCOMPARE(columnOf(w.fpdp, PlayedDateColumn::ID), QStringList{""});
     }
 
-    void updateWithoutAChangeStoresTheSameDatesAnew() {
+    // Deliberate: behaviour 35.
+    void updateWithoutAChangeReplacesTheRowsOfTheDates() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
         click(w.cmdAdd);
@@ -73,7 +76,7 @@ private Q_SLOTS:
     void emptiedDateIsRemoved() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
-        typeInCell(w.fpdp, 2, 2, "");
+        typeInCell(w.fpdp, PlayedDateColumn::Date, 2, "");
         click(w.cmdAdd);
         QCOMPARE(world->statements.mid(1),
                  (QStringList{deletion(11), insertion("Song", "12/31/05"), deletion(12),
@@ -84,42 +87,45 @@ private Q_SLOTS:
     void dateTypedInTheOnlyRowIsAdded() {
         world->sql("INSERT INTO songs (ID, title, cat1) VALUES (4, 'Song', 'Praise')");
         frmSongAdmin& w = openSong();
-        typeInCell(w.fpdp, 2, 1, "11/15/26");
+        typeInCell(w.fpdp, PlayedDateColumn::Date, 1, "11/15/26");
         click(w.cmdAdd);
         QCOMPARE(world->statements.mid(1), QStringList{insertion("Song", "11/15/26")});
         QCOMPARE(dates(), QStringList{"Song|11/15/26"});
         click(w.Command12);
-        QCOMPARE(w.fpSongList2->GetText(5, 1), QStringLiteral("11/15/26"));
+        QCOMPARE(w.fpSongList2->GetText(SongListColumn::LastPlayed, 1), QStringLiteral("11/15/26"));
     }
 
     void datesTypedInTheSpareRowsAreAdded() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
-        typeInCell(w.fpdp, 2, 4, "11/15/26");
+        typeInCell(w.fpdp, PlayedDateColumn::Date, 4, "11/15/26");
         QCOMPARE(w.fpdp->MaxRows(), 5);
-        typeInCell(w.fpdp, 2, 5, "11/22/26");
+        typeInCell(w.fpdp, PlayedDateColumn::Date, 5, "11/22/26");
         click(w.cmdAdd);
         QCOMPARE(dates(), (QStringList{"Song|12/31/05", "Song|01/01/06", "Song|06/12/04",
                                        "Song|11/15/26", "Song|11/22/26"}));
     }
 
-    void newTitleGoesIntoAllDates() {
+    // Deliberate: behaviour 35.
+    void newTitleIsWrittenToAllDates() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
-        typeInSong(2, "Singer's Song");
+        typeInSong(SongRow::Title, "Singer's Song");
         click(w.cmdAdd);
         QCOMPARE(dates(), (QStringList{"Singers Song|12/31/05", "Singers Song|01/01/06",
                                        "Singers Song|06/12/04"}));
     }
 
-    void newSongWithDatesOnViewStopsAtTheConversionAndCostsNoDate() {
+    // Deliberate: behaviours 33 and 37.
+    void newSongWithDatesShownFailsWithoutLosingADate() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
         click(w.cmdClear);
-        QCOMPARE(columnOf(w.fpdp, 2), (QStringList{"12/31/05", "01/01/06", "06/12/04", ""}));
-        typeInSong(2, "New");
-        typeInSong(5, "Praise");
-        world->answers.runTimeError(13);
+        QCOMPARE(columnOf(w.fpdp, PlayedDateColumn::Date),
+                 (QStringList{"12/31/05", "01/01/06", "06/12/04", ""}));
+        typeInSong(SongRow::Title, "New");
+        typeInSong(SongRow::Category1, "Praise");
+        world->answers.runTimeError(RunTimeError::TypeMismatch);
         click(w.cmdAdd);
         QCOMPARE(world->endStatus, 1);
         QCOMPARE(world->statements.size(), 1);
@@ -129,24 +135,25 @@ private Q_SLOTS:
                  (QStringList{"11|12/31/05", "12|01/01/06", "15|06/12/04"}));
     }
 
-    void datesStayOnViewAfterAnUpdateToo() {
+    // Deliberate: behaviours 33 and 37.
+    void datesStayShownAfterAnUpdate() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
         click(w.cmdAdd);
-        typeInSong(2, "New");
-        typeInSong(5, "Praise");
-        world->answers.runTimeError(13);
+        typeInSong(SongRow::Title, "New");
+        typeInSong(SongRow::Category1, "Praise");
+        world->answers.runTimeError(RunTimeError::TypeMismatch);
         click(w.cmdAdd);
         QCOMPARE(world->endStatus, 1);
         QCOMPARE(dates(), (QStringList{"Song|12/31/05", "Song|01/01/06", "Song|06/12/04"}));
     }
 
-    void newSongWithoutDatesOnViewIsAdded() {
+    void newSongWithoutDatesShownIsAdded() {
         world->sql("INSERT INTO songs (ID, title, cat1) VALUES (4, 'Song', 'Praise')");
         frmSongAdmin& w = openSong();
         click(w.cmdClear);
-        typeInSong(2, "New");
-        typeInSong(5, "Praise");
+        typeInSong(SongRow::Title, "New");
+        typeInSong(SongRow::Category1, "Praise");
         click(w.cmdAdd);
         QCOMPARE(world->endStatus, -1);
         QCOMPARE(world->rows("SELECT title FROM songs ORDER BY ID"), (QStringList{"Song", "New"}));
@@ -159,22 +166,23 @@ private Q_SLOTS:
         QTest::newRow("before the grid's dates") << "12/31/85";
         QTest::newRow("Korean") << QString::fromUtf8("2005년 6월 12일");
     }
+    // Deliberate: behaviour 36.
     void dateOfAnotherFormIsStoredAsTyped() {
         QFETCH(QString, date);
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
-        typeInCell(w.fpdp, 2, 1, date);
+        typeInCell(w.fpdp, PlayedDateColumn::Date, 1, date);
         click(w.cmdAdd);
         QCOMPARE(dates(), (QStringList{"Song|" + date, "Song|01/01/06", "Song|06/12/04"}));
         showSong("Song");
-        QCOMPARE(w.fpdp->GetText(2, 1), date);
+        QCOMPARE(w.fpdp->GetText(PlayedDateColumn::Date, 1), date);
     }
 
     void dateWithAnApostropheEndsTheProgramAndKeepsTheRowsBefore() {
         world->sql(ThreeDates);
         frmSongAdmin& w = openSong();
-        typeInCell(w.fpdp, 2, 4, "New Year's");
-        world->answers.runTimeError(-2147217900);
+        typeInCell(w.fpdp, PlayedDateColumn::Date, 4, "New Year's");
+        world->answers.runTimeError(RunTimeError::StatementRefused);
         click(w.cmdAdd);
         QCOMPARE(world->endStatus, 1);
         QCOMPARE(dates(), (QStringList{"Song|12/31/05", "Song|01/01/06", "Song|06/12/04"}));
@@ -188,7 +196,7 @@ private Q_SLOTS:
             "1 + i % 12, 1 + i % 28), 4 FROM n");
         frmSongAdmin& w = openSong();
         QCOMPARE(w.fpdp->MaxRows(), 401);
-        QCOMPARE(w.fpdp->GetText(1, 400), QStringLiteral("400"));
+        QCOMPARE(w.fpdp->GetText(PlayedDateColumn::ID, 400), QStringLiteral("400"));
     }
 
     void lockedFileAtTheDatesLosesNone() {
@@ -196,7 +204,7 @@ private Q_SLOTS:
         frmSongAdmin& w = openSong();
         {
             const FileHeld held(world->path("db1.mdb"));
-            world->answers.runTimeError(-2147217900, "locked");
+            world->answers.runTimeError(RunTimeError::StatementRefused, "locked");
             click(w.cmdAdd);
         }
         QCOMPARE(world->endStatus, 1);

@@ -1,4 +1,4 @@
-// The menu and the file buttons of the song on view.
+// The context menu and the file buttons of the song shown.
 #include "catalogue/song_admin_hands.h"
 #include "support/registry.h"
 
@@ -22,49 +22,50 @@ private Q_SLOTS:
         world->sql("INSERT INTO songs (title, dakey, cat1) VALUES ('Song', 'G', 'Praise')");
         frmSongAdmin& w = open();
         showSong("Song");
-        clickCell(w.fpSMsong, 0, 4);
-        clickCell(w.fpSMsong, 1, 4, Qt::RightButton);
+        clickCell(w.fpSMsong, SongFormColumn::Label, SongRow::Key);
+        clickCell(w.fpSMsong, SongFormColumn::Value, SongRow::Key, Qt::RightButton);
         QVERIFY(w.mnuDel.isVisible());
         QCOMPARE(w.mnuDeleteDoIt.text(), QStringLiteral("Delete"));
         QVERIFY(pickMenuItem(w.mnuDel, w.mnuDeleteDoIt));
-        QCOMPARE(songValue(4), QString());
-        QCOMPARE(songValue(2), QStringLiteral("Song"));
-        QCOMPARE(songValue(5), QStringLiteral("Praise"));
+        QCOMPARE(songValue(SongRow::Key), QString());
+        QCOMPARE(songValue(SongRow::Title), QStringLiteral("Song"));
+        QCOMPARE(songValue(SongRow::Category1), QStringLiteral("Praise"));
     }
 
-    void rightClickMenuActsOnTheRowAtTheMouse() {
+    void rightClickMenuActsOnTheRowUnderTheMouse() {
         world->sql("INSERT INTO songs (title, dakey, cat1) VALUES ('Song', 'G', 'Praise')");
         frmSongAdmin& w = open();
         showSong("Song");
-        clickCell(w.fpSMsong, 1, 2);
-        clickCell(w.fpSMsong, 0, 5, Qt::RightButton);
+        clickCell(w.fpSMsong, SongFormColumn::Value, SongRow::Title);
+        clickCell(w.fpSMsong, SongFormColumn::Label, SongRow::Category1, Qt::RightButton);
         QVERIFY(pickMenuItem(w.mnuDel, w.mnuDeleteDoIt));
-        QCOMPARE(songValue(2), QStringLiteral("Song"));
-        QCOMPARE(songValue(4), QStringLiteral("G"));
-        QCOMPARE(songValue(5), QString());
-        QCOMPARE(w.fpSMsong->GetText(0, 5), QStringLiteral("Category 1"));
+        QCOMPARE(songValue(SongRow::Title), QStringLiteral("Song"));
+        QCOMPARE(songValue(SongRow::Key), QStringLiteral("G"));
+        QCOMPARE(songValue(SongRow::Category1), QString());
+        QCOMPARE(w.fpSMsong->GetText(SongFormColumn::Label, SongRow::Category1),
+                 QStringLiteral("Category 1"));
     }
 
-    void leftClickBringsUpNoMenu() {
+    void leftClickShowsNoMenu() {
         frmSongAdmin& w = open();
-        clickCell(w.fpSMsong, 1, 4);
+        clickCell(w.fpSMsong, SongFormColumn::Value, SongRow::Key);
         QVERIFY(!w.mnuDel.isVisible());
     }
 
-    void chartIsChosenInTheChartFolder() {
+    void chartDialogStartsInTheChartFolder() {
         frmSongAdmin& w = open();
         QVERIFY(QDir(world->folder()).mkpath("sheetmusic"));
         const QString chart = world->path("sheetmusic/Song.stp");
         QFile file(chart);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.close();
-        // What another window has left in the dialog.
+        // Another window has left these in the dialog.
         world->main().CommonDlg.Filter = "SET Files|*.set";
         world->main().CommonDlg.DialogTitle = "Save Set";
         world->main().CommonDlg.FileName = "x.set";
         world->answers.file(chart);
-        clickButtonOfCell(w.fpSMsong, 1, 10);
-        QCOMPARE(songValue(10), QDir::toNativeSeparators(chart));
+        clickButtonOfCell(w.fpSMsong, SongFormColumn::Value, SongRow::SheetMusic);
+        QCOMPARE(songValue(SongRow::SheetMusic), QDir::toNativeSeparators(chart));
         const auto& seen = world->answers.fileDialogs().front();
         QVERIFY(!seen.saves);
         QCOMPARE(seen.proposed, QString());
@@ -73,7 +74,8 @@ private Q_SLOTS:
         QVERIFY(world->main().CommonDlg.CancelError);
     }
 
-    void soundFileIsChosen() {
+    // Deliberate: behaviour 43.
+    void soundFileDialogStartsInTheFolderOfTheLastDialog() {
         frmSongAdmin& w = open();
         const QString sound = world->path("song.mp3");
         QFile file(sound);
@@ -81,23 +83,23 @@ private Q_SLOTS:
         file.close();
         world->main().CommonDlg.InitDir = world->folder();
         world->answers.file(sound);
-        clickButtonOfCell(w.fpSMsong, 1, 13);
-        QCOMPARE(songValue(13), QDir::toNativeSeparators(sound));
+        clickButtonOfCell(w.fpSMsong, SongFormColumn::Value, SongRow::SoundFile);
+        QCOMPARE(songValue(SongRow::SoundFile), QDir::toNativeSeparators(sound));
         QCOMPARE(world->main().CommonDlg.InitDir, world->folder());
     }
 
-    void cancelledChoiceLeavesTheWindowAsItWas() {
+    void cancelledDialogChangesNothing() {
         world->sql(
             "INSERT INTO songs (title, cat1, fileLoco, soundFile) VALUES "
             "('Song', 'Praise', '/a.stp', '/a.mp3')");
         frmSongAdmin& w = open();
         showSong("Song");
-        const QStringList before = columnOf(w.fpSMsong, 1);
-        for (const int row : {10, 13}) {
+        const QStringList before = columnOf(w.fpSMsong, SongFormColumn::Value);
+        for (const int row : {SongRow::SheetMusic, SongRow::SoundFile}) {
             world->answers.cancelFile();
-            clickButtonOfCell(w.fpSMsong, 1, row);
+            clickButtonOfCell(w.fpSMsong, SongFormColumn::Value, row);
         }
-        QCOMPARE(columnOf(w.fpSMsong, 1), before);
+        QCOMPARE(columnOf(w.fpSMsong, SongFormColumn::Value), before);
         QCOMPARE(world->endStatus, -1);
     }
 };

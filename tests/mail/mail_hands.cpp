@@ -19,21 +19,21 @@ void fail(const QString& why) { QTest::qFail(qPrintable(why), __FILE__, __LINE__
 
 MailServer::MailServer(const QJsonObject& settings, const QString& script) {
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    // A server does not outlive a test that crashes.
+    // The server ends even if the test crashes.
     m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
-    // aiosmtpd belongs to the system's Python, whichever comes first in the path.
+    // aiosmtpd is installed for the system's Python, which may not be the first in the path.
     m_process.start(QStringLiteral("/usr/bin/python3"),
                     {QStringLiteral(SOURCE_TREE "/tests/mail/") + script, m_folder.path(),
                      QString::fromUtf8(QJsonDocument(settings).toJson(QJsonDocument::Compact))});
     QByteArray line;
-    while (!line.endsWith('\n') && m_process.waitForReadyRead(30000)) line += m_process.readLine();
+    while (!line.endsWith('\n') && m_process.waitForReadyRead(60000)) line += m_process.readLine();
     m_port = line.simplified().split(' ').value(1).toInt();
     if (m_port == 0) fail(script + QStringLiteral(" does not listen"));
 }
 
 MailServer::~MailServer() {
     m_process.kill();
-    m_process.waitForFinished();
+    m_process.waitForFinished(60000);
 }
 
 QString MailServer::address(const QString& host) const {
@@ -46,19 +46,36 @@ QStringList MailServer::said() const {
 }
 
 bool MailServer::hears(const QString& command) const {
-    return QTest::qWaitFor([&] { return said().contains(command); }, 10000);
+    return QTest::qWaitFor([&] { return said().contains(command); }, 60000);
 }
 
-int MailServer::letters() const {
-    return int(QDir(m_folder.path()).entryList({QStringLiteral("letter-*.json")}).size());
+void MailServer::whenItHears(const QString& command, std::function<void()> act) {
+    m_listens.disconnect();
+    m_listens.setInterval(10);
+    m_listens.callOnTimeout(&m_listens, [this, command, act = std::move(act)] {
+        if (!said().contains(command)) return;
+        m_listens.stop();
+        act();
+    });
+    m_listens.start();
 }
 
-QJsonObject MailServer::letter(int n) const {
-    return QJsonDocument::fromJson(bytesOf(path(QStringLiteral("letter-%1.json").arg(n)))).object();
+void MailServer::goOn() {
+    m_process.write("go on\n");
+    m_process.waitForBytesWritten();
+}
+
+int MailServer::messages() const {
+    return int(QDir(m_folder.path()).entryList({QStringLiteral("message-*.json")}).size());
+}
+
+QJsonObject MailServer::message(int n) const {
+    return QJsonDocument::fromJson(bytesOf(path(QStringLiteral("message-%1.json").arg(n))))
+        .object();
 }
 
 QByteArray MailServer::raw(int n) const {
-    return bytesOf(path(QStringLiteral("letter-%1-raw").arg(n)));
+    return bytesOf(path(QStringLiteral("message-%1-raw").arg(n)));
 }
 
 Certificate::Certificate() {
@@ -81,23 +98,23 @@ QJsonObject Certificate::settings() const {
             {QStringLiteral("key"), folder.filePath(QStringLiteral("key.pem"))}};
 }
 
-QString header(const QJsonObject& letter, const QString& name) {
-    for (const QJsonValue& entry : letter[QStringLiteral("headers")].toArray())
+QString header(const QJsonObject& message, const QString& name) {
+    for (const QJsonValue& entry : message[QStringLiteral("headers")].toArray())
         if (entry[0].toString().compare(name, Qt::CaseInsensitive) == 0) return entry[1].toString();
     return {};
 }
 
-QStringList partsOf(const QJsonObject& letter) {
+QStringList partsOf(const QJsonObject& message) {
     QStringList parts;
-    for (const QJsonValue& part : letter[QStringLiteral("parts")].toArray())
+    for (const QJsonValue& part : message[QStringLiteral("parts")].toArray())
         if (part.toObject().contains(QStringLiteral("content")))
             parts += part[QStringLiteral("type")].toString() + QLatin1Char('|') +
                      part[QStringLiteral("name")].toString();
     return parts;
 }
 
-QByteArray contentOf(const QJsonObject& letter, const QString& typeOrName) {
-    for (const QJsonValue& part : letter[QStringLiteral("parts")].toArray()) {
+QByteArray contentOf(const QJsonObject& message, const QString& typeOrName) {
+    for (const QJsonValue& part : message[QStringLiteral("parts")].toArray()) {
         const QString name = part[QStringLiteral("name")].toString();
         if ((name.isEmpty() ? part[QStringLiteral("type")].toString() : name) == typeOrName)
             return bytesOf(part[QStringLiteral("content")].toString());
@@ -117,7 +134,7 @@ frmEmail& MailTest::openMail() {
     return frmEmail::instance();
 }
 
-frmEmail& MailTest::openLetter(const QString& server) {
+frmEmail& MailTest::openMessage(const QString& server) {
     frmEmail& mail = openMail();
     mail.txtServer->setText(server);
     mail.txtFrom->setText(QStringLiteral("leader@example.org"));

@@ -1,4 +1,4 @@
-// Real mail servers on the loopback, and what a person does with the mail window.
+// Mail servers on this computer, and what a person does in the mail window.
 #pragma once
 
 #include "mail/frm_email.h"
@@ -8,28 +8,37 @@
 #include <QMap>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QTimer>
 
-// A server of its own process, on a free port, gone with this object.
+#include <functional>
+
+// A server in a separate process, on a free port. It ends with this object.
 class MailServer {
 public:
-    // `script`: "smtp_server.py" or "pop3_server.py"; its settings are told there.
+    // `script`: "smtp_server.py" or "pop3_server.py", which document their settings.
     explicit MailServer(const QJsonObject& settings,
                         const QString& script = QStringLiteral("smtp_server.py"));
     ~MailServer();
 
-    // "127.0.0.1:port", or "localhost:port", which a certificate names too.
+    // "127.0.0.1:port", or "localhost:port"; the certificate is valid for both.
     QString address(const QString& host = QStringLiteral("127.0.0.1")) const;
 
-    // The commands it has heard.
+    // The commands that it has received.
     QStringList said() const;
 
-    // Waits until it has heard a command.
+    // Waits until it has received a command.
     bool hears(const QString& command) const;
 
-    int letters() const;
+    // Runs something once it has received a command, during a send.
+    void whenItHears(const QString& command, std::function<void()> act);
 
-    // The n-th letter, from 1, as the server's script has parsed it.
-    QJsonObject letter(int n) const;
+    // Lets a server that waits go on.
+    void goOn();
+
+    int messages() const;
+
+    // The n-th message, from 1, as the server has parsed it.
+    QJsonObject message(int n) const;
     QByteArray raw(int n) const;
 
 private:
@@ -37,10 +46,11 @@ private:
 
     QTemporaryDir m_folder;
     QProcess m_process;
+    QTimer m_listens;
     int m_port = 0;
 };
 
-// A certificate of its own for "localhost" and 127.0.0.1, made with the openssl command.
+// A self-signed certificate for "localhost" and 127.0.0.1.
 struct Certificate {
     Certificate();
     QString file() const { return folder.filePath(QStringLiteral("certificate.pem")); }
@@ -48,14 +58,14 @@ struct Certificate {
     QTemporaryDir folder;
 };
 
-// The value of a header of a letter; the empty text where it has none.
-QString header(const QJsonObject& letter, const QString& name);
+// The value of a header; empty if there is none.
+QString header(const QJsonObject& message, const QString& name);
 
-// The parts of a letter that hold content, "type|name" each.
-QStringList partsOf(const QJsonObject& letter);
+// The parts with content, each as "type|name".
+QStringList partsOf(const QJsonObject& message);
 
-// The content of the part of this type or, for attachments, of this name.
-QByteArray contentOf(const QJsonObject& letter, const QString& typeOrName);
+// The content of the part with this type or, for attachments, this name.
+QByteArray contentOf(const QJsonObject& message, const QString& typeOrName);
 
 class MailTest : public WindowTest {
     Q_OBJECT
@@ -63,16 +73,16 @@ class MailTest : public WindowTest {
 protected:
     void addPerson(const QString& first, const QString& last, const QString& address);
 
-    // Opens the mail window as a click on its button does.
+    // Opens the mail window by its button.
     frmEmail& openMail();
 
-    // Opens it for a letter to everyone, over this server.
-    frmEmail& openLetter(const QString& server);
+    // Opens it with a message to everyone, to be sent over this server.
+    frmEmail& openMessage(const QString& server);
 
-    // Writes the library's own section of config/mail.ini.
+    // Writes the section [library] of config/mail.ini.
     void writeLibrarySettings(const QMap<QString, QString>& entries);
 
-    // Expects the box of a failed send; failure() is its text behind the head line, once sent.
+    // Expects the box of a failed send; failure() is its text below the first line.
     void expectFailure();
     QString failure() const { return m_failure; }
     void expectSuccess();

@@ -1,7 +1,7 @@
-"""A tiny POP3 server for the tests: pop3_server.py FOLDER SETTINGS(JSON).
+"""A small POP3 server for the tests: pop3_server.py FOLDER SETTINGS(JSON).
 
-SETTINGS: login [user, password]. Prints "port N" once it listens. Each command that it hears is a
-line of said.txt in FOLDER, a password as "good" or "bad".
+SETTINGS: login [user, password]. Prints "port N" when it listens. Writes each command that it
+receives as a line of said.txt in FOLDER, a password as "good" or "bad".
 """
 
 import json
@@ -18,7 +18,7 @@ def note(line):
         file.write(line + "\n")
 
 
-class Talk(socketserver.StreamRequestHandler):
+class Session(socketserver.StreamRequestHandler):
     def say(self, line):
         self.wfile.write(line.encode() + b"\r\n")
 
@@ -48,7 +48,7 @@ class Talk(socketserver.StreamRequestHandler):
                 self.say("-ERR what")
 
 
-with socketserver.ThreadingTCPServer(("127.0.0.1", 0), Talk) as server:
+with socketserver.ThreadingTCPServer(("127.0.0.1", 0), Session) as server:
     server.daemon_threads = True
     print("port", server.server_address[1], flush=True)
     server.serve_forever()

@@ -1,14 +1,15 @@
 """An SMTP server for the tests: smtp_server.py FOLDER SETTINGS(JSON).
 
-Prints "port N" once it listens. Each letter it takes is parsed and written into FOLDER as
-letter-N.json, its parts beside it; each command that it hears is a line of said.txt.
+Prints "port N" when it listens. Writes each message that it accepts, parsed, to FOLDER as
+message-N.json with its parts in files, and each command that it receives as a line of said.txt.
+A line on the standard input lets a server that waits go on.
 
 SETTINGS, all of them optional:
-  certificate, key  files; with them STARTTLS is offered, or with "smtps" spoken from the start
+  certificate, key  files; with them STARTTLS is offered, or with "smtps" TLS from the start
   smtps             true: TLS from the start
-  login             [user, password]; without it nobody gets in
+  login             [user, password]; anyone else is refused
   answers           {"MAIL": "421 ...", "RCPT": {"a@b": "550 ..."}, "DATA": "552 ..."}
-  wait              seconds before the letter is answered
+  waits             true: waits for a line on the standard input before it answers a message
   fault             what it does wrong, see Faulty
 """
 
@@ -25,12 +26,13 @@ import warnings
 
 from aiosmtpd.smtp import SMTP, AuthResult
 
-# Logins without TLS and refused certificates are what is tested here.
+# The tests log in without TLS and refuse certificates on purpose.
 warnings.simplefilter("ignore")
 logging.disable(logging.CRITICAL)
 
 folder = pathlib.Path(sys.argv[1])
 settings = json.loads(sys.argv[2])
+go_on = asyncio.Event()
 
 
 def note(line):
@@ -38,11 +40,18 @@ def note(line):
         file.write(line + "\n")
 
 
+def hear():
+    if sys.stdin.readline():
+        go_on.set()
+    else:
+        asyncio.get_running_loop().remove_reader(sys.stdin.fileno())
+
+
 def keep(sender, recipients, content, login=None):
-    number = len(list(folder.glob("letter-*.json"))) + 1
-    letter = email.message_from_bytes(content, policy=email.policy.default)
+    number = len(list(folder.glob("message-*.json"))) + 1
+    message = email.message_from_bytes(content, policy=email.policy.default)
     parts = []
-    for index, part in enumerate(letter.walk()):
+    for index, part in enumerate(message.walk()):
         entry = {
             "type": part.get_content_type(),
             "charset": part.get_content_charset() or "",
@@ -50,7 +59,7 @@ def keep(sender, recipients, content, login=None):
             "disposition": part.get_content_disposition() or "",
         }
         if not part.is_multipart():
-            path = folder / f"letter-{number}-part-{index}"
+            path = folder / f"message-{number}-part-{index}"
             path.write_bytes(part.get_payload(decode=True))
             entry["content"] = str(path)
         parts.append(entry)
@@ -58,15 +67,15 @@ def keep(sender, recipients, content, login=None):
         "sender": sender,
         "recipients": recipients,
         "login": login,
-        "headers": [[name, str(value)] for name, value in letter.items()],
-        "to": [[box.display_name, box.addr_spec] for box in letter["To"].addresses],
-        "from": [[box.display_name, box.addr_spec] for box in letter["From"].addresses],
+        "headers": [[name, str(value)] for name, value in message.items()],
+        "to": [[box.display_name, box.addr_spec] for box in message["To"].addresses],
+        "from": [[box.display_name, box.addr_spec] for box in message["From"].addresses],
         "longest": max(len(line) for line in content.split(b"\r\n")),
-        "defects": [str(defect) for part in letter.walk() for defect in part.defects],
+        "defects": [str(defect) for part in message.walk() for defect in part.defects],
         "parts": parts,
     }
-    (folder / f"letter-{number}-raw").write_bytes(content)
-    (folder / f"letter-{number}.json").write_text(json.dumps(record), encoding="utf-8")
+    (folder / f"message-{number}-raw").write_bytes(content)
+    (folder / f"message-{number}.json").write_text(json.dumps(record), encoding="utf-8")
 
 
 class Handler:
@@ -88,7 +97,8 @@ class Handler:
 
     async def handle_DATA(self, server, session, envelope):
         note("DATA")
-        await asyncio.sleep(settings.get("wait", 0))
+        if settings.get("waits"):
+            await go_on.wait()
         answer = settings.get("answers", {}).get("DATA")
         if answer:
             return answer
@@ -105,16 +115,16 @@ def authenticate(server, session, envelope, mechanism, data):
 
 
 class Faulty:
-    """A server by hand, with one fault.
+    """A server with one fault.
 
     silent            takes the connection and says nothing
     greets: TEXT      greets with TEXT and closes
-    no login          offers no login, and takes any letter
+    no login          offers no login, and accepts any message
     echo              answers a login with the user's password
-    closes in data    closes in the middle of the letter
-    stalls in data    stops reading in the middle of the letter
-    closes after data reads the whole letter and closes without an answer
-    silent after data reads the whole letter and does not answer
+    closes in data    closes in the middle of the message
+    stalls in data    stops reading in the middle of the message until it is told to go on
+    closes after data reads the whole message and closes without an answer
+    silent after data reads the whole message and does not answer
     """
 
     def __init__(self, fault):
@@ -172,30 +182,29 @@ class Faulty:
         if self.fault == "closes in data":
             await reader.read(1000)
             writer.transport.abort()
-        elif self.fault == "stalls in data":
-            content = await reader.read(1000)
+            return
+        content = bytearray()
+        if self.fault == "stalls in data":
+            content += await reader.read(1000)
             note("stalls")
-            await asyncio.sleep(settings.get("wait", 0))
-            content += await reader.read()
-            note("whole" if content.endswith(b"\r\n.\r\n") else "cut off")
-        else:
-            content = b""
-            while not content.endswith(b"\r\n.\r\n"):
-                piece = await reader.read(65536)
-                if not piece:
-                    note("cut off")
-                    return
-                content += piece
-            note("whole")
-            if self.fault == "silent after data":
-                await reader.read()
-            elif self.fault == "no login":
-                keep("", recipients, content[:-3])
-                writer.write(b"250 Taken\r\n")
-                await writer.drain()
+            await go_on.wait()
+        while not content.endswith(b"\r\n.\r\n"):
+            piece = await reader.read(65536)
+            if not piece:
+                note("cut off")
+                return
+            content += piece
+        note("whole")
+        if self.fault == "silent after data":
+            await reader.read()
+        elif self.fault != "closes after data":
+            keep("", recipients, bytes(content[:-3]))
+            writer.write(b"250 Taken\r\n")
+            await writer.drain()
 
 
 async def main():
+    asyncio.get_running_loop().add_reader(sys.stdin.fileno(), hear)
     context = None
     if "certificate" in settings:
         context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)

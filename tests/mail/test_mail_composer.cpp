@@ -1,3 +1,4 @@
+#include "core/data/run_time_error.h"
 #include "mail/mail_hands.h"
 #include "platform/desktop/desktop.h"
 #include "support/grid_hands.h"
@@ -20,7 +21,7 @@ class TestMailComposer : public MailTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void peopleWithoutAddressAreNotListed() {
+    void peopleWithoutAnAddressAreNotListed() {
         addPerson(QStringLiteral("Ann"), QStringLiteral("Abel"), QStringLiteral("ann@example.org"));
         addPerson(QStringLiteral("Ben"), QStringLiteral("Baker"), QString());
         addPerson(QStringLiteral("Zoë"), QStringLiteral("Ångström"),
@@ -29,16 +30,16 @@ private Q_SLOTS:
         world->start();
         world->statements.clear();
         frmEmail& mail = openMail();
-        QCOMPARE(columnOf(mail.fpEmail, 1),
+        QCOMPARE(columnOf(mail.fpEmail, RecipientColumn::Name),
                  (QStringList{QStringLiteral("Ann Abel"), QStringLiteral("Zoë Ångström")}));
         QCOMPARE(mail.fpTo->MaxRows(), 0);
-        QCOMPARE(mail.fpTo->GetText(1, 0), QStringLiteral("Recipient(s):"));
+        QCOMPARE(mail.fpTo->GetText(RecipientColumn::Name, 0), QStringLiteral("Recipient(s):"));
         QCOMPARE(world->statements,
                  (QStringList{QStringLiteral("SELECT fName, lName, email FROM personell [1]"),
                               QStringLiteral("SELECT * FROM prefs [1]")}));
     }
 
-    void theWindowStandsInTheMiddleWithoutTheNoteButton() {
+    void windowOpensCentredWithoutTheNoteButton() {
         frmEmail& mail = openMail();
         QVERIFY(mail.isVisible());
         QVERIFY(mail.cmdAddNote->isHidden());
@@ -49,66 +50,79 @@ private Q_SLOTS:
         const QWidget* frame = mail.parentWidget();
         QCOMPARE(frame->x(), (world->main().width() - frame->width()) / 2);
         QCOMPARE(frame->y(), 500 / 15);
-        // A second click brings the same window forward.
+        // A second click activates the same window.
         frmEmail* before = &mail;
         QCOMPARE(&openMail(), before);
     }
 
-    void aClickAddsANameAndASecondOneAddsItAgain() {
+    void secondClickAddsTheNameAgain() {
+        // Deliberate: behaviour 160.
         addPerson(QStringLiteral("Ann"), QStringLiteral("Abel"), QStringLiteral("ann@example.org"));
         addPerson(QStringLiteral("Cy"), QStringLiteral("Cole"), QStringLiteral("cy@example.org"));
         frmEmail& mail = openMail();
-        clickCell(mail.fpEmail, 1, 2);
-        clickCell(mail.fpEmail, 1, 2);
-        clickCell(mail.fpEmail, 1, 1);
+        clickCell(mail.fpEmail, RecipientColumn::Name, 2);
+        clickCell(mail.fpEmail, RecipientColumn::Name, 2);
+        clickCell(mail.fpEmail, RecipientColumn::Name, 1);
         const QString ann = QStringLiteral("Ann Abel");
         const QString cy = QStringLiteral("Cy Cole");
-        QCOMPARE(columnOf(mail.fpTo, 1), (QStringList{cy, cy, ann}));
-        clickCell(mail.fpTo, 1, 2);
-        QCOMPARE(columnOf(mail.fpTo, 1), (QStringList{cy, ann}));
-        clickCell(mail.fpTo, 1, 1);
-        clickCell(mail.fpTo, 1, 1);
+        QCOMPARE(columnOf(mail.fpTo, RecipientColumn::Name), (QStringList{cy, cy, ann}));
+        clickCell(mail.fpTo, RecipientColumn::Name, 2);
+        QCOMPARE(columnOf(mail.fpTo, RecipientColumn::Name), (QStringList{cy, ann}));
+        clickCell(mail.fpTo, RecipientColumn::Name, 1);
+        clickCell(mail.fpTo, RecipientColumn::Name, 1);
         QCOMPARE(mail.fpTo->MaxRows(), 0);
     }
 
-    void namesAreAddedWithTheKeyboardToo() {
+    void keyboardAddsNames() {
         addPerson(QStringLiteral("Ann"), QStringLiteral("Abel"), QStringLiteral("ann@example.org"));
         frmEmail& mail = openMail();
         mail.fpEmail->setFocus();
-        mail.fpEmail->SetActiveCell(1, 1);
+        mail.fpEmail->SetActiveCell(RecipientColumn::Name, 1);
         mail.fpEmail->flush();
         QTest::keyClick(mail.fpEmail, Qt::Key_Return);
-        QCOMPARE(columnOf(mail.fpTo, 1), QStringList{QStringLiteral("Ann Abel")});
+        QCOMPARE(columnOf(mail.fpTo, RecipientColumn::Name),
+                 QStringList{QStringLiteral("Ann Abel")});
         mail.Label5->setFocus();
         QTest::keyClick(mail.Label5, Qt::Key_Space);
         QCOMPARE(mail.Label5->text(), QStringLiteral("All <="));
     }
 
-    void headClicksSortAndAddNoOne() {
+    void clicksOnTheHeadsSortAndAddNobody() {
         addPerson(QStringLiteral("Cy"), QStringLiteral("Cole"), QStringLiteral("cy@example.org"));
         addPerson(QStringLiteral("Ann"), QStringLiteral("Abel"), QStringLiteral("ann@example.org"));
         frmEmail& mail = openMail();
-        clickCell(mail.fpEmail, 1, 0);
+        clickCell(mail.fpEmail, RecipientColumn::Name, 0);
         QCOMPARE(mail.fpTo->MaxRows(), 0);
-        QCOMPARE(mail.fpEmail->GetText(1, 1), QStringLiteral("Ann Abel"));
-        clickCell(mail.fpTo, 1, 0);
+        QCOMPARE(mail.fpEmail->GetText(RecipientColumn::Name, 1), QStringLiteral("Ann Abel"));
+        clickCell(mail.fpTo, RecipientColumn::Name, 0);
         QCOMPARE(mail.fpTo->MaxRows(), 0);
     }
 
-    void allAndThenAllBackLeavesNoOne() {
+    void allAndThenAllBackLeavesNobody() {
         for (int i = 1; i <= 12; ++i)
             addPerson(row(i).section(QLatin1Char(' '), 0, 0), QStringLiteral("Test"),
                       QStringLiteral("p%1@example.org").arg(i));
         frmEmail& mail = openMail();
-        clickCell(mail.fpEmail, 1, 3);
+        clickCell(mail.fpEmail, RecipientColumn::Name, 3);
         QCOMPARE(mail.Label5->text(), QStringLiteral("All =>"));
         click(mail.Label5);
-        QCOMPARE(columnOf(mail.fpTo, 1), columnOf(mail.fpEmail, 1));
+        QCOMPARE(columnOf(mail.fpTo, RecipientColumn::Name),
+                 columnOf(mail.fpEmail, RecipientColumn::Name));
         QCOMPARE(mail.fpTo->MaxRows(), 12);
         QCOMPARE(mail.Label5->text(), QStringLiteral("All <="));
         click(mail.Label5);
         QCOMPARE(mail.fpTo->MaxRows(), 0);
         QCOMPARE(mail.Label5->text(), QStringLiteral("All =>"));
+    }
+
+    void captionOfAllDoesNotFollowTheList() {
+        // Deliberate: behaviour 160.
+        addPerson(QStringLiteral("Ann"), QStringLiteral("Abel"), QStringLiteral("ann@example.org"));
+        frmEmail& mail = openMail();
+        click(mail.Label5);
+        clickCell(mail.fpTo, RecipientColumn::Name, 1);
+        QCOMPARE(mail.fpTo->MaxRows(), 0);
+        QCOMPARE(mail.Label5->text(), QStringLiteral("All <="));
     }
 
     void twoAttachmentsOfOneDialogAreJoined() {
@@ -119,7 +133,7 @@ private Q_SLOTS:
         world->answers.file(QStringLiteral("\"%1\" \"%2\"").arg(one, two));
         click(mail.cmdBrowse);
         QCOMPARE(mail.txtAttach->text(), one + QLatin1Char(';') + two);
-        // A further one is appended.
+        // Another choice is appended.
         world->answers.file(third);
         click(mail.cmdBrowse);
         QCOMPARE(mail.txtAttach->text(), QStringList({one, two, third}).join(QLatin1Char(';')));
@@ -130,11 +144,11 @@ private Q_SLOTS:
         QCOMPARE(seen.filters.at(0), QStringLiteral("All Files (*.*)"));
         QCOMPARE(seen.filters.at(2), QStringLiteral("Images (*.bmp *.jpg *.gif)"));
         QVERIFY(!seen.saves);
-        // The shared dialog is left as its next user expects it.
+        // The shared dialog is reset for its next user.
         QCOMPARE(world->main().CommonDlg.Flags, 0);
     }
 
-    void aCancelledDialogLeavesTheBoxAlone() {
+    void cancelledDialogLeavesTheBoxUnchanged() {
         frmEmail& mail = openMail();
         mail.txtAttach->setText(QStringLiteral("/as/it/was"));
         world->answers.cancelFile();
@@ -143,7 +157,7 @@ private Q_SLOTS:
         QCOMPARE(world->main().CommonDlg.Flags, 0);
     }
 
-    void closingForgetsBodyAndRecipients() {
+    void closingDiscardsBodyAndRecipients() {
         addPerson(QStringLiteral("Ann"), QStringLiteral("Abel"), QStringLiteral("ann@example.org"));
         openMail().txtMsg->setPlainText(QStringLiteral("gone"));
         click(frmEmail::instance().Label5);
@@ -155,15 +169,15 @@ private Q_SLOTS:
         QCOMPARE(mail.fpTo->MaxRows(), 0);
     }
 
-    void aFailingStatementEndsTheProgram() {
+    void failingStatementEndsTheProgram() {
         world->start();
         world->sql(QStringLiteral("DROP TABLE personell"));
-        world->answers.runTimeError(-2147217900);
+        world->answers.runTimeError(RunTimeError::StatementRefused);
         click(world->main().cmdEmail);
         QCOMPARE(world->endStatus, 1);
     }
 
-    void everyControlIsReachedAndNamed() {
+    void everyControlHasAnAccessibleName() {
         frmEmail& mail = openMail();
         const auto widgets = mail.findChildren<QWidget*>();
         for (QWidget* widget : widgets) {

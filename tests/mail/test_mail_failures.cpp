@@ -9,7 +9,7 @@
 namespace {
 
 const QString NothingDelivered = QStringLiteral("Nothing has been delivered.");
-const QString NotKnown = QStringLiteral("it is not known whether it is delivered");
+const QString NotKnown = QStringLiteral("it is not known whether it was delivered");
 
 QJsonObject faulty(const QString& fault) { return {{QStringLiteral("fault"), fault}}; }
 
@@ -22,14 +22,14 @@ QJsonObject answering(const QString& command, const QJsonValue& answer) {
 class TestMailFailures : public MailTest {
     Q_OBJECT
 
-    // Sends over this server, which fails; nothing else may come up.
-    void sendInVain(const QString& server) {
-        frmEmail& mail = openLetter(server);
+    // Sends over this server and expects that it fails, with no other box.
+    void expectFailureOver(const QString& server) {
+        frmEmail& mail = openMessage(server);
         mail.txtMsg->setPlainText(QStringLiteral("kept\nwhole"));
         expectFailure();
         click(mail.cmdSend);
         QVERIFY(world->answers.isEmpty());
-        // The letter stands as it was, ready for another try.
+        // The message is unchanged and can be sent again.
         QCOMPARE(mail.txtMsg->toPlainText(), QStringLiteral("kept\nwhole"));
         QCOMPARE(mail.txtSubject->text(), QStringLiteral("Sunday"));
         QCOMPARE(mail.fpTo->MaxRows(), 1);
@@ -45,9 +45,9 @@ class TestMailFailures : public MailTest {
                      qPrintable(QStringLiteral("\"%1\" is not in: %2").arg(part, failure())));
     }
 
-    // Sends a letter that fills every buffer on its way.
-    frmEmail& openLargeLetter(const MailServer& server) {
-        frmEmail& mail = openLetter(server.address());
+    // A message that does not fit into the buffers of the connection.
+    frmEmail& openLargeMessage(const MailServer& server) {
+        frmEmail& mail = openMessage(server.address());
         mail.txtAttach->setText(
             write(QStringLiteral("large.bin"), QByteArray(20 * 1024 * 1024, 'x')));
         return mail;
@@ -59,7 +59,7 @@ private Q_SLOTS:
         addPerson(QStringLiteral("Ann"), QStringLiteral("Abel"), QStringLiteral("ann@example.org"));
     }
 
-    void refusals_data() {
+    void refusedMessagesAreNotDelivered_data() {
         QTest::addColumn<QJsonObject>("settings");
         QTest::addColumn<QStringList>("parts");
         QTest::newRow("421 as greeting")
@@ -83,96 +83,97 @@ private Q_SLOTS:
                                                               QStringLiteral("550 no such user")}})
             << QStringList{QStringLiteral("RCPT TO:<ann@example.org>"),
                            QStringLiteral("550 no such user"), NothingDelivered};
-        QTest::newRow("552 to the letter")
+        QTest::newRow("552 to the message")
             << answering(QStringLiteral("DATA"), QStringLiteral("552 too large"))
-            << QStringList{QStringLiteral("refused the letter: 552 too large"), NothingDelivered};
-        QTest::newRow("550 to the letter, over lines")
+            << QStringList{QStringLiteral("refused the message: 552 too large"), NothingDelivered};
+        QTest::newRow("550 to the message, over lines")
             << answering(QStringLiteral("DATA"), QStringLiteral("550-this looks\r\n550 like spam"))
             << QStringList{QStringLiteral("550-this looks\n550 like spam"), NothingDelivered};
     }
 
-    void refusals() {
+    void refusedMessagesAreNotDelivered() {
         QFETCH(QJsonObject, settings);
         QFETCH(QStringList, parts);
         MailServer server(settings);
-        sendInVain(server.address());
+        expectFailureOver(server.address());
         expectFailureHolds(parts);
-        QCOMPARE(server.letters(), 0);
+        QCOMPARE(server.messages(), 0);
     }
 
-    void oneRefusedRecipientKeepsTheLetterFromAll() {
+    void oneRefusedRecipientKeepsTheMessageFromAll() {
+        // Deliberate: behaviour 175.
         addPerson(QStringLiteral("Ben"), QStringLiteral("Bad"), QStringLiteral("bad@example.org"));
         MailServer server(answering(
             QStringLiteral("RCPT"),
             QJsonObject{{QStringLiteral("bad@example.org"), QStringLiteral("550 unknown")}}));
-        frmEmail& mail = openLetter(server.address());
+        frmEmail& mail = openMessage(server.address());
         expectFailure();
         click(mail.cmdSend);
         expectFailureHolds({QStringLiteral("bad@example.org"), NothingDelivered});
-        QCOMPARE(server.letters(), 0);
+        QCOMPARE(server.messages(), 0);
     }
 
-    void nobodyListens() {
+    void serverThatDoesNotListenIsReported() {
         QString address;
         {
             MailServer gone({});
             address = gone.address();
         }
-        sendInVain(address);
+        expectFailureOver(address);
         expectFailureHolds({QStringLiteral("cannot be reached"), NothingDelivered});
     }
 
-    void aServerThatIsNotThere() {
-        sendInVain(QStringLiteral("mail.example.invalid"));
+    void unknownServerIsReported() {
+        expectFailureOver(QStringLiteral("mail.example.invalid"));
         expectFailureHolds({QStringLiteral("mail.example.invalid"), NothingDelivered});
     }
 
-    void aServerSilentForGood() {
+    void silentServerIsGivenUp() {
         writeLibrarySettings({{QStringLiteral("Timeout"), QStringLiteral("1")}});
         MailServer server(faulty(QStringLiteral("silent")));
-        sendInVain(server.address());
+        expectFailureOver(server.address());
         expectFailureHolds({QStringLiteral("did not answer in time"), NothingDelivered});
     }
 
-    void aServerThatClosesInTheMiddleOfTheLetter() {
+    void connectionLostInTheMiddleOfTheMessageDeliversNothing() {
         MailServer server(faulty(QStringLiteral("closes in data")));
-        frmEmail& mail = openLargeLetter(server);
+        frmEmail& mail = openLargeMessage(server);
         expectFailure();
         click(mail.cmdSend);
-        expectFailureHolds({QStringLiteral("broke off"), NothingDelivered});
+        expectFailureHolds({QStringLiteral("was lost"), NothingDelivered});
         QVERIFY(server.said().filter(QStringLiteral("whole")).isEmpty());
     }
 
-    void aServerThatStallsInTheMiddleOfTheLetter() {
-        writeLibrarySettings({{QStringLiteral("Timeout"), QStringLiteral("1")}});
-        QJsonObject settings = faulty(QStringLiteral("stalls in data"));
-        settings[QStringLiteral("wait")] = 4;
-        MailServer server(settings);
-        frmEmail& mail = openLargeLetter(server);
+    void serverThatStallsInTheMiddleOfTheMessageIsGivenUp() {
+        writeLibrarySettings({{QStringLiteral("Timeout"), QStringLiteral("5")}});
+        MailServer server(faulty(QStringLiteral("stalls in data")));
+        frmEmail& mail = openLargeMessage(server);
         expectFailure();
         click(mail.cmdSend);
         expectFailureHolds({QStringLiteral("did not answer in time"), NothingDelivered});
+        QVERIFY(server.hears(QStringLiteral("stalls")));
+        server.goOn();
         QVERIFY(server.hears(QStringLiteral("cut off")));
     }
 
-    void noAnswerToTheLetterLeavesTheOutcomeUnknown() {
-        writeLibrarySettings({{QStringLiteral("Timeout"), QStringLiteral("1")},
-                              {QStringLiteral("AnswerTimeout"), QStringLiteral("2")}});
+    void missingAnswerToTheMessageLeavesTheOutcomeUnknown() {
+        // Deliberate: behaviour 176.
+        writeLibrarySettings({{QStringLiteral("AnswerTimeout"), QStringLiteral("2")}});
         MailServer server(faulty(QStringLiteral("silent after data")));
-        sendInVain(server.address());
+        expectFailureOver(server.address());
         expectFailureHolds({QStringLiteral("did not answer in time"), NotKnown});
         QVERIFY(!failure().contains(NothingDelivered));
-        QVERIFY(server.said().contains(QStringLiteral("whole")));
+        QVERIFY(server.hears(QStringLiteral("whole")));
     }
 
-    void aServerThatClosesBehindTheLetterLeavesTheOutcomeUnknown() {
+    void connectionLostAfterTheMessageLeavesTheOutcomeUnknown() {
         MailServer server(faulty(QStringLiteral("closes after data")));
-        sendInVain(server.address());
+        expectFailureOver(server.address());
         expectFailureHolds({NotKnown});
         QVERIFY(!failure().contains(NothingDelivered));
     }
 
-    void badTexts_data() {
+    void invalidServersAndSendersAreNamed_data() {
         QTest::addColumn<QString>("server");
         QTest::addColumn<QString>("from");
         QTest::addColumn<QString>("part");
@@ -192,11 +193,11 @@ private Q_SLOTS:
             << good << QStringLiteral("me @example.org") << QStringLiteral("me @");
     }
 
-    void badTexts() {
+    void invalidServersAndSendersAreNamed() {
         QFETCH(QString, server);
         QFETCH(QString, from);
         QFETCH(QString, part);
-        frmEmail& mail = openLetter(server);
+        frmEmail& mail = openMessage(server);
         mail.txtFrom->setText(from);
         expectFailure();
         click(mail.cmdSend);
@@ -204,19 +205,19 @@ private Q_SLOTS:
         QCOMPARE(mail.lstStatus->count(), 0);
     }
 
-    void aBadAddressOfAPersonIsNamed() {
+    void invalidAddressOfAPersonIsNamed() {
         addPerson(QStringLiteral("Ben"), QStringLiteral("Baker"), QStringLiteral("nobody"));
         MailServer server({});
-        frmEmail& mail = openLetter(server.address());
+        frmEmail& mail = openMessage(server.address());
         expectFailure();
         click(mail.cmdSend);
-        expectFailureHolds({QStringLiteral("\"nobody\" is not a mail address (Ben Baker).")});
+        expectFailureHolds({QStringLiteral("The address \"nobody\" is not valid (Ben Baker).")});
         QVERIFY(server.said().isEmpty());
     }
 
-    void anAttachmentThatIsNotThereIsNamed() {
+    void missingAttachmentIsNamed() {
         MailServer server({});
-        frmEmail& mail = openLetter(server.address());
+        frmEmail& mail = openMessage(server.address());
         const QString there = write(QStringLiteral("there.txt"), "x");
         mail.txtAttach->setText(there + QStringLiteral(";/not/there.pdf;") + world->folder());
         expectFailure();
@@ -227,63 +228,63 @@ private Q_SLOTS:
         QVERIFY(server.said().isEmpty());
     }
 
-    void anAttachmentCutDuringTheSendIsNotDelivered() {
-        QJsonObject settings = faulty(QStringLiteral("stalls in data"));
-        settings[QStringLiteral("wait")] = 1;
-        MailServer server(settings);
-        frmEmail& mail = openLargeLetter(server);
-        QTimer::singleShot(500, this, [&] { QFile::resize(mail.txtAttach->text(), 1024 * 1024); });
+    void attachmentTruncatedDuringTheSendIsNotDelivered() {
+        MailServer server(faulty(QStringLiteral("stalls in data")));
+        frmEmail& mail = openLargeMessage(server);
+        server.whenItHears(QStringLiteral("stalls"), [&] {
+            QFile::resize(mail.txtAttach->text(), 1024 * 1024);
+            server.goOn();
+        });
         expectFailure();
         click(mail.cmdSend);
-        expectFailureHolds({QStringLiteral("An attachment was changed"), NothingDelivered});
+        expectFailureHolds({QStringLiteral("An attachment was changed while it was being sent."),
+                            NothingDelivered});
         QVERIFY(server.hears(QStringLiteral("cut off")));
         QVERIFY(!server.said().contains(QStringLiteral("whole")));
     }
 
-    void closingTheWindowInTheMiddleDeliversNothing() {
-        QJsonObject settings = faulty(QStringLiteral("stalls in data"));
-        settings[QStringLiteral("wait")] = 3;
-        MailServer server(settings);
-        frmEmail& mail = openLargeLetter(server);
+    void closingTheWindowDuringTheSendDeliversNothing() {
+        MailServer server(faulty(QStringLiteral("stalls in data")));
+        frmEmail& mail = openLargeMessage(server);
         QPointer<frmEmail> window(&mail);
         bool isOpenAgain = false;
-        QTimer::singleShot(500, this, [&] {
+        server.whenItHears(QStringLiteral("stalls"), [&] {
             qobject_cast<QMdiSubWindow*>(window->parentWidget())->close();
-            // The next window is another one.
+            // The next window is a new one.
             isOpenAgain = &openMail() != window;
         });
         expectFailure();
         click(mail.cmdSend);
-        expectFailureHolds({QStringLiteral("broken off"), NothingDelivered});
+        expectFailureHolds({QStringLiteral("was cancelled"), NothingDelivered});
         settle();
         QVERIFY(isOpenAgain);
         QVERIFY(!window);
         QVERIFY(frmEmail::isLoaded());
+        server.goOn();
         QVERIFY(server.hears(QStringLiteral("cut off")));
         QVERIFY(!server.said().contains(QStringLiteral("whole")));
     }
 
-    void closingTheProgramInTheMiddleDeliversNothing() {
-        QJsonObject settings = faulty(QStringLiteral("stalls in data"));
-        settings[QStringLiteral("wait")] = 3;
-        MailServer server(settings);
-        frmEmail& mail = openLargeLetter(server);
-        QTimer::singleShot(500, this, [&] { world->main().close(); });
-        // No box comes up: nobody is there.
+    void closingTheProgramDuringTheSendDeliversNothing() {
+        MailServer server(faulty(QStringLiteral("stalls in data")));
+        frmEmail& mail = openLargeMessage(server);
+        server.whenItHears(QStringLiteral("stalls"), [&] { world->main().close(); });
+        // No box is shown after the end of the program.
         click(mail.cmdSend);
         QCOMPARE(world->endStatus, 0);
+        server.goOn();
         QVERIFY(server.hears(QStringLiteral("cut off")));
         QVERIFY(!server.said().contains(QStringLiteral("whole")));
     }
 
-    void closingTheWindowWhileTheServerThinksSaysThatItIsNotKnown() {
+    void closingTheWindowBeforeTheAnswerLeavesTheOutcomeUnknown() {
         MailServer server(faulty(QStringLiteral("silent after data")));
-        frmEmail& mail = openLetter(server.address());
-        QTimer::singleShot(1000, this,
+        frmEmail& mail = openMessage(server.address());
+        server.whenItHears(QStringLiteral("whole"),
                            [&] { qobject_cast<QMdiSubWindow*>(mail.parentWidget())->close(); });
         expectFailure();
         click(mail.cmdSend);
-        expectFailureHolds({QStringLiteral("broken off"), NotKnown});
+        expectFailureHolds({QStringLiteral("was cancelled"), NotKnown});
     }
 };
 

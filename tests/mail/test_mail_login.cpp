@@ -1,3 +1,4 @@
+#include "core/data/run_time_error.h"
 #include "mail/mail_hands.h"
 #include "support/registry.h"
 
@@ -22,7 +23,7 @@ class TestMailLogin : public MailTest {
     Certificate m_certificate;
 
     frmEmail& openWithLogin(const QString& server) {
-        frmEmail& mail = openLetter(server);
+        frmEmail& mail = openMessage(server);
         click(mail.cmdConfig);
         click(mail.optAuthentication);
         mail.txtUserName->setText(User);
@@ -32,7 +33,7 @@ class TestMailLogin : public MailTest {
     }
 
     frmEmail& openWithPopLogin(const QString& server, const QString& popServer) {
-        frmEmail& mail = openLetter(server);
+        frmEmail& mail = openMessage(server);
         click(mail.cmdConfig);
         click(mail.optPOPauthentication);
         mail.txtPopServer->setText(popServer);
@@ -42,8 +43,7 @@ class TestMailLogin : public MailTest {
     }
 
     void trustCertificate() {
-        writeLibrarySettings({{QStringLiteral("CAFile"), m_certificate.file()},
-                              {QStringLiteral("Timeout"), QStringLiteral("10")}});
+        writeLibrarySettings({{QStringLiteral("CAFile"), m_certificate.file()}});
     }
 
     QString pref(const QString& name) {
@@ -52,8 +52,8 @@ class TestMailLogin : public MailTest {
             .value(0);
     }
 
-    // No status line and no failure holds the password in any form.
-    void verifyHidden(const frmEmail& mail) {
+    // No status line and no failure contains the password in any form.
+    void verifyPasswordIsHidden(const frmEmail& mail) {
         QStringList texts{failure()};
         for (int i = 0; i < mail.lstStatus->count(); ++i) texts += mail.lstStatus->item(i)->text();
         const QByteArray plain = QByteArray(1, '\0') + User.toUtf8() + '\0' + Password.toUtf8();
@@ -69,32 +69,32 @@ private Q_SLOTS:
         addPerson(QStringLiteral("Ann"), QStringLiteral("Abel"), QStringLiteral("ann@example.org"));
     }
 
-    void loginOverStartTls() {
+    void loginIsSentOverStartTls() {
         trustCertificate();
         MailServer server(withLogin(m_certificate.settings()));
         frmEmail& mail = openWithLogin(server.address(QStringLiteral("localhost")));
         expectSuccess();
         click(mail.cmdSend);
-        QCOMPARE(server.letter(1)[QStringLiteral("login")].toString(), User);
+        QCOMPARE(server.message(1)[QStringLiteral("login")].toString(), User);
         QCOMPARE(server.said().filter(QStringLiteral("AUTH")),
                  QStringList{QStringLiteral("AUTH PLAIN TLS good")});
         QVERIFY(
             !mail.lstStatus->findItems(QStringLiteral("> STARTTLS"), Qt::MatchExactly).isEmpty());
-        verifyHidden(mail);
+        verifyPasswordIsHidden(mail);
     }
 
     void startTlsIsUsedWithoutALoginToo() {
         trustCertificate();
         MailServer server(m_certificate.settings());
-        frmEmail& mail = openLetter(server.address());
+        frmEmail& mail = openMessage(server.address());
         expectSuccess();
         click(mail.cmdSend);
         QVERIFY(
             !mail.lstStatus->findItems(QStringLiteral("> STARTTLS"), Qt::MatchExactly).isEmpty());
-        QCOMPARE(server.letters(), 1);
+        QCOMPARE(server.messages(), 1);
     }
 
-    void tlsFromTheStart() {
+    void smtpsUsesTlsFromTheStart() {
         trustCertificate();
         QJsonObject settings = withLogin(m_certificate.settings());
         settings[QStringLiteral("smtps")] = true;
@@ -102,76 +102,76 @@ private Q_SLOTS:
         frmEmail& mail = openWithLogin(server.address(QStringLiteral("smtps://localhost")));
         expectSuccess();
         click(mail.cmdSend);
-        QCOMPARE(server.letters(), 1);
+        QCOMPARE(server.messages(), 1);
         QCOMPARE(mail.txtServer->text(), server.address(QStringLiteral("smtps://localhost")));
-        verifyHidden(mail);
+        verifyPasswordIsHidden(mail);
     }
 
-    void anUntrustedCertificateIsRefused() {
+    void untrustedCertificateIsRefused() {
         MailServer server(withLogin(m_certificate.settings()));
         frmEmail& mail = openWithLogin(server.address(QStringLiteral("localhost")));
         expectFailure();
         click(mail.cmdSend);
         QVERIFY2(failure().contains(QStringLiteral("is not trusted")), qPrintable(failure()));
         QVERIFY(server.said().isEmpty());
-        // Trusted once, it is looked at anew in the next send.
+        // Each send verifies the certificate again.
         trustCertificate();
         expectSuccess();
         click(mail.cmdSend);
         QVERIFY(QFile::remove(world->path(QStringLiteral("config/mail.ini"))));
         expectFailure();
         click(mail.cmdSend);
-        QCOMPARE(server.letters(), 1);
+        QCOMPARE(server.messages(), 1);
     }
 
-    void aCertificateOfAnotherNameIsRefused() {
+    void certificateOfAnotherNameIsRefused() {
         trustCertificate();
         MailServer server(m_certificate.settings());
-        frmEmail& mail = openLetter(server.address(QStringLiteral("127.0.0.2")));
+        frmEmail& mail = openMessage(server.address(QStringLiteral("127.0.0.2")));
         expectFailure();
         click(mail.cmdSend);
-        QVERIFY2(!failure().isEmpty() && server.letters() == 0, qPrintable(failure()));
+        QVERIFY2(!failure().isEmpty() && server.messages() == 0, qPrintable(failure()));
     }
 
-    void aWrongPasswordIsToldAndHidden() {
+    void wrongPasswordIsReportedAndHidden() {
         MailServer server(withLogin());
         frmEmail& mail = openWithLogin(server.address());
         mail.txtPassword->setText(QStringLiteral("wrong"));
         expectFailure();
         click(mail.cmdSend);
         QVERIFY2(failure().contains(QStringLiteral("refused the login")), qPrintable(failure()));
-        QCOMPARE(server.letters(), 0);
+        QCOMPARE(server.messages(), 0);
         QVERIFY(mail.lstStatus->findItems(QStringLiteral("wrong"), Qt::MatchContains).isEmpty());
     }
 
-    void aServerThatEchoesThePasswordShowsNone() {
+    void passwordEchoedByTheServerIsHidden() {
         MailServer server({{QStringLiteral("fault"), QStringLiteral("echo")}});
         frmEmail& mail = openWithLogin(server.address());
         expectFailure();
         click(mail.cmdSend);
         QVERIFY2(failure().contains(QStringLiteral("535 no one has the password *** (***)")),
                  qPrintable(failure()));
-        verifyHidden(mail);
+        verifyPasswordIsHidden(mail);
     }
 
-    void aServerWithoutLoginGetsNoLetter() {
+    void serverWithoutLoginGetsNoMessage() {
         MailServer server({{QStringLiteral("fault"), QStringLiteral("no login")}});
         frmEmail& mail = openWithLogin(server.address());
         expectFailure();
         click(mail.cmdSend);
         QVERIFY2(failure().contains(QStringLiteral("offers no login")), qPrintable(failure()));
-        QCOMPARE(server.letters(), 0);
+        QCOMPARE(server.messages(), 0);
         QVERIFY(server.said().filter(QStringLiteral("MAIL")).isEmpty());
-        // Without the login the same server takes it.
+        // The same server accepts the message without a login.
         click(mail.cmdConfig);
         click(mail.optAuthentication);
         expectSuccess();
         click(mail.cmdSend);
-        QCOMPARE(server.letters(), 1);
+        QCOMPARE(server.messages(), 1);
     }
 
-    void noPasswordGoesOverAnOpenWire() {
-        // Not the loopback's usual name, so it counts as a wire that others may listen to.
+    void passwordIsNotSentUnencrypted() {
+        // Not recognised as the loopback, so it counts as a network connection.
         const QString elsewhere = QStringLiteral("127.1");
         MailServer server(withLogin());
         frmEmail& mail = openWithLogin(server.address(elsewhere));
@@ -194,7 +194,7 @@ private Q_SLOTS:
         QVERIFY(server.said().isEmpty());
     }
 
-    void popLoginComesFirst() {
+    void popLoginPrecedesTheMessage() {
         MailServer pop({{QStringLiteral("login"), QJsonArray{User, Password}}},
                        QStringLiteral("pop3_server.py"));
         MailServer server({});
@@ -203,9 +203,9 @@ private Q_SLOTS:
         click(mail.cmdSend);
         QCOMPARE(pop.said(), (QStringList{QStringLiteral("USER ") + User,
                                           QStringLiteral("PASS good"), QStringLiteral("NOOP")}));
-        QCOMPARE(server.letters(), 1);
-        verifyHidden(mail);
-        // The lines of both talks, in their order.
+        QCOMPARE(server.messages(), 1);
+        verifyPasswordIsHidden(mail);
+        // The lines of both connections, in their order.
         QStringList lines;
         for (int i = 0; i < mail.lstStatus->count(); ++i) lines += mail.lstStatus->item(i)->text();
         QVERIFY(lines.contains(QStringLiteral("> PASS ***")));
@@ -213,7 +213,7 @@ private Q_SLOTS:
                 lines.indexOf(QStringLiteral("> DATA")));
     }
 
-    void aRefusedPopLoginSendsNothing() {
+    void refusedPopLoginSendsNothing() {
         MailServer pop({{QStringLiteral("login"), QJsonArray{User, QStringLiteral("other")}}},
                        QStringLiteral("pop3_server.py"));
         MailServer server({});
@@ -223,20 +223,20 @@ private Q_SLOTS:
         QVERIFY2(failure().contains(QStringLiteral("refused the login: -ERR no such login")),
                  qPrintable(failure()));
         QVERIFY(server.said().isEmpty());
-        verifyHidden(mail);
+        verifyPasswordIsHidden(mail);
     }
 
-    void aLoginWithoutANameIsNotTried() {
+    void loginWithoutAUserNameIsNotTried() {
         MailServer server(withLogin());
         frmEmail& mail = openWithLogin(server.address());
         mail.txtUserName->clear();
         expectFailure();
         click(mail.cmdSend);
-        QVERIFY2(failure().contains(QStringLiteral("needs a user name")), qPrintable(failure()));
+        QVERIFY2(failure().contains(QStringLiteral("requires a user name")), qPrintable(failure()));
         QVERIFY(server.said().isEmpty());
     }
 
-    void theBoxesStoreTheirComingState() {
+    void boxesStoreTheirNewState() {
         frmEmail& mail = openMail();
         click(mail.cmdConfig);
         QVERIFY(mail.frmConfig->isVisible());
@@ -250,6 +250,7 @@ private Q_SLOTS:
             QCOMPARE(pref(QStringLiteral("POPauthentication")), state);
             QCOMPARE(mail.optPOPauthentication->isChecked(), state == QLatin1String("true"));
         }
+        // Deliberate: behaviour 172.
         QCOMPARE(
             world->statements,
             (QStringList{QStringLiteral("UPDATE prefs SET var_value = 'true' WHERE var_name = "
@@ -264,7 +265,7 @@ private Q_SLOTS:
         QVERIFY(mail.frmConfig->isHidden());
     }
 
-    void configTellsTheLibraryTheBoxes() {
+    void configPassesTheBoxesToTheLibrary() {
         frmEmail& mail = openMail();
         click(mail.cmdConfig);
         click(mail.optAuthentication);
@@ -275,7 +276,7 @@ private Q_SLOTS:
         QVERIFY(!mail.poSendMail.UsePopAuthentication);
     }
 
-    void thePasswordIsRememberedAndForgotten() {
+    void passwordIsRememberedAndForgotten() {
         frmEmail& mail = openMail();
         click(mail.cmdConfig);
         mail.txtPassword->setText(Password);
@@ -283,6 +284,7 @@ private Q_SLOTS:
         click(mail.chkPassword);
         QVERIFY(mail.chkPassword->isChecked());
         QCOMPARE(pref(QStringLiteral("EmailPassRemember")), QStringLiteral("true"));
+        // Deliberate: behaviour 168.
         QCOMPARE(pref(QStringLiteral("EmailPassword")), Password);
         QCOMPARE(world->statements.size(), 2);
         world->stop();
@@ -294,13 +296,14 @@ private Q_SLOTS:
         click(again.chkPassword);
         QVERIFY(!again.chkPassword->isChecked());
         QCOMPARE(pref(QStringLiteral("EmailPassRemember")), QStringLiteral("false"));
-        // The password stays in its row, and is not read.
+        // Deliberate: behaviour 169.
         QCOMPARE(pref(QStringLiteral("EmailPassword")), Password);
         world->stop();
         QCOMPARE(openMail().txtPassword->text(), QString());
     }
 
-    void rememberingAnEmptyPasswordIsToldAndTicksAllTheSame() {
+    void rememberingAnEmptyPasswordIsReportedAndTicksTheBox() {
+        // Deliberate: behaviour 170.
         frmEmail& mail = openMail();
         click(mail.cmdConfig);
         const QStringList before = world->rows(QStringLiteral("SELECT * FROM prefs"));
@@ -319,11 +322,24 @@ private Q_SLOTS:
         QVERIFY(mail.chkPassword->isChecked());
     }
 
-    void aPasswordWithAnApostropheEndsTheProgram() {
+    void passwordBeforeItsFlagInTheTableIsNotRead() {
+        // Deliberate: behaviour 171.
+        world->sql(
+            QStringLiteral("DELETE FROM prefs WHERE var_name LIKE 'EmailPass%';"
+                           "INSERT INTO prefs (var_name, var_value) VALUES ('EmailPassword', 'p');"
+                           "INSERT INTO prefs (var_name, var_value) VALUES ('EmailPassRemember', "
+                           "'true')"));
+        const frmEmail& mail = openMail();
+        QVERIFY(mail.chkPassword->isChecked());
+        QCOMPARE(mail.txtPassword->text(), QString());
+    }
+
+    void passwordWithAnApostropheEndsTheProgram() {
+        // Deliberate: behaviour 173.
         frmEmail& mail = openMail();
         click(mail.cmdConfig);
         mail.txtPassword->setText(QStringLiteral("it's"));
-        world->answers.runTimeError(-2147217900);
+        world->answers.runTimeError(RunTimeError::StatementRefused);
         click(mail.chkPassword);
         QCOMPARE(world->endStatus, 1);
     }

@@ -1,3 +1,4 @@
+#include "core/data/run_time_error.h"
 #include "mail/mail_hand_over.h"
 #include "mail/mail_hands.h"
 #include "support/files.h"
@@ -7,7 +8,7 @@
 
 namespace {
 
-// What a grid's export looks like, as far as the note cares.
+// An exported grid, reduced to what the note depends on.
 const QByteArray Exported =
     "<!DOCTYPE html>\r\n<HTML><HEAD></HEAD><BODY>\r\n<TABLE BORDER=0>\r\n<TR><TD>Ü 10/05/03"
     "</TD></TR>\r\n</TABLE>\r\n</BODY></HTML>\r\n";
@@ -30,18 +31,19 @@ class TestMailNote : public MailTest {
     QString joined() const { return QString::fromUtf8(Exported).remove(QStringLiteral("\r\n")); }
 
 private Q_SLOTS:
-    void aHandOverShowsTheBodyAndTheNoteButton() {
+    void handOverShowsTheBodyAndTheNoteButton() {
         world->start();
         QVERIFY(!frmEmail::isLoaded());
         frmEmail& mail = handOver();
         QVERIFY(mail.isVisible());
         QVERIFY(mail.cmdAddNote->isVisible());
         QCOMPARE(mail.txtMsg->toPlainText(), joined());
+        // Deliberate: behaviour 166.
         QVERIFY(!(mail.txtMsg->focusPolicy() & Qt::TabFocus));
         QCOMPARE(mailStagingFile(), world->folder() + QStringLiteral("\\config\\email.html"));
     }
 
-    void aHandOverMayLeaveTheNoteButtonAsItWas() {
+    void handOverCanLeaveTheNoteButtonUnchanged() {
         world->start();
         handOverMail(QStringLiteral("<HTML>two pages</HTML>"), NoteButton::AsItWas);
         QVERIFY(frmEmail::instance().isVisible());
@@ -51,14 +53,14 @@ private Q_SLOTS:
         QVERIFY(frmEmail::instance().cmdAddNote->isVisible());
     }
 
-    void theSecondHandOverReplacesTheFirst() {
+    void secondHandOverReplacesTheFirst() {
         handOver();
         write(QStringLiteral("config/email.html"), "<HTML>second</HTML>\n");
         handOverStagedMail();
         QCOMPARE(frmEmail::instance().txtMsg->toPlainText(), QStringLiteral("<HTML>second</HTML>"));
     }
 
-    void aNoteOfTwoLinesGetsABreakBetweenThem() {
+    void noteOfTwoLinesGetsABreakBetweenThem() {
         frmEmail& mail = handOver();
         click(mail.cmdAddNote);
         QVERIFY(mail.frmNote->isVisible());
@@ -68,6 +70,7 @@ private Q_SLOTS:
         click(mail.cmdAttachNote);
         QVERIFY(mail.frmNote->isHidden());
         const QString note = QStringLiteral("Please come early<BR>and bring tea");
+        // Deliberate: behaviour 167.
         QCOMPARE(mail.txtNote->toPlainText(), note);
         const QString table = QStringLiteral("<TABLE Width='400' name = note><TR><TD>") + note +
                               QStringLiteral("</TD></TR></TABLE>");
@@ -79,7 +82,7 @@ private Q_SLOTS:
         QCOMPARE(staged(), file);
     }
 
-    void clearTakesTheNoteAndEveryTableEndAway() {
+    void clearRemovesTheNoteAndEveryTableEnd() {
         frmEmail& mail = handOver();
         click(mail.cmdAddNote);
         mail.txtNote->setPlainText(QStringLiteral("ä\nö\nü"));
@@ -88,7 +91,7 @@ private Q_SLOTS:
         click(mail.cmdClearNote);
         QVERIFY(mail.frmNote->isVisible());
         QCOMPARE(mail.txtNote->toPlainText(), QString());
-        // The line with "<HTML>" goes with the note: meant.
+        // Deliberate: behaviour 165.
         QCOMPARE(mail.txtMsg->toPlainText(),
                  QStringLiteral(
                      "<!DOCTYPE html><TABLE BORDER=0><TR><TD>Ü 10/05/03</TD></TR></BODY></HTML>"));
@@ -96,7 +99,7 @@ private Q_SLOTS:
         QVERIFY(!staged().contains("note"));
     }
 
-    void anEmptyNoteOnlyClosesThePanel() {
+    void emptyNoteOnlyClosesThePanel() {
         frmEmail& mail = handOver();
         click(mail.cmdAddNote);
         click(mail.cmdAttachNote);
@@ -119,7 +122,8 @@ private Q_SLOTS:
         }
     }
 
-    void theSixCharactersAreTakenAsTheyStand() {
+    void noteIsInsertedAfterTheFirstSixCharacters() {
+        // Deliberate: behaviour 164.
         world->start();
         write(QStringLiteral("config/email.html"), "  <html>x\n");
         handOverStagedMail();
@@ -130,12 +134,12 @@ private Q_SLOTS:
                                       "</TABLE>l>x\r\n"));
     }
 
-    void aMissingFileEndsTheProgram() {
+    void missingStagingFileEndsTheProgram() {
         frmEmail& mail = handOver();
         QVERIFY(QFile::remove(world->path(QStringLiteral("config/email.html"))));
         click(mail.cmdAddNote);
         mail.txtNote->setPlainText(QStringLiteral("n"));
-        world->answers.runTimeError(53);
+        world->answers.runTimeError(RunTimeError::FileNotFound);
         click(mail.cmdAttachNote);
         QCOMPARE(world->endStatus, 1);
     }

@@ -1,5 +1,6 @@
-#include "mail/po_send_mail_checks.h"
-#include "mail/po_send_mail_message.h"
+#include "mail/plain_text.h"
+#include "mail/rules/mail_checks.h"
+#include "mail/rules/mail_encoding.h"
 #include "support/registry.h"
 
 #include <QTest>
@@ -8,11 +9,11 @@ class TestMailTexts : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void servers_data() {
+    void serverNamesAreParsed_data() {
         QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("told");
-        const auto row = [](const char* text, const char* told) {
-            QTest::newRow(text) << QString::fromUtf8(text) << QString::fromUtf8(told);
+        QTest::addColumn<QString>("parsed");
+        const auto row = [](const char* text, const char* parsed) {
+            QTest::newRow(text) << QString::fromUtf8(text) << QString::fromUtf8(parsed);
         };
         row("mail.example.org", "smtp mail.example.org 25");
         row(" mail.example.org:2525 ", "smtp mail.example.org 2525");
@@ -28,25 +29,25 @@ private Q_SLOTS:
             row(bad, "");
     }
 
-    void servers() {
+    void serverNamesAreParsed() {
         QFETCH(QString, text);
-        QFETCH(QString, told);
+        QFETCH(QString, parsed);
         const auto host = mailHostOf(text, QStringLiteral("smtp"), 25, 465, true);
         QCOMPARE(host ? QStringLiteral("%1 %2 %3").arg(host->scheme, host->host).arg(host->port)
                       : QString(),
-                 told);
+                 parsed);
     }
 
-    void portsOfALogin() {
-        MailLetter letter;
-        letter.SMTPHost = QStringLiteral("mail.example.org");
-        letter.POP3Host = QStringLiteral("mail.example.org");
-        QCOMPARE(smtpHostOf(letter)->port, 25);
-        letter.UseAuthentication = true;
-        QCOMPARE(smtpHostOf(letter)->port, 587);
-        QCOMPARE(popHostOf(letter)->port, 110);
-        letter.POP3Host = QStringLiteral("pop3s://mail.example.org");
-        QCOMPARE(popHostOf(letter)->port, 995);
+    void loginAndSchemeDecideTheDefaultPort() {
+        MailMessage message;
+        message.SMTPHost = QStringLiteral("mail.example.org");
+        message.POP3Host = QStringLiteral("mail.example.org");
+        QCOMPARE(smtpHostOf(message)->port, 25);
+        message.UseAuthentication = true;
+        QCOMPARE(smtpHostOf(message)->port, 587);
+        QCOMPARE(popHostOf(message)->port, 110);
+        message.POP3Host = QStringLiteral("pop3s://mail.example.org");
+        QCOMPARE(popHostOf(message)->port, 995);
     }
 
     void onlyTheLoopbackIsTheLoopback() {
@@ -61,8 +62,8 @@ private Q_SLOTS:
             QVERIFY2(!isLoopback(text), text);
     }
 
-    void addresses_data() {
-        QTest::addColumn<bool>("isOne");
+    void addressesAreChecked_data() {
+        QTest::addColumn<bool>("isAddress");
         for (const char* text : {"a@b", "first.last+tag@mail.example.org", "o'neil@example.org",
                                  "zoë@bücher.example", "a@[127.0.0.1]", "a@[IPv6:::1]"})
             QTest::newRow(text) << true;
@@ -72,18 +73,18 @@ private Q_SLOTS:
             QTest::newRow(text) << false;
     }
 
-    void addresses() {
-        QFETCH(bool, isOne);
-        QCOMPARE(isMailAddress(QString::fromUtf8(QTest::currentDataTag()), true), isOne);
+    void addressesAreChecked() {
+        QFETCH(bool, isAddress);
+        QCOMPARE(isMailAddress(QString::fromUtf8(QTest::currentDataTag()), true), isAddress);
     }
 
-    void uncheckedAddressesStillStayInTheirLine() {
+    void uncheckedAddressesStillCannotEndTheCommand() {
         QVERIFY(isMailAddress(QStringLiteral("postmaster"), false));
         QVERIFY(!isMailAddress(QStringLiteral("a>\r\nRCPT TO:<b"), false));
         QVERIFY(!isMailAddress(QStringLiteral("a> SIZE=1"), false));
     }
 
-    void headersAreFoldedIntoWholeCharacters() {
+    void foldedHeadersNeverSplitACharacter() {
         QCOMPARE(encodedHeader(QStringLiteral("Sunday, 10/05/03")), QByteArray("Sunday, 10/05/03"));
         QCOMPARE(encodedHeader(QStringLiteral("a\r\nBcc: b")), QByteArray("a  Bcc: b"));
         QCOMPARE(encodedHeader(QStringLiteral("=?x")), QByteArray("=?UTF-8?B?PT94?="));
@@ -101,7 +102,7 @@ private Q_SLOTS:
         QVERIFY(encodedHeader(QString(5000, QLatin1Char('x'))).contains("\r\n "));
     }
 
-    void mailboxesOfAnyLanguage() {
+    void mailboxesMayBeInAnyLanguage() {
         QCOMPARE(encodedMailbox(QStringLiteral("a@b"), QString()), QByteArray("a@b"));
         QCOMPARE(encodedMailbox(QStringLiteral("a@b"), QStringLiteral("O'Neil, \"A\"")),
                  QByteArray("\"O'Neil, \\\"A\\\"\"\r\n <a@b>"));
@@ -109,7 +110,7 @@ private Q_SLOTS:
                  QByteArray("=?UTF-8?B?Wm/Dqw==?=\r\n <a@xn--bcher-kva.example>"));
     }
 
-    void fileNamesOfAnyLanguage() {
+    void fileNamesMayBeInAnyLanguage() {
         QCOMPARE(attachmentDisposition(QStringLiteral("a \"b\" \\c.txt")),
                  QByteArray("attachment; filename=\"a \\\"b\\\" \\\\c.txt\""));
         QCOMPARE(attachmentDisposition(QStringLiteral("ü x.txt")),
@@ -117,7 +118,7 @@ private Q_SLOTS:
         QVERIFY(!attachmentDisposition(QStringLiteral("a\r\nX: y")).contains("\r\nX"));
     }
 
-    void htmlIsReadableWithoutIt() {
+    void htmlIsConvertedToPlainText() {
         QCOMPARE(plainTextOf(QStringLiteral("a<BR>\nb &amp; c&nbsp;&lt;")),
                  QStringLiteral("a\nb & c <\n"));
         QCOMPARE(
@@ -129,17 +130,17 @@ private Q_SLOTS:
         QCOMPARE(plainTextOf(QString()), QStringLiteral("\n"));
     }
 
-    void namesGoWithTheirAddressesOrNotAtAll() {
-        MailLetter letter;
-        letter.Recipient = QStringLiteral("a@x; ;b@x;a@x");
-        letter.RecipientDisplayName = QStringLiteral("A;None;B;A");
+    void namesMatchTheirAddressesOrAreLeftOut() {
+        MailMessage message;
+        message.Recipient = QStringLiteral("a@x; ;b@x;a@x");
+        message.RecipientDisplayName = QStringLiteral("A;None;B;A");
         const std::vector<Mailbox> all{{QStringLiteral("a@x"), QStringLiteral("A")},
                                        {QStringLiteral("b@x"), QStringLiteral("B")}};
-        QVERIFY(recipientsOf(letter) == all);
-        letter.RecipientDisplayName = QStringLiteral("A;B");
+        QVERIFY(recipientsOf(message) == all);
+        message.RecipientDisplayName = QStringLiteral("A;B");
         const std::vector<Mailbox> nameless{{QStringLiteral("a@x"), {}},
                                             {QStringLiteral("b@x"), {}}};
-        QVERIFY(recipientsOf(letter) == nameless);
+        QVERIFY(recipientsOf(message) == nameless);
     }
 };
 

@@ -1,7 +1,8 @@
-// The window that copies the data away and back, and empties the database.
+// Backing up and restoring the data, and emptying the database.
 #include "catalogue/frm_song_admin.h"
 #include "core/data/database.h"
 #include "core/data/dates.h"
+#include "core/data/run_time_error.h"
 #include "maintenance/frm_backup.h"
 #include "support/registry.h"
 #include "support/world.h"
@@ -12,21 +13,26 @@
 
 namespace {
 
+// Deliberate: behaviour 189.
 const QString Done = QStringLiteral("Copy(s) Sucessfull!");
 const QString Warning = QStringLiteral(
     "Clicking 'YES' below will erase all the information in the database.\r\r"
     "PROCEED WITH CAUTION");
-
-enum Box { Database, SavedSets, SetDesigns, Schedules };
 
 }  // namespace
 
 class TestBackup : public WindowTest {
     Q_OBJECT
 
+    // The boxes.
+    static constexpr int Database = BackupIndex::Database;
+    static constexpr int SavedSets = BackupIndex::SavedSets;
+    static constexpr int SetDesigns = BackupIndex::SetDesigns;
+    static constexpr int Schedules = BackupIndex::Schedules;
+
     QTemporaryDir m_sticks;
 
-    // A stick of its own for each test.
+    // A separate USB stick for each test.
     QString stick(const QString& path = {}) const {
         const QString name = QStringLiteral("/%1 %2").arg(
             QLatin1String(QTest::currentTestFunction()), QLatin1String(QTest::currentDataTag()));
@@ -42,9 +48,9 @@ class TestBackup : public WindowTest {
         return frmBackup::instance();
     }
 
-    void tick(std::initializer_list<Box> boxes) {
-        for (const Box box : boxes) {
-            QCheckBox* check = frmBackup::instance().ckBU[box];
+    void tick(std::initializer_list<int> boxes) {
+        for (const int box : boxes) {
+            QCheckBox* check = frmBackup::instance().ckBU[size_t(box)];
             QTest::mouseClick(check, Qt::LeftButton, {}, QPoint(8, check->height() / 2));
         }
     }
@@ -61,7 +67,7 @@ class TestBackup : public WindowTest {
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
     }
 
-    // The user goes to a folder and keeps the name that is offered.
+    // The user opens a folder and accepts the proposed name.
     void chooseIn(const QString& folder, const QString& proposal) {
         world->answers.file(folder + QLatin1Char('/') + proposal);
     }
@@ -106,18 +112,19 @@ private Q_SLOTS:
         QCOMPARE(w.lblReformatDB->accessibleName(), QStringLiteral("Reformat Database"));
     }
 
-    void nothingTickedGivesNoDialogAndNoBox() {
+    void nothingTickedShowsNoDialogAndNoBox() {
         const frmBackup& w = open();
         click(w.cmdBack);
         click(w.cmdRestore);
         QVERIFY(world->answers.fileDialogs().empty());
     }
 
-    void allCancelledGivesNoBox() {
+    void cancellingEverythingShowsNoBox() {
+        // Deliberate: behaviours 180 and 181.
         const frmBackup& w = open();
         tick({Database, SavedSets, SetDesigns, Schedules});
         for (QPushButton* button : {w.cmdBack, w.cmdRestore}) {
-            for (int i = 0; i < 4; ++i) world->answers.cancelFile();
+            for (int i = 0; i < BackupIndex::Count; ++i) world->answers.cancelFile();
             click(button);
             QVERIFY(world->answers.isEmpty());
         }
@@ -134,7 +141,7 @@ private Q_SLOTS:
         QVERIFY(QDir(stick()).isEmpty());
     }
 
-    void everythingGoesToAStickAndBack() {
+    void everythingIsCopiedToAStickAndBack() {
         addSong("Stille Nacht \u2013 \u00e4\u4e2d");
         write(world->path("saved sets/Set For 11_22_26.set"), "set");
         write(world->path("set designs/Sunday.sdl"), "design");
@@ -158,7 +165,7 @@ private Q_SLOTS:
         write(world->path("saved sets/Set For 11_22_26.set"), "spoiled");
         QFile::remove(world->path("set designs/Sunday.sdl"));
         QDir(world->path("schedules")).removeRecursively();
-        // The folder itself is chosen here, not the one that holds it.
+        // Deliberate: behaviour 182.
         chooseIn(stick(), "Restore Database From");
         chooseIn(stick("/saved sets"), "Restore Saved Sets From");
         chooseIn(stick("/set designs"), "Restore Set Designs From");
@@ -177,7 +184,8 @@ private Q_SLOTS:
         QCOMPARE(read(world->path("sheetmusic/Song.stp")), QByteArray("chart"));
     }
 
-    void openConnectionGoesOnWithTheRestoredDatabase() {
+    void openConnectionUsesTheRestoredDatabase() {
+        // Deliberate: behaviour 186.
         addSong("Old");
         const frmBackup& w = open();
         tick({Database});
@@ -197,7 +205,7 @@ private Q_SLOTS:
         QVERIFY(rs.EOF_());
     }
 
-    void firstCancelledSecondIsCopiedAndReportedAlone() {
+    void onlyWhatWasNotCancelledIsCopiedAndReported() {
         write(world->path("saved sets/a.set"), "a");
         const frmBackup& w = open();
         tick({Database, SavedSets});
@@ -210,7 +218,8 @@ private Q_SLOTS:
         QCOMPARE(read(stick("/saved sets/a.set")), QByteArray("a"));
     }
 
-    void nameThatIsTypedIsThrownAway() {
+    void enteredNameIsIgnored() {
+        // Deliberate: behaviour 180.
         const frmBackup& w = open();
         tick({Database});
         world->answers.file(stick("/my own name.txt"));
@@ -221,6 +230,7 @@ private Q_SLOTS:
     }
 
     void restoredSetsOverwriteAndOtherFilesStay() {
+        // Deliberate: behaviour 185.
         write(world->path("saved sets/a.set"), "program's a");
         write(world->path("saved sets/b.set"), "program's b");
         write(stick("/saved sets/a.set"), "stick's a");
@@ -236,7 +246,8 @@ private Q_SLOTS:
         QCOMPARE(read(world->path("saved sets/years/2025/\u00e4.set")), QByteArray("deep"));
     }
 
-    void restoreFromTheFolderAboveBringsTheFolderItself() {
+    void restoreFromTheParentFolderCopiesTheFolderItself() {
+        // Deliberate: behaviour 182.
         write(stick("/saved sets/a.set"), "a");
         const frmBackup& w = open();
         tick({SavedSets});
@@ -247,64 +258,66 @@ private Q_SLOTS:
         QCOMPARE(read(world->path("saved sets/saved sets/a.set")), QByteArray("a"));
     }
 
-    void folderWithoutADatabaseGivesTheErrorBoxOnRestore() {
+    void restoreWithoutADatabaseShowsTheErrorBox() {
+        // Deliberate: behaviour 183.
         addSong("Kept");
         const frmBackup& w = open();
         tick({Database});
         chooseIn(stick(), "Restore Database From");
-        expectError(53, "db1.mdb", QMessageBox::NoIcon);
+        expectError(RunTimeError::FileNotFound, "db1.mdb", QMessageBox::NoIcon);
         click(w.cmdRestore);
         QCOMPARE(titles(), QStringList{"Kept"});
         QCOMPARE(world->endStatus, -1);
     }
 
-    void missingFolderGivesTheErrorBoxOnBackupAndEndsTheLoop() {
+    void missingFolderShowsTheErrorBoxAndEndsTheBackup() {
         write(world->path("set designs/Sunday.sdl"), "design");
         QDir(world->path("saved sets")).removeRecursively();
         const frmBackup& w = open();
         tick({SavedSets, SetDesigns});
         chooseIn(stick(), "Copy Saved Sets Here");
-        expectError(76, "saved sets", QMessageBox::Critical);
+        expectError(RunTimeError::PathNotFound, "saved sets", QMessageBox::Critical);
         click(w.cmdBack);
         QVERIFY(QDir(stick()).isEmpty());
         QCOMPARE(world->endStatus, -1);
     }
 
-    void whatWasCopiedBeforeAFailureStaysWithoutAReport() {
+    void copiesBeforeAFailureStayWithoutAReport() {
+        // Deliberate: behaviour 184.
         QDir(world->path("schedules")).removeRecursively();
         const frmBackup& w = open();
         tick({Database, Schedules});
         chooseIn(stick(), "Copy Database Here");
         chooseIn(stick(), "Copy Schedules Here");
-        expectError(76, "schedules", QMessageBox::Critical);
+        expectError(RunTimeError::PathNotFound, "schedules", QMessageBox::Critical);
         click(w.cmdBack);
         QCOMPARE(QDir(stick()).entryList(QDir::Files), QStringList{"db1.mdb"});
     }
 
-    void copyOntoItselfGivesTheErrorBoxAndLosesNothing() {
+    void copyOntoItselfShowsTheErrorBoxAndLosesNothing() {
         addSong("Kept");
         write(world->path("saved sets/a.set"), "a");
         const frmBackup& w = open();
         tick({Database});
         chooseIn(world->folder(), "Copy Database Here");
-        expectError(70, "itself", QMessageBox::Critical);
+        expectError(RunTimeError::PermissionDenied, "itself", QMessageBox::Critical);
         click(w.cmdBack);
         tick({Database, SavedSets});
         chooseIn(world->folder(), "Copy Saved Sets Here");
-        expectError(70, "itself", QMessageBox::Critical);
+        expectError(RunTimeError::PermissionDenied, "itself", QMessageBox::Critical);
         click(w.cmdBack);
         chooseIn(world->folder(), "Restore Saved Sets From");
-        expectError(70, "itself", QMessageBox::NoIcon);
+        expectError(RunTimeError::PermissionDenied, "itself", QMessageBox::NoIcon);
         click(w.cmdRestore);
         addSong("After");
         QCOMPARE(titles(), (QStringList{"Kept", "After"}));
         QCOMPARE(read(world->path("saved sets/a.set")), QByteArray("a"));
     }
 
-    void databaseThatIsNoneOrDamagedOrLacksATableLeavesTheRunningOne_data() {
+    void invalidDatabaseIsNotRestored_data() {
         QTest::addColumn<QString>("spoil");
         QTest::addColumn<QString>("why");
-        QTest::newRow("no database") << "letter"
+        QTest::newRow("no database") << "text"
                                      << "not a database";
         QTest::newRow("empty file") << "empty"
                                     << "no such table";
@@ -317,9 +330,9 @@ private Q_SLOTS:
         QTest::newRow("no column") << "ALTER TABLE songs DROP COLUMN CCLI"
                                    << "no such column: CCLI";
         QTest::newRow("later version") << "PRAGMA user_version = 2"
-                                       << "a later version of Lorvanite has made it";
+                                       << "created by a later version of Lorvanite";
     }
-    void databaseThatIsNoneOrDamagedOrLacksATableLeavesTheRunningOne() {
+    void invalidDatabaseIsNotRestored() {
         QFETCH(QString, spoil);
         QFETCH(QString, why);
         const QString file = world->path("db1.mdb");
@@ -332,7 +345,7 @@ private Q_SLOTS:
             QVERIFY(QFile::copy(PROGRAM_TREE "/db1.mdb", file));
         } else {
             QByteArray bytes = read(file);
-            if (spoil == QLatin1String("letter")) bytes = QByteArray("Dear all,\n").repeated(500);
+            if (spoil == QLatin1String("text")) bytes = QByteArray("Dear all,\n").repeated(500);
             if (spoil == QLatin1String("empty")) bytes.clear();
             if (spoil == QLatin1String("cut")) bytes.truncate(bytes.size() / 2);
             if (spoil == QLatin1String("page"))
@@ -343,14 +356,14 @@ private Q_SLOTS:
         const frmBackup& w = open();
         tick({Database});
         chooseIn(stick(), "Restore Database From");
-        expectError(-2147467259, why, QMessageBox::NoIcon);
+        expectError(RunTimeError::StoreFailed, why, QMessageBox::NoIcon);
         click(w.cmdRestore);
         QCOMPARE(read(file), running);
         click(world->main().Command1);
         QCOMPARE(world->endStatus, -1);
     }
 
-    void databaseOfAnEarlierVersionIsBroughtUpOnRestore() {
+    void databaseOfAnEarlierVersionIsUpgradedOnRestore() {
         addSong("Old");
         const QString file = world->path("db1.mdb");
         world->sql("DROP INDEX played_on_song; PRAGMA user_version = 0");
@@ -367,12 +380,12 @@ private Q_SLOTS:
         QCOMPARE(world->rows("PRAGMA user_version"), QStringList{"1"});
         QCOMPARE(world->rows("SELECT name FROM sqlite_master WHERE type = 'index'"),
                  QStringList{"played_on_song"});
-        // The backup itself stays as it is, and needs no copy.
+        // The backup itself is unchanged, and no copy of it is made.
         QCOMPARE(read(stick("/db1.mdb")), before);
         QCOMPARE(QDir(world->folder()).entryList({"*version*"}), QStringList());
     }
 
-    void answeringNoLeavesEveryTable() {
+    void answeringNoKeepsEveryTable() {
         fillAllTables();
         const frmBackup& w = open();
         world->answers.question(Warning, QMessageBox::No, "WARNING!");
@@ -383,7 +396,8 @@ private Q_SLOTS:
             QCOMPARE(rowsIn(table), 1);
     }
 
-    void resetEmptiesSixTablesInOrderAndLeavesTheRest() {
+    void resetEmptiesSixTablesInOrderAndKeepsTheRest() {
+        // Deliberate: behaviour 187.
         fillAllTables();
         write(world->path("saved sets/a.set"), "a");
         const int settings = rowsIn("prefs");
@@ -407,7 +421,8 @@ private Q_SLOTS:
         QCOMPARE(read(world->path("saved sets/a.set")), QByteArray("a"));
     }
 
-    void notesStillComeUpAtStartAfterAReset() {
+    void remindersAreStillShownAfterAReset() {
+        // Deliberate: behaviour 187.
         world->sql("INSERT INTO notes (notes, notify_date) VALUES ('Due', '12/24/26')");
         world->answers.box("Due\r", QMessageBox::Information, "Reminder Notes");
         const frmBackup& w = open();
@@ -419,7 +434,8 @@ private Q_SLOTS:
         world->start();
     }
 
-    void openSongWindowIsNotRefreshedAndOpensEmptyAfterAReset() {
+    void openSongWindowIsNotRefreshedByAReset() {
+        // Deliberate: behaviour 188.
         addSong("Shown");
         world->start();
         click(world->main().cmdSongMgmt);
@@ -436,12 +452,12 @@ private Q_SLOTS:
                  QStringLiteral("0 Songs In The Database"));
     }
 
-    void failingDeleteEndsTheProgramWithTheTablesBeforeItEmpty() {
+    void failingDeleteEndsTheProgramWithEarlierTablesEmpty() {
         fillAllTables();
         world->sql("DROP TABLE schedule");
         const frmBackup& w = open();
         world->answers.question(Warning, QMessageBox::Yes, "WARNING!");
-        world->answers.runTimeError(-2147217900, "no such table: schedule");
+        world->answers.runTimeError(RunTimeError::StatementRefused, "no such table: schedule");
         click(w.lblReformatDB);
         QCOMPARE(world->endStatus, 1);
         QCOMPARE(rowsIn("played_on"), 0);

@@ -1,7 +1,9 @@
 // Notes and their reminders.
 #include "core/data/database.h"
 #include "core/data/dates.h"
+#include "core/data/run_time_error.h"
 #include "maintenance/frm_notes.h"
+#include "maintenance/rules/notes.h"
 #include "support/grid_hands.h"
 #include "support/registry.h"
 #include "support/world.h"
@@ -38,19 +40,21 @@ class TestNotes : public WindowTest {
     }
 
     void typeDate(const QString& date) {
-        typeInCell(frmNotes::instance().fpNotifyUntil, 1, 1, date);
+        typeInCell(frmNotes::instance().fpNotifyUntil, NotifyUntilCell::Column,
+                   NotifyUntilCell::Row, date);
     }
 
     void expectEmptyEditor() {
         const frmNotes& w = frmNotes::instance();
         QCOMPARE(w.txtNote->toPlainText(), QString());
         QVERIFY(!w.chkNotify->isChecked());
-        QCOMPARE(w.fpNotifyUntil->GetText(1, 1), QString());
+        QCOMPARE(w.fpNotifyUntil->GetText(NotifyUntilCell::Column, NotifyUntilCell::Row),
+                 QString());
         QCOMPARE(w.hidID->text(), QString());
     }
 
 private Q_SLOTS:
-    void windowListsTheNotesInTableOrder() {
+    void notesAreListedInTheOrderOfTheTable() {
         addRow("11/02/26", "Zeta", "12/30/99");
         addRow("11/01/26", "Orgel f\u00fcr Weihnachten stimmen \u2013 \u20ac", "11/20/26");
         world->start();
@@ -59,20 +63,23 @@ private Q_SLOTS:
         frmNotes& w = frmNotes::instance();
         QCOMPARE(world->statements, (QStringList{NotesStatement, SettingStatement}));
         QCOMPARE(w.windowTitle(), QStringLiteral("Notes"));
-        QCOMPARE(columnOf(w.fpNotes, 1), (QStringList{"1", "2"}));
-        QCOMPARE(columnOf(w.fpNotes, 2), (QStringList{"11/02/26", "11/01/26"}));
-        QCOMPARE(columnOf(w.fpNotes, 3),
+        QCOMPARE(columnOf(w.fpNotes, NoteColumn::ID), (QStringList{"1", "2"}));
+        QCOMPARE(columnOf(w.fpNotes, NoteColumn::Date), (QStringList{"11/02/26", "11/01/26"}));
+        QCOMPARE(columnOf(w.fpNotes, NoteColumn::Note),
                  (QStringList{"Zeta", "Orgel f\u00fcr Weihnachten stimmen \u2013 \u20ac"}));
-        QCOMPARE(columnOf(w.fpNotes, 4), (QStringList{"12/30/99", "11/20/26"}));
-        for (const auto& [col, head] : {std::pair(2, "Date"), {3, "Note"}, {4, "Notify Until"}})
+        QCOMPARE(columnOf(w.fpNotes, NoteColumn::NotifyUntil),
+                 (QStringList{"12/30/99", "11/20/26"}));
+        for (const auto& [col, head] : {std::pair(int(NoteColumn::Date), "Date"),
+                                        {NoteColumn::Note, "Note"},
+                                        {NoteColumn::NotifyUntil, "Notify Until"}})
             QCOMPARE(w.fpNotes->GetText(col, 0), QLatin1String(head));
-        w.fpNotes->Col(1);
+        w.fpNotes->Col(NoteColumn::ID);
         QVERIFY(w.fpNotes->ColHidden());
         QVERIFY(!w.hidID->isVisible());
         expectEmptyEditor();
     }
 
-    void addingWithNotifyTickedAndNoDateIsToldAndStoresNothing() {
+    void missingNotifyDateIsReportedAndNothingIsStored() {
         frmNotes& w = open();
         type("Tune the piano");
         click(w.chkNotify);
@@ -94,11 +101,12 @@ private Q_SLOTS:
                  (QStringList{"INSERT INTO notes (post_date, notes, notify_date) VALUES "
                               "('11/21/26', 'Tune the piano', '12/04/26') [3]",
                               NotesStatement}));
-        QCOMPARE(columnOf(w.fpNotes, 3), QStringList{"Tune the piano"});
+        QCOMPARE(columnOf(w.fpNotes, NoteColumn::Note), QStringList{"Tune the piano"});
         expectEmptyEditor();
     }
 
-    void apostropheVanishesOnSaving() {
+    void apostrophesAreRemovedOnSaving() {
+        // Deliberate: behaviour 193.
         frmNotes& w = open();
         type("Don't forget the kids' choir");
         click(w.cmdAdd);
@@ -107,7 +115,8 @@ private Q_SLOTS:
                                                      "11/21/26||12/30/99"}));
     }
 
-    void newNoteWithoutADateNeverComesUpAtStart() {
+    void newNoteWithoutADateIsNeverDue() {
+        // Deliberate: behaviour 190.
         open();
         type("Some day");
         click(frmNotes::instance().cmdAdd);
@@ -119,7 +128,8 @@ private Q_SLOTS:
         QVERIFY(world->main().isVisible());
     }
 
-    void noteComesUpAtTheNextStartBeforeItsDateAndNoMoreOnIt() {
+    void noteIsShownAtTheStartUntilTheDayBeforeItsDate() {
+        // Deliberate: behaviour 192.
         frmNotes& w = open();
         type("Choir robes");
         click(w.chkNotify);
@@ -135,38 +145,42 @@ private Q_SLOTS:
         QVERIFY(world->answers.isEmpty());
     }
 
-    void clickedNoteIsInTheEditor() {
+    void clickedNoteIsShownInTheEditor() {
         addRow("11/01/26", "First", "11/10/26");
         addRow("11/02/26", "Second", "");
         frmNotes& w = open();
-        clickCell(w.fpNotes, 3, 1);
+        clickCell(w.fpNotes, NoteColumn::Note, 1);
         QCOMPARE(w.hidID->text(), QStringLiteral("1"));
         QCOMPARE(w.txtNote->toPlainText(), QStringLiteral("First"));
         QVERIFY(w.chkNotify->isChecked());
-        QCOMPARE(w.fpNotifyUntil->GetText(1, 1), QStringLiteral("11/10/26"));
-        clickCell(w.fpNotes, 2, 2);
+        QCOMPARE(w.fpNotifyUntil->GetText(NotifyUntilCell::Column, NotifyUntilCell::Row),
+                 QStringLiteral("11/10/26"));
+        clickCell(w.fpNotes, NoteColumn::Date, 2);
         QCOMPARE(w.hidID->text(), QStringLiteral("2"));
         QCOMPARE(w.txtNote->toPlainText(), QStringLiteral("Second"));
         QVERIFY(!w.chkNotify->isChecked());
-        QCOMPARE(w.fpNotifyUntil->GetText(1, 1), QString());
+        QCOMPARE(w.fpNotifyUntil->GetText(NotifyUntilCell::Column, NotifyUntilCell::Row),
+                 QString());
         QVERIFY(world->statements.isEmpty());
     }
 
-    void dateThatCannotBeReadLeavesNoOtherNotesDateBehind() {
+    void invalidDateClearsTheDateOfTheNoteBefore() {
         addRow("11/01/26", "First", "11/10/26");
         addRow("11/02/26", "Second", "soon");
         frmNotes& w = open();
-        clickCell(w.fpNotes, 3, 1);
-        clickCell(w.fpNotes, 3, 2);
+        clickCell(w.fpNotes, NoteColumn::Note, 1);
+        clickCell(w.fpNotes, NoteColumn::Note, 2);
         QVERIFY(w.chkNotify->isChecked());
-        QCOMPARE(w.fpNotifyUntil->GetText(1, 1), QString());
+        QCOMPARE(w.fpNotifyUntil->GetText(NotifyUntilCell::Column, NotifyUntilCell::Row),
+                 QString());
     }
 
-    void updateMovesTheNotesDateToToday() {
+    void updateChangesTheDateOfTheNoteToToday() {
+        // Deliberate: behaviour 191.
         addRow("01/05/26", "Old words", "11/10/26");
         addRow("01/06/26", "Other", "11/10/26");
         frmNotes& w = open();
-        clickCell(w.fpNotes, 3, 1);
+        clickCell(w.fpNotes, NoteColumn::Note, 1);
         w.txtNote->selectAll();
         type("New words");
         typeDate("12/25/26");
@@ -175,16 +189,17 @@ private Q_SLOTS:
                  (QStringList{"UPDATE notes SET post_date = '11/21/26', notes = 'New words', "
                               "notify_date = '12/25/26' WHERE ID = 1 [3]",
                               NotesStatement}));
-        QCOMPARE(columnOf(w.fpNotes, 2), (QStringList{"11/21/26", "01/06/26"}));
+        QCOMPARE(columnOf(w.fpNotes, NoteColumn::Date), (QStringList{"11/21/26", "01/06/26"}));
         expectEmptyEditor();
     }
 
-    void updateWithNotifyUntickedStoresAnEmptyDateWhichTheStartSkips() {
+    void updateWithoutNotifyStoresAnEmptyDateThatTheStartSkips() {
+        // Deliberate: behaviour 191.
         addRow("01/05/26", "Words", "12/24/26");
         addRow("01/05/26", "Due", "12/24/26");
         world->answers.box("Words\rDue\r", QMessageBox::Information, "Reminder Notes");
         frmNotes& w = open();
-        clickCell(w.fpNotes, 3, 1);
+        clickCell(w.fpNotes, NoteColumn::Note, 1);
         click(w.chkNotify);
         click(w.cmdAdd);
         QCOMPARE(world->rows(AllNotes), (QStringList{"11/21/26|Words|", "01/05/26|Due|12/24/26"}));
@@ -193,11 +208,11 @@ private Q_SLOTS:
         world->start();
     }
 
-    void clearEmptiesTheEditorAndTheNextStoreIsANewNote() {
+    void clearEmptiesTheEditorAndTheNextNoteIsNew() {
         addRow("01/05/26", "Words", "12/24/26");
         world->answers.box("Words\r", QMessageBox::Information, "Reminder Notes");
         frmNotes& w = open();
-        clickCell(w.fpNotes, 3, 1);
+        clickCell(w.fpNotes, NoteColumn::Note, 1);
         click(w.cmdClr);
         expectEmptyEditor();
         type("New");
@@ -205,46 +220,47 @@ private Q_SLOTS:
         QCOMPARE(w.fpNotes->MaxRows(), 2);
     }
 
-    void deleteTakesTheSelectedNoteWithoutAsking() {
+    void selectedNoteIsDeletedWithoutAQuestion() {
+        // Deliberate: behaviour 194.
         addRow("01/05/26", "One", "");
         addRow("01/05/26", "Two", "");
         addRow("01/05/26", "Three", "");
         frmNotes& w = open();
-        clickCell(w.fpNotes, 3, 2);
+        clickCell(w.fpNotes, NoteColumn::Note, 2);
         click(w.cmdDelete);
         QCOMPARE(world->statements,
                  (QStringList{"DELETE FROM notes WHERE id = 2 [3]", NotesStatement}));
-        QCOMPARE(columnOf(w.fpNotes, 3), (QStringList{"One", "Three"}));
+        QCOMPARE(columnOf(w.fpNotes, NoteColumn::Note), (QStringList{"One", "Three"}));
         expectEmptyEditor();
     }
 
-    void deleteWithoutASelectedNoteIsToldAndDeletesNothing() {
+    void deletingWithoutASelectedNoteIsReported() {
         addRow("01/05/26", "One", "");
         addRow("01/05/26", "Two", "");
         const QString message = QStringLiteral("Select a note to delete first.");
         frmNotes& w = open();
         world->answers.box(message, QMessageBox::Information);
         click(w.cmdDelete);
-        clickCell(w.fpNotes, 3, 1);
+        clickCell(w.fpNotes, NoteColumn::Note, 1);
         click(w.cmdDelete);
         world->answers.box(message, QMessageBox::Information);
         click(w.cmdDelete);
-        QCOMPARE(columnOf(w.fpNotes, 3), QStringList{"Two"});
+        QCOMPARE(columnOf(w.fpNotes, NoteColumn::Note), QStringList{"Two"});
     }
 
-    void headClickSortsAndFlips() {
+    void clickOnAHeadSortsAndReversesTheOrder() {
         addRow("01/05/26", "beta", "");
         addRow("01/07/26", "Alpha", "");
         addRow("01/06/26", "gamma", "");
         frmNotes& w = open();
-        clickCell(w.fpNotes, 3, 0);
-        QCOMPARE(columnOf(w.fpNotes, 3), (QStringList{"Alpha", "beta", "gamma"}));
-        clickCell(w.fpNotes, 3, 0);
-        QCOMPARE(columnOf(w.fpNotes, 3), (QStringList{"gamma", "beta", "Alpha"}));
+        clickCell(w.fpNotes, NoteColumn::Note, 0);
+        QCOMPARE(columnOf(w.fpNotes, NoteColumn::Note), (QStringList{"Alpha", "beta", "gamma"}));
+        clickCell(w.fpNotes, NoteColumn::Note, 0);
+        QCOMPARE(columnOf(w.fpNotes, NoteColumn::Note), (QStringList{"gamma", "beta", "Alpha"}));
         expectEmptyEditor();
     }
 
-    void boxShowsTheSettingAndWritesItBothWays() {
+    void reminderBoxShowsAndStoresTheSetting() {
         world->sql("UPDATE prefs SET var_value = 'false' WHERE var_name = 'NotesOnStartUp'");
         frmNotes& w = open();
         QVERIFY(w.chkReminder->isChecked());
@@ -258,7 +274,7 @@ private Q_SLOTS:
                 "UPDATE prefs SET var_value = 'false' WHERE var_name = 'NotesOnStartUp' [3]"}));
     }
 
-    void remindersOffMeansNoReminderAtTheNextStart() {
+    void turnedOffRemindersAreNotShownAtTheNextStart() {
         addRow("01/05/26", "Due", "12/24/26");
         world->answers.box("Due\r", QMessageBox::Information, "Reminder Notes");
         frmNotes& w = open();
@@ -270,7 +286,7 @@ private Q_SLOTS:
         QVERIFY(world->answers.isEmpty());
     }
 
-    void longNoteAndManyNotesAreKeptAsTheyAre() {
+    void longNotesAndManyNotesAreKept() {
         world->sql(
             "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) "
             "INSERT INTO notes (post_date, notes, notify_date) "
@@ -280,13 +296,13 @@ private Q_SLOTS:
         const QString text = QStringLiteral("\u00c4 \u4e2d \"%1\\ \n").repeated(20000);
         w.txtNote->setPlainText(text);
         click(w.cmdAdd);
-        QCOMPARE(w.fpNotes->GetText(3, 5001), text);
+        QCOMPARE(w.fpNotes->GetText(NoteColumn::Note, 5001), text);
     }
 
     void failingStatementEndsTheProgram() {
         frmNotes& w = open();
         world->sql("DROP TABLE notes");
-        world->answers.runTimeError(-2147217900, "no such table: notes");
+        world->answers.runTimeError(RunTimeError::StatementRefused, "no such table: notes");
         click(w.cmdAdd);
         QCOMPARE(world->endStatus, 1);
     }
@@ -294,7 +310,7 @@ private Q_SLOTS:
     void missingSettingEndsTheProgram() {
         world->sql("DELETE FROM prefs WHERE var_name = 'NotesOnStartUp'");
         world->start();
-        world->answers.runTimeError(3021);
+        world->answers.runTimeError(RunTimeError::NoCurrentRecord);
         click(world->main().Command1);
         QCOMPARE(world->endStatus, 1);
     }

@@ -1,4 +1,4 @@
-// What the tests of the report windows share.
+// The base of the tests of the report windows.
 #pragma once
 
 #include "support/grid_hands.h"
@@ -9,10 +9,10 @@ class ReportTest : public WindowTest {
     Q_OBJECT
 
 protected:
-    // Stores a song with a row for each date on which it was played. The ID that the song gets.
+    // Stores a song with a row for each date on which it was played. Returns the song's ID.
     QString addSong(const QString& title, const QStringList& dates = {},
                     const QString& number = QString());
 
-    // From now on a statement fails when it reads a date of this song.
+    // Makes every statement fail that reads a date of this song.
     void makeReadingFail(const QString& songID);
 };

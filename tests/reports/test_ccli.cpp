@@ -1,7 +1,9 @@
-// The performances of songs with a CCLI number: shown, printed and mailed.
+// The performances of songs with a CCLI number: listed, printed and mailed.
+#include "core/data/run_time_error.h"
 #include "mail/frm_email.h"
 #include "reports/frm_ccli.h"
 #include "reports/report_test.h"
+#include "reports/rules/ccli_report.h"
 #include "support/printed.h"
 
 #include <QDir>
@@ -14,7 +16,7 @@ const QString PeriodStatement = QStringLiteral(
     "INNER JOIN played_on ON songs.ID = played_on.songID; [1]");
 const QString NumberedSongs = QStringLiteral("SELECT * FROM songs WHERE CCLI > '' [1]");
 const QStringList Heads{"Song Title", "Date Played", "CCLI #"};
-// The narrow column of the dates breaks its head in two.
+// The head of the narrow date column is broken into two lines.
 const QStringList PrintedHeads{"Date", "Song Title CCLI #", "Played"};
 
 }  // namespace
@@ -33,8 +35,8 @@ class TestCCLI : public ReportTest {
 
     frmCCLI& show(const QString& from, const QString& to) {
         frmCCLI& w = frmCCLI::isLoaded() ? frmCCLI::instance() : open();
-        typeInCell(w.fpDates, 2, 1, from);
-        typeInCell(w.fpDates, 4, 1, to);
+        typeInCell(w.fpDates, PeriodColumn::From, 1, from);
+        typeInCell(w.fpDates, PeriodColumn::To, 1, to);
         click(w.cmdShowReport);
         return w;
     }
@@ -42,11 +44,11 @@ class TestCCLI : public ReportTest {
     frmCCLI& chooseSong(int row) {
         frmCCLI& w = frmCCLI::isLoaded() ? frmCCLI::instance() : open();
         if (w.fpSelectSong->isHidden()) click(w.cmdSelectSong);
-        clickCell(w.fpSelectSong, 2, row);
+        clickCell(w.fpSelectSong, NumberedSongColumn::Title, row);
         return w;
     }
 
-    // Prints the report and gives the words of each line of the pages that hold any.
+    // Prints the report and returns the lines of each page that are not empty.
     QList<QStringList> print() {
         const PrintedFile file(world->path(QStringLiteral("report.pdf")));
         click(frmCCLI::instance().cmdPrintReport);
@@ -60,18 +62,26 @@ class TestCCLI : public ReportTest {
         return pages;
     }
 
-    // One page with the title, the heads and these rows.
+    // A single page with the title, the heads and these rows.
     static QList<QStringList> page(const QString& title, const QStringList& rows = {}) {
         return {QStringList{title} + PrintedHeads + rows};
     }
 
     static QStringList rowOf(SheetView* grid, int row) {
-        return {grid->GetText(1, row), grid->GetText(2, row), grid->GetText(3, row)};
+        QStringList texts;
+        for (int col = 1; col <= grid->MaxCols(); ++col) texts += grid->GetText(col, row);
+        return texts;
     }
 
-    static QStringList titles() { return columnOf(frmCCLI::instance().fpCCLI, 1); }
-    static QStringList dates() { return columnOf(frmCCLI::instance().fpCCLI, 2); }
-    static QStringList numbers() { return columnOf(frmCCLI::instance().fpCCLI, 3); }
+    static QStringList titles() {
+        return columnOf(frmCCLI::instance().fpCCLI, ReportColumn::Title);
+    }
+    static QStringList dates() {
+        return columnOf(frmCCLI::instance().fpCCLI, ReportColumn::DatePlayed);
+    }
+    static QStringList numbers() {
+        return columnOf(frmCCLI::instance().fpCCLI, ReportColumn::Number);
+    }
 
 private Q_SLOTS:
     void windowOpensWithAnEmptyReportAndNoSongs() {
@@ -79,27 +89,27 @@ private Q_SLOTS:
         frmCCLI& w = open();
         QCOMPARE(w.windowTitle(), QStringLiteral("CCLI Reporting"));
         QCOMPARE(w.fpDates->MaxRows(), 1);
-        QCOMPARE(w.fpDates->MaxCols(), 4);
-        QCOMPARE(w.fpDates->GetText(1, 1), QStringLiteral("From:"));
-        QCOMPARE(w.fpDates->GetText(3, 1), QStringLiteral("To:"));
+        QCOMPARE(w.fpDates->MaxCols(), int(PeriodColumn::To));
+        QCOMPARE(w.fpDates->GetText(PeriodColumn::FromLabel, 1), QStringLiteral("From:"));
+        QCOMPARE(w.fpDates->GetText(PeriodColumn::ToLabel, 1), QStringLiteral("To:"));
         QCOMPARE(w.fpDates->ActiveCol(), 0);
         QCOMPARE(w.fpDates->ActiveRow(), 0);
         QCOMPARE(w.fpCCLI->MaxRows(), 0);
         QCOMPARE(rowOf(w.fpCCLI, 0), Heads);
-        QCOMPARE(w.fpCCLI->ColWidth(1), 20.62);
-        QCOMPARE(w.fpCCLI->ColWidth(2), 9.0);
+        QCOMPARE(w.fpCCLI->ColWidth(ReportColumn::Title), 20.62);
+        QCOMPARE(w.fpCCLI->ColWidth(ReportColumn::DatePlayed), 9.0);
         QVERIFY(w.fpSelectSong->isHidden());
-        w.fpSelectSong->Col(1);
+        w.fpSelectSong->Col(NumberedSongColumn::ID);
         QVERIFY(w.fpSelectSong->ColHidden());
-        QCOMPARE(w.fpSelectSong->ColWidth(1), 2.75);
-        QCOMPARE(w.fpSelectSong->ColWidth(2), 16.0);
-        QCOMPARE(w.fpSelectSong->ColWidth(3), 8.25);
+        QCOMPARE(w.fpSelectSong->ColWidth(NumberedSongColumn::ID), 2.75);
+        QCOMPARE(w.fpSelectSong->ColWidth(NumberedSongColumn::Title), 16.0);
+        QCOMPARE(w.fpSelectSong->ColWidth(NumberedSongColumn::Number), 8.25);
         QCOMPARE(rowOf(w.fpSelectSong, 0), (QStringList{"", "Song Title", "CCLI #"}));
     }
 
     // --- The report of a period ----------------------------------------------------------------
 
-    void aPeriodNeedsBothDatesAndTheReportStays_data() {
+    void missingDateIsReportedAndTheReportStays_data() {
         QTest::addColumn<QString>("from");
         QTest::addColumn<QString>("to");
         QTest::newRow("no from") << QString() << QStringLiteral("11/30/26");
@@ -107,7 +117,7 @@ private Q_SLOTS:
         QTest::newRow("neither") << QString() << QString();
     }
 
-    void aPeriodNeedsBothDatesAndTheReportStays() {
+    void missingDateIsReportedAndTheReportStays() {
         QFETCH(QString, from);
         QFETCH(QString, to);
         addSong("Praise", {"11/01/26"}, "1234");
@@ -132,7 +142,7 @@ private Q_SLOTS:
         QCOMPARE(numbers(), (QStringList{"1234", "77"}));
     }
 
-    void fromLaterThanToGivesAnEmptyReportWithoutAMessage() {
+    void reversedPeriodGivesAnEmptyReportWithoutAMessage() {
         addSong("Praise", {"11/01/26"}, "1234");
         frmCCLI& w = show("11/01/26", "11/01/26");
         QCOMPARE(w.fpCCLI->MaxRows(), 1);
@@ -141,7 +151,7 @@ private Q_SLOTS:
         QCOMPARE(rowOf(w.fpCCLI, 0), Heads);
     }
 
-    void songWithoutANumberIsNeitherInThePeriodNorOffered() {
+    void songWithoutANumberIsNeitherListedNorOffered() {
         addSong("Numberless", {"11/01/26"});
         world->sql("UPDATE songs SET CCLI = NULL WHERE ID = " + addSong("Null", {"11/01/26"}));
         addSong("Blank", {"11/01/26"}, " ");
@@ -149,12 +159,12 @@ private Q_SLOTS:
         frmCCLI& w = show("01/01/26", "12/31/26");
         QCOMPARE(titles(), (QStringList{"Blank", "Praise"}));
         click(w.cmdSelectSong);
-        QVERIFY(!columnOf(w.fpSelectSong, 2).contains("Numberless"));
-        QVERIFY(!columnOf(w.fpSelectSong, 2).contains("Null"));
-        QVERIFY(columnOf(w.fpSelectSong, 2).contains("Praise"));
+        QVERIFY(!columnOf(w.fpSelectSong, NumberedSongColumn::Title).contains("Numberless"));
+        QVERIFY(!columnOf(w.fpSelectSong, NumberedSongColumn::Title).contains("Null"));
+        QVERIFY(columnOf(w.fpSelectSong, NumberedSongColumn::Title).contains("Praise"));
     }
 
-    void datesOnTheBoundsAreInTheReport() {
+    void datesOnTheBoundsAreListed() {
         addSong("Praise", {"10/31/26", "11/01/26", "11/30/26", "12/01/26"}, "1234");
         show("11/01/26", "11/30/26");
         QCOMPARE(dates(), (QStringList{"11/01/26", "11/30/26"}));
@@ -168,22 +178,24 @@ private Q_SLOTS:
         QCOMPARE(dates(), QStringList{"06/01/99"});
     }
 
-    void allDatesPassThroughTheirTwoDigitYear() {
+    void datesAreComparedByTheirTwoDigitYear() {
+        // Deliberate: behaviour 155.
         addSong("Century", {"11/01/1926", "2026-11-02", "November 3, 2126", "11/04/2025"}, "5");
         show("11/01/26", "11/30/26");
         QCOMPARE(dates(), (QStringList{"11/01/1926", "2026-11-02", "November 3, 2126"}));
-        // 2100 is 2000 then, before the start.
+        // 2100 counts as 2000, which is before the start.
         show("11/01/26", "12/31/2100");
         QCOMPARE(frmCCLI::instance().fpCCLI->MaxRows(), 0);
     }
 
-    void songPlayedTwiceOnADayHasTwoLines() {
+    void songPlayedTwiceOnADayHasTwoRows() {
+        // Deliberate: behaviour 153.
         addSong("Praise", {"11/01/26", "11/01/26"}, "1234");
         show("11/01/26", "11/30/26");
         QCOMPARE(dates(), (QStringList{"11/01/26", "11/01/26"}));
     }
 
-    void numberIsShownAsStoredAndTheTitleIsTheSongs() {
+    void numberIsListedAsStoredWithTheSongsTitle() {
         const QString id = addSong("Old", {"11/01/26"}, " CCLI-\u00dc 12 34 ");
         world->sql("UPDATE songs SET title = 'Gro\u00dfer Gott \u2013 \u6b4c' WHERE ID = " + id);
         show("11/01/26", "11/30/26");
@@ -191,7 +203,7 @@ private Q_SLOTS:
         QCOMPARE(numbers(), QStringList{" CCLI-\u00dc 12 34 "});
     }
 
-    void performancesOfADeletedSongAreLeftOut() {
+    void performancesOfADeletedSongAreNotListed() {
         addSong("Praise", {"11/01/26"}, "1234");
         world->sql(
             "INSERT INTO played_on (title, played_date, songID) VALUES ('x', '11/01/26', 99)");
@@ -199,7 +211,7 @@ private Q_SLOTS:
         QCOMPARE(titles(), QStringList{"Praise"});
     }
 
-    void eachReportReplacesTheOneBefore() {
+    void newReportReplacesTheOldOne() {
         addSong("Praise", {"11/01/26", "11/02/26", "11/03/26"}, "1234");
         show("11/01/26", "11/30/26");
         QCOMPARE(dates().size(), 3);
@@ -207,22 +219,22 @@ private Q_SLOTS:
         QCOMPARE(dates(), QStringList{"11/02/26"});
     }
 
-    void dateThatIsNoneEndsTheCommandWithTheRowsSoFar() {
+    void invalidDateEndsTheCommandWithTheRowsSoFar() {
         addSong("First", {"11/01/26"}, "1");
         addSong("Numberless", {"Easter"});
         addSong("Last", {"11/02/26"}, "2");
         open();
-        world->answers.runTimeError(13);
+        world->answers.runTimeError(RunTimeError::TypeMismatch);
         frmCCLI& w = show("11/01/26", "11/30/26");
         QCOMPARE(titles(), QStringList{"First"});
         QCOMPARE(world->endStatus, -1);
-        // The program goes on, and with the date put right the report is whole.
+        // The program continues, and the report is complete once the date is corrected.
         world->sql("UPDATE played_on SET played_date = '11/01/26' WHERE played_date = 'Easter'");
         click(w.cmdShowReport);
         QCOMPARE(titles(), (QStringList{"First", "Last"}));
     }
 
-    void aYearOfThousandsOfPerformancesIsListed() {
+    void thousandsOfPerformancesAreListed() {
         addSong("Praise", {}, "1234");
         world->sql(
             "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) "
@@ -230,12 +242,12 @@ private Q_SLOTS:
             "FROM n");
         frmCCLI& w = show("01/01/26", "12/31/26");
         QCOMPARE(w.fpCCLI->MaxRows(), 5000);
-        QCOMPARE(w.fpCCLI->GetText(3, 5000), QStringLiteral("1234"));
+        QCOMPARE(w.fpCCLI->GetText(ReportColumn::Number, 5000), QStringLiteral("1234"));
     }
 
     // --- The report of a song ------------------------------------------------------------------
 
-    void songsWithANumberThatWerePlayedAreOffered() {
+    void onlySongsWithANumberThatWerePlayedAreOffered() {
         const QString praise = addSong("Praise", {"11/01/26", "11/08/26"}, "1234");
         const QString never = addSong("Never", {}, "55");
         addSong("Numberless", {"11/01/26"});
@@ -251,15 +263,17 @@ private Q_SLOTS:
     }
 
     void secondClickAppendsTheSameSongsAgain() {
+        // Deliberate: behaviour 156.
         addSong("Praise", {"11/01/26"}, "1");
         addSong("Grace", {"11/01/26"}, "2");
         frmCCLI& w = open();
         click(w.cmdSelectSong);
         click(w.cmdSelectSong);
-        QCOMPARE(columnOf(w.fpSelectSong, 2), (QStringList{"Praise", "Grace", "Praise", "Grace"}));
+        QCOMPARE(columnOf(w.fpSelectSong, NumberedSongColumn::Title),
+                 (QStringList{"Praise", "Grace", "Praise", "Grace"}));
     }
 
-    void clickOnASongListsAllItsPerformancesWhateverTheDates() {
+    void clickOnASongListsAllItsPerformances() {
         addSong("Grace", {"11/01/26"}, "2");
         frmCCLI& w = show("11/01/26", "11/01/26");
         QCOMPARE(titles(), QStringList{"Grace"});
@@ -267,7 +281,7 @@ private Q_SLOTS:
         world->sql("UPDATE played_on SET title = 'Old name' WHERE played_date = '11/08/26'");
         click(w.cmdSelectSong);
         world->statements.clear();
-        clickCell(w.fpSelectSong, 3, 2);
+        clickCell(w.fpSelectSong, NumberedSongColumn::Number, 2);
         QCOMPARE(world->statements,
                  QStringList{"SELECT * FROM played_on WHERE songID = " + praise + " [1]"});
         QCOMPARE(titles(), (QStringList{"Old name", "Praise", "Praise"}));
@@ -290,15 +304,16 @@ private Q_SLOTS:
         QCOMPARE(titles(), QStringList{"Grace"});
     }
 
-    void clickOnTheSongsHeadEmptiesTheReport() {
+    void clickOnTheHeadsOfTheSongsClearsTheReport() {
+        // Deliberate: behaviour 156.
         addSong("Praise", {"11/01/26"}, "1");
         frmCCLI& w = chooseSong(1);
         QCOMPARE(titles(), QStringList{"Praise"});
         world->statements.clear();
-        clickCell(w.fpSelectSong, 2, 0);
+        clickCell(w.fpSelectSong, NumberedSongColumn::Title, 0);
         QCOMPARE(w.fpCCLI->MaxRows(), 0);
         QVERIFY(world->statements.isEmpty());
-        QCOMPARE(columnOf(w.fpSelectSong, 2), QStringList{"Praise"});
+        QCOMPARE(columnOf(w.fpSelectSong, NumberedSongColumn::Title), QStringList{"Praise"});
     }
 
     void failingStatementEndsTheCommandWithTheSongsSoFar() {
@@ -306,9 +321,9 @@ private Q_SLOTS:
         addSong("Grace", {"11/01/26"}, "2");
         frmCCLI& w = open();
         makeReadingFail("2");
-        world->answers.runTimeError(-2147217900, "integer overflow");
+        world->answers.runTimeError(RunTimeError::StatementRefused, "integer overflow");
         click(w.cmdSelectSong);
-        QCOMPARE(columnOf(w.fpSelectSong, 2), QStringList{"Praise"});
+        QCOMPARE(columnOf(w.fpSelectSong, NumberedSongColumn::Title), QStringList{"Praise"});
         QCOMPARE(world->endStatus, -1);
     }
 
@@ -321,7 +336,8 @@ private Q_SLOTS:
                                {"Praise 11/01/26 1234", "Praise 11/08/26 1234"}));
     }
 
-    void reportIsDressedForPaperInTheGridItself() {
+    void printingChangesTheGridItself() {
+        // Deliberate: behaviour 157.
         addSong("Praise", {"11/01/26"}, "1234");
         frmCCLI& w = show("11/01/26", "11/30/26");
         clickCell(w.fpCCLI, 1, 1);
@@ -330,20 +346,21 @@ private Q_SLOTS:
         QCOMPARE(w.fpCCLI->MaxRows(), 4);
         QCOMPARE(rowOf(w.fpCCLI, 1),
                  (QStringList{"CCLI Report For Time Period: 11/01/26 to 11/30/26", "", ""}));
-        QCOMPARE(rowOf(w.fpCCLI, 2), (QStringList{"", "", ""}));
-        QCOMPARE(rowOf(w.fpCCLI, 3), Heads);
+        QCOMPARE(rowOf(w.fpCCLI, PrintedReportRow::Blank), (QStringList{"", "", ""}));
+        QCOMPARE(rowOf(w.fpCCLI, PrintedReportRow::Heads), Heads);
         QCOMPARE(rowOf(w.fpCCLI, 4), (QStringList{"Praise", "11/01/26", "1234"}));
-        const CellSpan span = w.fpCCLI->spanAt(1, 1, 1);
+        const CellSpan span = w.fpCCLI->spanAt(1, 1, PrintedReportRow::Title);
         QCOMPARE(span.cols, 3);
         QCOMPARE(span.rows, 1);
-        QCOMPARE(w.fpCCLI->formatAt(1, 2, 4).hAlign, HAlign::Centre);
+        QCOMPARE(w.fpCCLI->formatAt(1, ReportColumn::DatePlayed, 4).hAlign, HAlign::Centre);
         QCOMPARE(w.fpCCLI->ActiveRow(), 0);
         QVERIFY(!w.fpCCLI->PrintColHeaders());
         QVERIFY(!w.fpCCLI->PrintGrid());
         QVERIFY(w.fpCCLI->PrintSmartPrint());
     }
 
-    void secondPrintPutsThreeMoreRowsOnTop() {
+    void secondPrintInsertsThreeMoreRows() {
+        // Deliberate: behaviour 157.
         addSong("Praise", {"11/01/26"}, "1234");
         frmCCLI& w = show("11/01/26", "11/30/26");
         print();
@@ -354,27 +371,28 @@ private Q_SLOTS:
         QCOMPARE(w.fpCCLI->spanAt(1, 2, 4).cols, 3);
     }
 
-    void showingAReportAgainCleansTheDressAway() {
+    void newReportUndoesWhatPrintingChanged() {
         addSong("Praise", {"11/01/26"}, "1234");
         frmCCLI& w = show("11/01/26", "11/30/26");
         print();
         click(w.cmdShowReport);
         QCOMPARE(w.fpCCLI->MaxRows(), 1);
         QCOMPARE(rowOf(w.fpCCLI, 1), (QStringList{"Praise", "11/01/26", "1234"}));
-        QCOMPARE(w.fpCCLI->spanAt(1, 1, 1).cols, 0);
-        QCOMPARE(w.fpCCLI->formatAt(1, 1, 1).hAlign, HAlign::Left);
+        QCOMPARE(w.fpCCLI->spanAt(1, 1, PrintedReportRow::Title).cols, 0);
+        QCOMPARE(w.fpCCLI->formatAt(1, ReportColumn::Title, 1).hAlign, HAlign::Left);
     }
 
-    void printingAnEmptyReportPrintsTitleAndHeadsOnly() {
+    void emptyReportIsPrintedWithTitleAndHeadsOnly() {
         addSong("Praise", {"11/01/26"}, "1234");
         show("10/01/26", "10/31/26");
         QCOMPARE(print(), page("CCLI Report For Time Period: 10/01/26 to 10/31/26"));
     }
 
-    void printingBeforeAnyReportNamesNoSong() {
+    void printBeforeAnyReportNamesNoSong() {
         frmCCLI& w = open();
         QCOMPARE(print(), page("CCLI Report For:"));
-        QCOMPARE(w.fpCCLI->GetText(1, 1), QStringLiteral("CCLI Report For: "));
+        QCOMPARE(w.fpCCLI->GetText(ReportColumn::Title, PrintedReportRow::Title),
+                 QStringLiteral("CCLI Report For: "));
     }
 
     void reportOfASongIsPrintedUnderItsTitle() {
@@ -385,16 +403,17 @@ private Q_SLOTS:
                  page("CCLI Report For: Gro\u00dfer Gott", {"Gro\u00dfer Gott 11/02/26 2"}));
     }
 
-    void reportOfASongGetsThePeriodsTitleWhereADateStands() {
+    void reportOfASongIsPrintedAsAPeriodIfThereIsADate() {
+        // Deliberate: behaviour 157.
         addSong("Praise", {"11/01/26"}, "1");
         frmCCLI& w = chooseSong(1);
-        typeInCell(w.fpDates, 4, 1, "11/30/26");
+        typeInCell(w.fpDates, PeriodColumn::To, 1, "11/30/26");
         print();
-        QCOMPARE(w.fpCCLI->GetText(1, 1),
+        QCOMPARE(w.fpCCLI->GetText(ReportColumn::Title, PrintedReportRow::Title),
                  QStringLiteral("CCLI Report For Time Period:  to 11/30/26"));
     }
 
-    void longTitleBreaksBetweenItsWords() {
+    void longTitleIsBrokenBetweenWords() {
         addSong("Blessed Assurance Wondrous Saviour", {"11/01/26"}, "1234");
         show("11/01/26", "11/30/26");
         const QStringList words = print().value(0).join(QLatin1Char(' ')).split(QLatin1Char(' '));
@@ -402,7 +421,7 @@ private Q_SLOTS:
             QVERIFY2(words.contains(QLatin1String(word)), qPrintable(words.join(QLatin1Char('|'))));
     }
 
-    void longReportGoesOnOverThePages() {
+    void longReportContinuesOnFurtherPages() {
         QStringList dates;
         for (int i = 0; i < 150; ++i) dates.append("11/01/26");
         addSong("Praise", dates, "1234");
@@ -419,7 +438,8 @@ private Q_SLOTS:
 
     // --- Mail ----------------------------------------------------------------------------------
 
-    void mailCarriesTitleAndDateAndLeavesTheNumbersBehind() {
+    void mailContainsTitlesAndDatesOnly() {
+        // Deliberate: behaviour 159.
         addSong("Gro\u00dfer <Gott> & Co", {"11/01/26"}, "123456");
         const frmCCLI& w = show("11/01/26", "11/30/26");
         click(w.FlatBttn1);
@@ -436,7 +456,7 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(world->path(QStringLiteral("config/email.html"))));
     }
 
-    void subjectTellsThePeriod_data() {
+    void subjectNamesThePeriod_data() {
         QTest::addColumn<QString>("from");
         QTest::addColumn<QString>("to");
         QTest::addColumn<QString>("subject");
@@ -448,19 +468,21 @@ private Q_SLOTS:
         QTest::newRow("both") << a << b << QStringLiteral("CCLI Report11/01/26 To 11/30/26");
     }
 
-    void subjectTellsThePeriod() {
+    void subjectNamesThePeriod() {
+        // Deliberate: behaviour 158.
         QFETCH(QString, from);
         QFETCH(QString, to);
         QFETCH(QString, subject);
         addSong("Praise", {"11/01/26"}, "1");
         frmCCLI& w = chooseSong(1);
-        typeInCell(w.fpDates, 2, 1, from);
-        typeInCell(w.fpDates, 4, 1, to);
+        typeInCell(w.fpDates, PeriodColumn::From, 1, from);
+        typeInCell(w.fpDates, PeriodColumn::To, 1, to);
         click(w.FlatBttn1);
         QCOMPARE(frmEmail::instance().txtSubject->text(), subject);
     }
 
-    void printedReportIsMailedInItsDress() {
+    void printedReportIsMailedWithItsTitleAndHeads() {
+        // Deliberate: behaviour 157.
         addSong("Praise", {"11/01/26"}, "1234");
         const frmCCLI& w = show("11/01/26", "11/30/26");
         print();
@@ -479,11 +501,11 @@ private Q_SLOTS:
         QVERIFY(!body.contains("<TD"));
     }
 
-    void mailThatCannotBeStagedEndsTheCommand() {
+    void unwritableStagingFileEndsTheCommand() {
         addSong("Praise", {"11/01/26"}, "1234");
         const frmCCLI& w = show("11/01/26", "11/30/26");
         QVERIFY(QDir(world->path(QStringLiteral("config"))).removeRecursively());
-        world->answers.runTimeError(75);
+        world->answers.runTimeError(RunTimeError::PathAccess);
         click(w.FlatBttn1);
         QCOMPARE(world->endStatus, -1);
         QVERIFY(!frmEmail::isLoaded());

@@ -46,18 +46,18 @@ void SavedSetTest::makeSet(const QString& relative, const QString& date,
                            const QStringList& titles) {
     SheetGrid set;
     setUpSet(set);
-    set.SetText(2, 1, date);
-    for (int i = 0; i < titles.size(); ++i) set.SetText(2, i + 2, titles[i]);
+    set.SetText(SetColumn::Title, SetRow::Date, date);
+    for (int i = 0; i < titles.size(); ++i) set.SetText(SetColumn::Title, i + 2, titles[i]);
     write(set, world->path(relative));
 }
 
 void SavedSetTest::makeGreenSet(const QString& relative, const QString& date, int rows,
                                 const QString& title) {
     SheetGrid set;
-    set.MaxCols(2);
+    set.MaxCols(SetColumn::Title);
     set.MaxRows(rows);
-    set.SetText(2, 1, date);
-    set.SetText(2, rows, title);
+    set.SetText(SetColumn::Title, SetRow::Date, date);
+    set.SetText(SetColumn::Title, rows, title);
     paint(set, rows);
     write(set, world->path(relative));
 }
@@ -79,19 +79,21 @@ void SavedSetTest::clickFile(QListWidget* list, const QString& name, Qt::Keyboar
 
 void SavedSetTest::goTo(FolderBrowser* browser, const QString& relative) {
     const auto* folders = static_cast<QFileSystemModel*>(browser->Dir1->model());
-    const QModelIndex index = folders->index(world->path(relative));
-    QVERIFY(index.isValid());
-    // The tree fills by and by; a row that moves under the pointer would be missed.
-    QTRY_VERIFY(folders->canFetchMore(index.parent()) == false);
-    QTest::qWait(50);
-    browser->Dir1->scrollTo(index);
-    QTest::mouseClick(browser->Dir1->viewport(), Qt::LeftButton, {},
-                      browser->Dir1->visualRect(index).center());
-    settle();
+    QVERIFY(folders->index(world->path(relative)).isValid());
+    const auto clickFolder = [&] {
+        const QModelIndex index = folders->index(world->path(relative));
+        browser->Dir1->scrollTo(index);
+        QTest::mouseClick(browser->Dir1->viewport(), Qt::LeftButton, {},
+                          browser->Dir1->visualRect(index).center());
+        settle();
+        return browser->Path() == world->path(relative);
+    };
+    // Rows still move while the tree is being filled.
+    QTRY_VERIFY_WITH_TIMEOUT(clickFolder(), 60'000);
     QCOMPARE(browser->Path(), world->path(relative));
 }
 
-void SavedSetTest::seeADriveThatIsGone(const std::function<FolderBrowser*()>& openWindow) {
+void SavedSetTest::checkUnavailableDrive(const std::function<FolderBrowser*()>& openWindow) {
     const auto home = withHome(world->path("home"));
     QDir().mkpath(world->path("home"));
     makeSet("saved sets/a.set", "11/22/26", {"Alpha"});

@@ -10,7 +10,7 @@ class SavedSetTest : public SetListTest {
     Q_OBJECT
 
 protected:
-    // So many songs "Song 01", "Song 02", ...; their titles.
+    // Adds this many songs "Song 01", "Song 02", ... and returns their titles.
     QStringList addSongs(int count);
 
     // The rows of played_on: title, date and song ID.
@@ -19,21 +19,21 @@ protected:
     // The statements that record songs 1, 2, ... with these titles for a date.
     static QStringList recordStatements(const QString& date, const QStringList& titles);
 
-    // Writes a set with these titles in rows 2, 3, ... under the program's folder.
+    // Saves a set with these titles from row 2 to a file in the program folder.
     void makeSet(const QString& relative, const QString& date, const QStringList& titles);
 
-    // Writes a set of `rows` rows with this title in the last, on the green of sheet music.
+    // Saves a set of `rows` rows whose last one has this title in a green cell.
     void makeGreenSet(const QString& relative, const QString& date, int rows, const QString& title);
 
-    // The files that a list shows.
+    // The names in a list of files.
     static QStringList filesOf(const QListWidget* list);
 
-    // Clicks a file of a list by its name.
+    // Clicks the file of this name.
     static void clickFile(QListWidget* list, const QString& name, Qt::KeyboardModifiers keys = {});
 
-    // The folder of `relative` shown in a browser, as by a click on the tree.
+    // Clicks a folder of the program folder in a browser's tree.
     void goTo(FolderBrowser* browser, const QString& relative);
 
-    // Opens a window over the saved sets and chooses a drive that has gone meanwhile.
-    void seeADriveThatIsGone(const std::function<FolderBrowser*()>& openWindow);
+    // Opens a window with the saved sets and chooses a drive that is no longer there.
+    void checkUnavailableDrive(const std::function<FolderBrowser*()>& openWindow);
 };

@@ -12,7 +12,7 @@ QString quoted(QString text) {
 
 }  // namespace
 
-QString SetListTest::addSong(const Song& song) {
+QString SetListTest::addSong(const TestSong& song) {
     QStringList values;
     for (const QString& value :
          {song.title, song.cat1, song.cat2, song.cat3, song.cat4, song.cat5, song.playlist,
@@ -50,8 +50,8 @@ frmSetList& SetListTest::openWith(const QString& date, const QStringList& titles
 }
 
 void SetListTest::fill(frmSetList& w, const QString& date, const QStringList& titles) {
-    if (!date.isEmpty()) typeInCell(w.fpSet, 2, 1, date);
-    for (int i = 0; i < titles.size(); ++i) w.fpSet->SetText(2, i + 2, titles[i]);
+    if (!date.isEmpty()) typeInCell(w.fpSet, SetColumn::Title, SetRow::Date, date);
+    for (int i = 0; i < titles.size(); ++i) w.fpSet->SetText(SetColumn::Title, i + 2, titles[i]);
     world->statements.clear();
 }
 
@@ -101,7 +101,7 @@ QByteArray SetListTest::bytesOf(const QString& relative) {
 }
 
 void SetListTest::paint(SheetGrid& set, int row, int colour) {
-    set.Col(2);
+    set.Col(SetColumn::Title);
     set.Row(row);
     set.BackColor(colour);
 }
@@ -127,11 +127,11 @@ void SetListTest::type(QComboBox* box, const QString& text) {
 
 QString SetListTest::makeDefaultDesign(const QStringList& labels) {
     SheetGrid design;
-    design.MaxCols(2);
+    design.MaxCols(SetColumn::Title);
     design.MaxRows(25);
-    design.SetText(1, 1, QStringLiteral("Set List For:"));
+    design.SetText(SetColumn::Label, SetRow::Date, QStringLiteral("Set List For:"));
     setUpDateCell(design);
-    for (int i = 0; i < labels.size(); ++i) design.SetText(1, i + 2, labels[i]);
+    for (int i = 0; i < labels.size(); ++i) design.SetText(SetColumn::Label, i + 2, labels[i]);
     const QString path = world->path(QStringLiteral("set designs/Usual.sdl"));
     if (!design.SaveToFile(path, false)) QTest::qFail("design not saved", __FILE__, __LINE__);
     world->sql(QStringLiteral("UPDATE prefs SET var_value = %1 "

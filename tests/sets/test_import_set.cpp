@@ -1,4 +1,4 @@
-// Sets of another place are recorded as played and copied to the saved sets.
+// Import Sets: recording sets from elsewhere and copying them to the saved sets.
 #include "sets/frm_import_set.h"
 #include "sets/saved_set_test.h"
 
@@ -37,7 +37,7 @@ class TestImportSet : public SavedSetTest {
         return frmImportSet::instance();
     }
 
-    // The window over a folder "other" with its files.
+    // Opens the window in a folder "other".
     frmImportSet& openOther() {
         QDir().mkpath(world->path("other"));
         frmImportSet& w = open();
@@ -45,7 +45,7 @@ class TestImportSet : public SavedSetTest {
         return w;
     }
 
-    // Selects these files, each further one by Ctrl and click.
+    // Selects these files, the first with a click, the others with Ctrl and a click.
     static void select(frmImportSet& w, const QStringList& names) {
         for (const QString& name : names)
             clickFile(w.File1, name, name == names.front() ? Qt::NoModifier : Qt::ControlModifier);
@@ -59,7 +59,7 @@ class TestImportSet : public SavedSetTest {
     }
 
 private Q_SLOTS:
-    void windowComesUpOverTheSavedSets() {
+    void windowShowsTheSavedSets() {
         makeSet("saved sets/a.set", "11/22/26", {"Alpha"});
         frmImportSet& w = open();
         QCOMPARE(w.windowTitle(), QStringLiteral("Import Sets"));
@@ -86,7 +86,7 @@ private Q_SLOTS:
         QCOMPARE(world->statements, recordStatements("11/22/26", {"Alpha", "Beta"}));
         QCOMPARE(savedSets(), QStringList{"a.set"});
         QCOMPARE(bytesOf("saved sets/a.set"), bytesOf("other/a.set"));
-        QCOMPARE(w.fpSet->GetText(2, 3), QStringLiteral("Beta"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 3), QStringLiteral("Beta"));
     }
 
     void plainDateOfAFileBecomesADateCell() {
@@ -94,17 +94,18 @@ private Q_SLOTS:
         makeGreenSet("other/plain.set", "11/22/26", 2, "Alpha");
         SheetGrid file;
         QVERIFY(file.LoadFromFile(world->path("other/plain.set")));
-        QVERIFY(file.formatAt(1, 2, 1).kind != CellKind::Date);
+        QVERIFY(file.formatAt(1, SetColumn::Title, SetRow::Date).kind != CellKind::Date);
         frmImportSet& w = openOther();
         select(w, {"plain.set"});
         done();
         click(w.cmdPrintPast);
-        QCOMPARE(w.fpSet->formatAt(1, 2, 1).kind, CellKind::Date);
-        QCOMPARE(w.fpSet->GetText(2, 1), QStringLiteral("11/22/26"));
+        QCOMPARE(w.fpSet->formatAt(1, SetColumn::Title, SetRow::Date).kind, CellKind::Date);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, SetRow::Date), QStringLiteral("11/22/26"));
         QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
     }
 
-    void fileWithoutADateIsToldCopiedAndTheBatchIsDone() {
+    // Deliberate: behaviour 73.
+    void fileWithoutADateIsReportedAndCopied() {
         addSong({.title = "Alpha"});
         makeSet("other/undated.set", "", {"Alpha"});
         frmImportSet& w = openOther();
@@ -116,7 +117,7 @@ private Q_SLOTS:
         QCOMPARE(savedSets(), QStringList{"undated.set"});
     }
 
-    void refusedFileIsToldInEachPassAndTheBatchIsDone() {
+    void refusedFileIsReportedInEachPass() {
         makeSet("other/a.set", "", {"Alpha"});
         makeSet("other/b.set", "", {"Beta"});
         frmImportSet& w = openOther();
@@ -129,7 +130,8 @@ private Q_SLOTS:
         QCOMPARE(savedSets(), QStringList{"b.set"});
     }
 
-    void fileWithoutAKnownTitleIsToldAndCopied() {
+    // Deliberate: behaviour 73.
+    void fileWithoutAKnownTitleIsReportedAndCopied() {
         world->sql(
             "INSERT INTO played_on (title, played_date, songID) VALUES ('Old', '11/22/26', 7)");
         makeSet("other/strange.set", "11/22/26", {"Nobody Knows"});
@@ -142,25 +144,26 @@ private Q_SLOTS:
         QCOMPARE(savedSets(), QStringList{"strange.set"});
     }
 
-    void nothingSelectedDoesNoWorkAndIsDone() {
+    void importWithoutASelectionDoesNothing() {
         makeSet("other/a.set", "11/22/26", {"Alpha"});
         frmImportSet& w = openOther();
         done();
         click(w.cmdPrintPast);
         QVERIFY(world->statements.isEmpty());
         QVERIFY(savedSets().isEmpty());
-        // The same in a folder without any file.
+        // The same in an empty folder.
         QDir().mkpath(world->path("none"));
         w.browser->Path(world->path("none"));
         done();
         click(w.cmdPrintPast);
     }
 
-    void twentyFourthTitleIsARangeErrorBeforeAnythingIsWritten() {
+    // Deliberate: behaviour 66.
+    void twentyFourthTitleEndsTheImportBeforeAnythingIsWritten() {
         makeSet("other/long.set", "11/22/26", addSongs(24));
         frmImportSet& w = openOther();
         select(w, {"long.set"});
-        world->answers.runTimeError(9, "Subscript out of range");
+        world->answers.runTimeError(RunTimeError::SubscriptOutOfRange, "Subscript out of range");
         click(w.cmdPrintPast);
         QVERIFY(record().isEmpty());
         QVERIFY(savedSets().isEmpty());
@@ -168,11 +171,12 @@ private Q_SLOTS:
         QVERIFY(w.isVisible());
     }
 
-    void driveThatCannotBeReadIsToldAndTheFolderStays() {
-        seeADriveThatIsGone([this] { return open().browser; });
+    void unavailableDriveIsReportedAndTheFolderStays() {
+        checkUnavailableDrive([this] { return open().browser; });
     }
 
-    void severalSelectedMeanAsManyPassesOverTheFileClickedLast() {
+    // Deliberate: behaviour 73.
+    void severalSelectedFilesImportTheOneClickedLastRepeatedly() {
         addSong({.title = "Alpha"});
         addSong({.title = "Beta"});
         makeSet("other/a.set", "11/22/26", {"Alpha"});
@@ -185,7 +189,7 @@ private Q_SLOTS:
         QCOMPARE(record(), QStringList{"Beta|11/29/26|2"});
         QCOMPARE(world->statements.filter("DELETE").size(), 3);
         QCOMPARE(savedSets(), QStringList{"b.set"});
-        // Taken out of the selection again, it is the file all the same.
+        // The file clicked last is imported even if the click has deselected it.
         clickFile(w.File1, "c.set", Qt::ControlModifier);
         world->statements.clear();
         done();
@@ -194,7 +198,7 @@ private Q_SLOTS:
         QCOMPARE(savedSets(), (QStringList{"b.set", "c.set"}));
     }
 
-    void keysSelectAndImport() {
+    void filesCanBeSelectedAndImportedWithTheKeyboard() {
         addSong({.title = "Alpha"});
         makeSet("other/a.set", "11/22/26", {"Alpha"});
         frmImportSet& w = openOther();
@@ -210,7 +214,8 @@ private Q_SLOTS:
         QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
     }
 
-    void importReplacesTheRecordOfItsDateWholeAndNoOther() {
+    // Deliberate: behaviours 67, 69 and 70.
+    void importReplacesTheRecordOfItsDateOnly() {
         addSong({.title = "Alpha"});
         world->sql(
             "INSERT INTO played_on (title, played_date, songID) VALUES "
@@ -220,12 +225,12 @@ private Q_SLOTS:
         select(w, {"a.set"});
         done();
         click(w.cmdPrintPast);
-        // Doubles and pieces drop out; a typed title goes under the song before it.
+        // Duplicates and parts are left out. A typed title is recorded under the song before it.
         QCOMPARE(record(),
                  (QStringList{"Kept|11/15/26|7", "Alpha|11/22/26|1", "Reading|11/22/26|1"}));
     }
 
-    void twentyThreeRecordedTitlesAreLeftAlone() {
+    void setOfTwentyThreeRecordedTitlesIsNotRecordedAgain() {
         const QStringList titles = addSongs(23);
         for (int i = 1; i <= 23; ++i) addPlayed(QString::number(i), {"11/22/26"});
         makeSet("other/full.set", "11/22/26", titles);
@@ -237,13 +242,13 @@ private Q_SLOTS:
         QCOMPARE(savedSets(), QStringList{"full.set"});
     }
 
-    void fileOfTheSavedSetsThemselvesEndsTheCommandBehindItsRecord() {
+    void fileInTheSavedSetsIsRecordedAndItsCopyFails() {
         addSong({.title = "Alpha"});
         makeSet("saved sets/a.set", "11/22/26", {"Alpha"});
         const QByteArray before = bytesOf("saved sets/a.set");
         frmImportSet& w = open();
         select(w, {"a.set"});
-        world->answers.runTimeError(70, "Permission denied");
+        world->answers.runTimeError(RunTimeError::PermissionDenied, "Permission denied");
         click(w.cmdPrintPast);
         QCOMPARE(world->endStatus, -1);
         QVERIFY(w.isVisible());
@@ -274,26 +279,44 @@ private Q_SLOTS:
         QCOMPARE(savedSets(), QStringList{"bad.set"});
     }
 
-    void apostropheInATitleEndsTheCommandWithTheFileNotCopied() {
+    // Deliberate: behaviour 64.
+    void damagedFileRecordsTheSetImportedBeforeAgain() {
+        addSong({.title = "Alpha"});
+        makeSet("other/a.set", "11/22/26", {"Alpha"});
+        makeSet("other/bad.set", "11/29/26", {"Alpha"});
+        QFile bad(world->path("other/bad.set"));
+        QVERIFY(bad.resize(bad.size() / 2));
+        frmImportSet& w = openOther();
+        for (const char* name : {"a.set", "bad.set"}) {
+            clickFile(w.File1, QString::fromLatin1(name));
+            done();
+            click(w.cmdPrintPast);
+        }
+        QCOMPARE(world->statements.filter("DELETE").size(), 2);
+        QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
+        QCOMPARE(savedSets(), (QStringList{"a.set", "bad.set"}));
+    }
+
+    void apostropheInATitleEndsTheImportBeforeTheCopy() {
         addSong({.title = "Alpha"});
         makeSet("other/a.set", "11/22/26", {"Alpha", "King's"});
         frmImportSet& w = openOther();
         select(w, {"a.set"});
-        world->answers.runTimeError(-2147217900);
+        world->answers.runTimeError(RunTimeError::StatementRefused);
         click(w.cmdPrintPast);
         QVERIFY(record().isEmpty());
         QVERIFY(savedSets().isEmpty());
         QCOMPARE(world->endStatus, -1);
     }
 
-    void fileThatWentMeanwhileEndsTheCommand() {
+    void fileDeletedInTheMeantimeEndsTheCommand() {
         addSong({.title = "Alpha"});
         makeSet("other/a.set", "11/22/26", {"Alpha"});
         frmImportSet& w = openOther();
         select(w, {"a.set"});
         QVERIFY(QFile::remove(world->path("other/a.set")));
         world->answers.box(noDate("a.set"));
-        world->answers.runTimeError(53, "a.set");
+        world->answers.runTimeError(RunTimeError::FileNotFound, "a.set");
         click(w.cmdPrintPast);
         QVERIFY(savedSets().isEmpty());
     }
@@ -304,24 +327,24 @@ private Q_SLOTS:
         QVERIFY(QDir(world->path("saved sets")).removeRecursively());
         frmImportSet& w = openOther();
         select(w, {"a.set"});
-        world->answers.runTimeError(76, "saved sets");
+        world->answers.runTimeError(RunTimeError::PathNotFound, "saved sets");
         click(w.cmdPrintPast);
         QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
     }
 
-    void fullDiskLeavesTheSavedSetWhole() {
+    void fullDiskLeavesTheSavedSetIntact() {
         addSong({.title = "Alpha"});
         makeSet("saved sets/a.set", "11/15/26", {"Older"});
         makeSet("other/a.set", "11/22/26", {"Alpha"});
         SheetGrid set;
         QVERIFY(set.LoadFromFile(world->path("other/a.set")));
-        set.SetText(1, 2, QString(QLatin1Char('x')).repeated(200000));
+        set.SetText(SetColumn::Label, 2, QString(QLatin1Char('x')).repeated(200000));
         QVERIFY(set.SaveToFile(world->path("other/a.set"), false));
         const QByteArray before = bytesOf("saved sets/a.set");
         frmImportSet& w = openOther();
         select(w, {"a.set"});
-        world->answers.runTimeError(70, "cannot be written");
-        // Files cannot grow beyond this, as on a disk that is full; the database still can.
+        world->answers.runTimeError(RunTimeError::PermissionDenied, "cannot be written");
+        // No file can grow beyond this, as on a full disk. The database is smaller.
         std::signal(SIGXFSZ, SIG_IGN);
         rlimit limit{150000, RLIM_INFINITY};
         QVERIFY(QFileInfo(world->path("db1.mdb")).size() < 100000);

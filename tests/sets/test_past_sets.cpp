@@ -1,4 +1,4 @@
-// Saved sets are looked at, printed and mailed.
+// Past Sets: showing, printing and mailing a saved set.
 #include "mail/frm_email.h"
 #include "sets/frm_past_sets.h"
 #include "sets/saved_set_test.h"
@@ -17,32 +17,44 @@ class TestPastSets : public SavedSetTest {
     }
 
 private Q_SLOTS:
-    void windowComesUpOverTheSavedSetsAndForgetsTheMarks() {
+    void windowShowsTheSavedSetsAndForgetsTheRowsClickedBefore() {
         makeSet("saved sets/Set For 10_05_03.set", "10/05/03", {"Alpha"});
         makeSet("saved sets/a.SET", "10/12/03", {"Beta"});
         QVERIFY(QFile::copy(world->path("saved sets/a.SET"), world->path("saved sets/a.sdl")));
-        selectedSongRow = 3;
-        clickedSetRow = 4;
+        addSong({.title = "Alpha"});
+        frmSetList& picker = SetListTest::open();
+        picker.txtSearch->setText("alpha");
+        click(picker.cmdSearchTitle);
+        clickCell(picker.fpSet, SetColumn::Title, 4);
+        clickCell(picker.fpSongList1, PickerColumn::Title, 1);
+        QCOMPARE(picker.selectedSongRow, 1);
+        QCOMPARE(picker.clickedSetRow, 4);
         frmPastSets& w = open();
         QCOMPARE(w.windowTitle(), QStringLiteral("Past Sets"));
-        QCOMPARE(selectedSongRow, 0);
-        QCOMPARE(clickedSetRow, 0);
+        QCOMPARE(picker.selectedSongRow, 0);
+        QCOMPARE(picker.clickedSetRow, 0);
         QCOMPARE(w.browser->Path(), world->path("saved sets"));
         QCOMPARE(filesOf(w.File1), (QStringList{"a.SET", "Set For 10_05_03.set"}));
         QCOMPARE(w.fpSetPast->MaxCols(), 2);
-        QCOMPARE(w.fpSetPast->GetText(1, 1), QStringLiteral("Set List For:"));
+        QCOMPARE(w.fpSetPast->GetText(SetColumn::Label, SetRow::Date),
+                 QStringLiteral("Set List For:"));
         QVERIFY(world->statements.isEmpty());
         click(world->main().cmdPastSets);
         QCOMPARE(&frmPastSets::instance(), &w);
+        // The song clicked before is not placed.
+        picker.Show();
+        clickCell(picker.fpSet, SetColumn::Title, 5);
+        QCOMPARE(picker.fpSet->GetText(SetColumn::Title, 5), QString());
     }
 
-    void missingFolderOfSavedSetsEndsTheLoadInSilence() {
+    // Deliberate: behaviour 75.
+    void missingFolderOfSavedSetsLeavesTheListsEmpty() {
         QVERIFY(QDir(world->path("saved sets")).removeRecursively());
         frmPastSets& w = open();
         QVERIFY(w.isVisible());
         QCOMPARE(w.browser->Path(), QString());
         QCOMPARE(w.File1->count(), 0);
-        // From here the user finds the way, and the files are the same.
+        // The user can still browse to another folder.
         makeSet("elsewhere/a.set", "10/05/03", {"Alpha"});
         w.browser->Path(world->path("elsewhere"));
         QCOMPARE(filesOf(w.File1), QStringList{"a.set"});
@@ -53,19 +65,19 @@ private Q_SLOTS:
         makeGreenSet("saved sets/b.set", "10/12/03", 60, "Last");
         frmPastSets& w = open();
         clickFile(w.File1, "a.set");
-        QCOMPARE(w.fpSetPast->GetText(2, 1), QStringLiteral("10/05/03"));
-        QCOMPARE(w.fpSetPast->GetText(2, 2), QStringLiteral("Alpha"));
+        QCOMPARE(w.fpSetPast->GetText(SetColumn::Title, SetRow::Date), QStringLiteral("10/05/03"));
+        QCOMPARE(w.fpSetPast->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
         clickFile(w.File1, "b.set");
         QCOMPARE(w.fpSetPast->MaxRows(), 60);
-        QCOMPARE(w.fpSetPast->GetText(2, 2), QString());
-        QCOMPARE(w.fpSetPast->GetText(2, 60), QStringLiteral("Last"));
-        QCOMPARE(w.fpSetPast->formatAt(1, 2, 60).backColor, SheetMusicGreen);
-        QCOMPARE(w.fpSetPast->ColWidth(1), 20.62);
-        QCOMPARE(w.fpSetPast->ColWidth(2), 35.75);
+        QCOMPARE(w.fpSetPast->GetText(SetColumn::Title, 2), QString());
+        QCOMPARE(w.fpSetPast->GetText(SetColumn::Title, 60), QStringLiteral("Last"));
+        QCOMPARE(w.fpSetPast->formatAt(1, SetColumn::Title, 60).backColor, SheetMusicGreen);
+        QCOMPARE(w.fpSetPast->ColWidth(SetColumn::Label), 20.62);
+        QCOMPARE(w.fpSetPast->ColWidth(SetColumn::Title), 35.75);
         QVERIFY(world->statements.isEmpty());
     }
 
-    void keysShowASetToo() {
+    void setCanBeShownWithTheKeyboard() {
         makeSet("saved sets/a.set", "10/05/03", {"Alpha"});
         makeSet("saved sets/b.set", "10/12/03", {"Beta"});
         frmPastSets& w = open();
@@ -74,9 +86,9 @@ private Q_SLOTS:
         QTest::keyClick(w.File1, Qt::Key_Return);
         settle();
         QCOMPARE(w.File1->selectedItems().size(), 1);
-        QCOMPARE(w.fpSetPast->GetText(2, 2), w.browser->FileName() == "a.set"
-                                                 ? QStringLiteral("Alpha")
-                                                 : QStringLiteral("Beta"));
+        QCOMPARE(w.fpSetPast->GetText(SetColumn::Title, 2), w.browser->FileName() == "a.set"
+                                                                ? QStringLiteral("Alpha")
+                                                                : QStringLiteral("Beta"));
     }
 
     void tabGoesThroughTheWindowInReadingOrder() {
@@ -100,14 +112,15 @@ private Q_SLOTS:
         goTo(w.browser, "saved sets/old");
         QCOMPARE(filesOf(w.File1), QStringList{"first.set"});
         clickFile(w.File1, "first.set");
-        QCOMPARE(w.fpSetPast->GetText(2, 1), QStringLiteral("10/07/01"));
+        QCOMPARE(w.fpSetPast->GetText(SetColumn::Title, SetRow::Date), QStringLiteral("10/07/01"));
     }
 
-    void driveThatCannotBeReadIsToldAndTheFolderStays() {
-        seeADriveThatIsGone([this] { return open().browser; });
+    void unavailableDriveIsReportedAndTheFolderStays() {
+        checkUnavailableDrive([this] { return open().browser; });
     }
 
-    void damagedSetLeavesTheOneOnView() {
+    // Deliberate: behaviour 64.
+    void damagedSetLeavesTheGridUnchanged() {
         makeSet("saved sets/a.set", "10/05/03", {"Alpha"});
         QFile bad(world->path("saved sets/bad.set"));
         QVERIFY(bad.open(QIODevice::WriteOnly));
@@ -115,15 +128,15 @@ private Q_SLOTS:
         bad.close();
         frmPastSets& w = open();
         clickFile(w.File1, "a.set");
-        clickCell(w.fpSetPast, 2, 2);
+        clickCell(w.fpSetPast, SetColumn::Title, 2);
         QCOMPARE(w.fpSetPast->ActiveRow(), 2);
         clickFile(w.File1, "bad.set");
-        QCOMPARE(w.fpSetPast->GetText(2, 2), QStringLiteral("Alpha"));
+        QCOMPARE(w.fpSetPast->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
         QCOMPARE(w.fpSetPast->ActiveRow(), 0);
-        // A file that went meanwhile does no harm either.
+        // Neither does a file that has been deleted in the meantime.
         QVERIFY(bad.remove());
         clickFile(w.File1, "bad.set");
-        QCOMPARE(w.fpSetPast->GetText(2, 2), QStringLiteral("Alpha"));
+        QCOMPARE(w.fpSetPast->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
     }
 
     void namesOfEveryScriptAreShown() {
@@ -131,10 +144,10 @@ private Q_SLOTS:
         makeSet("saved sets/" + name, "10/05/03", {QString::fromUtf8("주 하나님")});
         frmPastSets& w = open();
         clickFile(w.File1, name);
-        QCOMPARE(w.fpSetPast->GetText(2, 2), QString::fromUtf8("주 하나님"));
+        QCOMPARE(w.fpSetPast->GetText(SetColumn::Title, 2), QString::fromUtf8("주 하나님"));
     }
 
-    void setOnViewIsPrintedByTheSetsSettings() {
+    void shownSetIsPrintedWithTheSetPrintSettings() {
         makeSet("saved sets/a.set", "10/05/03", {"Amazing Grace", "Be Thou My Vision"});
         frmPastSets& w = open();
         clickFile(w.File1, "a.set");
@@ -148,14 +161,14 @@ private Q_SLOTS:
         seeSetPrintSettings(*w.fpSetPast);
     }
 
-    void emptyGridIsPrintedWithoutAWord() {
+    void emptyGridIsPrinted() {
         frmPastSets& w = open();
         const QStringList pages = printedPages(printedBy(w.cmdPrintPast));
         QCOMPARE(pages.size(), 1);
         QCOMPARE(pages[0].trimmed(), QStringLiteral("Set List For:"));
     }
 
-    void setOnViewIsMailed() {
+    void shownSetIsMailed() {
         makeSet("saved sets/a.set", "10/05/03", {"Amazing <Grace> & Ευλόγει"});
         frmPastSets& w = open();
         clickFile(w.File1, "a.set");
@@ -173,13 +186,14 @@ private Q_SLOTS:
         QVERIFY(world->statements.filter("played_on").isEmpty());
     }
 
-    void setWithoutADateIsNotMailedAndNoWordIsSaid() {
+    // Deliberate: behaviour 75.
+    void setWithoutADateIsSilentlyNotMailed() {
         makeSet("saved sets/a.set", "", {"Alpha"});
         frmPastSets& w = open();
         click(w.cmdEpastSet);
         QVERIFY(!frmEmail::isLoaded());
         clickFile(w.File1, "a.set");
-        QCOMPARE(w.fpSetPast->GetText(2, 2), QStringLiteral("Alpha"));
+        QCOMPARE(w.fpSetPast->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
         click(w.cmdEpastSet);
         QVERIFY(!frmEmail::isLoaded());
         QVERIFY(!QFile::exists(world->path("config/email.html")));
@@ -190,7 +204,7 @@ private Q_SLOTS:
         frmPastSets& w = open();
         clickFile(w.File1, "a.set");
         QVERIFY(QDir(world->path("config")).removeRecursively());
-        world->answers.runTimeError(75);
+        world->answers.runTimeError(RunTimeError::PathAccess);
         click(w.cmdEpastSet);
         QCOMPARE(world->endStatus, -1);
         QVERIFY(!frmEmail::isLoaded());

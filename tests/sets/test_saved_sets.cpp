@@ -1,5 +1,4 @@
-// Saving a set, the played record, loading a set.
-#include "sets/rules/set_grid.h"
+// Saving a set, recording what was played, loading a set.
 #include "sets/saved_set_test.h"
 
 #include <QFile>
@@ -40,9 +39,9 @@ private Q_SLOTS:
         QVERIFY(dialog.saves);
         SheetGrid read;
         QVERIFY(read.LoadFromFile(world->path("saved sets/Set For 11_22_26.set")));
-        QCOMPARE(read.GetText(2, 1), QStringLiteral("11/22/26"));
-        QCOMPARE(read.GetText(2, 3), QStringLiteral("Beta"));
-        QCOMPARE(w.fpSet->GetText(2, 3), QStringLiteral("Beta"));
+        QCOMPARE(read.GetText(SetColumn::Title, SetRow::Date), QStringLiteral("11/22/26"));
+        QCOMPARE(read.GetText(SetColumn::Title, 3), QStringLiteral("Beta"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 3), QStringLiteral("Beta"));
     }
 
     void setWithoutADateIsRefused() {
@@ -75,19 +74,21 @@ private Q_SLOTS:
         QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
     }
 
-    void titleThatIsAPieceOfAnEarlierOneDropsOut() {
+    // Deliberate: behaviour 67.
+    void titleThatIsPartOfAnEarlierOneIsNotRecorded() {
         addSong({.title = "Holy, Holy, Holy"});
         addSong({.title = "Holy"});
         addSong({.title = "holy"});
         frmSetList& w = openWith("11/22/26", {"Holy, Holy, Holy", "Holy"});
         save(w, QMessageBox::Yes, "a.set");
         QCOMPARE(record(), QStringList{"Holy, Holy, Holy|11/22/26|1"});
-        w.fpSet->SetText(2, 2, QStringLiteral("Holy"));
-        w.fpSet->SetText(2, 3, QStringLiteral("Holy, Holy, Holy"));
+        w.fpSet->SetText(SetColumn::Title, 2, QStringLiteral("Holy"));
+        w.fpSet->SetText(SetColumn::Title, 3, QStringLiteral("Holy, Holy, Holy"));
         save(w, QMessageBox::Yes, "b.set");
         QCOMPARE(record(), (QStringList{"Holy|11/22/26|2", "Holy, Holy, Holy|11/22/26|1"}));
     }
 
+    // Deliberate: behaviour 70.
     void typedTitleIsRecordedUnderTheSongBeforeIt() {
         addSong({.title = "Alpha"});
         frmSetList& w = openWith("11/22/26", {"Prelude", "Alpha", "Reading"});
@@ -95,7 +96,8 @@ private Q_SLOTS:
         QCOMPARE(record(), (QStringList{"Alpha|11/22/26|1", "Reading|11/22/26|1"}));
     }
 
-    void newSetReplacesTheRecordOfItsDateWholeAndNoOther() {
+    // Deliberate: behaviour 69.
+    void newSetReplacesTheRecordOfItsDateOnly() {
         addSong({.title = "Alpha"});
         world->sql(
             "INSERT INTO played_on (title, played_date, songID) VALUES "
@@ -105,6 +107,7 @@ private Q_SLOTS:
         QCOMPARE(record(), (QStringList{"Kept|11/15/26|7", "Alpha|11/22/26|1"}));
     }
 
+    // Deliberate: behaviour 68.
     void setOfTwentyThreeRecordedTitlesAsksNothingAndIsSaved() {
         const QStringList titles = addSongs(23);
         for (int i = 1; i <= 23; ++i) addPlayed(QString::number(i), {"11/22/26"});
@@ -117,6 +120,7 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(world->path("saved sets/full.set")));
     }
 
+    // Deliberate: behaviour 68.
     void setOfTwentyTwoRecordedTitlesAsks() {
         const QStringList titles = addSongs(22);
         for (int i = 1; i <= 22; ++i) addPlayed(QString::number(i), {"11/22/26"});
@@ -124,52 +128,54 @@ private Q_SLOTS:
         save(w, QMessageBox::No, "a.set");
     }
 
+    // Deliberate: behaviour 66.
     void twentyFourthTitleEndsTheCommandBeforeAnythingIsWritten() {
         const QStringList titles = addSongs(24);
         frmSetList& w = openWith("11/22/26", titles);
-        world->answers.runTimeError(9, "Subscript out of range");
+        world->answers.runTimeError(RunTimeError::SubscriptOutOfRange, "Subscript out of range");
         click(w.cmdSaveSetList);
         QVERIFY(record().isEmpty());
         QCOMPARE(world->endStatus, -1);
         QVERIFY(w.isVisible());
     }
 
-    void dateOfTenCharactersProposesNoNameAndTheSaveGoesOn() {
+    void setDatedWithTenCharactersIsSavedWithoutAProposedName() {
         addSong({.title = "Alpha"});
-        // A design whose date cell is a plain one.
+        // In this design the cell of the date is not a date cell.
         SheetGrid design;
-        design.MaxCols(2);
+        design.MaxCols(SetColumn::Title);
         design.MaxRows(25);
         const QString path = makeDefaultDesign({});
         QVERIFY(design.SaveToFile(path, false));
         frmSetList& w = openWith("11/22/2026", {"Alpha"});
-        QCOMPARE(w.fpSet->GetText(2, 1), QStringLiteral("11/22/2026"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, SetRow::Date), QStringLiteral("11/22/2026"));
         save(w, QMessageBox::Yes, "long.set");
         QCOMPARE(world->answers.fileDialogs().back().proposed, QString());
         QCOMPARE(record(), QStringList{"Alpha|11/22/2026|1"});
         QVERIFY(QFile::exists(world->path("saved sets/long.set")));
-        // Seven characters give a name too.
-        typeInCell(w.fpSet, 2, 1, "1/05/03");
+        // A date of seven characters proposes a name too.
+        typeInCell(w.fpSet, SetColumn::Title, SetRow::Date, "1/05/03");
         save(w, QMessageBox::No, "short.set");
         QCOMPARE(world->answers.fileDialogs().back().proposed, QStringLiteral("Set For 1_05_03"));
     }
 
+    // Deliberate: behaviour 66.
     void rowsBeyondTwentyFiveAreSavedButNotRecorded() {
         addSong({.title = "Alpha"});
         addSong({.title = "Beta"});
         frmSetList& w = open();
         click(w.Command9);
         fill(w, "11/22/26", {"Alpha"});
-        w.fpSet->SetText(2, 26, QStringLiteral("Beta"));
+        w.fpSet->SetText(SetColumn::Title, 26, QStringLiteral("Beta"));
         save(w, QMessageBox::Yes, "a.set");
         QCOMPARE(record(), QStringList{"Alpha|11/22/26|1"});
         SheetGrid read;
         QVERIFY(read.LoadFromFile(world->path("saved sets/a.set")));
-        QCOMPARE(read.GetText(2, 26), QStringLiteral("Beta"));
+        QCOMPARE(read.GetText(SetColumn::Title, 26), QStringLiteral("Beta"));
         QCOMPARE(read.MaxRows(), 50);
     }
 
-    void noOnTheQuestionSavesTheFileAndTouchesNoTable() {
+    void answeringNoSavesTheFileOnly() {
         addSong({.title = "Alpha"});
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         save(w, QMessageBox::No, "a.set");
@@ -177,7 +183,8 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(world->path("saved sets/a.set")));
     }
 
-    void cancelledDialogLeavesTheRecordInForce() {
+    // Deliberate: behaviour 71.
+    void cancelledDialogKeepsTheRecord() {
         addSong({.title = "Alpha"});
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         world->answers.question(Question, QMessageBox::Yes);
@@ -194,7 +201,7 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(world->path("saved sets/Set For 11.22.26.set")));
     }
 
-    void existingSetIsReplacedOnlyWhenSaidSo() {
+    void existingSetIsReplacedOnlyIfConfirmed() {
         addSong({.title = "Alpha"});
         QFile old(world->path("saved sets/a.set"));
         QVERIFY(old.open(QIODevice::WriteOnly));
@@ -202,7 +209,7 @@ private Q_SLOTS:
         old.close();
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         world->answers.question(Question, QMessageBox::No);
-        // The name comes without its ending: the question has to know the whole name.
+        // The name has no extension, but the question is about the complete name.
         world->answers.file(world->path("saved sets/a"));
         world->answers.custom("overwrite question", [](QWidget* box) {
             QTest::mouseClick(qobject_cast<QMessageBox*>(box)->button(QMessageBox::No),
@@ -217,7 +224,7 @@ private Q_SLOTS:
     void apostropheInATitleEndsTheCommandBeforeAnythingIsWritten() {
         addSong({.title = "Alpha"});
         frmSetList& w = openWith("11/22/26", {"Alpha", "King's"});
-        world->answers.runTimeError(-2147217900);
+        world->answers.runTimeError(RunTimeError::StatementRefused);
         click(w.cmdSaveSetList);
         QVERIFY(record().isEmpty());
         QCOMPARE(world->endStatus, -1);
@@ -233,10 +240,11 @@ private Q_SLOTS:
         QCOMPARE(world->rows("SELECT title FROM played_on ORDER BY ID"), titles);
         SheetGrid read;
         QVERIFY(read.LoadFromFile(world->path(QString::fromUtf8("saved sets/주일.set"))));
-        QCOMPARE(read.GetText(2, 4), titles[2]);
+        QCOMPARE(read.GetText(SetColumn::Title, 4), titles[2]);
     }
 
-    void fullDiskLeavesTheOldFileWhole() {
+    // Deliberate: behaviour 71.
+    void fullDiskLeavesTheOldFileIntact() {
         addSong({.title = "Alpha"});
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         save(w, QMessageBox::No, "a.set");
@@ -244,12 +252,12 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QByteArray before = file.readAll();
         file.close();
-        w.fpSet->SetText(2, 2, QString(QLatin1Char('x')).repeated(200000));
-        w.fpSet->SetText(2, 3, QStringLiteral("Alpha"));
+        w.fpSet->SetText(SetColumn::Title, 2, QString(QLatin1Char('x')).repeated(200000));
+        w.fpSet->SetText(SetColumn::Title, 3, QStringLiteral("Alpha"));
         world->answers.question(Question, QMessageBox::No);
         world->answers.file(world->path("saved sets/a.set"));
         world->answers.custom("overwrite question", [](QWidget* box) {
-            // From here on files cannot grow beyond 64 KiB, as on a disk that is full.
+            // From now on no file can grow beyond 64 KiB, as on a full disk.
             std::signal(SIGXFSZ, SIG_IGN);
             rlimit limit{65536, RLIM_INFINITY};
             setrlimit(RLIMIT_FSIZE, &limit);
@@ -264,7 +272,7 @@ private Q_SLOTS:
         QCOMPARE(QDir(world->path("saved sets")).entryList(QDir::Files).size(), 1);
     }
 
-    void loadedSetHasItsTitlesColoursAndADateCellAgain() {
+    void loadedSetHasItsTitlesItsColoursAndADateCell() {
         frmSetList& w = open();
         makeGreenSet("saved sets/a.set", "10/05/03", 40, "Last");
         world->answers.file(world->path("saved sets/a.set"));
@@ -272,22 +280,23 @@ private Q_SLOTS:
         QCOMPARE(world->answers.fileDialogs().back().folder, world->path("saved sets"));
         QVERIFY(world->statements.isEmpty());
         QCOMPARE(w.fpSet->MaxRows(), 40);
-        QCOMPARE(w.fpSet->GetText(2, 40), QStringLiteral("Last"));
-        QCOMPARE(w.fpSet->formatAt(1, 2, 40).backColor, SheetMusicGreen);
-        QCOMPARE(w.fpSet->formatAt(1, 2, 1).kind, CellKind::Date);
-        QCOMPARE(w.fpSet->ColWidth(1), 22.63);
-        QCOMPARE(w.fpSet->ColWidth(2), 32.88);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 40), QStringLiteral("Last"));
+        QCOMPARE(w.fpSet->formatAt(1, SetColumn::Title, 40).backColor, SheetMusicGreen);
+        QCOMPARE(w.fpSet->formatAt(1, SetColumn::Title, SetRow::Date).kind, CellKind::Date);
+        QCOMPARE(w.fpSet->ColWidth(SetColumn::Label), 22.63);
+        QCOMPARE(w.fpSet->ColWidth(SetColumn::Title), 32.88);
     }
 
-    void cancelledLoadLeavesTheSet() {
+    void cancelledLoadLeavesTheSetUnchanged() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         world->answers.cancelFile();
         click(w.Command13);
-        QCOMPARE(w.fpSet->GetText(2, 2), QStringLiteral("Alpha"));
-        QCOMPARE(w.fpSet->ColWidth(1), 19.25);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
+        QCOMPARE(w.fpSet->ColWidth(SetColumn::Label), 19.25);
     }
 
-    void damagedSetLeavesTheGridAsItWas() {
+    // Deliberate: behaviour 64.
+    void damagedSetLeavesTheGridUnchanged() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         QFile file(world->path("saved sets/bad.set"));
         QVERIFY(file.open(QIODevice::WriteOnly));
@@ -295,7 +304,7 @@ private Q_SLOTS:
         file.close();
         world->answers.file(file.fileName());
         click(w.Command13);
-        QCOMPARE(w.fpSet->GetText(2, 2), QStringLiteral("Alpha"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
     }
 
     void movedProgramFolderStillFindsItsSetsAndDesigns() {
@@ -307,23 +316,24 @@ private Q_SLOTS:
         world->answers.file(QStringLiteral("a.set"));
         click(moved.Command13);
         QCOMPARE(world->answers.fileDialogs().back().folder, world->path("saved sets"));
-        QCOMPARE(moved.fpSet->GetText(2, 2), QStringLiteral("Alpha"));
-        // A song's chart goes on naming the old place.
+        QCOMPARE(moved.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
+        // The path of the chart still leads to the old folder.
         QCOMPARE(world->rows("SELECT fileLoco FROM songs"),
                  QStringList{"/old/place/sheetmusic/Alpha.stp"});
     }
 
-    void newDatesShowInTheNextSearchAndNotBefore() {
+    // Deliberate: behaviour 72.
+    void newDatesAreShownByTheNextSearch() {
         addCategories({"Praise"});
         addSong({.title = "Alpha", .cat1 = "Praise"});
         frmSetList& w = open();
         pick(w.cmbCat1, "Praise");
         fill(w, "11/22/26", {"Alpha"});
         save(w, QMessageBox::Yes, "a.set");
-        QCOMPARE(w.fpSongList1->GetText(5, 1), QString());
+        QCOMPARE(w.fpSongList1->GetText(PickerColumn::LastPlayed, 1), QString());
         w.optPlayList[0]->click();
         settle();
-        QCOMPARE(w.fpSongList1->GetText(5, 1), QStringLiteral("11/22/26"));
+        QCOMPARE(w.fpSongList1->GetText(PickerColumn::LastPlayed, 1), QStringLiteral("11/22/26"));
     }
 };
 

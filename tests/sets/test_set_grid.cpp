@@ -1,5 +1,4 @@
-// Laying out a set, and its design.
-#include "sets/rules/set_grid.h"
+// The grid of a set, and its design.
 #include "sets/set_list_test.h"
 
 #include <QFile>
@@ -7,7 +6,7 @@
 class TestSetGrid : public SetListTest {
     Q_OBJECT
 
-    // A catalogue of one song with sheet music and one without, both on the list.
+    // Opens the window with a song with sheet music and one without in the list.
     frmSetList& openWithTwoSongs() {
         addCategories({"Praise"});
         addSong({.title = "Charted", .cat1 = "Praise", .fileLoco = "/charts/a.stp"});
@@ -28,108 +27,114 @@ class TestSetGrid : public SetListTest {
     }
 
 private Q_SLOTS:
-    void setComesUpWithItsDateRowAndTwentyFiveRows() {
+    void newSetHasADateRowAndTwentyFiveRows() {
         frmSetList& w = open();
         QCOMPARE(w.fpSet->MaxRows(), 25);
         QCOMPARE(w.fpSet->MaxCols(), 2);
-        QCOMPARE(w.fpSet->GetText(1, 1), QStringLiteral("Set List For:"));
-        QCOMPARE(w.fpSet->formatAt(1, 2, 1).kind, CellKind::Date);
-        QCOMPARE(w.fpSet->ColWidth(1), 19.25);
-        QCOMPARE(w.fpSet->ColWidth(2), 32.88);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Label, SetRow::Date), QStringLiteral("Set List For:"));
+        QCOMPARE(w.fpSet->formatAt(1, SetColumn::Title, SetRow::Date).kind, CellKind::Date);
+        QCOMPARE(w.fpSet->ColWidth(SetColumn::Label), 19.25);
+        QCOMPARE(w.fpSet->ColWidth(SetColumn::Title), 32.88);
         QCOMPARE(w.fpSet->ActiveRow(), 0);
     }
 
-    void defaultDesignComesUpWithTheWindow() {
+    void windowOpensWithTheDefaultDesign() {
         makeDefaultDesign({"Opening", "Offering"});
         frmSetList& w = open();
-        QCOMPARE(w.fpSet->GetText(1, 3), QStringLiteral("Offering"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Label, 3), QStringLiteral("Offering"));
     }
 
-    void missingOrDamagedDefaultDesignIsPassedOver() {
+    // Deliberate: behaviour 64.
+    void damagedDefaultDesignIsIgnored() {
         const QString path = makeDefaultDesign({"Opening"});
         QFile file(path);
         QVERIFY(file.resize(file.size() / 2));
         frmSetList& w = open();
         QCOMPARE(w.fpSet->MaxRows(), 25);
-        QCOMPARE(w.fpSet->GetText(1, 1), QStringLiteral("Set List For:"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Label, SetRow::Date), QStringLiteral("Set List For:"));
     }
 
-    void clickedSongIsPlacedByTheNextClickIntoTheSet() {
+    // Deliberate: behaviour 59.
+    void clickedSongIsPlacedByTheNextClickInTheSet() {
         frmSetList& w = openWithTwoSongs();
-        const QString id = w.fpSongList1->GetText(1, 1);
-        clickCell(w.fpSongList1, 2, 1);
+        const QString id = w.fpSongList1->GetText(PickerColumn::ID, 1);
+        clickCell(w.fpSongList1, PickerColumn::Title, 1);
         QVERIFY(world->statements.isEmpty());
-        clickCell(w.fpSet, 1, 3);
+        clickCell(w.fpSet, SetColumn::Label, 3);
         QCOMPARE(world->statements,
                  QStringList{"SELECT fileLoco FROM songs WHERE ID = " + id + " [1]"});
-        QCOMPARE(w.fpSet->GetText(2, 3), QStringLiteral("Charted"));
-        QCOMPARE(w.fpSet->GetText(1, 3), QString());
-        QCOMPARE(colourOf(w, 2, 3), RGB(180, 255, 180));
-        QCOMPARE(clickedSetRow, 3);
-        QCOMPARE(selectedSongRow, 0);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 3), QStringLiteral("Charted"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Label, 3), QString());
+        QCOMPARE(colourOf(w, SetColumn::Title, 3), RGB(180, 255, 180));
+        QCOMPARE(w.clickedSetRow, 3);
+        QCOMPARE(w.selectedSongRow, 0);
     }
 
-    void secondClickIntoTheSetDoesNothing() {
+    void secondClickInTheSetPlacesNothing() {
         frmSetList& w = openWithTwoSongs();
-        clickCell(w.fpSongList1, 2, 2);
-        clickCell(w.fpSet, 2, 3);
-        clickCell(w.fpSet, 2, 4);
-        QCOMPARE(w.fpSet->GetText(2, 3), QStringLiteral("Plain"));
-        QCOMPARE(w.fpSet->GetText(2, 4), QString());
-        QCOMPARE(colourOf(w, 2, 3), White);
+        clickCell(w.fpSongList1, PickerColumn::Title, 2);
+        clickCell(w.fpSet, SetColumn::Title, 3);
+        clickCell(w.fpSet, SetColumn::Title, 4);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 3), QStringLiteral("Plain"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 4), QString());
+        QCOMPARE(colourOf(w, SetColumn::Title, 3), White);
     }
 
-    void placedSongReplacesATitleAndLeavesAGreenCellGreen() {
+    // Deliberate: behaviour 60.
+    void songPlacedOverATitleLeavesTheCellGreen() {
         frmSetList& w = openWithTwoSongs();
-        clickCell(w.fpSongList1, 2, 1);
-        clickCell(w.fpSet, 2, 3);
-        clickCell(w.fpSongList1, 2, 2);
-        clickCell(w.fpSet, 2, 3);
-        QCOMPARE(w.fpSet->GetText(2, 3), QStringLiteral("Plain"));
-        QCOMPARE(colourOf(w, 2, 3), SheetMusicGreen);
+        clickCell(w.fpSongList1, PickerColumn::Title, 1);
+        clickCell(w.fpSet, SetColumn::Title, 3);
+        clickCell(w.fpSongList1, PickerColumn::Title, 2);
+        clickCell(w.fpSet, SetColumn::Title, 3);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 3), QStringLiteral("Plain"));
+        QCOMPARE(colourOf(w, SetColumn::Title, 3), SheetMusicGreen);
     }
 
-    void clickOnAColumnHeadPutsTheTitleIntoTheHeadOfColumnTwo() {
+    // Deliberate: behaviour 59.
+    void clickOnAHeadWritesTheTitleIntoTheHeadOfTheTitles() {
         frmSetList& w = openWithTwoSongs();
-        clickCell(w.fpSongList1, 2, 2);
-        clickCell(w.fpSet, 1, 0);
-        QCOMPARE(w.fpSet->GetText(2, 0), QStringLiteral("Plain"));
+        clickCell(w.fpSongList1, PickerColumn::Title, 2);
+        clickCell(w.fpSet, SetColumn::Label, 0);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 0), QStringLiteral("Plain"));
         QCOMPARE(w.fpSet->MaxRows(), 25);
     }
 
-    void titlePlacedInTheDateCellLeavesTheDateThatStands() {
+    // Deliberate: behaviour 59.
+    void titlePlacedInTheDateCellLeavesTheDate() {
         frmSetList& w = openWithTwoSongs();
-        typeInCell(w.fpSet, 2, 1, "11/22/26");
-        clickCell(w.fpSongList1, 2, 2);
-        clickCell(w.fpSet, 2, 1);
-        QCOMPARE(w.fpSet->GetText(2, 1), QStringLiteral("11/22/26"));
-        QCOMPARE(selectedSongRow, 0);
+        typeInCell(w.fpSet, SetColumn::Title, SetRow::Date, "11/22/26");
+        clickCell(w.fpSongList1, PickerColumn::Title, 2);
+        clickCell(w.fpSet, SetColumn::Title, SetRow::Date);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, SetRow::Date), QStringLiteral("11/22/26"));
+        QCOMPARE(w.selectedSongRow, 0);
     }
 
-    void songCanBePlacedWithTheKeyboardAlone() {
+    void songCanBePlacedWithTheKeyboard() {
         frmSetList& w = openWithTwoSongs();
         w.fpSongList1->setFocus();
-        w.fpSongList1->SetActiveCell(2, 2);
+        w.fpSongList1->SetActiveCell(PickerColumn::Title, 2);
         w.fpSongList1->flush();
         QTest::keyClick(w.fpSongList1, Qt::Key_Return);
         w.fpSet->setFocus();
-        w.fpSet->SetActiveCell(2, 5);
+        w.fpSet->SetActiveCell(SetColumn::Title, 5);
         w.fpSet->flush();
         QTest::keyClick(w.fpSet, Qt::Key_Return, Qt::ControlModifier);
         settle();
-        QCOMPARE(w.fpSet->GetText(2, 5), QStringLiteral("Plain"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 5), QStringLiteral("Plain"));
     }
 
-    void songThatWasDeletedMeanwhileEndsTheCommandOnly() {
+    void deletedSongEndsTheCommandOnly() {
         frmSetList& w = openWithTwoSongs();
-        clickCell(w.fpSongList1, 2, 2);
+        clickCell(w.fpSongList1, PickerColumn::Title, 2);
         world->sql("DELETE FROM songs");
-        world->answers.runTimeError(3021);
-        clickCell(w.fpSet, 2, 4);
-        QCOMPARE(w.fpSet->GetText(2, 4), QStringLiteral("Plain"));
+        world->answers.runTimeError(RunTimeError::NoCurrentRecord);
+        clickCell(w.fpSet, SetColumn::Title, 4);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 4), QStringLiteral("Plain"));
         QCOMPARE(world->endStatus, -1);
     }
 
+    // Deliberate: behaviour 61.
     void dateCellShowsTheSpecialMusicOfTheDate() {
         world->sql(
             "INSERT INTO special_music (song_name, play_date) VALUES "
@@ -139,35 +144,35 @@ private Q_SLOTS:
         world->answers.box(
             "Special Music Scheduled For This Date\r Offertory: Solo, A. Rivera Duet",
             QMessageBox::Information);
-        typeInCell(w.fpSet, 2, 1, "11/22/26");
+        typeInCell(w.fpSet, SetColumn::Title, SetRow::Date, "11/22/26");
         QCOMPARE(
             world->statements,
             QStringList{"SELECT song_name FROM special_music WHERE play_date = '11/22/26' [1]"});
         QCOMPARE(w.lblSpecialMusic->text(), QStringLiteral("Special Music:  Solo, A. Rivera Duet"));
         world->answers.box("Special Music Scheduled For This Date\r Other",
                            QMessageBox::Information);
-        typeInCell(w.fpSet, 2, 1, "11/29/26");
+        typeInCell(w.fpSet, SetColumn::Title, SetRow::Date, "11/29/26");
         QCOMPARE(w.lblSpecialMusic->text(), QStringLiteral("Special Music:  Other"));
-        typeInCell(w.fpSet, 2, 1, "12/06/26");
+        typeInCell(w.fpSet, SetColumn::Title, SetRow::Date, "12/06/26");
         QCOMPARE(w.lblSpecialMusic->text(), QString());
     }
 
-    void changeOfAnotherCellLooksNothingUp() {
+    void changeOfAnotherCellRunsNoStatement() {
         frmSetList& w = open();
-        typeInCell(w.fpSet, 1, 1, "Set");
-        typeInCell(w.fpSet, 2, 2, "Typed");
+        typeInCell(w.fpSet, SetColumn::Label, SetRow::Date, "Set");
+        typeInCell(w.fpSet, SetColumn::Title, 2, "Typed");
         QVERIFY(world->statements.isEmpty());
-        QCOMPARE(w.fpSet->GetText(2, 2), QStringLiteral("Typed"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Typed"));
     }
 
-    void deleteTextTakesTitleAndGreen() {
+    void deleteTextRemovesTitleAndGreen() {
         frmSetList& w = openWithTwoSongs();
-        clickCell(w.fpSongList1, 2, 1);
-        clickCell(w.fpSet, 2, 3);
-        clickCell(w.fpSet, 2, 3, Qt::RightButton);
+        clickCell(w.fpSongList1, PickerColumn::Title, 1);
+        clickCell(w.fpSet, SetColumn::Title, 3);
+        clickCell(w.fpSet, SetColumn::Title, 3, Qt::RightButton);
         QVERIFY(pickMenuItem(w.mnuDel, w.mnuDeleteFPSet));
-        QCOMPARE(w.fpSet->GetText(2, 3), QString());
-        QCOMPARE(colourOf(w, 2, 3), White);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 3), QString());
+        QCOMPARE(colourOf(w, SetColumn::Title, 3), White);
     }
 
     void deleteTextOnAnEmptyWhiteCellChangesNothing() {
@@ -175,7 +180,7 @@ private Q_SLOTS:
         const QString before = world->path("before.set");
         const QString after = world->path("after.set");
         QVERIFY(w.fpSet->SaveToFile(before, false));
-        clickCell(w.fpSet, 2, 4, Qt::RightButton);
+        clickCell(w.fpSet, SetColumn::Title, 4, Qt::RightButton);
         QVERIFY(pickMenuItem(w.mnuDel, w.mnuDeleteFPSet));
         QVERIFY(w.fpSet->SaveToFile(after, false));
         QFile a(before);
@@ -184,71 +189,95 @@ private Q_SLOTS:
         QCOMPARE(a.readAll(), b.readAll());
     }
 
-    void rowsAreAddedAheadOfTheActiveOneAndDeleted() {
+    // Deliberate: behaviour 62.
+    void rowsAreAddedAboveTheActiveOneAndDeleted() {
         makeDefaultDesign({"Opening", "Offering"});
         frmSetList& w = open();
-        clickCell(w.fpSet, 1, 3, Qt::RightButton);
+        clickCell(w.fpSet, SetColumn::Label, 3, Qt::RightButton);
         QVERIFY(pickMenuItem(w.mnuDel, w.mnuAddRow));
-        QCOMPARE(w.fpSet->GetText(1, 3), QString());
-        QCOMPARE(w.fpSet->GetText(1, 4), QStringLiteral("Offering"));
-        // Row 1 is a row like any other.
-        clickCell(w.fpSet, 1, 1, Qt::RightButton);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Label, 3), QString());
+        QCOMPARE(w.fpSet->GetText(SetColumn::Label, 4), QStringLiteral("Offering"));
+        // Row 1 can be deleted too.
+        clickCell(w.fpSet, SetColumn::Label, SetRow::Date, Qt::RightButton);
         QVERIFY(pickMenuItem(w.mnuDel, w.mnuDeleteRow));
-        QCOMPARE(w.fpSet->GetText(1, 1), QStringLiteral("Opening"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Label, SetRow::Date), QStringLiteral("Opening"));
         QCOMPARE(w.fpSet->MaxRows(), 25);
     }
 
-    void designIsSavedUnderItsEndingAndLoaded() {
+    void designIsSavedWithItsExtensionAndLoaded() {
         frmSetList& w = open();
-        typeInCell(w.fpSet, 1, 2, "Opening");
+        typeInCell(w.fpSet, SetColumn::Label, 2, "Opening");
         world->answers.file(world->path("set designs/Mine"));
         pickDesign(w, w.mnuSaveDesign);
         QCOMPARE(world->answers.fileDialogs().back().folder, world->path("set designs"));
         QCOMPARE(world->answers.fileDialogs().back().filters, QStringList{"SDL Files (*.sdl)"});
         QVERIFY(QFile::exists(world->path("set designs/Mine.sdl")));
-        typeInCell(w.fpSet, 1, 2, "Changed");
+        typeInCell(w.fpSet, SetColumn::Label, 2, "Changed");
         world->answers.file(world->path("set designs/Mine.sdl"));
         pickDesign(w, w.mnuLoadDesign);
-        QCOMPARE(w.fpSet->GetText(1, 2), QStringLiteral("Opening"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Label, 2), QStringLiteral("Opening"));
+    }
+
+    void designThatCannotBeWrittenIsReported() {
+        frmSetList& w = open();
+        world->answers.file(QStringLiteral("/proc/Mine.sdl"));
+        world->answers.box("File did not save, try again or contact Lorvanite.",
+                           QMessageBox::Information);
+        pickDesign(w, w.mnuSaveDesign);
+        QVERIFY(world->answers.isEmpty());
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    // Deliberate: behaviour 61.
+    void specialMusicStaysUntilTheDateIsTyped() {
+        world->sql("INSERT INTO special_music (song_name, play_date) VALUES ('Duet', '11/22/26')");
+        frmSetList& w = open();
+        world->answers.box("Special Music Scheduled For This Date\r Duet",
+                           QMessageBox::Information);
+        typeInCell(w.fpSet, SetColumn::Title, SetRow::Date, "11/22/26");
+        click(w.Command9);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, SetRow::Date), QString());
+        QCOMPARE(w.lblSpecialMusic->text(), QStringLiteral("Special Music:  Duet"));
     }
 
     void savingOverADesignAsksNothing() {
         makeDefaultDesign({"Opening"});
         frmSetList& w = open();
-        typeInCell(w.fpSet, 1, 2, "Second");
+        typeInCell(w.fpSet, SetColumn::Label, 2, "Second");
         world->answers.file(world->path("set designs/Usual.sdl"));
         pickDesign(w, w.mnuSaveDesign);
         SheetGrid read;
         QVERIFY(read.LoadFromFile(world->path("set designs/Usual.sdl")));
-        QCOMPARE(read.GetText(1, 2), QStringLiteral("Second"));
+        QCOMPARE(read.GetText(SetColumn::Label, 2), QStringLiteral("Second"));
     }
 
-    void cancelledDesignDialogLeavesAllAsItWas() {
+    void cancelledDesignDialogChangesNothing() {
         makeDefaultDesign({"Opening"});
         frmSetList& w = open();
-        typeInCell(w.fpSet, 2, 2, "Typed");
+        typeInCell(w.fpSet, SetColumn::Title, 2, "Typed");
         for (QAction* item : {&w.mnuSaveDesign, &w.mnuLoadDesign, &w.mnuSetDefault}) {
             world->answers.cancelFile();
             pickDesign(w, *item);
             QVERIFY(world->answers.isEmpty());
         }
-        QCOMPARE(w.fpSet->GetText(2, 2), QStringLiteral("Typed"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Typed"));
         QVERIFY(world->statements.isEmpty());
     }
 
+    // Deliberate: behaviours 60 and 63.
     void clearedDesignKeepsTheDateRowAndTheGreen() {
         frmSetList& w = openWithTwoSongs();
-        typeInCell(w.fpSet, 1, 4, "Opening");
-        clickCell(w.fpSongList1, 2, 1);
-        clickCell(w.fpSet, 2, 3);
+        typeInCell(w.fpSet, SetColumn::Label, 4, "Opening");
+        clickCell(w.fpSongList1, PickerColumn::Title, 1);
+        clickCell(w.fpSet, SetColumn::Title, 3);
         pickDesign(w, w.mnuClearDesign);
-        QCOMPARE(w.fpSet->GetText(1, 1), QStringLiteral("Set List For:"));
-        QCOMPARE(w.fpSet->GetText(1, 4), QString());
-        QCOMPARE(w.fpSet->GetText(2, 3), QString());
-        QCOMPARE(colourOf(w, 2, 3), SheetMusicGreen);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Label, SetRow::Date), QStringLiteral("Set List For:"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Label, 4), QString());
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 3), QString());
+        QCOMPARE(colourOf(w, SetColumn::Title, 3), SheetMusicGreen);
     }
 
-    void defaultDesignIsSetByItsPathAndShown() {
+    void defaultDesignIsStoredByItsPathAndShown() {
         const QString path = makeDefaultDesign({"Opening"});
         world->sql("UPDATE prefs SET var_value = '' WHERE var_name = 'DefaultSetList'");
         frmSetList& w = open();
@@ -256,7 +285,7 @@ private Q_SLOTS:
         pickDesign(w, w.mnuSetDefault);
         QCOMPARE(world->statements, QStringList{"UPDATE prefs SET var_value = '" + path +
                                                 "' WHERE var_name = 'DefaultSetList' [3]"});
-        QCOMPARE(w.fpSet->GetText(1, 2), QStringLiteral("Opening"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Label, 2), QStringLiteral("Opening"));
     }
 
     void defaultDesignWithAnApostropheInItsPathIsRefused() {
@@ -265,55 +294,57 @@ private Q_SLOTS:
         world->sql("UPDATE prefs SET var_value = '' WHERE var_name = 'DefaultSetList'");
         frmSetList& w = open();
         world->answers.file(path);
-        world->answers.runTimeError(-2147217900);
+        world->answers.runTimeError(RunTimeError::StatementRefused);
         pickDesign(w, w.mnuSetDefault);
-        QCOMPARE(w.fpSet->GetText(1, 2), QString());
+        QCOMPARE(w.fpSet->GetText(SetColumn::Label, 2), QString());
         QCOMPARE(world->endStatus, -1);
     }
 
-    void clearSetWithoutADesignEmptiesAllButMakesTheDateCellAgain() {
+    // Deliberate: behaviour 63.
+    void clearSetWithoutADesignLeavesAnEmptyGridWithADateCell() {
         frmSetList& w = openWithTwoSongs();
-        clickCell(w.fpSongList1, 2, 1);
-        clickCell(w.fpSet, 2, 3);
-        typeInCell(w.fpSet, 2, 1, "11/22/26");
+        clickCell(w.fpSongList1, PickerColumn::Title, 1);
+        clickCell(w.fpSet, SetColumn::Title, 3);
+        typeInCell(w.fpSet, SetColumn::Title, SetRow::Date, "11/22/26");
         world->statements.clear();
         click(w.Command9);
         QCOMPARE(world->statements,
                  QStringList{"SELECT * FROM prefs WHERE var_name = 'DefaultSetList' [1]"});
         QCOMPARE(w.fpSet->MaxRows(), 50);
         QCOMPARE(w.fpSet->DataRowCnt(), 0);
-        QCOMPARE(colourOf(w, 2, 3), White);
-        QCOMPARE(w.fpSet->formatAt(1, 2, 1).kind, CellKind::Date);
-        QCOMPARE(w.fpSet->formatAt(1, 2, 2).kind, CellKind::Edit);
-        QCOMPARE(w.fpSet->ColWidth(1), 22.63);
-        QCOMPARE(w.fpSet->ColWidth(2), 32.88);
-        QCOMPARE(clickedSetRow, 3);
+        QCOMPARE(colourOf(w, SetColumn::Title, 3), White);
+        QCOMPARE(w.fpSet->formatAt(1, SetColumn::Title, SetRow::Date).kind, CellKind::Date);
+        QCOMPARE(w.fpSet->formatAt(1, SetColumn::Title, 2).kind, CellKind::Edit);
+        QCOMPARE(w.fpSet->ColWidth(SetColumn::Label), 22.63);
+        QCOMPARE(w.fpSet->ColWidth(SetColumn::Title), 32.88);
+        QCOMPARE(w.clickedSetRow, 3);
     }
 
-    void clearSetBringsTheDefaultDesignBackWithAWhiteLeftColumn() {
+    // Deliberate: behaviour 63.
+    void clearSetLoadsTheDefaultDesignWithAWhiteLeftColumn() {
         SheetGrid design;
-        design.MaxCols(2);
+        design.MaxCols(SetColumn::Title);
         design.MaxRows(30);
-        design.SetText(1, 2, QStringLiteral("Opening"));
-        design.Col(1);
+        design.SetText(SetColumn::Label, 2, QStringLiteral("Opening"));
+        design.Col(SetColumn::Label);
         design.Row(2);
         design.BackColor(RGB(255, 0, 0));
-        design.Col(2);
+        design.Col(SetColumn::Title);
         design.BackColor(RGB(0, 0, 255));
         const QString path = makeDefaultDesign({});
         QVERIFY(design.SaveToFile(path, false));
         frmSetList& w = open();
-        typeInCell(w.fpSet, 2, 2, "Typed");
+        typeInCell(w.fpSet, SetColumn::Title, 2, "Typed");
         click(w.Command9);
         QCOMPARE(w.fpSet->MaxRows(), 30);
-        QCOMPARE(w.fpSet->GetText(1, 2), QStringLiteral("Opening"));
-        QCOMPARE(w.fpSet->GetText(2, 2), QString());
-        QCOMPARE(colourOf(w, 1, 2), White);
-        QCOMPARE(colourOf(w, 2, 2), RGB(0, 0, 255));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Label, 2), QStringLiteral("Opening"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 2), QString());
+        QCOMPARE(colourOf(w, SetColumn::Label, 2), White);
+        QCOMPARE(colourOf(w, SetColumn::Title, 2), RGB(0, 0, 255));
         QVERIFY(!w.fpSet->BlockMode());
     }
 
-    void whoServesIsAskedForByTheDate() {
+    void peopleWhoServeOnTheDateAreShown() {
         world->sql(
             "INSERT INTO schedule (player, instrument, pdate) VALUES "
             "('Ann Lee', 'Piano', '11/22/26'), ('Bo Fox', 'Bass', '11/22/26'), "
@@ -322,7 +353,7 @@ private Q_SLOTS:
         world->answers.box("Please select a date in order to view personell for that date.",
                            QMessageBox::Information);
         click(w.cmdPersonellAvail);
-        typeInCell(w.fpSet, 2, 1, "11/22/26");
+        typeInCell(w.fpSet, SetColumn::Title, SetRow::Date, "11/22/26");
         world->statements.clear();
         world->answers.box("Personell For 11/22/26\r\rPiano : Ann Lee\rBass : Bo Fox\r\r",
                            QMessageBox::Information, "Personell");
@@ -332,21 +363,22 @@ private Q_SLOTS:
                              "[1]"});
     }
 
-    void missingPreferenceRowIsToldAndTheWindowStands() {
+    void missingPreferenceIsReportedAndTheWindowStaysOpen() {
         world->sql("DELETE FROM prefs WHERE var_name = 'DefaultSetList'");
-        world->answers.runTimeError(3021);
+        world->answers.runTimeError(RunTimeError::NoCurrentRecord);
         frmSetList& w = open();
         QVERIFY(w.isVisible());
         QCOMPARE(world->endStatus, -1);
     }
 
-    void reopenedWindowStartsOver() {
+    // Deliberate: behaviour 65.
+    void reopenedWindowHasANewSet() {
         frmSetList& w = open();
-        typeInCell(w.fpSet, 2, 2, "Typed");
+        typeInCell(w.fpSet, SetColumn::Title, 2, "Typed");
         w.Unload();
         settle();
         QVERIFY(!frmSetList::isLoaded());
-        QCOMPARE(open().fpSet->GetText(2, 2), QString());
+        QCOMPARE(open().fpSet->GetText(SetColumn::Title, 2), QString());
     }
 };
 

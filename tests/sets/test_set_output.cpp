@@ -1,4 +1,4 @@
-// The set on paper, as a text file, in a mail.
+// Printing, exporting and mailing a set.
 #include "mail/frm_email.h"
 #include "sets/set_list_test.h"
 
@@ -8,7 +8,7 @@
 class TestSetOutput : public SetListTest {
     Q_OBJECT
 
-    // Exports to a file of the folder "saved sets"; what stands in it.
+    // Exports to a file in the folder "saved sets". Returns what is in it.
     QByteArray exported(frmSetList& w, const QString& name) {
         const QString file = QStringLiteral("saved sets/") + name;
         world->answers.file(world->path(file));
@@ -19,7 +19,7 @@ class TestSetOutput : public SetListTest {
     QString mailed() {
         frmEmail& mail = frmEmail::instance();
         const QString body = mail.txtMsg->toPlainText();
-        // What is staged is what is mailed, but for its line ends.
+        // The staging file is mailed without its line ends.
         const QString staged = QString::fromUtf8(bytesOf("config/email.html"));
         if (QString(staged).remove(QLatin1Char('\n')) != body)
             QTest::qFail("the body is not what was staged", __FILE__, __LINE__);
@@ -34,13 +34,13 @@ class TestSetOutput : public SetListTest {
     }
 
 private Q_SLOTS:
-    void printShowsTheSetAsItStands() {
+    void printShowsTheCurrentSet() {
         makeDefaultDesign({"Call to worship", "Offering"});
         frmSetList& w = openWith("11/22/26", {"Alpha", "Beta"});
         setUpSetWidths(*w.fpSet);
         paint(*w.fpSet, 3);
-        w.fpSongList1->SetActiveCell(2, 1);
-        w.fpSet->SetActiveCell(2, 3);
+        w.fpSongList1->SetActiveCell(PickerColumn::Title, 1);
+        w.fpSet->SetActiveCell(SetColumn::Title, 3);
         const QString pdf = printedBy(w.Command3);
         const QStringList pages = printedPages(pdf);
         QCOMPARE(pages.size(), 1);
@@ -52,25 +52,25 @@ private Q_SLOTS:
         QCOMPARE(w.fpSongList1->ActiveRow(), 0);
     }
 
-    void printTakesTheSetPrintSettings() {
+    void printUsesTheSetPrintSettings() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         spoilPrintSettings(*w.fpSet);
         printedBy(w.Command3);
         seeSetPrintSettings(*w.fpSet);
     }
 
-    void printWithoutADateAsksNothing() {
+    void setWithoutADateIsPrinted() {
         frmSetList& w = openWith("", {"Alpha"});
         const QStringList pages = printedPages(printedBy(w.Command3));
         QCOMPARE(pages.size(), 1);
         QVERIFY(pages[0].contains(QStringLiteral("Alpha")));
     }
 
-    void exportWritesALineARow() {
+    void exportWritesOneLinePerRow() {
         makeDefaultDesign({"Call to worship", "Offering"});
         frmSetList& w = openWith("10/05/03", {"Title of a song"});
         paint(*w.fpSet, 2);
-        w.fpSet->SetActiveCell(2, 3);
+        w.fpSet->SetActiveCell(SetColumn::Title, 3);
         world->answers.file(world->path("saved sets/Set For 10_05_03"));
         click(w.cmdExportText);
         const auto& dialog = world->answers.fileDialogs().back();
@@ -105,21 +105,21 @@ private Q_SLOTS:
         QVERIFY(world->answers.fileDialogs().empty());
     }
 
-    void dateOfTenCharactersExportsUnderNoProposedName() {
-        // A design whose date cell is a plain one.
+    void setDatedWithTenCharactersIsExportedWithoutAProposedName() {
+        // In this design the cell of the date is not a date cell.
         SheetGrid design;
-        design.MaxCols(2);
+        design.MaxCols(SetColumn::Title);
         design.MaxRows(25);
         QVERIFY(design.SaveToFile(makeDefaultDesign({}), false));
         frmSetList& w = openWith("11/22/2026", {"Alpha"});
         QCOMPARE(exported(w, "long.txt"), QByteArray("   11/22/2026\r\n   Alpha\r\n"));
         QCOMPARE(world->answers.fileDialogs().back().proposed, QString());
-        typeInCell(w.fpSet, 2, 1, "1/05/03");
+        typeInCell(w.fpSet, SetColumn::Title, SetRow::Date, "1/05/03");
         exported(w, "short.txt");
         QCOMPARE(world->answers.fileDialogs().back().proposed, QStringLiteral("Set For 1_05_03"));
     }
 
-    void rowsAddedAtTheEndStayOutOfEveryOutput() {
+    void emptyRowsAtTheEndAreInNoOutput() {
         makeDefaultDesign({"Opening"});
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         w.fpSet->MaxRows(400);
@@ -130,7 +130,7 @@ private Q_SLOTS:
         QCOMPARE(mailed().count(QStringLiteral("<TR")), 2);
     }
 
-    void existingFileIsReplacedWholeAfterTheQuestion() {
+    void existingFileIsReplacedAfterConfirmation() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         QFile old(world->path("saved sets/a.txt"));
         QVERIFY(old.open(QIODevice::WriteOnly));
@@ -150,11 +150,12 @@ private Q_SLOTS:
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         world->answers.cancelFile();
         click(w.cmdExportText);
-        QCOMPARE(w.fpSet->GetText(2, 2), QStringLiteral("Alpha"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
         QVERIFY(QDir(world->path("saved sets")).entryList({"*.txt"}).isEmpty());
     }
 
-    void exportThatCannotBeWrittenEndsInSilence() {
+    // Deliberate: behaviour 71.
+    void exportThatCannotBeWrittenFailsSilently() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         world->answers.file(QStringLiteral("/proc/set.txt"));
         click(w.cmdExportText);
@@ -163,7 +164,7 @@ private Q_SLOTS:
         QVERIFY(w.isVisible());
     }
 
-    void exportStartsWhereTheLastDialogDid() {
+    void exportStartsInTheFolderOfTheLastDialog() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         world->answers.cancelFile();
         click(w.Command13);
@@ -181,7 +182,7 @@ private Q_SLOTS:
         QVERIFY(mailed().contains(title.toHtmlEscaped()));
     }
 
-    void mailHoldsTheBlockOfBothColumnsInRowOrder() {
+    void mailContainsBothColumnsInRowOrder() {
         makeDefaultDesign({"Opening", "Offering"});
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         paint(*w.fpSet, 2);
@@ -201,7 +202,7 @@ private Q_SLOTS:
         QVERIFY(world->statements.filter(QStringLiteral("fileLoco")).isEmpty());
     }
 
-    void mailWithoutADateOpensAllTheSame() {
+    void setWithoutADateIsMailed() {
         frmSetList& w = openWith("", {});
         click(w.cmdEmailSet);
         QVERIFY(frmEmail::instance().isVisible());
@@ -215,7 +216,7 @@ private Q_SLOTS:
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         click(w.cmdEmailSet);
         QVERIFY(mailed().contains(QStringLiteral("Alpha")));
-        w.fpSet->SetText(2, 2, QStringLiteral("Omega"));
+        w.fpSet->SetText(SetColumn::Title, 2, QStringLiteral("Omega"));
         click(w.cmdEmailSet);
         QVERIFY(mailed().contains(QStringLiteral("Omega")));
         QVERIFY(!mailed().contains(QStringLiteral("Alpha")));
@@ -224,18 +225,18 @@ private Q_SLOTS:
     void mailThatCannotBeStagedEndsTheCommand() {
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         QVERIFY(QDir().rename(world->path("config"), world->path("gone")));
-        world->answers.runTimeError(75);
+        world->answers.runTimeError(RunTimeError::PathAccess);
         click(w.cmdEmailSet);
         QVERIFY(!frmEmail::isLoaded());
         QCOMPARE(world->endStatus, -1);
-        QCOMPARE(w.fpSet->GetText(2, 2), QStringLiteral("Alpha"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
     }
 
-    void longSetIsPrintedWholeOverSeveralPages() {
+    void longSetIsPrintedCompletelyOnSeveralPages() {
         frmSetList& w = openWith("11/22/26", {});
         w.fpSet->MaxRows(300);
         for (int row = 2; row <= 300; ++row)
-            w.fpSet->SetText(2, row, QStringLiteral("Song %1").arg(row));
+            w.fpSet->SetText(SetColumn::Title, row, QStringLiteral("Song %1").arg(row));
         const QStringList pages = printedPages(printedBy(w.Command3));
         QVERIFY(pages.size() > 3);
         const QString text = pages.join(QString()).simplified() + QLatin1Char(' ');

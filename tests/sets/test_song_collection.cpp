@@ -1,4 +1,4 @@
-// The charts of a set's songs, gathered, printed and mailed.
+// Export Music: collecting, printing and mailing the charts of a set.
 #include "charts/rules/chart_page.h"
 #include "mail/frm_email.h"
 #include "sets/frm_song_collection.h"
@@ -11,7 +11,7 @@
 class TestSongCollection : public SetListTest {
     Q_OBJECT
 
-    // Writes a chart of one page with a title, a chord and a line of lyrics; its path.
+    // Writes a chart of one page with a title, a chord and a line of lyrics. Returns its path.
     QString makeChart(const QString& title, int rows = ChartRows) {
         SheetGrid chart;
         setUpChart(chart);
@@ -32,7 +32,7 @@ class TestSongCollection : public SetListTest {
         addSong({.title = title, .fileLoco = makeChart(title)});
     }
 
-    // The set window with these titles from row 2 on, all of them green.
+    // Opens the set window with these titles from row 2, all of them green.
     frmSetList& openGreen(const QStringList& titles) {
         frmSetList& w = openWith("11/22/26", titles);
         for (int row = 2; row < titles.size() + 2; ++row) paint(*w.fpSet, row);
@@ -44,7 +44,7 @@ class TestSongCollection : public SetListTest {
         return frmSongCollection::instance();
     }
 
-    // Each of these songs has a chart, and all stand in the set.
+    // Collects a set of these songs, each with a chart.
     frmSongCollection& collectCharts(const QStringList& titles) {
         for (const QString& title : titles) addSongWithChart(title);
         return collect(openGreen(titles));
@@ -52,7 +52,7 @@ class TestSongCollection : public SetListTest {
 
     static int spannedCols(const SheetGrid& grid, int row) { return grid.spanAt(1, 1, row).cols; }
 
-    // The title of each page, as its first line reads.
+    // The titles of the pages: the first line of each.
     static QStringList titlesOf(const QStringList& pages) {
         QStringList titles;
         for (const QString& page : pages)
@@ -71,8 +71,8 @@ private Q_SLOTS:
         frmSetList& w = open();
         w.txtSearch->setText(QStringLiteral("Alpha"));
         click(w.cmdSearchTitle);
-        clickCell(w.fpSongList1, 2, 1);
-        clickCell(w.fpSet, 2, 3);
+        clickCell(w.fpSongList1, PickerColumn::Title, 1);
+        clickCell(w.fpSet, SetColumn::Title, 3);
         world->statements.clear();
         frmSongCollection& c = collect(w);
         QCOMPARE(world->statements,
@@ -86,7 +86,7 @@ private Q_SLOTS:
                  QStringLiteral("What would you like to do with the sheetmusic from the set?"));
     }
 
-    void setWithoutAGreenCellGivesTheMessageAndNoWindow() {
+    void setWithoutAGreenCellShowsAMessageAndNoWindow() {
         addSongWithChart("Alpha");
         frmSetList& w = openWith("11/22/26", {"Alpha"});
         world->answers.box(
@@ -98,11 +98,12 @@ private Q_SLOTS:
         QVERIFY(world->statements.isEmpty());
     }
 
-    void everyHighlightedRowIsCollectedInOrderAndTwiceWhereItStandsTwice() {
+    // Deliberate: behaviour 76.
+    void everyHighlightedRowIsCollectedInOrderDuplicatesIncluded() {
         for (const char* title : {"Alpha", "Beta", "Gamma"}) addSongWithChart(title);
         frmSetList& w = openWith("11/22/26", {"Gamma", "Beta", "Alpha", "Gamma"});
         w.fpSet->MaxRows(60);
-        w.fpSet->SetText(2, 60, QStringLiteral("Beta"));
+        w.fpSet->SetText(SetColumn::Title, 60, QStringLiteral("Beta"));
         paint(*w.fpSet, 2);
         paint(*w.fpSet, 4, RGB(255, 0, 0));  // any colour but white
         paint(*w.fpSet, 5, RGB(254, 255, 255));
@@ -112,27 +113,27 @@ private Q_SLOTS:
         for (const char* title : {"Gamma", "Alpha", "Gamma", "Beta"})
             paths.append(world->path(QStringLiteral("sheetmusic/%1.stp").arg(title)));
         QCOMPARE(c.lblHidFile->text(), paths.join(QLatin1Char('|')) + QLatin1Char('|'));
-        // What stands behind the last "|" is an empty line.
+        // The text behind the last "|" is an empty line.
         QCOMPARE(c.lblSngList->text(),
                  QStringLiteral("Gamma.stp\nAlpha.stp\nGamma.stp\nBeta.stp\n\n"));
     }
 
-    void newTitleOverAGreenCellIsWhatIsCollected() {
+    void titleTypedOverAGreenCellIsCollected() {
         addSongWithChart("Alpha");
         addSongWithChart("Beta");
         addSong({.title = "Bare"});
         frmSetList& w = openGreen({"Alpha", "Beta"});
-        typeInCell(w.fpSet, 2, 3, "Bare");
+        typeInCell(w.fpSet, SetColumn::Title, 3, "Bare");
         frmSongCollection& c = collect(w);
         QCOMPARE(c.lblHidFile->text(), world->path("sheetmusic/Alpha.stp") + "||");
-        // Without a file of its own the song before it comes once more.
+        // A song without a chart prints the one before it again.
         QCOMPARE(titlesOf(printedPages(printedBy(c.cmdPrint))), (QStringList{"Alpha", "Alpha"}));
     }
 
-    void highlightedTitleThatIsNoSongsEndsTheCommand() {
+    void highlightedTitleOutsideTheCatalogueEndsTheCommand() {
         addSongWithChart("Alpha");
         frmSetList& w = openGreen({"Alpha", "Typed by hand"});
-        world->answers.runTimeError(3021);
+        world->answers.runTimeError(RunTimeError::NoCurrentRecord);
         click(w.cmdCollectSongs);
         QVERIFY(!frmSongCollection::isLoaded());
         QCOMPARE(world->endStatus, -1);
@@ -142,13 +143,13 @@ private Q_SLOTS:
     void apostropheInAHighlightedTitleEndsTheCommand() {
         addSong({.title = "King's", .fileLoco = "x.stp"});
         frmSetList& w = openGreen({"King's"});
-        world->answers.runTimeError(-2147217900);
+        world->answers.runTimeError(RunTimeError::StatementRefused);
         click(w.cmdCollectSongs);
         QVERIFY(!frmSongCollection::isLoaded());
         QCOMPARE(world->endStatus, -1);
     }
 
-    void namesStandBehindTheLastSeparatorOfEitherKind() {
+    void fileNamesFollowTheLastSeparatorOfEitherKind() {
         addSong({.title = "Alpha", .fileLoco = "C:\\My Music\\sheetmusic\\Alpha.stp"});
         addSong({.title = "Beta", .fileLoco = "Beta.stp"});
         addSong({.title = "Gamma", .fileLoco = QString::fromUtf8("/x/주님.stp")});
@@ -156,12 +157,13 @@ private Q_SLOTS:
         QCOMPARE(c.lblSngList->text(), QString::fromUtf8("Alpha.stp\nBeta.stp\n주님.stp\n\n"));
     }
 
-    void namesGrowByOneListingAtEachActivation() {
+    // Deliberate: behaviour 78.
+    void eachActivationListsTheFilesAgain() {
         frmSongCollection& c = collectCharts({"Alpha"});
         frmSetList& w = frmSetList::instance();
         const QString once = QStringLiteral("Alpha.stp\n\n");
         QCOMPARE(c.lblSngList->text(), once);
-        // A box over the window is no other window.
+        // A box over the window is not another window.
         QApplication::setActiveWindow(nullptr);
         QApplication::setActiveWindow(&world->main());
         settle();
@@ -171,9 +173,9 @@ private Q_SLOTS:
         c.Show();
         settle();
         QCOMPARE(c.lblSngList->text(), once + once);
-        // A further collection replaces what is handed over and not what is listed.
+        // Another collection replaces the paths, but not the names listed.
         addSongWithChart("Beta");
-        w.fpSet->SetText(2, 2, QStringLiteral("Beta"));
+        w.fpSet->SetText(SetColumn::Title, 2, QStringLiteral("Beta"));
         bringForward(w);
         collect(w);
         QCOMPARE(c.lblHidFile->text(), world->path("sheetmusic/Beta.stp") + QLatin1Char('|'));
@@ -184,7 +186,7 @@ private Q_SLOTS:
         QCOMPARE(collect(w).lblSngList->text(), QStringLiteral("Beta.stp\n\n"));
     }
 
-    void eachChartIsPrintedOnAPageOfItsOwn() {
+    void eachChartIsPrintedOnItsOwnPage() {
         frmSongCollection& c = collectCharts({"Alpha", "Beta", "Gamma", "Delta"});
         for (const QPageSize::PageSizeId paper : {QPageSize::A4, QPageSize::Letter}) {
             const QString pdf = printedBy(c.cmdPrint, paper);
@@ -200,6 +202,7 @@ private Q_SLOTS:
         }
     }
 
+    // Deliberate: behaviour 131.
     void titlesAreJoinedOnTheFirstTwoPagesOnly() {
         frmSongCollection& c = collectCharts({"Alpha", "Beta", "Gamma"});
         printedBy(c.cmdPrint);
@@ -215,7 +218,7 @@ private Q_SLOTS:
         QCOMPARE(c.fpSong.GetText(1, 85), QStringLiteral("Gamma"));
     }
 
-    void stackedChartsHaveOneLook() {
+    void stackedChartsHaveTheSameFormat() {
         frmSongCollection& c = collectCharts({"Alpha", "Beta"});
         spoilPrintSettings(c.fpSong);
         c.fpSong.ColHeadersShow(true);
@@ -241,21 +244,22 @@ private Q_SLOTS:
         QVERIFY(!c.fpSong.RowHeadersShow());
     }
 
-    void secondPrintHoldsWhatTheFirstDid() {
+    void secondPrintEqualsTheFirst() {
         frmSongCollection& c = collectCharts({"Alpha", "Beta", "Gamma"});
         const QStringList first = printedPages(printedBy(c.cmdPrint));
         QCOMPARE(printedPages(printedBy(c.cmdPrint)), first);
         QCOMPARE(c.fpSong.MaxRows(), 126);
     }
 
-    void longTitleOfTheThirdChartIsPrintedWhole() {
+    void longTitleOfTheThirdChartIsPrintedCompletely() {
         const QString title = QStringLiteral("Guide Me, O Thou Great Redeemer, Pilgrim Through");
         frmSongCollection& c = collectCharts({"Alpha", "Beta", title});
         const QString pdf = printedBy(c.cmdPrint);
         QCOMPARE(titlesOf(printedPages(pdf)), (QStringList{"Alpha", "Beta", title}));
     }
 
-    void chartThatDoesNotOpenIsTheFormerOneOnceMore() {
+    // Deliberate: behaviour 77.
+    void chartThatCannotBeLoadedIsReplacedByTheOneBefore() {
         addSongWithChart("Alpha");
         addSong({.title = "Gone", .fileLoco = world->path("sheetmusic/gone.stp")});
         QFile damaged(world->path("sheetmusic/bad.stp"));
@@ -269,14 +273,16 @@ private Q_SLOTS:
                  (QStringList{"Alpha", "Alpha", "Beta", "Beta"}));
     }
 
-    void firstChartThatDoesNotOpenIsAnEmptyPage() {
+    // Deliberate: behaviour 77.
+    void firstChartThatCannotBeLoadedIsAnEmptyPage() {
         addSong({.title = "Gone", .fileLoco = world->path("sheetmusic/gone.stp")});
         addSongWithChart("Alpha");
         frmSongCollection& c = collect(openGreen({"Gone", "Alpha"}));
         QCOMPARE(titlesOf(printedPages(printedBy(c.cmdPrint))), (QStringList{"", "Alpha"}));
     }
 
-    void firstChartThatIsGoneAtASecondPrintIsTheLastOneOfTheFirst() {
+    // Deliberate: behaviour 77.
+    void firstChartMissingAtASecondPrintIsReplacedByTheLastOne() {
         frmSongCollection& c = collectCharts({"Alpha", "Beta", "Gamma"});
         QCOMPARE(titlesOf(printedPages(printedBy(c.cmdPrint))),
                  (QStringList{"Alpha", "Beta", "Gamma"}));
@@ -285,7 +291,7 @@ private Q_SLOTS:
                  (QStringList{"Gamma", "Beta", "Gamma"}));
     }
 
-    void chartFailsToOpenAfterTheProgramsFolderWasMoved() {
+    void chartIsNotFoundAfterTheProgramFolderWasMoved() {
         addSongWithChart("Alpha");
         const QString oldPath = world->path("sheetmusic/Alpha.stp");
         frmSetList& w = openGreen({"Alpha"});
@@ -295,15 +301,15 @@ private Q_SLOTS:
         frmSetList& moved = open();
         world->answers.file(QStringLiteral("a.set"));
         click(moved.Command13);
-        // The set is found by its folder, its chart not: that goes on naming the old place.
-        QCOMPARE(moved.fpSet->GetText(2, 2), QStringLiteral("Alpha"));
+        // The set is found in its folder. The path of the chart still leads to the old folder.
+        QCOMPARE(moved.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Alpha"));
         QVERIFY(QFile::exists(world->path("sheetmusic/Alpha.stp")));
         frmSongCollection& c = collect(moved);
         QCOMPARE(c.lblHidFile->text(), oldPath + QLatin1Char('|'));
         QCOMPARE(titlesOf(printedPages(printedBy(c.cmdPrint))), QStringList{""});
     }
 
-    void chartWithoutARowIsToldAndTheOthersArePrinted() {
+    void chartWithoutARowIsReportedAndTheOthersArePrinted() {
         addSongWithChart("Alpha");
         addSong({.title = "Flat", .fileLoco = makeChart("Flat", 0)});
         addSongWithChart("Beta");
@@ -313,7 +319,7 @@ private Q_SLOTS:
         QCOMPARE(titlesOf(printedPages(printedBy(c.cmdPrint))), (QStringList{"Alpha", "Beta"}));
     }
 
-    void chartOfSeveralPagesBringsThePageOnView() {
+    void visiblePageOfAChartOfSeveralIsPrinted() {
         SheetGrid chart;
         setUpChart(chart);
         chart.SetText(1, 1, QStringLiteral("First page"));
@@ -327,7 +333,7 @@ private Q_SLOTS:
                  (QStringList{"First page", "Alpha"}));
     }
 
-    void mailHoldsTheChartsOneUnderTheOther() {
+    void mailContainsTheChartsOneBelowTheOther() {
         frmSongCollection& c = collectCharts({"Alpha", "Beta", "Gamma"});
         click(c.Command1);
         frmEmail& mail = frmEmail::instance();
@@ -336,7 +342,7 @@ private Q_SLOTS:
         const QString html = mail.txtMsg->toPlainText();
         QCOMPARE(QString::fromUtf8(bytesOf("config/email.html")).remove(QLatin1Char('\n')), html);
         QCOMPARE(html.count(QStringLiteral("<TABLE")), 1);
-        // Down to the last row with data.
+        // The mail ends with the last row that has data.
         QCOMPARE(html.count(QStringLiteral("<TR")), 90);
         qsizetype last = html.indexOf(QStringLiteral("<TABLE"));
         for (const char* text : {"Sing of Alpha", "Sing of Beta", "Sing of Gamma"}) {
@@ -348,14 +354,15 @@ private Q_SLOTS:
         QVERIFY(!html.contains(QStringLiteral("border-bottom")));
     }
 
-    void mailOfOneChartShowsTheNoteButtonAndOneOfSeveralLeavesIt() {
+    // Deliberate: behaviour 78.
+    void mailOfOneChartShowsTheNoteButtonAndMailOfSeveralLeavesIt() {
         frmSongCollection& c = collectCharts({"Alpha"});
         click(c.Command1);
         frmEmail& mail = frmEmail::instance();
         QVERIFY(mail.cmdAddNote->isVisible());
         addSongWithChart("Beta");
         frmSetList& w = frmSetList::instance();
-        w.fpSet->SetText(2, 3, QStringLiteral("Beta"));
+        w.fpSet->SetText(SetColumn::Title, 3, QStringLiteral("Beta"));
         paint(*w.fpSet, 3);
         bringForward(w);
         click(collect(w).Command1);
@@ -363,9 +370,9 @@ private Q_SLOTS:
         QVERIFY(mail.cmdAddNote->isVisible());
     }
 
-    void failingExportMailsWhatAnEarlierOneLeft() {
+    void failedExportMailsTheResultOfAnEarlierOne() {
         frmSongCollection& c = collectCharts({"Alpha"});
-        // A file that can be read and not replaced.
+        // This file can be read, but not replaced.
         QVERIFY(QFile::link("/proc/version", world->path("config/email.html")));
         click(c.Command1);
         const QByteArray left = bytesOf("config/email.html");
@@ -378,7 +385,7 @@ private Q_SLOTS:
     void mailWithoutItsFolderEndsTheCommand() {
         frmSongCollection& c = collectCharts({"Alpha"});
         QVERIFY(QDir().rename(world->path("config"), world->path("gone")));
-        world->answers.runTimeError(53);
+        world->answers.runTimeError(RunTimeError::FileNotFound);
         click(c.Command1);
         QVERIFY(!frmEmail::isLoaded());
         QCOMPARE(world->endStatus, -1);
@@ -393,7 +400,7 @@ private Q_SLOTS:
         QCOMPARE(titlesOf(printedPages(printedBy(c.cmdPrint))), titles);
     }
 
-    void longSetIsPrintedWhole() {
+    void longSetIsPrintedCompletely() {
         QStringList titles;
         for (int i = 1; i <= 40; ++i) titles.append(QStringLiteral("Song %1").arg(i));
         for (const QString& title : titles) addSongWithChart(title);

@@ -62,7 +62,7 @@ private:
     const QStringList schemes{u"http"_s, u"https"_s, u"mailto"_s, u"file"_s};
 };
 
-// The mail of a schedule without a title ends under the hourglass: this is meant.
+// The mail of a schedule without a title ends with the hourglass pointer.
 bool mailsWithoutTitle() {
     return frmSchedule::isLoaded() && frmSchedule::instance().fpSchedule->GetText(1, 1).isEmpty();
 }

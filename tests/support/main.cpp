@@ -1,6 +1,12 @@
 // lorvanite_tests NAME [QtTest's options]    runs the tests of the file NAME.cpp
 // lorvanite_tests --save-for-ever FOLDER     saves sets until it is killed
+// lorvanite_tests --run-and-close FOLDER ACTIVITY    runs the program until its user closes it
+// lorvanite_tests --copy-for-ever FOLDER     makes copies of a folder until it is killed
+// lorvanite_tests --want-folder FOLDER       owns a folder, or calls its owner
+#include "keeping/copies_hands.h"
+#include "keeping/folder_lock_hands.h"
 #include "support/endless_saver.h"
+#include "support/program_process.h"
 #include "support/registry.h"
 #include "trees.h"
 
@@ -35,7 +41,7 @@ int main(int argc, char** argv) {
         for (const Entry& entry : entries()) std::puts(qPrintable(entry.name));
         return 2;
     }
-    // Without a display unless one is named.
+    // Without a display unless one is chosen.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM",
                 "offscreen:configfile=" SOURCE_TREE "/tests/support/screen.json");
@@ -45,10 +51,15 @@ int main(int argc, char** argv) {
     argv[1] = argv[0];
     ++argv;
     --argc;
+    if (name == QLatin1String("--run-and-close") && argc == 3)
+        return runAndClose(argc, argv, QString::fromLocal8Bit(argv[1]),
+                           QString::fromLocal8Bit(argv[2]));
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Lorvanite"));
-    if (name == QLatin1String("--save-for-ever"))
-        saveForEver(QString::fromLocal8Bit(argc > 1 ? argv[1] : "."));
+    const QString folder = QString::fromLocal8Bit(argc > 1 ? argv[1] : ".");
+    if (name == QLatin1String("--save-for-ever")) saveForEver(folder);
+    if (name == QLatin1String("--copy-for-ever")) copyForEver(folder);
+    if (name == QLatin1String("--want-folder")) return wantFolder(folder);
     int ran = 0;
     int failed = 0;
     for (const Entry& entry : entries()) {

@@ -2,6 +2,7 @@
 
 #include "core/data/database.h"
 #include "core/data/dates.h"
+#include "core/data/file_copy.h"
 #include "core/data/paths.h"
 #include "platform/desktop/desktop.h"
 #include "trees.h"
@@ -61,12 +62,12 @@ World::World(WorldTree tree) : m_folder(m_dir.filePath(QStringLiteral("program")
     if (tree == WorldTree::Sample)
         makeSample(folder());
     else
-        copyTree(QStringLiteral(PROGRAM_TREE), folder());
+        copyFolder(QStringLiteral(PROGRAM_TREE), folder(), FolderCopy::FillIn);
     setProgramFolder(folder());
     setToday(QDate(2026, 11, 21));
     setEndOfProcess([this](int status) { endStatus = status; });
     dbConn.onStatement([this](const QString& source, CursorType, LockType lock) {
-        statements.append(QStringLiteral("%1 [%2]").arg(source).arg(int(lock)));
+        statements.append(source + QStringLiteral(" [%1]").arg(int(lock)));
     });
 }
 

@@ -76,7 +76,7 @@ protected:
 
     QByteArray savedForm(const frmSchedule& w) const {
         const QString path = world->path("look.scd");
-        w.fpSchedule->SaveToFile(path, false);
+        if (!w.fpSchedule->SaveToFile(path, false)) QTest::qFail("not saved", __FILE__, __LINE__);
         return bytesOf(path);
     }
 

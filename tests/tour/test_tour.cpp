@@ -98,10 +98,10 @@ class TestTour : public QObject {
         picture(&world->main(), name + QStringLiteral("-mail"));
         world->answers.box(QStringLiteral("Send Successful!"), QMessageBox::NoIcon,
                            QStringLiteral("Success"));
-        const int before = server.letters();
+        const int before = server.messages();
         click(mail.cmdSend);
-        QCOMPARE(server.letters(), before + 1);
-        QVERIFY(contentOf(server.letter(before + 1), QStringLiteral("text/html"))
+        QCOMPARE(server.messages(), before + 1);
+        QVERIFY(contentOf(server.message(before + 1), QStringLiteral("text/html"))
                     .contains(text.toUtf8()));
         QFile message(next(name + QStringLiteral(".eml")));
         QVERIFY(message.open(QIODevice::WriteOnly));

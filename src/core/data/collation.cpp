@@ -18,8 +18,8 @@ const QCollator& collator() {
     return instance;
 }
 
-// Printable ASCII characters weigh one by one, so their places in the collator's order can be
-// looked up; the collator itself is asked for everything else. 0 stands for "not in the table".
+// The places of the printable ASCII characters in the collator's order. These characters compare
+// one by one, so texts of nothing else need no collator. 0 means any other character.
 std::array<unsigned char, 256> makeWeights() {
     std::vector<char16_t> characters;
     for (char16_t c = 0x20; c < 0x7F; ++c) characters.push_back(c);

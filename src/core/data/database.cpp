@@ -20,7 +20,7 @@ int collate(void*, int sizeA, const void* a, int sizeB, const void* b) {
                         {static_cast<const char*>(b), static_cast<size_t>(sizeB)});
 }
 
-// Statements read and write rows, and nothing else.
+// Statements may read and write rows and do nothing else.
 int authorize(void*, int action, const char*, const char*, const char*, const char*) {
     switch (action) {
         case SQLITE_SELECT:
@@ -40,7 +40,8 @@ int authorize(void*, int action, const char*, const char*, const char*, const ch
     throw RunTimeError(RunTimeError::StatementRefused, QString::fromUtf8(sqlite3_errmsg(handle)));
 }
 
-// A stored text as it is: a plain conversion takes a byte order mark at its start away.
+// Converts a stored text with everything in it: a plain conversion would drop a byte order mark at
+// its start.
 QString storedText(const char* text, qsizetype size) {
     const QByteArrayView bytes(text, size);
     if (!bytes.startsWith("\xef\xbb\xbf")) return QString::fromUtf8(bytes);
@@ -54,8 +55,8 @@ bool isBlank(const char* text) {
     return true;
 }
 
-// "DELETE * FROM songs" says the same as "DELETE FROM songs".
-QByteArray storesForm(const QString& source) {
+// The statement in SQLite's dialect: "DELETE * FROM songs" becomes "DELETE FROM songs".
+QByteArray inStoreDialect(const QString& source) {
     QByteArray text = source.toUtf8();
     qsizetype at = 0;
     const auto skipBlanks = [&] {
@@ -69,14 +70,19 @@ QByteArray storesForm(const QString& source) {
     return text;
 }
 
+void check(sqlite3* handle, int result) {
+    if (result != SQLITE_OK) failStore(handle);
+}
+
 void setUp(sqlite3* handle) {
-    sqlite3_busy_timeout(handle, LockWait);
-    sqlite3_create_collation_v2(handle, "NOCASE", SQLITE_UTF8, nullptr, collate, nullptr);
-    // The journal is gone from the folder, and the folder on the disk, before a statement returns.
-    sqlite3_exec(handle, "PRAGMA journal_mode = DELETE; PRAGMA synchronous = EXTRA", nullptr,
-                 nullptr, nullptr);
-    sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-    sqlite3_set_authorizer(handle, authorize, nullptr);
+    check(handle, sqlite3_busy_timeout(handle, LockWait));
+    check(handle,
+          sqlite3_create_collation_v2(handle, "NOCASE", SQLITE_UTF8, nullptr, collate, nullptr));
+    makeDurable(handle);
+    // Opening reads nothing yet: this shows whether the file is a database.
+    runInStore(handle, "SELECT count(*) FROM sqlite_master");
+    check(handle, sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr));
+    check(handle, sqlite3_set_authorizer(handle, authorize, nullptr));
 }
 
 }  // namespace
@@ -86,23 +92,13 @@ Connection::~Connection() { Close(); }
 void Connection::Open(const QString& path) {
     if (m_handle) throw RunTimeError(RunTimeError::ObjectIsOpen);
     const QString file = resolvedPath(path);
-    sqlite3* handle = nullptr;
-    int result =
-        sqlite3_open_v2(file.toUtf8().constData(), &handle, SQLITE_OPEN_READWRITE, nullptr);
-    if (result == SQLITE_OK) {
-        setUp(handle);
-        // Opening reads nothing: a first look tells whether the file is a database.
-        sqlite3_set_authorizer(handle, nullptr, nullptr);
-        result =
-            sqlite3_exec(handle, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
-        sqlite3_set_authorizer(handle, authorize, nullptr);
+    try {
+        StoreHandle handle = openStore(file.toUtf8().constData(), SQLITE_OPEN_READWRITE);
+        setUp(handle.get());
+        m_handle = handle.release();
+    } catch (const RunTimeError& error) {
+        failToOpen(file, error.description());
     }
-    if (result != SQLITE_OK && result != SQLITE_BUSY) {
-        const QString why = QString::fromUtf8(sqlite3_errmsg(handle));
-        sqlite3_close(handle);
-        failToOpen(file, why);
-    }
-    m_handle = handle;
 }
 
 void Connection::Close() {
@@ -131,19 +127,19 @@ void Recordset::Open(const QString& source, Connection& connection, CursorType c
     if (!connection.m_handle) throw RunTimeError(RunTimeError::ObjectIsClosed);
     m_handle = connection.m_handle;
     if (connection.m_callback) connection.m_callback(source, cursor, lock);
-    const QByteArray text = storesForm(source);
+    const QByteArray text = inStoreDialect(source);
     const char* rest = nullptr;
-    // A text is read to its first zero: what stands behind one would be left out in silence.
+    // SQLite reads up to the first NUL and would silently ignore what follows.
     if (text.contains('\0'))
         throw RunTimeError(RunTimeError::StatementRefused,
-                           QStringLiteral("The statement holds a character that ends it early."));
+                           QStringLiteral("The statement contains a NUL character."));
     if (sqlite3_prepare_v2(m_handle, text.constData(), int(text.size()) + 1, &m_statement, &rest) !=
         SQLITE_OK)
         refuse(m_handle);
     if (!m_statement || !isBlank(rest)) {
         Close();
         throw RunTimeError(RunTimeError::StatementRefused,
-                           QStringLiteral("A call runs one statement, and this is none or more."));
+                           QStringLiteral("The text has to be exactly one statement."));
     }
     m_names.clear();
     for (int i = 0; i < sqlite3_column_count(m_statement); ++i)

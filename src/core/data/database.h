@@ -13,10 +13,10 @@ struct sqlite3_stmt;
 enum class CursorType { Dynamic = 2 };
 enum class LockType { ReadOnly = 1, Optimistic = 3, BatchOptimistic = 4 };
 
-// A connection to a database file. Every statement commits by itself, and a committed statement
-// is on the disk when its call returns. Comparisons and ORDER BY of text ignore case for all of
-// Unicode and order as a person would. Statements may neither attach files, nor set pragmas, nor
-// begin transactions, nor change the tables.
+// A connection to a database file. Every statement commits on its own, and is on the disk when its
+// call returns. Comparisons and ORDER BY of texts ignore case for all of Unicode and follow the
+// English alphabet. Statements may read and write rows; those that attach files, set pragmas, begin
+// transactions or change the tables are refused. Deliberate: behaviour 6.
 class Connection {
 public:
     using StatementCallback =
@@ -27,19 +27,19 @@ public:
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    // Opens the file, which has to exist. Raises -2147467259 where it cannot be opened or is no
-    // database, 3705 where the connection is open.
+    // Opens an existing file. Raises RunTimeError::StoreFailed if it cannot be opened, is not a
+    // database or is locked by another program, ObjectIsOpen if this connection is open already.
     void Open(const QString& path);
 
-    // Closes the file. Nothing happens where it is closed.
+    // Closes the file; does nothing if it is closed.
     void Close();
 
     bool isOpen() const { return m_handle != nullptr; }
 
-    // Is told each statement as it is run, for a log.
+    // Sets a function that is called with each statement just before it runs, for a log.
     void onStatement(StatementCallback callback) { m_callback = std::move(callback); }
 
-    // SQLite's handle, for the online backup. Null where the connection is closed.
+    // SQLite's handle, for the online backup; null if the connection is closed.
     sqlite3* handle() const { return m_handle; }
 
 private:
@@ -51,13 +51,13 @@ private:
 // The process's connection.
 extern Connection dbConn;
 
-// Opens dbConn on the file "db1.mdb" in the program's folder, which is brought up to this
-// program's version first. Errors as of Connection::Open and upgradeDatabase.
+// Upgrades the file "db1.mdb" in the program's folder to this program's version if necessary, and
+// opens dbConn on it. Raises like upgradeDatabase and Connection::Open.
 void openDatabase();
 
-// One statement and the rows it yields. A SELECT stands on its first row after Open and stays
-// open until Close; any other statement has run to its end when Open returns, and leaves the
-// recordset closed.
+// One statement and the rows that it yields. After Open of a SELECT the first row is the current
+// one, and the recordset is open until Close or its destruction. Any other statement has run to its
+// end when Open returns, and leaves the recordset closed.
 class Recordset {
 public:
     Recordset() = default;
@@ -65,25 +65,30 @@ public:
     Recordset(Recordset&& other) noexcept;
     Recordset& operator=(Recordset&&) = delete;
 
-    // Runs one statement. Raises 3705 where this recordset is open, 3704 where the connection is
-    // closed, -2147217900 where the statement is refused or fails.
+    // Runs one statement. The cursor, the lock and the options are only logged. Raises
+    // RunTimeError::ObjectIsOpen if this recordset is open, ObjectIsClosed if the connection is
+    // closed, StatementRefused if the statement is refused or fails.
     void Open(const QString& source, Connection& connection, CursorType cursor, LockType lock,
               int options = -1);
 
-    // True where there is no current row. Raises 3704 where the recordset is closed.
+    // Whether there is no current row. Raises RunTimeError::ObjectIsClosed if the recordset is
+    // closed.
     bool EOF_() const;
 
-    // The value of a column of the current row as text, NULL as the empty text, which is null then.
-    // Names ignore case. Raises 3021 without a current row, 3265 without such a column.
+    // A column of the current row as text; NULL is a null QString. Names ignore case. Raises
+    // RunTimeError::NoCurrentRecord without a current row, NoSuchItem without such a column.
     QString Fields(QAnyStringView name) const;
 
-    // To the next row. Raises 3021 without a current row.
+    // Moves to the next row. Raises RunTimeError::NoCurrentRecord without a current row.
     void MoveNext();
 
-    // Back to the first row, running the statement anew. Raises 3021 where there is no row at all.
+    // Runs the statement again and moves to its first row. Raises RunTimeError::NoCurrentRecord if
+    // there is none.
     void MoveFirst();
 
+    // Ends the statement; does nothing if the recordset is closed.
     void Close();
+
     bool isOpen() const { return m_statement != nullptr; }
 
 private:
@@ -105,5 +110,6 @@ void execute(const QString& source, LockType lock = LockType::Optimistic);
 // of that name.
 QString preference(const QString& name);
 
-// Writes one value of the table prefs; does nothing if the table has no row of that name.
+// Writes one value of the table prefs. Does nothing if the table has no row of that name.
+// Deliberate: behaviour 9.
 void storePreference(const QString& name, const QString& value);

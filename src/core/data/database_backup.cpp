@@ -5,6 +5,7 @@
 #include "core/data/database_upgrade.h"
 #include "core/data/paths.h"
 #include "core/data/run_time_error.h"
+#include "database_schema.h"
 
 #include <QFileInfo>
 
@@ -12,29 +13,7 @@
 
 namespace {
 
-// What a database needs for the program to work on it.
-constexpr const char* NeededColumns[] = {
-    "SELECT ID, title, artist, dakey, cat1, cat2, cat3, cat4, cat5, playlist, fileLoco, CCLI, "
-    "soundFile FROM songs",
-    "SELECT ID, name, description FROM categories",
-    "SELECT ID, title, played_date, songID FROM played_on",
-    "SELECT ID, song_name, play_date, remind_schedule, remind_interval FROM special_music",
-    "SELECT var_name, var_value FROM prefs",
-    "SELECT ID, post_date, notes, notify_date FROM notes",
-    "SELECT ID, fName, lName, role, role2, role3, address, city, state, zip, phone, cell, email, "
-    "vDays, excludeScheduling FROM personell",
-    "SELECT player, instrument, pdate FROM schedule",
-    "SELECT * FROM vacation",
-    "SELECT colName, noteValue FROM transpose",
-};
-
-// A database in memory for one copy between two files: what was checked is what is written, and a
-// stick that is pulled out in between holds nothing up.
-StoreHandle openMemory() {
-    return openStore(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-}
-
-// All of one database over all of another, as one transaction of the other.
+// Replaces the whole content of one database by another's, in one transaction.
 void copyWhole(sqlite3* from, sqlite3* to) {
     sqlite3_backup* backup = sqlite3_backup_init(to, "main", from, "main");
     if (!backup) failStore(to);
@@ -45,16 +24,23 @@ void copyWhole(sqlite3* from, sqlite3* to) {
 }
 
 void checkIsWhole(sqlite3* handle) {
-    const StoreStatement statement = prepareInStore(handle, "PRAGMA integrity_check(1)");
-    if (sqlite3_step(statement.get()) != SQLITE_ROW) failStore(handle);
     const QString verdict =
-        QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0)));
+        firstColumnInStore(handle, "PRAGMA integrity_check(1)").join(QLatin1Char(' '));
     if (verdict != QLatin1String("ok"))
         failStore(QStringLiteral("The file is damaged: ") + verdict.simplified());
 }
 
+// Every table of the delivered database has to be there with its columns: a statement that names
+// them all can be prepared.
 void checkHasAllTables(sqlite3* handle) {
-    for (const char* needed : NeededColumns) prepareInStore(handle, needed);
+    const StoreHandle delivered = openMemoryStore();
+    runInStore(delivered.get(), DatabaseSchema);
+    const QStringList needed = firstColumnInStore(
+        delivered.get(),
+        "SELECT 'SELECT ' || group_concat(c.name) || ' FROM ' || t.name FROM sqlite_master AS t, "
+        "pragma_table_info(t.name) AS c WHERE t.type = 'table' AND t.name NOT LIKE 'sqlite_%' "
+        "GROUP BY t.name");
+    for (const QString& statement : needed) prepareInStore(handle, statement.toUtf8().constData());
 }
 
 bool isSameFile(const QString& a, const QString& b) {
@@ -75,7 +61,9 @@ void backUpDatabase(const Connection& connection, const QString& file) {
     if (isSameFile(own, target))
         throw RunTimeError(RunTimeError::PermissionDenied,
                            QStringLiteral("The database cannot be copied onto itself."));
-    const StoreHandle copy = openMemory();
+    // What was read whole into memory is written: a USB stick that is pulled out in between cannot
+    // hold up the database.
+    const StoreHandle copy = openMemoryStore();
     copyWhole(connection.handle(), copy.get());
     if (!replaceFile(target, bytesOfStore(copy.get())))
         throw RunTimeError(RunTimeError::PathAccess,
@@ -88,7 +76,8 @@ void restoreDatabase(Connection& connection, const QString& file) {
     if (!QFileInfo(source).isFile())
         throw RunTimeError(RunTimeError::FileNotFound,
                            QStringLiteral("The file \"%1\" is missing.").arg(source));
-    const StoreHandle copy = openMemory();
+    // What was checked is what is restored, even if the file changes in between.
+    const StoreHandle copy = openMemoryStore();
     copyWhole(openStore(source.toUtf8().constData(), SQLITE_OPEN_READONLY).get(), copy.get());
     checkIsWhole(copy.get());
     upgradeTables(copy.get(), source);

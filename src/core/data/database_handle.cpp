@@ -18,6 +18,10 @@ StoreHandle openStore(const char* name, int flags) {
     return handle;
 }
 
+StoreHandle openMemoryStore() {
+    return openStore(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+}
+
 StoreStatement prepareInStore(sqlite3* handle, const char* text) {
     sqlite3_stmt* raw = nullptr;
     if (sqlite3_prepare_v2(handle, text, -1, &raw, nullptr) != SQLITE_OK) failStore(handle);
@@ -26,6 +30,21 @@ StoreStatement prepareInStore(sqlite3* handle, const char* text) {
 
 void runInStore(sqlite3* handle, const char* text) {
     if (sqlite3_exec(handle, text, nullptr, nullptr, nullptr) != SQLITE_OK) failStore(handle);
+}
+
+void makeDurable(sqlite3* handle) {
+    runInStore(handle, "PRAGMA journal_mode = DELETE; PRAGMA synchronous = EXTRA");
+}
+
+QStringList firstColumnInStore(sqlite3* handle, const char* query) {
+    const StoreStatement statement = prepareInStore(handle, query);
+    QStringList texts;
+    int result = SQLITE_ROW;
+    while ((result = sqlite3_step(statement.get())) == SQLITE_ROW)
+        texts.append(QString::fromUtf8(
+            reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0))));
+    if (result != SQLITE_DONE) failStore(handle);
+    return texts;
 }
 
 QByteArray bytesOfStore(sqlite3* handle) {

@@ -1,8 +1,9 @@
-// SQLite's handles, let go by themselves, and its errors as run-time errors. For the store alone.
+// Owning handles for SQLite, and its errors as run-time errors. For the files of this folder alone.
 #pragma once
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 #include <sqlite3.h>
@@ -20,19 +21,32 @@ struct StoreFinalizer {
 };
 using StoreStatement = std::unique_ptr<sqlite3_stmt, StoreFinalizer>;
 
-// Raises -2147467259 with a reason of our own or with SQLite's last one.
+// Raises RunTimeError::StoreFailed, with the given reason or with SQLite's last one.
 [[noreturn]] void failStore(const QString& why);
 [[noreturn]] void failStore(sqlite3* handle);
 
-// Raises it with a file's name before the reason.
+// Raises RunTimeError::StoreFailed with the file's name before the reason.
 [[noreturn]] void failToOpen(const QString& file, const QString& why);
 
-// Opens a file by SQLite's flags. Raises as above.
+// Opens a file with SQLite's flags. Raises RunTimeError::StoreFailed.
 StoreHandle openStore(const char* name, int flags);
 
-// A statement, ready for its first step; statements run to their ends. Both raise as above.
+// Opens an empty database in memory. Raises RunTimeError::StoreFailed.
+StoreHandle openMemoryStore();
+
+// Prepares a statement for its first step. Raises RunTimeError::StoreFailed.
 StoreStatement prepareInStore(sqlite3* handle, const char* text);
+
+// Runs statements to their ends. Raises RunTimeError::StoreFailed.
 void runInStore(sqlite3* handle, const char* text);
 
-// All of the database as the bytes of its file, as the handle sees it. Raises as above.
+// Sets the journal and the synchronisation with which every commit is on the disk, with nothing
+// left in the folder, before its statement returns. Raises RunTimeError::StoreFailed.
+void makeDurable(sqlite3* handle);
+
+// The texts in the first column of a query's rows. Raises RunTimeError::StoreFailed.
+QStringList firstColumnInStore(sqlite3* handle, const char* query);
+
+// The whole database as the bytes of its file, as the handle sees it. Raises
+// RunTimeError::StoreFailed.
 QByteArray bytesOfStore(sqlite3* handle);

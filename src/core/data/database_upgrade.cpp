@@ -10,13 +10,14 @@
 
 #include <functional>
 #include <iterator>
+#include <tuple>
 
 namespace {
 
-// Step i brings tables of version i to version i + 1. A step that a release has carried out stays
-// as it is: changes come as a new one, and db1.sql makes at once what all steps make in the end.
+// Step i upgrades tables of version i to version i + 1. A step that was released never changes:
+// later changes are added as a new step, and db1.sql creates what all steps together lead to.
 constexpr const char* Steps[] = {
-    // The files of the time before versions were counted; the oldest lack the index.
+    // Files from before the versions were counted; the oldest ones lack the index.
     "CREATE INDEX IF NOT EXISTS played_on_song ON played_on (songID)",
 };
 
@@ -28,20 +29,20 @@ int versionOf(sqlite3* handle) {
 
 void refuseLater(int version, const QString& file) {
     if (version >= 0 && version <= databaseVersion()) return;
-    failToOpen(file, QStringLiteral("a later version of Lorvanite has made it (its tables are of "
-                                    "version %1, and this program knows those up to %2). It was "
-                                    "left as it is")
+    failToOpen(file, QStringLiteral("it was created by a later version of Lorvanite (its tables "
+                                    "have version %1, and this program supports versions up to "
+                                    "%2). The file was not changed")
                          .arg(version)
                          .arg(databaseVersion()));
 }
 
-// Runs the missing steps in a transaction, with `before` ahead of the first. Nothing has happened
-// where it raises.
+// Runs the missing steps in one transaction, with `before` ahead of the first. If it raises, the
+// database is unchanged.
 void runSteps(sqlite3* handle, const QString& file,
               const std::function<void(int version)>& before) {
     runInStore(handle, "BEGIN IMMEDIATE");
     try {
-        // Another program may have done it since the first look.
+        // Another program may have upgraded the file since its version was read.
         const int version = versionOf(handle);
         refuseLater(version, file);
         if (version < databaseVersion()) before(version);
@@ -50,7 +51,8 @@ void runSteps(sqlite3* handle, const QString& file,
             handle,
             qPrintable(QStringLiteral("PRAGMA user_version = %1; COMMIT").arg(databaseVersion())));
     } catch (const RunTimeError&) {
-        sqlite3_exec(handle, "ROLLBACK", nullptr, nullptr, nullptr);
+        // The first error counts. If the rollback fails as well, the next opening does it.
+        std::ignore = sqlite3_exec(handle, "ROLLBACK", nullptr, nullptr, nullptr);
         throw;
     }
 }
@@ -60,8 +62,8 @@ bool holds(const QString& path, const QByteArray& bytes) {
     return file.open(QIODevice::ReadOnly) && file.size() == bytes.size() && file.readAll() == bytes;
 }
 
-// Writes a copy under a name that is free. One that was set aside before and is the same does.
-void setAside(const QByteArray& bytes, const QString& file, int version) {
+// Writes a copy under a free name, unless an identical copy exists already.
+void keepCopy(const QByteArray& bytes, const QString& file, int version) {
     const QFileInfo info(file);
     const QString name = QStringLiteral("%1/%2 version %3 %4")
                              .arg(info.path(), info.completeBaseName(), QString::number(version),
@@ -97,16 +99,16 @@ void upgradeDatabase(const QString& path) {
     } catch (const RunTimeError& error) {
         failToOpen(file, error.description());
     }
-    // Nothing may be written before this look: a later version's file stays as it is.
+    // Nothing may be written before this check: the file of a later version stays as it is.
     refuseLater(version, file);
     if (version == databaseVersion()) return;
     try {
-        runInStore(handle.get(), "PRAGMA journal_mode = DELETE; PRAGMA synchronous = EXTRA");
+        makeDurable(handle.get());
         runSteps(handle.get(), file,
-                 [&](int from) { setAside(bytesOfStore(handle.get()), file, from); });
+                 [&](int from) { keepCopy(bytesOfStore(handle.get()), file, from); });
     } catch (const RunTimeError& error) {
-        failToOpen(file, QStringLiteral("it is of an earlier version and cannot be brought up to "
-                                        "this one (%1). It was left as it is")
+        failToOpen(file, QStringLiteral("it comes from an earlier version and cannot be "
+                                        "upgraded (%1). The file was not changed")
                              .arg(error.description()));
     }
 }

@@ -1,20 +1,20 @@
-// The versions of the database's tables, and how an earlier one is brought up to this program's.
+// Versions of the database's tables, and the upgrade of earlier ones.
 #pragma once
 
 #include <QString>
 
 struct sqlite3;
 
-// The version that this program works on. A file carries its own in "user_version".
+// The version of the tables that this program works on. A file keeps its own in "user_version".
 int databaseVersion();
 
-// Brings a database file up to this program's version, in one step: whatever happens, the file is
-// afterwards what it was before or is brought up whole. Before that a copy of it is set aside in
-// its folder, named by its version and the day. A file of this version is left alone, one of a
-// later version too: raises -2147467259 for that, and where the file cannot be opened, copied or
-// brought up.
+// Upgrades a database file to this program's version in one transaction. Before that it writes a
+// copy of the file into the same folder, named after the version and the day. A file of this
+// version is left alone. Raises RunTimeError::StoreFailed, with the file as it was, if the file
+// comes from a later version or cannot be opened, copied or upgraded.
 void upgradeDatabase(const QString& file);
 
-// Brings the tables of an open database up, in one transaction and without a copy. `file` is named
-// in what it raises: -2147467259 for a later version, or where the tables cannot be brought up.
+// Upgrades the tables of an open database in one transaction, without a copy. `file` is the name
+// for the error texts. Raises RunTimeError::StoreFailed if the tables are those of a later version
+// or cannot be upgraded.
 void upgradeTables(sqlite3* handle, const QString& file);

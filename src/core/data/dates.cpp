@@ -15,7 +15,7 @@ int fullYear(int year, qsizetype digits) {
     return year < 30 ? 2000 + year : 1900 + year;
 }
 
-// A run of at most `most` digits at `at`; moves `at` behind it. -1 where there is none.
+// Reads up to `most` digits from `at` on and moves `at` behind them. Returns -1 if there are none.
 int readNumber(QStringView text, qsizetype& at, int most) {
     int value = -1;
     for (int n = 0; n < most && at < text.size(); ++n, ++at) {
@@ -65,7 +65,7 @@ int monthOfName(QStringView word) {
     return 0;
 }
 
-// "June 5, 2026", "5 June 2026", "Jun 5 26": one name and two numbers, the year last.
+// "June 5, 2026", "5 June 2026", "Jun 5 26": a name and two numbers, the year last.
 std::optional<QDate> parseWords(QStringView text) {
     QString plain = text.toString();
     for (QChar& c : plain)

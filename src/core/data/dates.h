@@ -1,4 +1,4 @@
-// Dates as texts: the form "mm/dd/yy", and what is read as a date.
+// Today, and dates as texts in the form "mm/dd/yy".
 #pragma once
 
 #include <QDate>
@@ -7,22 +7,23 @@
 #include <functional>
 #include <optional>
 
-// The current day. All of the program asks here.
+// The current day. The whole program takes it from here.
 QDate today();
 
-// Lets a test choose the day; an invalid date gives the calendar back.
+// Sets the day for a test; an invalid date returns to the calendar.
 void setToday(const QDate& date);
 
-// The date that a text stands for: m/d/yy, m/d/yyyy, yyyy-mm-dd (with "-" or "/" between), or a
-// month's English name with day and year. Two-digit years 00 to 29 are 2000 to 2029, 30 to 99 are
-// 1930 to 1999. Nothing where the text is no date; no error.
+// Reads a date: m/d/yy, m/d/yyyy, yyyy-mm-dd (with "-" or "/" as separators), or the English name
+// of a month with day and year. Two-digit years 00 to 29 are 2000 to 2029, 30 to 99 are 1930 to
+// 1999. Returns nothing if the text is not a date.
 std::optional<QDate> parseDate(QStringView text);
 
-// As parseDate; raises 13 (type mismatch) where the text is no date.
+// Reads a date like parseDate. Raises RunTimeError::TypeMismatch if the text is not a date.
 QDate toDate(QStringView text);
 
-// The form "mm/dd/yy" of a date.
+// A date in the form "mm/dd/yy". As a text in the database it sorts by month first.
+// Deliberate: behaviour 8.
 QString formatDate(const QDate& date);
 
-// The form "mm/dd/yy" of a text that is a date; any other text, the empty one too, as it stands.
+// A text that is a date in the form "mm/dd/yy"; any other text unchanged.
 QString formatDate(const QString& text);

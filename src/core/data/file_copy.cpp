@@ -13,23 +13,33 @@ namespace {
     throw RunTimeError(number, QString::fromLatin1(why).arg(QDir::toNativeSeparators(path)));
 }
 
-void needFolder(const QString& path) {
+void requireFolder(const QString& path) {
     if (!QFileInfo(path).isDir())
         fail(RunTimeError::PathNotFound, "Path not found: the folder \"%1\" is missing.", path);
 }
 
-void copyEntries(const QString& source, const QString& target) {
+void copyEntries(const QString& source, const QString& target, FolderCopy how) {
     if (!QDir().mkpath(target))
-        fail(RunTimeError::PermissionDenied, "Permission denied: \"%1\" cannot be made.", target);
+        fail(RunTimeError::PermissionDenied,
+             "Permission denied: the folder \"%1\" cannot be created.", target);
+    const bool fillsIn = how == FolderCopy::FillIn;
+    const QDir::Filters hidden = fillsIn ? QDir::Filters() : QDir::Hidden;
     const auto entries =
-        QDir(source).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        QDir(source).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot | hidden);
     for (const QFileInfo& entry : entries) {
         const QString copy = target + QLatin1Char('/') + entry.fileName();
         if (entry.isDir())
-            copyEntries(entry.filePath(), copy);
-        else
+            copyEntries(entry.filePath(), copy, how);
+        else if (!fillsIn || (!entry.isExecutable() && !QFile::exists(copy)))
             copyFile(entry.filePath(), copy);
     }
+}
+
+// The nearest folder above a path, or the path itself, that exists.
+QString existingFolder(QString path) {
+    while (!QFileInfo::exists(path) && QFileInfo(path).path() != path)
+        path = QFileInfo(path).path();
+    return QFileInfo(path).canonicalFilePath();
 }
 
 }  // namespace
@@ -39,7 +49,7 @@ void copyFile(const QString& source, const QString& target) {
     const QFileInfo to(resolvedPath(target));
     if (!from.isFile())
         fail(RunTimeError::FileNotFound, "File not found: \"%1\".", from.filePath());
-    needFolder(to.path());
+    requireFolder(to.path());
     if (to.exists() && from.canonicalFilePath() == to.canonicalFilePath())
         fail(RunTimeError::PermissionDenied,
              "Permission denied: \"%1\" cannot be copied onto itself.", from.filePath());
@@ -53,17 +63,14 @@ void copyFile(const QString& source, const QString& target) {
              to.filePath());
 }
 
-void copyFolder(const QString& source, const QString& target) {
+void copyFolder(const QString& source, const QString& target, FolderCopy how) {
     const QString from = resolvedPath(source);
     const QString to = resolvedPath(target);
-    needFolder(from);
-    needFolder(QFileInfo(to).path());
-    // A folder in itself would be copied without end.
-    const QString inFolder = QFileInfo(to).exists()
-                                 ? QFileInfo(to).canonicalFilePath()
-                                 : QFileInfo(QFileInfo(to).path()).canonicalFilePath();
-    if (liesIn(inFolder, QFileInfo(from).canonicalFilePath()))
+    requireFolder(from);
+    if (how == FolderCopy::Replace) requireFolder(QFileInfo(to).path());
+    // The copy of a folder into itself would never end.
+    if (liesIn(existingFolder(to), QFileInfo(from).canonicalFilePath()))
         fail(RunTimeError::PermissionDenied,
              "Permission denied: the folder \"%1\" cannot be copied into itself.", from);
-    copyEntries(from, to);
+    copyEntries(from, to, how);
 }

@@ -1,15 +1,24 @@
-// Copies of files and folders. Paths may be written with either separator.
+// Copies files and folders. Paths may be written with either separator.
 #pragma once
 
 #include <QString>
 
-// Copies a file over another, which is replaced whole or left as it was. Raises 53 where the source
-// is missing, 76 where the target's folder is, 70 where both are the same file or where the
-// source cannot be read or the target not written.
+// Copies a file over another, which is replaced whole or left as it was. Raises
+// RunTimeError::FileNotFound if the source is missing, PathNotFound if the target's folder is
+// missing, PermissionDenied if both are the same file, the source cannot be read or the target
+// cannot be written.
 void copyFile(const QString& source, const QString& target);
 
-// Copies all that a folder holds, folders in it too, into another folder, which is made where it
-// is missing. Files of the same name are overwritten, other files stay. Raises 76 where the
-// source or the target's own folder is missing, 70 where the target lies in the source or a file
-// cannot be read or written; what was copied before stays.
-void copyFolder(const QString& source, const QString& target);
+enum class FolderCopy {
+    // Copies everything, hidden files too, and replaces files of the same name.
+    Replace,
+    // Copies only what is missing in the target. Leaves out hidden files and executables.
+    FillIn,
+};
+
+// Copies the content of a folder with all its subfolders into another folder, which is created
+// if it is missing; files that only the target has are kept. Raises RunTimeError::PathNotFound if
+// the source is missing, or with Replace the folder in which the target lies (FillIn creates it),
+// PermissionDenied if the target lies in the source or a file cannot be read or written. Files that
+// were copied before the error stay.
+void copyFolder(const QString& source, const QString& target, FolderCopy how = FolderCopy::Replace);

@@ -1,5 +1,8 @@
 #include "core/data/paths.h"
 
+#include "core/data/file_copy.h"
+#include "core/data/run_time_error.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
@@ -15,6 +18,7 @@
 namespace {
 
 QString g_folder;
+QStringList g_filesNotUpdated;
 
 bool canWriteIn(const QString& folder) {
     QTemporaryFile probe(folder + QStringLiteral("/.write-XXXXXX"));
@@ -30,41 +34,42 @@ QByteArray contentOf(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// The copy is all of the file, or is not there at all.
-void copyWhole(const QString& from, const QString& to) {
-    QFile file(from);
-    if (file.open(QIODevice::ReadOnly)) replaceFile(to, file.readAll());
-}
-
-// What the program brings along in config, the guide above all, is that of its version. What it
-// writes there itself has other names.
-void renewConfig(const QString& delivered, const QString& folder) {
+// The delivered files of config, the guide above all, are those of the program's version. What the
+// program writes there itself has other names. Returns the files that could not be updated.
+QStringList updateConfig(const QString& delivered, const QString& folder) {
+    QStringList failed;
     const QDir from(delivered + QStringLiteral("/config"));
     const QDir to(folder + QStringLiteral("/config"));
     QDirIterator files(from.path(), QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         const QString file = files.next();
         const QString target = to.filePath(from.relativeFilePath(file));
-        if (contentOf(file) != contentOf(target)) copyWhole(file, target);
+        if (contentOf(file) == contentOf(target)) continue;
+        try {
+            copyFile(file, target);
+        } catch (const RunTimeError&) {
+            failed.append(target);
+        }
     }
+    return failed;
 }
 
 QString chooseFolder() {
     const QString own = QCoreApplication::applicationDirPath();
-    // A package keeps what it delivers in a folder of its own, so that a newer one that is laid
-    // over it touches no work.
+    // A package keeps the delivered tree in a separate folder, so that a newer one can be unpacked
+    // over it without touching the user's files.
     QString delivered = own + QStringLiteral("/delivered");
     if (!QFileInfo(delivered).isDir()) delivered = own;
-    // An installed program never keeps data beside itself, even where it may (for the superuser):
-    // they would go with it.
+    // An installed program never keeps data beside itself, not even for the superuser, who could
+    // write there: they would be removed with the program.
     const bool installed = QFile::exists(own + QStringLiteral("/.installed"));
     QString folder = own;
     if (installed || !canWriteIn(own))
         folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
                  QStringLiteral("/lorvanite");
     if (folder != delivered) {
-        copyTree(delivered, folder);
-        renewConfig(delivered, folder);
+        copyFolder(delivered, folder, FolderCopy::FillIn);
+        g_filesNotUpdated = updateConfig(delivered, folder);
     }
     return folder;
 }
@@ -78,18 +83,7 @@ QString programFolder() {
 
 void setProgramFolder(const QString& folder) { g_folder = folder; }
 
-void copyTree(const QString& from, const QString& to) {
-    QDir().mkpath(to);
-    const auto entries = QDir(from).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot);
-    for (const QFileInfo& entry : entries) {
-        const QString target = to + QLatin1Char('/') + entry.fileName();
-        if (entry.isDir()) {
-            copyTree(entry.filePath(), target);
-        } else if (!entry.isExecutable() && !QFile::exists(target)) {
-            copyWhole(entry.filePath(), target);
-        }
-    }
-}
+QStringList filesNotUpdated() { return g_filesNotUpdated; }
 
 QString resolvedPath(const QString& path) {
     if (QFile::exists(path)) return path;

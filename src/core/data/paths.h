@@ -1,28 +1,32 @@
-// Where the program's files are. Paths may be written with either separator.
+// Where the program keeps its files, and paths as texts. Paths may be written with either
+// separator.
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
-// The program's own folder, without a trailing separator. It is the executable's folder, or the
-// user's data folder where the executable's cannot be written or holds a file ".installed". What
-// is missing in it is filled from the delivered tree, which lies beside the executable or there in
-// the folder "delivered"; the delivered files of config are kept up to date.
+// The program's own folder, without a trailing separator. It is the folder of the executable, or
+// the user's data folder if the executable's folder cannot be written or holds a file ".installed".
+// The first call fills it: what is missing in it is copied from the delivered tree, which lies in
+// the folder "delivered" beside the executable or beside the executable itself, and the delivered
+// files of its folder config are updated. Raises RunTimeError::PermissionDenied if something cannot
+// be copied; the next call tries again.
 QString programFolder();
+
+// The delivered files of config that programFolder could not update. They stay as they were, and
+// the program can work with them.
+QStringList filesNotUpdated();
 
 // Makes another folder the program's.
 void setProgramFolder(const QString& folder);
 
-// Copies a folder with all below it, without executables and hidden files; each file comes whole
-// or not at all. Files that stand at the target already are kept.
-void copyTree(const QString& from, const QString& to);
-
-// The path with this platform's separators. A file that exists under the name as given keeps it.
+// The path with the separators of this platform. A file that exists under the given name keeps it.
 QString resolvedPath(const QString& path);
 
-// The name behind the last separator of either kind.
+// The part of a path after its last separator.
 QString fileNameOf(const QString& path);
 
-// The path up to that separator, without it; empty where there is none.
+// The part of a path before its last separator; empty if it has none.
 QString folderOf(const QString& path);
 
 // Makes a file name of a text: replaces what separates folders or is reserved on any platform by
@@ -30,10 +34,10 @@ QString folderOf(const QString& path);
 // Windows reserves for a device ("NUL") gets a "_" before it. Empty if nothing remains.
 QString safeFileName(const QString& text);
 
-// Whether a path is that of a folder or of anything below it. Both have "/" as separator; the
-// folder may end with it, as a root does.
+// Whether a path is that of a folder or of anything in it. Both have "/" as separator; the folder
+// may end with it, as a root does.
 bool liesIn(const QString& path, const QString& folder);
 
-// Replaces a file whole: after the call the file holds all of `content`, or what it held before.
-// False where it could not be written.
-bool replaceFile(const QString& path, const QByteArray& content);
+// Replaces a file whole: after the call it holds all of `content`, or what it held before. Returns
+// false if it could not be written.
+[[nodiscard]] bool replaceFile(const QString& path, const QByteArray& content);

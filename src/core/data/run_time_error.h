@@ -5,11 +5,11 @@
 
 #include <stdexcept>
 
-// A failure with the platform's number. It travels as an exception from the place where it
-// happens to the edge of the handler that a click has called, and no farther.
+// A failure with a number and a description. It is thrown where it happens and caught where the
+// event handler was called (atEdge in platform/desktop/form.h), if not before.
 class RunTimeError : public std::runtime_error {
 public:
-    // Numbers that code raises or tests for; any other number may come from a statement.
+    // The numbers that the program raises or checks for.
     enum Number {
         InvalidCall = 5,
         Overflow = 6,
@@ -28,8 +28,10 @@ public:
         DialogCancelled = 32755,
     };
 
-    // Takes the description from the number.
+    // An error with the usual description of its number.
     explicit RunTimeError(int number);
+
+    // An error with a description of its own.
     RunTimeError(int number, const QString& description);
 
     int number() const { return m_number; }

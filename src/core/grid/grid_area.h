@@ -3,7 +3,7 @@
 
 class SheetGrid;
 
-// A block of cells; empty where an end lies before its start.
+// A block from (col, row) to (col2, row2); empty if it ends before it starts.
 struct GridArea {
     int col = 0;
     int row = 0;
@@ -13,6 +13,6 @@ struct GridArea {
     bool operator==(const GridArea&) const = default;
 };
 
-// A block as it goes out on paper or as HTML: heads stay out, a last row below 1 is the
-// last with data, a last column -1 the last; what lies beyond the sheet is cut off.
+// The part of a block that is printed or exported: without heads and without what lies outside the
+// sheet. An end row below 1 means the last row with data, an end column of -1 the last column.
 GridArea outputArea(const SheetGrid& grid, int sheet, GridArea asked);

@@ -10,8 +10,7 @@
 
 namespace {
 
-// Reads a grid's JSON. The first thing that is not as it has to be ends it: from then on isGood()
-// is false, and what the members give is of no meaning.
+// Reads a grid's JSON. isGood() is false after the first error; the results are meaningless then.
 class GridReader {
 public:
     bool isGood() const { return m_good; }
@@ -26,15 +25,15 @@ private:
     bool flag(const QJsonObject& object, QLatin1String key, bool plain);
     QString text(const QJsonValue& value);
     QJsonArray array(const QJsonObject& object, QLatin1String key);
-    // The numbers of an array that has just as many.
+    // The numbers of an array of exactly this length, each within its bounds.
     std::vector<int> numbers(const QJsonValue& value, std::initializer_list<Bounds> bounds);
 
     CellBorder border(const QJsonValue& value);
     FormatPatch format(const QJsonObject& object);
     SheetData sheet(const QJsonObject& object);
-    GridLine line(const QJsonValue& lineSize, const QJsonValue& flagNumber);
-    void plainLine(const QJsonObject& object, QLatin1String key, GridLine& to);
-    void lines(const QJsonArray& entries, int last, SheetData& sheet, GridLines& to);
+    GridSection section(const QJsonValue& sectionSize, const QJsonValue& flagNumber);
+    void plainSection(const QJsonObject& object, QLatin1String key, GridSection& to);
+    void sections(const QJsonArray& entries, int last, SheetData& sheet, GridSections& to);
     void texts(const QJsonArray& runs, SheetData& sheet);
     void cellFormats(const QJsonArray& runs, SheetData& sheet);
     void cellPictures(const QJsonArray& entries, SheetData& sheet);
@@ -45,7 +44,7 @@ private:
     bool m_good = true;
     std::vector<FormatPatch> m_formats;
     std::vector<QByteArray> m_pictures;
-    std::vector<int> m_numberInSheet;  // of each format, -2 where the sheet has not used it yet
+    std::vector<int> m_numberInSheet;  // of each format; -2 if the sheet has not used it yet
     qint64 m_rows = 0;
     qint64 m_cells = 0;
     qint64 m_formatted = 0;
@@ -59,7 +58,7 @@ int GridReader::number(const QJsonValue& value, int low, int high) {
 
 double GridReader::size(const QJsonValue& value) {
     const double size = value.toDouble(-1);
-    return require(size >= 0 && size <= MaxLineSize) ? size : 0;
+    return require(size >= 0 && size <= MaxSectionSize) ? size : 0;
 }
 
 bool GridReader::flag(const QJsonObject& object, QLatin1String key, bool plain) {
@@ -71,7 +70,7 @@ bool GridReader::flag(const QJsonObject& object, QLatin1String key, bool plain) 
 QString GridReader::text(const QJsonValue& value) {
     require(value.isString());
     QString text = value.toString();
-    // Half a character cannot be written as UTF-8 again.
+    // A lone surrogate could not be written as UTF-8 again.
     if (!text.isValidUtf16()) text = QString::fromUtf8(text.toUtf8());
     return text;
 }
@@ -136,7 +135,7 @@ FormatPatch GridReader::format(const QJsonObject& object) {
     return patch;
 }
 
-// The sheet's number of one of the file's formats, -1 for none.
+// The sheet's index of one of the file's formats; -1 for none.
 int GridReader::formatNumber(int number, SheetData& sheet) {
     if (!m_good || number < 0) return -1;
     int& own = m_numberInSheet[size_t(number)];
@@ -144,7 +143,7 @@ int GridReader::formatNumber(int number, SheetData& sheet) {
     return own;
 }
 
-// A cell that the file fills; null where the file has filled more than it may.
+// A cell to fill; null if the file fills more cells than the limits allow.
 GridCell* GridReader::place(SheetData& sheet, int col, int row) {
     const auto keptRows = qint64(sheet.rows.size());
     m_rows += std::max<qint64>(0, row + 1 - keptRows);
@@ -161,7 +160,7 @@ void GridReader::texts(const QJsonArray& runs, SheetData& sheet) {
         const int row = number(run[0], 0, sheet.maxRows);
         const int col = number(run[1], 0, sheet.maxCols);
         if (!require(run.size() - 2 <= sheet.maxCols - col + 1)) return;
-        // From the last on, so that the row gets its whole length at once.
+        // Backwards, so that the row gets its full length at once.
         for (qsizetype i = run.size() - 1; i >= 2; --i) {
             GridCell* cell = place(sheet, col + int(i) - 2, row);
             if (!cell) return;
@@ -203,38 +202,38 @@ void GridReader::cellPictures(const QJsonArray& entries, SheetData& sheet) {
     }
 }
 
-GridLine GridReader::line(const QJsonValue& lineSize, const QJsonValue& flagNumber) {
+GridSection GridReader::section(const QJsonValue& sectionSize, const QJsonValue& flagNumber) {
     const int flags = number(flagNumber, 0, GridKey::HiddenFlag | GridKey::PageBreakFlag);
-    GridLine line;
-    line.size = size(lineSize);
-    line.hidden = flags & GridKey::HiddenFlag;
-    line.pageBreak = flags & GridKey::PageBreakFlag;
-    return line;
+    GridSection section;
+    section.size = size(sectionSize);
+    section.hidden = flags & GridKey::HiddenFlag;
+    section.pageBreak = flags & GridKey::PageBreakFlag;
+    return section;
 }
 
-void GridReader::plainLine(const QJsonObject& object, QLatin1String key, GridLine& to) {
+void GridReader::plainSection(const QJsonObject& object, QLatin1String key, GridSection& to) {
     if (!object.contains(key)) return;
     const QJsonArray parts = array(object, key);
-    if (require(parts.size() == 2)) to = line(parts[0], parts[1]);
+    if (require(parts.size() == 2)) to = section(parts[0], parts[1]);
 }
 
-void GridReader::lines(const QJsonArray& entries, int last, SheetData& sheet, GridLines& to) {
+void GridReader::sections(const QJsonArray& entries, int last, SheetData& sheet, GridSections& to) {
     for (const QJsonValue& value : entries) {
         const QJsonArray entry = value.toArray();
         if (!require(entry.size() == 4)) return;
-        GridLine& added = to[number(entry[0], 0, last)];
-        added = line(entry[1], entry[2]);
+        GridSection& added = to[number(entry[0], 0, last)];
+        added = section(entry[1], entry[2]);
         added.format = formatNumber(number(entry[3], -1, int(m_formats.size()) - 1), sheet);
     }
     require(to.size() == size_t(entries.size()));
 }
 
-// Whether no two spans meet. Goes down the rows and keeps the spans that the row crosses.
+// Whether no two spans overlap. Goes down the rows and keeps the spans that cross the current one.
 bool areApart(std::vector<CellSpan> spans) {
     std::sort(spans.begin(), spans.end(),
               [](const CellSpan& a, const CellSpan& b) { return a.row < b.row; });
     std::map<int, int> endOfCol;          // of the spans in the current row, by their first column
-    std::multimap<int, int> colOfEndRow;  // the row below a span, and its first column
+    std::multimap<int, int> colOfEndRow;  // the row after a span, and its first column
     for (const CellSpan& span : spans) {
         while (!colOfEndRow.empty() && colOfEndRow.begin()->first <= span.row) {
             endOfCol.erase(colOfEndRow.begin()->second);
@@ -265,13 +264,13 @@ SheetData GridReader::sheet(const QJsonObject& object) {
     sheet.maxRows = number(object.value(GridKey::Rows), 0, MaxGridRows);
     sheet.maxCols = number(object.value(GridKey::Cols), 0, MaxGridCols);
     m_numberInSheet.assign(m_formats.size(), -2);
-    plainLine(object, GridKey::PlainRow, sheet.plainRow);
-    plainLine(object, GridKey::PlainCol, sheet.plainCol);
+    plainSection(object, GridKey::PlainRow, sheet.plainRow);
+    plainSection(object, GridKey::PlainCol, sheet.plainCol);
     if (object.contains(GridKey::Default))
         sheet.format = formatNumber(
             number(object.value(GridKey::Default), 0, int(m_formats.size()) - 1), sheet);
-    lines(array(object, GridKey::ColLines), sheet.maxCols, sheet, sheet.colLines);
-    lines(array(object, GridKey::RowLines), sheet.maxRows, sheet, sheet.rowLines);
+    sections(array(object, GridKey::ColSections), sheet.maxCols, sheet, sheet.colSections);
+    sections(array(object, GridKey::RowSections), sheet.maxRows, sheet, sheet.rowSections);
     if (m_good) texts(array(object, GridKey::Texts), sheet);
     if (m_good) cellPictures(array(object, GridKey::CellPictures), sheet);
     if (m_good) cellFormats(array(object, GridKey::CellFormats), sheet);
@@ -306,7 +305,7 @@ GridData GridReader::read(const QJsonObject& object) {
         m_pictures.push_back(decoded.decoded);
     }
     const QJsonArray sheets = array(object, GridKey::Sheets);
-    if (!require(!sheets.isEmpty() && sheets.size() <= MaxSheetDatas)) return data;
+    if (!require(!sheets.isEmpty() && sheets.size() <= MaxSheets)) return data;
     data.sheets.clear();
     for (const QJsonValue& value : sheets) {
         if (!require(value.isObject())) return data;

@@ -37,12 +37,13 @@ QJsonObject asObject(const FormatPatch& patch) {
     return object;
 }
 
-int flagsOf(const GridLine& line) {
-    return (line.hidden ? GridKey::HiddenFlag : 0) | (line.pageBreak ? GridKey::PageBreakFlag : 0);
+int flagsOf(const GridSection& section) {
+    return (section.hidden ? GridKey::HiddenFlag : 0) |
+           (section.pageBreak ? GridKey::PageBreakFlag : 0);
 }
 
-// The cells of one format, as rectangles: a run of a row that the row above has too lengthens the
-// rectangle above it.
+// The cells of each format as rectangles: a run that the row above has too extends the rectangle of
+// that run.
 class FormatRuns {
 public:
     struct Run {
@@ -86,8 +87,8 @@ private:
     QJsonObject write(const SheetData& sheet);
     void writeCells(const SheetData& sheet, QJsonObject& object);
     void writeLooks(const SheetData& sheet, QJsonObject& object);
-    QJsonArray write(const GridLines& lines, const GridLine& plain, const GridLine& plainHead,
-                     const SheetData& sheet);
+    QJsonArray write(const GridSections& sections, const GridSection& plain,
+                     const GridSection& plainHead, const SheetData& sheet);
     int formatNumber(const SheetData& sheet, int format) {
         return format < 0 ? -1 : m_tables.intern(sheet.formats[size_t(format)]);
     }
@@ -98,13 +99,13 @@ private:
     qint64 m_cells = 0;
 };
 
-QJsonArray GridWriter::write(const GridLines& lines, const GridLine& plain,
-                             const GridLine& plainHead, const SheetData& sheet) {
+QJsonArray GridWriter::write(const GridSections& sections, const GridSection& plain,
+                             const GridSection& plainHead, const SheetData& sheet) {
     QJsonArray array;
-    for (const auto& [number, line] : lines) {
-        if (line == (number == 0 ? plainHead : plain)) continue;
-        array.append(
-            QJsonArray{number, line.size, flagsOf(line), formatNumber(sheet, line.format)});
+    for (const auto& [number, section] : sections) {
+        if (section == (number == 0 ? plainHead : plain)) continue;
+        array.append(QJsonArray{number, section.size, flagsOf(section),
+                                formatNumber(sheet, section.format)});
     }
     return array;
 }
@@ -117,10 +118,10 @@ void GridWriter::writeLooks(const SheetData& sheet, QJsonObject& object) {
     object.insert(GridKey::PlainRow, QJsonArray{sheet.plainRow.size, flagsOf(sheet.plainRow)});
     object.insert(GridKey::PlainCol, QJsonArray{sheet.plainCol.size, flagsOf(sheet.plainCol)});
     if (sheet.format >= 0) object.insert(GridKey::Default, formatNumber(sheet, sheet.format));
-    insertUnlessEmpty(object, GridKey::ColLines,
-                      write(sheet.colLines, sheet.plainCol, plainRowHead, sheet));
-    insertUnlessEmpty(object, GridKey::RowLines,
-                      write(sheet.rowLines, sheet.plainRow, plainColHead, sheet));
+    insertUnlessEmpty(object, GridKey::ColSections,
+                      write(sheet.colSections, sheet.plainCol, plainRowHead, sheet));
+    insertUnlessEmpty(object, GridKey::RowSections,
+                      write(sheet.rowSections, sheet.plainRow, plainColHead, sheet));
     QJsonArray spans;
     for (const CellSpan& span : sheet.spans)
         spans.append(QJsonArray{span.col, span.row, span.cols, span.rows});

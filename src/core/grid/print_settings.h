@@ -1,4 +1,4 @@
-// How a grid is printed.
+// Print settings of a grid.
 #pragma once
 
 #include <QString>
@@ -9,36 +9,37 @@ enum class PrintOrientations { Portrait = 1, Landscape = 2 };
 enum class PrintTypes { All = 0, Block = 1 };
 enum class PrintScaling { AsItIs = 1, BestFit = 3 };
 
-// The print settings of a grid. They stay between prints and are no part of a saved file.
+// How a grid is printed. The settings are kept between prints, but not saved with the grid.
 class PrintSettings {
 public:
-    // A frame around what is printed on each page; off at first.
+    // Whether each page has a frame around its cells; initially false.
     bool PrintBorder() const { return m_border; }
     void PrintBorder(bool on) { m_border = on; }
 
-    // The column heads on each page, and the row heads; on at first.
+    // Whether each page shows the column heads and the row heads; initially true.
     bool PrintColHeaders() const { return m_colHeaders; }
     void PrintColHeaders(bool on) { m_colHeaders = on; }
     bool PrintRowHeaders() const { return m_rowHeaders; }
     void PrintRowHeaders(bool on) { m_rowHeaders = on; }
 
-    // Lines between the cells; on at first.
+    // Whether grid lines are printed; initially true.
     bool PrintGrid() const { return m_grid; }
     void PrintGrid(bool on) { m_grid = on; }
 
-    // A shaded ground under the heads; on at first.
+    // Whether the heads have a shaded background; initially true.
     bool PrintShadows() const { return m_shadows; }
     void PrintShadows(bool on) { m_shadows = on; }
 
-    // The cells' colours; without it black on white. On at first.
+    // Whether colours are printed; if not, everything is black on white. Initially true.
     bool PrintColor() const { return m_color; }
     void PrintColor(bool on) { m_color = on; }
 
-    // Only the rows and columns up to the last with a text or a picture; else all. On at first.
+    // Whether the print ends with the last row and column that have a text or a picture; if not,
+    // the whole sheet is printed. Initially true.
     bool PrintUseDataMax() const { return m_useDataMax; }
     void PrintUseDataMax(bool on) { m_useDataMax = on; }
 
-    // Margins in twips (1440 an inch), 720 at first, 0 to 14400.
+    // Margins in twips (1440 to the inch), 0 to 14400, initially 720.
     int PrintMarginTop() const { return m_top; }
     void PrintMarginTop(int twips) { m_top = margin(twips); }
     int PrintMarginBottom() const { return m_bottom; }
@@ -51,28 +52,28 @@ public:
     PrintOrientations PrintOrientation() const { return m_orientation; }
     void PrintOrientation(PrintOrientations orientation) { m_orientation = orientation; }
 
-    // All, or the block from (Col, Row) to (Col2, Row2) of the grid.
+    // Prints the whole sheet, or the block from (Col, Row) to (Col2, Row2) of the grid.
     PrintTypes PrintType() const { return m_type; }
     void PrintType(PrintTypes type) { m_type = type; }
 
-    // With BestFit the columns are made to fit PrintBestFitPagesWide pages across (1 at first, at
-    // least 1): shrunk, never enlarged.
+    // With PrintScaling::BestFit the columns are shrunk to PrintBestFitPagesWide pages across, at
+    // least 1 and initially 1; they are never enlarged.
     PrintScaling PrintScalingMethod() const { return m_scaling; }
     void PrintScalingMethod(PrintScaling method) { m_scaling = method; }
     int PrintBestFitPagesWide() const { return m_pagesWide; }
     void PrintBestFitPagesWide(int pages) { m_pagesWide = std::max(pages, 1); }
 
-    // A sheet that is a little too wide for its paper is shrunk to it, to no less than two thirds,
-    // instead of spilling a column over to a page of its own. Off at first.
+    // Whether a sheet that is slightly too wide for its paper is shrunk, to no less than two thirds
+    // of its size, so that no column spills over to another page. Initially false.
     bool PrintSmartPrint() const { return m_smart; }
     void PrintSmartPrint(bool on) { m_smart = on; }
 
-    // The job's name; where it is empty the first row of the sheet with a text is taken.
+    // The name of the print job; if it is empty, the texts of the first row that has any.
     const QString& PrintJobName() const { return m_jobName; }
     void PrintJobName(const QString& name) { m_jobName = name; }
 
-    // A line at the head or foot of each page. "/c" centres what follows it, "/p" is the page's
-    // number and "/pc" the count of pages.
+    // A line of text at the top and at the bottom of each page. "/c" centres what follows it, "/p"
+    // is the page number, "/pc" the number of pages.
     const QString& PrintHeader() const { return m_header; }
     void PrintHeader(const QString& text) { m_header = text; }
     const QString& PrintFooter() const { return m_footer; }

@@ -1,6 +1,6 @@
 #include "core/grid/sheet_grid.h"
 
-#include "core/grid/sheet_grid_data.h"
+#include "core/grid/sheet_data.h"
 
 SheetGrid::SheetGrid() : d(std::make_unique<Private>()) {}
 SheetGrid::~SheetGrid() = default;
@@ -15,11 +15,11 @@ const SheetData* SheetGrid::Private::at(int number) const {
     return exists ? &data.sheets[size_t(number - 1)] : nullptr;
 }
 
-// --- What has changed -------------------------------------------------------------------------
+// --- Changes for the view ------------------------------------------------------------------------
 
 GridDirt SheetGrid::takeDirt() { return std::exchange(d->dirt, {}); }
 
-// A write to a sheet that is not on view leaves the view as it is.
+// A write to a sheet that is not on view changes nothing on the screen.
 void SheetGrid::touchRows(int first, int last) {
     if (d->sheet != d->data.activeSheet || last < first) return;
     GridDirt& dirt = d->dirt;
@@ -40,7 +40,7 @@ void SheetGrid::touchLayout() {
     becameDirty();
 }
 
-// --- Sheets and size ---------------------------------------------------------------------------
+// --- Sheets and size ----------------------------------------------------------------------------
 
 int SheetGrid::MaxRows() const { return d->current().maxRows; }
 
@@ -67,7 +67,7 @@ int SheetGrid::DataRowCnt() const { return d->current().lastDataRow(); }
 int SheetGrid::SheetCount() const { return int(d->data.sheets.size()); }
 
 void SheetGrid::SheetCount(int count) {
-    count = std::clamp(count, 1, MaxSheetDatas);
+    count = std::clamp(count, 1, MaxSheets);
     if (count == SheetCount()) return;
     if (count < SheetCount()) {
         DeleteSheets(count + 1, SheetCount() - count);
@@ -122,9 +122,9 @@ void SheetGrid::DeleteSheets(int first, int count) {
     touchLayout();
 }
 
-// --- The focus ---------------------------------------------------------------------------------
+// --- The active cell ----------------------------------------------------------------------------
 
-// The focus never stands on a cell that the sheet on view no longer has.
+// The active cell always exists in the sheet on view.
 void SheetGrid::leaveLostCell() {
     if (d->at(ActiveSheet())->contains(m_activeCol, m_activeRow)) return;
     m_activeCol = 0;
@@ -140,7 +140,7 @@ void SheetGrid::SetActiveCell(int col, int row) {
     becameDirty();
 }
 
-// --- The look of the whole grid ----------------------------------------------------------------
+// --- Properties of the whole grid ---------------------------------------------------------------
 
 bool SheetGrid::ColHeadersShow() const { return d->data.colHeadersShow; }
 
@@ -175,35 +175,35 @@ void SheetGrid::AllowCellOverflow(bool on) {
 bool SheetGrid::EditModeReplace() const { return d->data.editModeReplace; }
 void SheetGrid::EditModeReplace(bool on) { d->data.editModeReplace = on; }
 
-// --- Any sheet, without the addressing state ---------------------------------------------------
+// --- Reading any sheet --------------------------------------------------------------------------
 
 QString SheetGrid::textAt(int sheet, int col, int row) const {
-    const SheetData* page = d->at(sheet);
-    const GridCell* cell = page ? page->cell(col, row) : nullptr;
+    const SheetData* data = d->at(sheet);
+    const GridCell* cell = data ? data->cell(col, row) : nullptr;
     return cell ? cell->text : QString();
 }
 
 CellFormat SheetGrid::formatAt(int sheet, int col, int row) const {
-    const SheetData* page = d->at(sheet);
-    return page ? page->resolved(col, row) : CellFormat();
+    const SheetData* data = d->at(sheet);
+    return data ? data->resolved(col, row) : CellFormat();
 }
 
 QByteArray SheetGrid::pictureAt(int sheet, int col, int row) const {
-    const SheetData* page = d->at(sheet);
-    const GridCell* cell = page ? page->cell(col, row) : nullptr;
-    return cell && cell->picture >= 0 ? page->pictures[size_t(cell->picture)] : QByteArray();
+    const SheetData* data = d->at(sheet);
+    const GridCell* cell = data ? data->cell(col, row) : nullptr;
+    return cell && cell->picture >= 0 ? data->pictures[size_t(cell->picture)] : QByteArray();
 }
 
 CellSpan SheetGrid::spanAt(int sheet, int col, int row) const {
-    const SheetData* page = d->at(sheet);
-    const CellSpan* span = page ? page->spanAt(col, row) : nullptr;
+    const SheetData* data = d->at(sheet);
+    const CellSpan* span = data ? data->spanAt(col, row) : nullptr;
     return span ? *span : CellSpan();
 }
 
 const std::vector<CellSpan>& SheetGrid::spansOf(int sheet) const {
     static const std::vector<CellSpan> none;
-    const SheetData* page = d->at(sheet);
-    return page ? page->spans : none;
+    const SheetData* data = d->at(sheet);
+    return data ? data->spans : none;
 }
 
 int SheetGrid::rowsOf(int sheet) const { return d->at(sheet) ? d->at(sheet)->maxRows : 0; }
@@ -213,21 +213,21 @@ int SheetGrid::dataRowsOf(int sheet) const {
 }
 
 double SheetGrid::widthOf(int sheet, int col) const {
-    return d->at(sheet) ? d->at(sheet)->colLine(col).size : 0;
+    return d->at(sheet) ? d->at(sheet)->colSection(col).size : 0;
 }
 
 double SheetGrid::heightOf(int sheet, int row) const {
-    return d->at(sheet) ? d->at(sheet)->rowLine(row).size : 0;
+    return d->at(sheet) ? d->at(sheet)->rowSection(row).size : 0;
 }
 
 bool SheetGrid::isColHidden(int sheet, int col) const {
-    return d->at(sheet) && d->at(sheet)->colLine(col).hidden;
+    return d->at(sheet) && d->at(sheet)->colSection(col).hidden;
 }
 
 bool SheetGrid::isRowHidden(int sheet, int row) const {
-    return d->at(sheet) && d->at(sheet)->rowLine(row).hidden;
+    return d->at(sheet) && d->at(sheet)->rowSection(row).hidden;
 }
 
 bool SheetGrid::hasPageBreak(int sheet, int row) const {
-    return d->at(sheet) && d->at(sheet)->rowLine(row).pageBreak;
+    return d->at(sheet) && d->at(sheet)->rowSection(row).pageBreak;
 }

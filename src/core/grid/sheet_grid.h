@@ -1,4 +1,4 @@
-// A spreadsheet grid without a screen: every list, form and document of the program.
+// A spreadsheet grid without a screen. Every list, form and document of the program is one.
 #pragma once
 
 #include "core/grid/print_settings.h"
@@ -30,27 +30,26 @@ struct CellBorder {
     bool operator==(const CellBorder&) const = default;
 };
 
-// All format properties of one cell, looked up through the cell's own format and the defaults of
-// its row, its column and its sheet.
+// All format properties that a cell shows: its own, or the defaults of its row, column or sheet.
 struct CellFormat {
     CellKind kind = CellKind::Edit;
     int backColor = White;
     int foreColor = Black;
-    bool hasForeColor = false;  // false where no one has set the text's colour
+    bool hasForeColor = false;  // false if the text has the colour of the theme
     QString fontName;           // empty: the desktop's font
     double fontSize = 0;        // points; 0: the desktop's size
     bool fontBold = false;
     HAlign hAlign = HAlign::Left;
-    bool dateCentury = false;  // show a four-digit year
-    int dateFormat = 2;        // 2: month, day, year
-    bool spin = false;         // date cell with spin buttons
-    QString comboList;         // items, with tabs between them
-    int comboMaxDrop = 8;      // lines that an open combo cell shows
+    bool dateCentury = false;  // the year has four digits
+    int dateFormat = 2;        // saved, but not used: dates are shown as month, day, year
+    bool spin = false;         // Up and Down step the date
+    QString comboList;         // items, separated by tabs
+    int comboMaxDrop = 8;      // items that an open combo cell shows at once
     CellBorder left, right, top, bottom;
     bool operator==(const CellFormat&) const = default;
 };
 
-// A rectangle of joined cells; the anchor is its top left one.
+// A rectangle of joined cells. Its anchor, the top left cell, is the one that shows.
 struct CellSpan {
     int col = 0;
     int row = 0;
@@ -59,10 +58,10 @@ struct CellSpan {
     bool operator==(const CellSpan&) const = default;
 };
 
-struct FormatPatch;  // in sheet_grid_data.h, as is
-struct SheetData;    // one page's cells
+struct FormatPatch;
+struct SheetData;
 
-// A block of cells as a value: texts, formats, pictures and spans, without widths and heights.
+// A copy of a block of cells: texts, formats, pictures and spans, without widths and heights.
 class CellBlock {
 public:
     CellBlock();
@@ -76,19 +75,19 @@ private:
     std::unique_ptr<SheetData> m_sheet;
 };
 
-// What has changed since a view last looked.
+// The changes since a view last showed the grid.
 struct GridDirt {
-    bool any = false;     // also where only the focus has moved
-    bool layout = false;  // sizes, spans, hidden flags, widths, sheets: everything has to be redone
-    int firstRow = 0;     // the rows of ActiveSheet whose cells have changed, 0 for the heads
+    bool any = false;     // true even if only the active cell is another
+    bool layout = false;  // sizes, spans, hidden flags or sheets have changed: redo everything
+    int firstRow = 0;     // the rows of ActiveSheet whose cells have changed; 0 is the head row
     int lastRow = -1;
 };
 
-// Rows and columns count from 1; row 0 holds the column heads and column 0 the row heads. -1 as a
-// row or column of an address means "all", as an end it means "to the last". Cell calls address
-// the sheet `Sheet`. Reading beyond the grid's size yields no text and the plain format; writing
-// there has no effect. Nothing here raises an error unless its comment says so. A grid starts with
-// one sheet of 500 x 500 plain cells.
+// Rows and columns count from 1; row 0 holds the column heads and column 0 the row heads. As a row
+// or column -1 means all, as the end of a block it means the last one. Cell calls address the sheet
+// `Sheet`. Reading outside the grid yields no text and the plain format; writing there has no
+// effect. No member raises an error. A new grid has one sheet of 500 x 500 plain cells.
+// Deliberate: behaviour 10.
 class SheetGrid : public PrintSettings {
 public:
     SheetGrid();
@@ -98,62 +97,63 @@ public:
 
     // --- Sheets and size -----------------------------------------------------------------------
 
-    // Sizes of `Sheet`. Raising adds empty cells, lowering drops cells with their spans and
-    // formats; 0 is legal. Negative values count as 0, the upper bound is 10,000,000 rows and
-    // 16,384 columns.
+    // Size of `Sheet`: 0 to 10,000,000 rows and 0 to 16,384 columns; other values are clamped.
+    // Raising adds empty cells, lowering removes cells with their spans and formats.
     int MaxRows() const;
     void MaxRows(int count);
     int MaxCols() const;
     void MaxCols(int count);
 
-    // The last row that holds a text or a picture; 0 where none does.
+    // The last row with a text or a picture; 0 if there is none.
     int DataRowCnt() const;
 
     // Number of sheets, 1 to 4096. Added sheets have the size of sheet 1 and plain formats.
     int SheetCount() const;
     void SheetCount(int count);
 
-    // The sheet that cell calls address. Setting it leaves the view. Numbers beyond 1 to
-    // SheetCount change nothing.
+    // The sheet that cell calls address, from 1. Setting it does not change the sheet on view;
+    // numbers outside 1 to SheetCount are ignored.
     int Sheet() const;
     void Sheet(int number);
 
-    // The sheet on view. Setting it sets `Sheet` too.
+    // The sheet on view, from 1. Setting it sets `Sheet` as well. Deliberate: behaviour 14.
     int ActiveSheet() const;
     void ActiveSheet(int number);
 
-    // Whether a view shows the page tabs.
+    // Whether a view shows tabs for the sheets.
     TabStrip TabStripPolicy() const;
     void TabStripPolicy(TabStrip policy);
 
     // Removes `count` sheets from `first` on; one sheet always stays.
     void DeleteSheets(int first, int count);
 
-    // Puts `count` plain rows before `row`. MaxRows stays: rows pushed past the end are dropped.
-    // Spans, heights, hidden flags and page breaks move with their rows.
+    // Inserts `count` plain rows before `row`. Spans, heights, hidden flags and page breaks move
+    // with their rows. MaxRows does not change: rows moved past the end are lost.
+    // Deliberate: behaviour 13.
     void InsertRows(int row, int count);
 
-    // Removes `count` rows from `row` on; the rows below move up, MaxRows stays.
+    // Removes `count` rows from `row` on; the rows below move up. MaxRows does not change.
     void DeleteRows(int row, int count);
 
-    // Empties a block; -1 as a start is the first data cell, so that heads go only where 0 names
-    // them. With dataOnly true only texts and pictures go. With false the spans and the cells' own
-    // formats go too, and the defaults of rows and columns that lie in the block as a whole.
+    // Clears the texts and pictures of a block. With dataOnly false it also removes the spans, the
+    // formats of the cells, and the defaults of the rows and columns that lie wholly in the block.
+    // A start of -1 is the first row or column after the heads; 0 includes the heads.
     void ClearRange(int col, int row, int col2, int row2, bool dataOnly);
 
     // --- Cells ---------------------------------------------------------------------------------
 
-    // The cell's text. False, and an empty `value`, where there is none.
+    // Gets a cell's text. Returns false and an empty `value` if it has none.
     bool GetText(int col, int row, QString& value) const;
     QString GetText(int col, int row) const;
 
-    // Writes a cell or a head. A date cell takes a date from 1/1/1990 to 12/31/2100, which it
-    // shows as "mm/dd/yy", or the empty text; any other text leaves it as it was. -1 writes all
-    // data cells of a row, a column or the sheet.
+    // Sets the text of a cell or head; -1 writes all cells of a column, a row or the sheet except
+    // the heads. A date cell takes a date from FirstCellDate to LastCellDate, which it shows as
+    // "mm/dd/yy", and the empty text; any other text leaves it unchanged.
     void SetText(int col, int row, const QString& value);
 
-    // The current cell, and with BlockMode true the block from (Col, Row) to (Col2, Row2) that
-    // writes of cell properties go to. The state stays between calls.
+    // The current cell, which the properties below read and write. With BlockMode true they write
+    // the block from (Col, Row) to (Col2, Row2). This state is kept until it is set again.
+    // Deliberate: behaviour 12.
     int Col() const { return m_col; }
     void Col(int col) { m_col = col; }
     int Row() const { return m_row; }
@@ -165,22 +165,22 @@ public:
     bool BlockMode() const { return m_blockMode; }
     void BlockMode(bool on) { m_blockMode = on; }
 
-    // Text of the current cell; a write goes to the block, by the rules of SetText.
+    // The text of the current cell or block, like GetText and SetText.
     QString Text() const;
     void Text(const QString& text);
 
-    // The cell with the focus; (0, 0) where none has it. The focus is lost where its cell goes;
-    // cells beyond the sheet on view cannot have it.
+    // The active cell of the sheet on view, which the program takes for the selected row; (0, 0) if
+    // there is none, also after its cell was removed. Addresses outside the sheet are ignored.
     int ActiveCol() const { return m_activeCol; }
     int ActiveRow() const { return m_activeRow; }
     void SetActiveCell(int col, int row);
 
-    // Format properties of the current cell, looked up in the cell, then in its row's, its
-    // column's and its sheet's default. A write with -1 as column, row or both sets the default of
-    // that row, column or sheet and drops what was set under it; where a row and a column cross,
-    // the last write shows. Heads have the format of the head row (-1, 0) or column (0, -1) alone.
-    // Values that do not exist are left out, numbers are cut to their range: sizes 0 to 1000
-    // points, colours 24 bits, 0 to 1000 lines.
+    // Format properties of the current cell: its own, or the default of its row, its column or its
+    // sheet, in this order. Writing with a row of -1 sets the default of the column, with a column
+    // of -1 that of the row, with both that of the sheet, and removes the property from everything
+    // it covers, so that the last write shows. Heads follow the head row (-1, 0) or the head column
+    // (0, -1) only. Unknown enum values are ignored; numbers are clamped: font sizes to 0 to 1000
+    // points, TypeComboBoxMaxDrop to 0 to 1000 items. Colours are masked to 24 bits.
     int BackColor() const;
     void BackColor(int colour);
     int ForeColor() const;
@@ -194,130 +194,147 @@ public:
     HAlign TypeHAlign() const;
     void TypeHAlign(HAlign align);
     CellKind CellType() const;
-    void CellType(CellKind kind);  // never touches the text
-    bool TypeDateCentury() const;
+    void CellType(CellKind kind);  // does not change the text
+    bool TypeDateCentury() const;  // dates written from now on have a year of four digits
     void TypeDateCentury(bool on);
-    int TypeDateFormat() const;
+    int TypeDateFormat() const;  // 0 to 99; saved with the grid, but changes nothing that is shown
     void TypeDateFormat(int format);
-    bool TypeSpin() const;
+    bool TypeSpin() const;  // Up, Down and the mouse wheel step a date while it is edited
     void TypeSpin(bool on);
-    QString TypeComboBoxList() const;
+    QString TypeComboBoxList() const;  // items, separated by tabs
     void TypeComboBoxList(const QString& tabbedItems);
     int TypeComboBoxMaxDrop() const;
-    void TypeComboBoxMaxDrop(int lines);
+    void TypeComboBoxMaxDrop(int items);
 
-    // Index of the item that the current cell's text is, from 0; -1 where it is none of the list.
-    // Setting it writes the item's text; an index beyond the list empties the cell.
+    // Index of the item that equals the current cell's text, from 0; -1 if there is none. Setting
+    // it writes the item's text; an index outside the list clears the text.
     int TypeComboBoxCurSel() const;
     void TypeComboBoxCurSel(int index);
 
-    // Picture of the current cell, as the bytes of an image file; empty for none.
+    // Picture of the current cell as the bytes of an image file; empty for none.
     QByteArray Picture() const;
     void Picture(const QByteArray& imageFile);
 
-    // Joins data cells. A block that meets spans already there dissolves them. Sizes below 1 and
-    // blocks beyond the grid are cut to it; a block of one cell makes no span.
+    // Joins cells into a span and removes the spans that it overlaps. Sizes below 1 count as 1, and
+    // what lies outside the grid is cut off; one cell alone makes no span. Covered cells keep their
+    // texts, but do not show them. Deliberate: behaviour 18.
     void AddCellSpan(int col, int row, int numCols, int numRows);
 
-    // The span that covers a cell. False, and the cell itself as 1 x 1, where none does.
+    // Gets the span that covers a cell. Returns false and the cell itself as 1 x 1 if there is
+    // none.
     bool GetCellSpan(int col, int row, int& anchorCol, int& anchorRow, int& numCols,
                      int& numRows) const;
+
+    // Removes the span with this anchor, if there is one.
     void RemoveCellSpan(int anchorCol, int anchorRow);
 
-    // Borders on every cell of a block; types can be added up. Style None takes them away.
+    // Sets borders of every cell of a block; the types can be added. BorderStyle::None removes
+    // them.
     void SetCellBorder(int col, int row, int col2, int row2, BorderType type, int colour,
                        BorderStyle style);
 
-    // The first row from rowStart to rowEnd (-1: the last with data) whose text in the column is
-    // `text`, case ignored; -1 where there is none.
+    // The first row from rowStart to rowEnd (-1: the last row with data) whose text in the column
+    // equals `text`, ignoring case; -1 if there is none. The flags have no effect.
     int SearchCol(int col, int rowStart, int rowEnd, const QString& text, int flags = 0) const;
 
     // --- Columns and rows ----------------------------------------------------------------------
 
-    // Width in units of the width of "0" in Arial 10, 8 at first; -1 writes all columns but the
-    // row heads'. 0 to 1000.
+    // Width in units of the width of "0" in Arial 10, 0 to 1000, initially 8. -1 writes all columns
+    // except the row heads.
     double ColWidth(int col) const;
     void ColWidth(int col, double width);
 
-    // Height in points, 20 at first; -1 writes all rows but the heads'. 0 to 1000.
+    // Height in points, 0 to 1000, initially 20. -1 writes all rows except the column heads.
     double RowHeight(int row) const;
     void RowHeight(int row, double height);
 
-    // Hidden flag of the column `Col`, the row `Row`, or of the block's; -1 writes all.
+    // Hides the column `Col` or the row `Row`, with BlockMode those of the block; -1 means all.
     bool ColHidden() const;
     void ColHidden(bool hidden);
     bool RowHidden() const;
     void RowHidden(bool hidden);
 
-    // A forced page break behind the row `Row` in print.
+    // A page break after the row `Row` in print; with BlockMode after each row of the block.
     bool RowPageBreak() const;
     void RowPageBreak(bool on);
 
+    // Whether the column heads and the row heads are shown; initially true.
     bool ColHeadersShow() const;
     void ColHeadersShow(bool on);
     bool RowHeadersShow() const;
     void RowHeadersShow(bool on);
+
+    // Whether the grid lines between rows and between columns are shown; initially true.
     bool GridShowHoriz() const;
     void GridShowHoriz(bool on);
     bool GridShowVert() const;
     void GridShowVert(bool on);
 
-    // Text runs over into empty neighbours.
+    // Whether a text that is too long for its cell runs over into empty neighbours; initially
+    // false.
     bool AllowCellOverflow() const;
     void AllowCellOverflow(bool on);
 
-    // Typing replaces a cell's text instead of adding to it.
+    // Whether typing in a view replaces a cell's text; initially false. If false, typing continues
+    // the text at its end. The value of a date or combo cell is always replaced.
+    // Deliberate: behaviour 16.
     bool EditModeReplace() const;
     void EditModeReplace(bool on);
 
     // --- Sorting -------------------------------------------------------------------------------
 
-    // The n-th key's column, and its order. n counts from 1 to 3; others are ignored.
+    // Column and order of the n-th sort key, n from 1 to 3; other numbers are ignored.
     int SortKey(int n) const;
     void SortKey(int n, int col);
     SortOrder SortKeyOrder(int n) const;
     void SortKeyOrder(int n, SortOrder order);
 
-    // Sorts whole rows from row to row2 by the keys. Stable; empty cells come last in both orders,
-    // date cells compare as dates, two plain numbers as numbers, everything else as text by
-    // locale without case. Spans of the rows are dropped. `col` and `col2` have no effect.
+    // Sorts whole rows from row to row2 by the sort keys, and removes the spans of these rows. The
+    // sort is stable. Date cells compare as dates, plain numbers as numbers, other texts like
+    // compareTexts; empty cells come last in both orders. `col` and `col2` have no effect.
+    // Deliberate: behaviour 19.
     void Sort(int col, int row, int col2, int row2, SortBy by);
 
-    // What a click on the head of `col` does in every list: sorts ascending first, and flips the
-    // order at each further click, also when the column is another one.
+    // Sorts by `col` as a click on its head does in every list: ascending at first, and in the
+    // other order than before at each further click, even on another column.
+    // Deliberate: behaviour 7.
     void SortByHead(int col);
 
     // --- Files and memory ----------------------------------------------------------------------
 
-    // Writes the whole grid with all sheets; the file is replaced whole or left as it was. With
-    // dataOnly true only sizes, texts and pictures go out. False where it failed, or where the
-    // grid holds more than 8 million cells.
-    bool SaveToFile(const QString& path, bool dataOnly) const;
+    // Saves the grid with all sheets. The file is replaced whole or left as it was. With dataOnly
+    // true it holds only sizes, texts and pictures. Returns false if the file cannot be written or
+    // the grid holds more than 8 million cells.
+    [[nodiscard]] bool SaveToFile(const QString& path, bool dataOnly) const;
 
-    // Replaces the whole grid by a file's, with its ActiveSheet; Col, Row and BlockMode stay, no
-    // cell has the focus. False, and the grid as it was, where the file is
-    // missing, damaged, too large for its own counts or of a later version.
+    // The bytes that SaveToFile writes with dataOnly false; empty if the grid holds more than 8
+    // million cells.
+    QByteArray fileBytes() const;
+
+    // Replaces the whole grid by the one in a file. Its ActiveSheet becomes `Sheet`, and no cell is
+    // active; Col, Row and BlockMode do not change. Returns false and leaves the grid as it was if
+    // the file is missing, damaged, larger than its own numbers say or of a later version.
     bool LoadFromFile(const QString& path);
 
-    // Copies a block of `Sheet` out, and in at (col, row). False where the block is empty or has
-    // no place in the grid; what lies beyond the grid's edge is cut off.
+    // Copies a block of `Sheet` into a buffer, and a buffer into `Sheet` with its first cell at
+    // (col, row). What lies outside the grid is cut off. Returns false if nothing is left.
     bool SaveBlockToBuffer(int col, int row, int col2, int row2, CellBlock& buffer) const;
     bool LoadBlockFromBuffer(int col, int row, const CellBlock& buffer);
 
-    // Writes a block of `Sheet` as a page of HTML with one table, a line a row, with colours,
-    // fonts, alignment, borders and spans; the lines of the grid where they are shown. Hidden rows
-    // and columns stay out. An end row below 1 is the last row with data, a block that ends above
-    // its start is empty. The file is replaced whole, or added to where `append` is true. The name
-    // of a log is taken and not used. False where the file cannot be written.
-    bool ExportRangeToHTML(int col, int row, int col2, int row2, const QString& path, bool append,
-                           const QString& logFile) const;
+    // Writes a block of `Sheet` as an HTML page with one table, one line of text per row, with
+    // colours, fonts, alignment, borders, spans and the grid lines that are shown. Hidden rows and
+    // columns are left out. An end row below 1 is the last row with data; a block that ends above
+    // its start is empty. The file is replaced whole, or appended to if `append` is true. No log is
+    // written. Returns false if the file cannot be written. Deliberate: behaviour 17.
+    [[nodiscard]] bool ExportRangeToHTML(int col, int row, int col2, int row2, const QString& path,
+                                         bool append, const QString& logFile) const;
 
-    // --- For views, printing and export: any sheet, without the addressing state ---------------
+    // --- Reading any sheet, for views, printing and export -------------------------------------
 
     QString textAt(int sheet, int col, int row) const;
     CellFormat formatAt(int sheet, int col, int row) const;
     QByteArray pictureAt(int sheet, int col, int row) const;
-    CellSpan spanAt(int sheet, int col, int row) const;  // cols 0 where no span covers the cell
+    CellSpan spanAt(int sheet, int col, int row) const;  // cols is 0 if no span covers the cell
     const std::vector<CellSpan>& spansOf(int sheet) const;
     int rowsOf(int sheet) const;
     int colsOf(int sheet) const;
@@ -329,11 +346,11 @@ public:
     bool hasPageBreak(int sheet, int row) const;
 
 protected:
-    // Called at the first change after takeDirt, so that a view can plan one look for any number
-    // of writes.
+    // Called at the first change after takeDirt, so that a view can show any number of writes at
+    // once.
     virtual void becameDirty() {}
 
-    // What has changed, and forgets it.
+    // Returns the changes since the last call.
     GridDirt takeDirt();
 
 private:

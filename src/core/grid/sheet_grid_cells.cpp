@@ -1,5 +1,6 @@
 #include "core/data/dates.h"
-#include "core/grid/sheet_grid_data.h"
+#include "core/grid/sheet_data.h"
+#include "core/grid/sheet_grid_dates.h"
 
 #include <QStringList>
 
@@ -7,15 +8,12 @@
 
 namespace {
 
-const QDate firstDate(1990, 1, 1);
-const QDate lastDate(2100, 12, 31);
-
-// What a date cell shows of a text. False where it does not take the text.
+// Gives in `shown` what a date cell shows of a text. Returns false if it does not take the text.
 bool takesDate(const QString& text, bool century, QString& shown) {
     shown.clear();
     if (text.isEmpty()) return true;
     const auto date = parseDate(text);
-    if (!date || *date < firstDate || *date > lastDate) return false;
+    if (!date || *date < FirstCellDate || *date > LastCellDate) return false;
     shown = formatDate(*date);
     if (century) shown = shown.left(6) + QString::number(date->year());
     return true;
@@ -39,12 +37,13 @@ QString SheetGrid::GetText(int col, int row) const {
     return value;
 }
 
-// The address is inside the sheet.
+// The address has to be inside the sheet.
 void SheetGrid::writeText(int col, int row, const QString& value) {
     SheetData& sheet = d->current();
     if (sheet.isDateCell(col, row)) {
         const CellFormat* century = sheet.setting(col, row, DateCenturyBit);
         QString shown;
+        // Deliberate: behaviour 11.
         if (takesDate(value, century && century->dateCentury, shown))
             sheet.cellForWriting(col, row).text = shown;
     } else {
@@ -65,7 +64,7 @@ void SheetGrid::SetText(int col, int row, const QString& value) {
     }
 }
 
-// Calls write(col, row) for each cell that the addressing state names.
+// Calls write(col, row) for the current cell, or with BlockMode for each cell of the block.
 template <class Write>
 void SheetGrid::writeCells(Write write) {
     const int col2 = m_blockMode ? m_col2 : m_col;
@@ -100,7 +99,7 @@ int SheetGrid::SearchCol(int col, int rowStart, int rowEnd, const QString& text,
 void SheetGrid::writeFormat(int col, int row, int col2, int row2, const FormatPatch& change) {
     SheetData& sheet = d->current();
     const GridArea area = sheet.area(col, row, col2, row2);
-    // A default can be set even where the sheet has no cell to show it yet.
+    // A default can be set even if the sheet has no cell yet to show it.
     const bool anyCol = col == -1 || area.col <= area.col2;
     const bool anyRow = row == -1 || area.row <= area.row2;
     if (!anyCol || !anyRow) return;
@@ -162,7 +161,7 @@ void SheetGrid::FontName(const QString& name) {
 double SheetGrid::FontSize() const { return readProperty(FontSizeBit, &CellFormat::fontSize); }
 
 void SheetGrid::FontSize(double points) {
-    writeProperty(FontSizeBit, &CellFormat::fontSize, atMost(points, MaxLineSize));
+    writeProperty(FontSizeBit, &CellFormat::fontSize, atMost(points, MaxSectionSize));
 }
 
 bool SheetGrid::FontBold() const { return readProperty(FontBoldBit, &CellFormat::fontBold); }

@@ -1,8 +1,14 @@
-// Date cells, as the windows' date pickers have them.
+// Date cells.
 #pragma once
 
 #include "core/grid/sheet_grid.h"
 
-// Makes a cell take dates alone, shown as "mm/dd/yy", with buttons that step them. -1 as column or
-// row means all. Moves the grid's current cell there.
+#include <QDate>
+
+// The first and the last date that a date cell takes.
+inline const QDate FirstCellDate(1990, 1, 1);
+inline const QDate LastCellDate(2100, 12, 31);
+
+// Turns a cell into a date cell that shows "mm/dd/yy" and can be stepped from day to day. -1 as
+// column or row means all. Makes the cell the grid's current one.
 void setUpDateCells(SheetGrid& grid, int col, int row);

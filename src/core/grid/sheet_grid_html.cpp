@@ -1,5 +1,5 @@
 #include "core/data/paths.h"
-#include "core/grid/sheet_grid_data.h"
+#include "core/grid/sheet_data.h"
 
 #include <QFile>
 
@@ -7,9 +7,9 @@
 
 namespace {
 
-// Readers' fonts run wider than ours, so a unit of width is wider than on the screen. But where
-// texts run over, the letters of one row stand over those of another, and a unit is as wide as on
-// paper: the width of "0" in Arial 10.
+// Mail programs may use wider fonts, so a unit of width is wider than on the screen. But if texts
+// run over into neighbours, the letters of a row stand over those of the next one, and a unit is as
+// wide as in print: the width of "0" in Arial 10.
 constexpr double PixelsPerUnit = 8.215;
 constexpr double PixelsPerOverflowUnit = 1139.0 / 2048 * 10 * 96 / 72;
 constexpr double PixelsPerPoint = 96.0 / 72;
@@ -19,10 +19,10 @@ QByteArray colourName(int colour) {
     return '#' + QByteArray::number(value, 16).rightJustified(6, '0');
 }
 
-// A text as the table shows it: its line ends as breaks, rows of blanks kept.
+// Appends a text with its line ends as breaks and all its blanks.
 void appendText(QByteArray& html, const QString& text) {
     const QByteArray bytes = text.toUtf8();
-    char before = ' ';  // blanks at the start of a line are kept, too
+    char before = ' ';  // blanks at the start of a line are kept as well
     bool afterReturn = false;
     for (char c : bytes) {
         if (c == '\n' && afterReturn) {
@@ -56,8 +56,8 @@ QByteArray borderStyle(const char* side, const CellBorder& border) {
     return QByteArray("border-") + side + ":1px solid " + colourName(border.colour) + ';';
 }
 
-// What all cells of one format have in common: the tag up to its end, without it, and what stands
-// about the text.
+// What all cells of one format share: the opening tag without its ">", and the tags around the
+// text.
 struct CellTag {
     QByteArray open;
     const char* before = "";
@@ -72,7 +72,7 @@ CellTag tagOf(const CellFormat& format) {
     if (format.backColor != White) tag.open += " BGCOLOR=\"" + colourName(format.backColor) + '"';
     QByteArray style;
     if (format.hasForeColor) style += "color:" + colourName(format.foreColor) + ';';
-    // Dark on light also where the reader's own text is light.
+    // Dark on light even if the mail program's own text is light.
     else if (format.backColor != White)
         style += "color:#000000;";
     if (!format.fontName.isEmpty()) {
@@ -91,12 +91,12 @@ CellTag tagOf(const CellFormat& format) {
     return tag;
 }
 
-// A number as short as it can be written.
+// A number with at most four significant digits.
 QByteArray numbered(double value) { return QByteArray::number(value, 'g', 4); }
 
 class HtmlTable {
 public:
-    HtmlTable(const SheetGrid& grid, const SheetData& page, const GridArea& area);
+    HtmlTable(const SheetGrid& grid, const SheetData& data, const GridArea& area);
 
     QByteArray page();
 
@@ -114,7 +114,7 @@ private:
     };
 
     const SheetGrid& m_grid;
-    const SheetData& m_page;
+    const SheetData& m_data;
     const GridArea m_area;
     const int m_sheet;
     std::vector<Col> m_cols;
@@ -123,26 +123,26 @@ private:
     std::map<std::array<int, 3>, CellTag> m_tags;
 };
 
-HtmlTable::HtmlTable(const SheetGrid& grid, const SheetData& page, const GridArea& area)
-    : m_grid(grid), m_page(page), m_area(area), m_sheet(grid.Sheet()) {
+HtmlTable::HtmlTable(const SheetGrid& grid, const SheetData& data, const GridArea& area)
+    : m_grid(grid), m_data(data), m_area(area), m_sheet(grid.Sheet()) {
     for (int col = area.col; col <= area.col2; ++col) {
-        const GridLine& line = page.colLine(col);
-        m_cols.push_back({line.hidden, line.format, line.hidden ? 0 : line.size});
+        const GridSection& section = data.colSection(col);
+        m_cols.push_back({section.hidden, section.format, section.hidden ? 0 : section.size});
     }
 }
 
-// The page's title: its first text.
+// The title of the page: its first text.
 QString HtmlTable::firstText() const {
     for (int row = m_area.row; row <= m_area.row2; ++row)
         for (int col = m_area.col; col <= m_area.col2; ++col) {
-            const GridCell* cell = m_page.cell(col, row);
+            const GridCell* cell = m_data.cell(col, row);
             if (cell && !cell->text.isEmpty()) return cell->text;
         }
     return QStringLiteral("Lorvanite");
 }
 
-// The tags "<HTML>" and "</TABLE>" stand on lines of their own, and the table's tag on one: what
-// goes into a mail is worked on by lines.
+// The tags "<HTML>", "<TABLE ...>" and "</TABLE>" are lines of their own, because the mail windows
+// process the file line by line.
 QByteArray HtmlTable::page() {
     m_html.reserve(64 * (m_area.row2 - m_area.row + 1) * qsizetype(m_cols.size()) + 1024);
     m_html +=
@@ -152,7 +152,7 @@ QByteArray HtmlTable::page() {
     m_html += "</TITLE>\n</HEAD>\n<BODY BGCOLOR=\"#ffffff\">\n";
     appendOpening();
     for (int row = m_area.row; row <= m_area.row2; ++row)
-        if (!m_page.rowLine(row).hidden) appendRow(row);
+        if (!m_data.rowSection(row).hidden) appendRow(row);
     m_html += "</TABLE>\n</BODY>\n</HTML>\n";
     return m_html;
 }
@@ -175,33 +175,34 @@ void HtmlTable::appendOpening() {
 }
 
 void HtmlTable::appendRow(int row) {
-    const GridLine& line = m_page.rowLine(row);
-    m_rowFormat = line.format;
-    m_html += "<TR STYLE=\"height:" + QByteArray::number(std::lround(line.size * PixelsPerPoint)) +
-              "px\">";
+    const GridSection& section = m_data.rowSection(row);
+    m_rowFormat = section.format;
+    m_html +=
+        "<TR STYLE=\"height:" + QByteArray::number(std::lround(section.size * PixelsPerPoint)) +
+        "px\">";
     for (int col = m_area.col; col <= m_area.col2; ++col) {
-        if (!m_cols[size_t(col - m_area.col)].hidden) appendCell(col, row, m_page.cell(col, row));
+        if (!m_cols[size_t(col - m_area.col)].hidden) appendCell(col, row, m_data.cell(col, row));
     }
     m_html += "</TR>\n";
 }
 
 void HtmlTable::appendCell(int col, int row, const GridCell* cell) {
-    const CellSpan* span = m_page.spanAt(col, row);
+    const CellSpan* span = m_data.spanAt(col, row);
     int cols = 1;
     int rows = 1;
     if (span) {
-        // The first cell of a span that is seen stands for all of it.
+        // The first visible cell of a span stands for the whole span.
         const int lastCol = std::min(span->col + span->cols - 1, m_area.col2);
         const int lastRow = std::min(span->row + span->rows - 1, m_area.row2);
         for (int c = std::max(span->col, m_area.col); c < col; ++c)
             if (!m_cols[size_t(c - m_area.col)].hidden) return;
         for (int r = std::max(span->row, m_area.row); r < row; ++r)
-            if (!m_page.rowLine(r).hidden) return;
+            if (!m_data.rowSection(r).hidden) return;
         for (int c = col + 1; c <= lastCol; ++c) cols += !m_cols[size_t(c - m_area.col)].hidden;
-        for (int r = row + 1; r <= lastRow; ++r) rows += !m_page.rowLine(r).hidden;
+        for (int r = row + 1; r <= lastRow; ++r) rows += !m_data.rowSection(r).hidden;
         col = span->col;
         row = span->row;
-        cell = m_page.cell(col, row);
+        cell = m_data.cell(col, row);
     }
     const CellTag& look = tag(col, row, cell);
     m_html += look.open;
@@ -220,12 +221,12 @@ void HtmlTable::appendCell(int col, int row, const GridCell* cell) {
 
 const CellTag& HtmlTable::tag(int col, int row, const GridCell* cell) {
     const int colFormat =
-        col >= m_area.col ? m_cols[size_t(col - m_area.col)].format : m_page.colLine(col).format;
-    const int rowFormat = row >= m_area.row ? m_rowFormat : m_page.rowLine(row).format;
+        col >= m_area.col ? m_cols[size_t(col - m_area.col)].format : m_data.colSection(col).format;
+    const int rowFormat = row >= m_area.row ? m_rowFormat : m_data.rowSection(row).format;
     const std::array<int, 3> key{cell ? cell->format : -1, rowFormat, colFormat};
     const auto known = m_tags.find(key);
     if (known != m_tags.end()) return known->second;
-    CellFormat format = m_page.resolved(col, row);
+    CellFormat format = m_data.resolved(col, row);
     const CellBorder gridLine{BorderStyle::Solid, RGB(216, 210, 195)};
     if (m_grid.GridShowHoriz() && format.bottom.style == BorderStyle::None)
         format.bottom = gridLine;

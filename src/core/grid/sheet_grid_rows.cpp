@@ -6,14 +6,14 @@
 
 namespace {
 
-double asSize(double size) { return size >= 0 ? std::min(size, MaxLineSize) : 0; }
+double asSize(double size) { return size >= 0 ? std::min(size, MaxSectionSize) : 0; }
 
-// Changes a line, or with -1 the plain one and all that differ from it.
+// Changes the plain row or column and all that differ from it.
 template <class Change>
-void changeAll(GridLine& plain, GridLines& lines, Change change) {
+void changeAll(GridSection& plain, GridSections& sections, Change change) {
     change(plain);
-    for (auto& [number, line] : lines)
-        if (number > 0) change(line);
+    for (auto& [number, section] : sections)
+        if (number > 0) change(section);
 }
 
 }  // namespace
@@ -25,9 +25,9 @@ void SheetGrid::changeCols(int first, int last, Change change) {
     SheetData& sheet = d->current();
     const GridArea area = sheet.area(first, -1, last, -1);
     if (first == -1)
-        changeAll(sheet.plainCol, sheet.colLines, change);
+        changeAll(sheet.plainCol, sheet.colSections, change);
     else
-        for (int col = area.col; col <= area.col2; ++col) change(sheet.colLineForWriting(col));
+        for (int col = area.col; col <= area.col2; ++col) change(sheet.colSectionForWriting(col));
     touchLayout();
 }
 
@@ -36,42 +36,43 @@ void SheetGrid::changeRows(int first, int last, Change change) {
     SheetData& sheet = d->current();
     const GridArea area = sheet.area(-1, first, -1, last);
     if (first == -1)
-        changeAll(sheet.plainRow, sheet.rowLines, change);
+        changeAll(sheet.plainRow, sheet.rowSections, change);
     else
-        for (int row = area.row; row <= area.row2; ++row) change(sheet.rowLineForWriting(row));
+        for (int row = area.row; row <= area.row2; ++row) change(sheet.rowSectionForWriting(row));
     touchLayout();
 }
 
 double SheetGrid::ColWidth(int col) const { return widthOf(d->sheet, col); }
 
 void SheetGrid::ColWidth(int col, double width) {
-    changeCols(col, col, [size = asSize(width)](GridLine& line) { line.size = size; });
+    changeCols(col, col, [size = asSize(width)](GridSection& section) { section.size = size; });
 }
 
 double SheetGrid::RowHeight(int row) const { return heightOf(d->sheet, row); }
 
 void SheetGrid::RowHeight(int row, double height) {
-    changeRows(row, row, [size = asSize(height)](GridLine& line) { line.size = size; });
+    changeRows(row, row, [size = asSize(height)](GridSection& section) { section.size = size; });
 }
 
 bool SheetGrid::ColHidden() const { return isColHidden(d->sheet, m_col); }
 
 void SheetGrid::ColHidden(bool hidden) {
     changeCols(m_col, m_blockMode ? m_col2 : m_col,
-               [hidden](GridLine& line) { line.hidden = hidden; });
+               [hidden](GridSection& section) { section.hidden = hidden; });
 }
 
 bool SheetGrid::RowHidden() const { return isRowHidden(d->sheet, m_row); }
 
 void SheetGrid::RowHidden(bool hidden) {
     changeRows(m_row, m_blockMode ? m_row2 : m_row,
-               [hidden](GridLine& line) { line.hidden = hidden; });
+               [hidden](GridSection& section) { section.hidden = hidden; });
 }
 
 bool SheetGrid::RowPageBreak() const { return hasPageBreak(d->sheet, m_row); }
 
 void SheetGrid::RowPageBreak(bool on) {
-    changeRows(m_row, m_blockMode ? m_row2 : m_row, [on](GridLine& line) { line.pageBreak = on; });
+    changeRows(m_row, m_blockMode ? m_row2 : m_row,
+               [on](GridSection& section) { section.pageBreak = on; });
 }
 
 // --- Rows in and out ---------------------------------------------------------------------------
@@ -139,6 +140,8 @@ bool SheetGrid::SaveToFile(const QString& path, bool dataOnly) const {
     const QByteArray bytes = writeGridFile(d->data, dataOnly);
     return !bytes.isEmpty() && replaceFile(path, bytes);
 }
+
+QByteArray SheetGrid::fileBytes() const { return writeGridFile(d->data, false); }
 
 bool SheetGrid::LoadFromFile(const QString& path) {
     QFile file(resolvedPath(path));

@@ -1,21 +1,21 @@
 #include "core/data/collation.h"
 #include "core/data/dates.h"
-#include "core/grid/sheet_grid_data.h"
+#include "core/grid/sheet_data.h"
 
 #include <numeric>
 #include <string>
 
 namespace {
 
-// What a cell is for the order: dates stand before numbers, numbers before texts. The empty cell
-// stands last, whatever the order.
+// What a cell compares as. Dates come before numbers and numbers before texts; empty cells come
+// last in both orders.
 struct SortValue {
     enum Kind { Date, Number, Text, Empty } kind = Empty;
     double number = 0;
     std::string text;
 };
 
-// Digits with a sign and a decimal point at most, as the program writes numbers.
+// Digits with an optional sign and decimal point, as the program writes numbers.
 bool isPlainNumber(const QString& text) {
     bool digit = false;
     bool point = false;
@@ -80,7 +80,7 @@ void SheetGrid::Sort(int, int row, int, int row2, SortBy) {
     for (const GridSortKey& key : d->data.sortKeys)
         if (key.col >= 1 && key.col <= sheet.maxCols && key.order != SortOrder::None)
             keys.push_back(key);
-    // Rows of which nothing is kept are empty: they stay behind the others as they are.
+    // The rows after the last kept one are empty and stay where they are.
     const int count = std::min(area.row2, sheet.lastKeptRow()) - area.row + 1;
     if (keys.empty() || count < 1) return;
 
@@ -107,7 +107,7 @@ void SheetGrid::Sort(int, int row, int, int row2, SortBy) {
 
 void SheetGrid::SortByHead(int col) {
     SortKey(1, col);
-    // The order is remembered from column to column: meant.
+    // Deliberate: behaviour 7.
     SortKeyOrder(
         1, SortKeyOrder(1) == SortOrder::Ascending ? SortOrder::Descending : SortOrder::Ascending);
     Sort(-1, -1, -1, -1, SortBy::Rows);

@@ -4,6 +4,7 @@
 #include "platform/desktop/form.h"
 #include "ui_frm_about.h"
 
+// Shows the version of the program.
 class frmAbout : public Form<frmAbout>, public Ui::frmAbout {
 public:
     frmAbout();

@@ -34,7 +34,7 @@ frmMDI* g_instance = nullptr;
 constexpr int UtilitiesLeft = 11505;  // twips
 constexpr int AboutMargin = 150;      // twips
 
-// Opens a module: on the screen first, in its place then.
+// Opens a module: shows it and then moves it to its place.
 template <typename Module>
 void showModule() {
     Module::instance().Show();
@@ -51,11 +51,11 @@ void centreOnScreen(QWidget& window) {
 
 frmMDI::frmMDI() {
     setupUi(this);
-    g_instance = this;
-    // The bar's free button is made first; Qt takes it for the last already, going round the end.
+    // cmdAbout is created first but comes last in the tab order. Qt already takes it for the last,
+    // since the order is a ring, so it is moved to the front and then to the end.
     setTabOrder(cmdSetList, cmdAbout);
     setTabOrder(Command11, cmdAbout);
-    setMainWindow({this, mdiArea, SB, &CommonDlg});
+    m_registration.emplace(*this);
     dressButtons();
     setUpUtilities();
     wireModules();
@@ -63,10 +63,16 @@ frmMDI::frmMDI() {
     centreOnScreen(*this);
     splash = new frmSplash(this);
     splash->show();
+    reportFilesNotUpdated();
     showReminderNotes();
 }
 
-frmMDI::~frmMDI() {
+frmMDI::Registration::Registration(frmMDI& window) {
+    g_instance = &window;
+    setMainWindow({&window, window.mdiArea, window.SB, &window.CommonDlg});
+}
+
+frmMDI::Registration::~Registration() {
     setMainWindow({});
     g_instance = nullptr;
 }
@@ -122,6 +128,15 @@ void frmMDI::wireModules() {
     onEvent(this, &mnuCCLI, &QAction::triggered, &frmMDI::mnuCCLI_Click);
 }
 
+void frmMDI::reportFilesNotUpdated() {
+    const QStringList files = filesNotUpdated();
+    if (files.isEmpty()) return;
+    messageBox(QStringLiteral("These files could not be updated to this version of Lorvanite:\r") +
+                   files.join(QLatin1Char('\r')),
+               BoxIcon::Exclamation);
+}
+
+// Deliberate: behaviours 1 and 2.
 void frmMDI::showReminderNotes() {
     Recordset rs = select(QStringLiteral("SELECT * FROM prefs WHERE var_name = 'NotesOnStartUp'"));
     if (rs.EOF_()) return;
@@ -131,9 +146,8 @@ void frmMDI::showReminderNotes() {
     Recordset notes = select(QStringLiteral("SELECT * FROM notes"));
     QString text;
     for (; !notes.EOF_(); notes.MoveNext()) {
-        // A note without a date that can be read is never due.
+        // A note whose date cannot be read is never due.
         const auto notifyDate = parseDate(notes.Fields("notify_date"));
-        // Shown up to the day before the date, never on the date itself: this is meant.
         if (notifyDate && today() < *notifyDate) text += notes.Fields("notes") + QLatin1Char('\r');
     }
     notes.Close();
@@ -178,7 +192,7 @@ void frmMDI::cmdEmail_Click() { showModule<frmEmail>(); }
 void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }
 
 void frmMDI::Command10_Click() {
-    // The left edge is a fixed place and does not follow the button: this is meant.
+    // Deliberate: behaviour 3.
     const QPoint place(px(UtilitiesLeft), Command10->y() + Command10->height());
     mnuUtilities.popup(picButHold->mapToGlobal(place));
 }
@@ -191,6 +205,7 @@ void frmMDI::Command11_Click() {
 
 void frmMDI::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
+    // Deliberate: behaviour 4.
     cmdAbout->move(width() - cmdAbout->width() - px(AboutMargin), cmdAbout->y());
 }
 
@@ -202,7 +217,7 @@ void frmMDI::changeEvent(QEvent* event) {
 
 void frmMDI::closeEvent(QCloseEvent* event) {
     mdiArea->closeAllSubWindows();
-    // A module window that must not close now keeps the program.
+    // A module window that refuses to close keeps the program running.
     for (const QMdiSubWindow* window : mdiArea->subWindowList()) {
         if (!window->isVisible()) continue;
         event->ignore();

@@ -1,4 +1,4 @@
-// The main window: the button bar, the area of the module windows, the status line.
+// The main window: the button bar, the area for the module windows and the status bar.
 #pragma once
 
 #include "platform/desktop/common_dialog.h"
@@ -10,23 +10,24 @@
 #include <QMenu>
 #include <QPointer>
 
+#include <optional>
+
 class frmSplash;
 
 class frmMDI : public QMainWindow, public Ui::frmMDI {
     Q_OBJECT
 
 public:
-    // Opens the database, shows the splash and gives the reminder of due notes. Raises what a
-    // failing database or date raises.
+    // Opens the database, shows the splash and the reminder of notes. Raises like programFolder
+    // and openDatabase, or RunTimeError::StatementRefused if a statement fails.
     frmMDI();
-    ~frmMDI() override;
 
-    // The one main window; it has to exist.
+    // The main window, which has to exist.
     static frmMDI& instance();
 
     OnFailure onFailure() const { return OnFailure::EndsProgram; }
 
-    // The file and help dialog that every module borrows.
+    // The file and help dialog, which all modules share.
     CommonDialog CommonDlg;
 
     QMenu mnuUtilities;
@@ -35,7 +36,7 @@ public:
     QAction mnuBackupFiles;
     QAction mnuCCLI;
 
-    // The splash; null once it is gone.
+    // The splash; null after it was closed.
     QPointer<frmSplash> splash;
 
 protected:
@@ -44,6 +45,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void reportFilesNotUpdated();
     void showReminderNotes();
     void setUpUtilities();
     void wireModules();
@@ -64,4 +66,12 @@ private:
     void cmdAbout_Click();
     void Command10_Click();
     void Command11_Click();
+
+    // Makes the window known to the others, and unknown when it is destroyed, even by an error in
+    // its constructor.
+    struct Registration {
+        explicit Registration(frmMDI& window);
+        ~Registration();
+    };
+    std::optional<Registration> m_registration;
 };

@@ -19,7 +19,7 @@ frmSplash::frmSplash(QWidget* over) : QFrame(over, Qt::SplashScreen | Qt::Framel
     t.setInterval(3000);
     onEvent(this, &t, &QTimer::timeout, &frmSplash::t_Timer);
     Image1->setPixmap(themedIcon(QStringLiteral("app")).pixmap(Image1->minimumSize()));
-    // Without the face of the design the desktop's own, in the same weight.
+    // If the font of the design is missing, the desktop's font in the same weight.
     QFont font = lblVersion->font();
     font.setFamilies({font.family(), QApplication::font().family()});
     font.setWeight(QFont::Black);

@@ -1,4 +1,4 @@
-// The picture that greets at the start.
+// The splash at the start of the program.
 #pragma once
 
 #include "platform/desktop/form.h"
@@ -7,23 +7,24 @@
 #include <QFrame>
 #include <QTimer>
 
-// The program's version, "1.2.3".
+// The version of the program, such as "1.2.3".
 QString programVersion();
 
-// A window of its own, seen before the main window is up: in the middle of where that will stand,
-// for three seconds, or until it is clicked.
+// A separate window that is shown before the main window, in the middle of its place, for three
+// seconds or until a click or a key.
 class frmSplash : public QFrame, public Ui::frmSplash {
     Q_OBJECT
 
 public:
+    // Shows nothing yet; `over` is the main window.
     explicit frmSplash(QWidget* over);
 
-    // Fires once, 3000 ms after it is enabled, and unloads the splash.
+    // Fires once, 3000 ms after the splash was created, and unloads it.
     QTimer t;
 
     OnFailure onFailure() const { return OnFailure::EndsProgram; }
 
-    // Takes the splash away.
+    // Closes the splash and deletes it later.
     void Unload();
 
 protected:

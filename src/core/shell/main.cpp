@@ -1,17 +1,3 @@
-#include "core/shell/frm_mdi.h"
-#include "platform/theme/theme.h"
+#include "core/shell/program.h"
 
-#include <QApplication>
-
-#include <memory>
-
-int main(int argc, char** argv) {
-    QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("Lorvanite"));
-    QApplication::setDesktopFileName(QStringLiteral("lorvanite"));
-    applyTheme(app);
-    std::unique_ptr<frmMDI> window;
-    atEdge(OnFailure::EndsProgram, [&] { window = std::make_unique<frmMDI>(); });
-    window->show();
-    return QApplication::exec();
-}
+int main(int argc, char** argv) { return runProgram(argc, argv); }

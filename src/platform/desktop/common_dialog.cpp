@@ -29,7 +29,7 @@ QList<FileFilter> filtersOf(const QString& filter) {
     return filters;
 }
 
-// One file's path, or the folder of several and their names in it, NUL between them.
+// The path of one file, or the folder and the names of several, separated by NUL.
 QString joinedNames(const QStringList& files) {
     if (files.size() < 2) return QDir::toNativeSeparators(files.value(0));
     const QDir folder = QFileInfo(files.first()).dir();
@@ -38,8 +38,8 @@ QString joinedNames(const QStringList& files) {
     return QDir::toNativeSeparators(parts.join(QChar(u'\0')));
 }
 
-// A file dialog that gives a name to save under one of its filter's endings before it looks
-// whether the file exists.
+// A file dialog that adds the extension of its filter to a name to save before it checks whether
+// the file exists.
 class FileDialog : public QFileDialog {
 public:
     using QFileDialog::QFileDialog;
@@ -88,7 +88,7 @@ bool CommonDialog::chosen(void (CommonDialog::*show)()) {
 
 void CommonDialog::show(bool saves) {
     FileDialog dialog(mainWindow());
-    // The desktop's own dialog would neither keep the endings nor follow the program's look.
+    // The desktop's own dialog would neither add extensions nor follow the theme.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::DontConfirmOverwrite, !(Flags & OverwritePrompt));
     dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);

@@ -1,4 +1,4 @@
-// The file and help dialog of the whole program.
+// The file and help dialog that all windows share.
 #pragma once
 
 #include <QPointer>
@@ -6,37 +6,39 @@
 
 class QWidget;
 
-// Set the members, show it, read FileName. The members keep what they hold between uses.
+// A file dialog that is used by setting its members, showing it and reading FileName. The members
+// keep their values between uses.
 class CommonDialog {
 public:
     enum Flag { OverwritePrompt = 2, AllowMultiselect = 0x200 };
 
-    bool CancelError = false;  // a cancel raises error 32755
-    QString Filter;            // pairs "Description|*.ext;*.ext2", joined by "|"
-    int FilterIndex = 1;       // the pair shown first, from 1
-    QString InitDir;           // the folder to start in; either separator
-    QString FileName;          // the name proposed, and afterwards the one chosen; of several
-                               // chosen the folder and each name in it, NUL between them
-    QString DialogTitle;       // empty: the platform's usual title
+    bool CancelError = false;  // whether a cancel raises RunTimeError::DialogCancelled
+    QString Filter;            // pairs "Description|*.ext;*.ext2", separated by "|"
+    int FilterIndex = 1;       // the pair that is selected first, from 1
+    QString InitDir;           // the folder to start in, with either separator
+    QString FileName;          // the proposed name, and afterwards the chosen one; if several were
+                               // chosen, their folder and their names, separated by NUL
+    QString DialogTitle;       // empty: the usual title
     int Flags = 0;
-    int MaxFileSize = 0;  // kept for the callers' sake: a result of any length fits
-    int HelpCommand = 0;
+    int MaxFileSize = 0;  // has no effect: a result may have any length
+    int HelpCommand = 0;  // has no effect: the file is shown from its beginning
     QString HelpFile;
 
-    // Waits for the choice of an existing file, or of several where Flags has AllowMultiselect. A
-    // cancel leaves FileName and, where CancelError is
-    // set, raises 32755.
+    // Lets the user choose an existing file, or several if Flags has AllowMultiselect. If the user
+    // cancels, FileName does not change, and RunTimeError::DialogCancelled is raised if CancelError
+    // is set.
     void ShowOpen();
 
-    // Waits for the choice of a file to write. A name without one of the filter's endings gets the
-    // first of them. Asks before an existing file is chosen where Flags has OverwritePrompt.
+    // Lets the user choose a file to write. A name without an extension of the filter gets its
+    // first one. Asks before an existing file is chosen if Flags has OverwritePrompt. A cancel is
+    // as above.
     void ShowSave();
 
-    // Shows the dialog by one of the two above with a cancel as an error, and tells whether to go
-    // on: false after a cancel, true also after any other error.
+    // Sets CancelError and calls ShowOpen or ShowSave. Returns false if the user cancelled, and
+    // true otherwise, even after another error. Deliberate: behaviour 15.
     bool chosen(void (CommonDialog::*show)());
 
-    // Shows HelpFile in a window of its own, and says so where there is no such file.
+    // Shows HelpFile in the help window, or a message if there is no such file.
     void ShowHelp();
 
 private:

@@ -1,4 +1,4 @@
-// What the windows share of the desktop: the main window, the pointer, the end of the process.
+// What all windows share: the main window, the mouse pointer, the end of the process.
 #pragma once
 
 #include <functional>
@@ -17,7 +17,8 @@ struct MainWindowParts {
     CommonDialog* dialog = nullptr;  // CommonDlg
 };
 
-// Called by the main window when it is created, and with an empty value when it is destroyed.
+// Sets what the other windows share. The main window calls it when it is created, and with an empty
+// value when it is destroyed.
 void setMainWindow(const MainWindowParts& parts);
 
 // The main window and the area of the module windows; null if there is no main window.
@@ -32,18 +33,18 @@ void setStatusText(const QString& text);
 
 enum class MousePointer { Arrow = 1, Hourglass = 11 };
 
-// The pointer over all windows of the program.
+// Sets the mouse pointer over all windows of the program.
 void setMousePointer(MousePointer pointer);
 
-// One turn of the event loop, in which windows paint and timers fire. What the user does waits.
+// Processes pending events: windows are painted and timers fire. User input waits.
 void doEvents();
 
-// Pixels of a length in twips, of which 15 make a pixel.
+// Converts twips to pixels; a pixel is 15 twips.
 constexpr int px(int twips) { return twips / 15; }
 
 // Ends the process. With status 0 the main event loop ends and main() returns; with any other
 // status the process ends at once, without running destructors.
 void endProcess(int status);
 
-// Lets a test be told of the end instead.
+// Sets a function that a test wants to be called instead of ending the process.
 void setEndOfProcess(std::function<void(int status)> callback);

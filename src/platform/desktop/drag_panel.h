@@ -1,12 +1,12 @@
-// A panel that is dragged by the mouse.
+// A panel that can be dragged with the mouse.
 #pragma once
 
 #include <QFrame>
 
 class QRubberBand;
 
-// While the mouse drags the panel's ground an outline goes with the pointer; the panel itself
-// stays. Whoever it is dropped on moves it.
+// While the user drags the panel an outline follows the pointer. The panel itself does not move;
+// whoever handles dropped() moves it.
 class DragPanel : public QFrame {
     Q_OBJECT
 
@@ -14,7 +14,7 @@ public:
     explicit DragPanel(QWidget* parent = nullptr);
 
 Q_SIGNALS:
-    // The panel was let go with the pointer at this place of the screen.
+    // The panel was dropped with the pointer at this position of the screen.
     void dropped(const QPoint& place);
 
 protected:

@@ -20,7 +20,7 @@ struct Place {
     QString folder;
 };
 
-// File systems that belong to the machine's inner workings are no places of the user's.
+// Removable media; other file systems are none that the user looks for.
 bool isPlugged(const QStorageInfo& volume) {
     static const QStringList where = {QStringLiteral("/media/"), QStringLiteral("/run/media/"),
                                       QStringLiteral("/mnt/"), QStringLiteral("/Volumes/")};
@@ -46,7 +46,7 @@ QList<Place> places() {
     return found;
 }
 
-// A list of drives that looks around each time it drops down.
+// A list of drives that is updated each time it drops down.
 class DriveList : public QComboBox {
 public:
     DriveList(QWidget* parent, std::function<void()> lookAround)
@@ -61,7 +61,7 @@ private:
     std::function<void()> m_lookAround;
 };
 
-// Rows as airy as those of the grids.
+// Rows with the height of those in grids.
 class AiryRows : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -109,7 +109,7 @@ void FolderBrowser::setUpTree() {
     m_folders.setReadOnly(true);
     m_folders.setRootPath(QString());
     Dir1->setModel(&m_folders);
-    // Folders come in by and by and are sorted then; the one on view stays in sight.
+    // Folders are loaded little by little and sorted then; the selected one stays visible.
     connect(&m_folders, &QAbstractItemModel::layoutAboutToBeChanged, this, [this] {
         const QRect place = Dir1->visualRect(Dir1->currentIndex());
         m_inSight = Dir1->viewport()->rect().intersects(place);
@@ -161,7 +161,7 @@ void FolderBrowser::listDrives() {
     showDrive();
 }
 
-// The drive whose folder is nearest above the one on view.
+// Shows the drive on which the selected folder is.
 void FolderBrowser::showDrive() {
     qsizetype nearest = -1;
     Drive1->setCurrentIndex(-1);
@@ -184,7 +184,7 @@ void FolderBrowser::Drive1_Change() {
     try {
         Path(Drive1->currentData().toString());
     } catch (const RunTimeError&) {
-        // Missing or closed to the user: both mean that the drive cannot be read.
+        // Missing or without permission: either way the drive cannot be read.
         showDrive();
         messageBox(QStringLiteral("Device Unavailable"));
     }

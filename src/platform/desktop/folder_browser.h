@@ -1,4 +1,4 @@
-// A drive list, a folder tree and the files of a folder, one under the other.
+// A list of drives, a tree of folders and a list of files, one below the other.
 #pragma once
 
 #include <QComboBox>
@@ -7,10 +7,9 @@
 #include <QTreeView>
 #include <QWidget>
 
-// The drives are the places of the machine: the user's own folder, the whole file tree, and what
-// is plugged in. They are looked for anew whenever the list drops down. Choosing a drive takes the
-// folder tree there, or says that it is not available; a folder on view fills the file list with
-// the files of the pattern.
+// The drives are the home folder, the whole file system and the removable media; the list is
+// updated whenever it drops down. Choosing a drive selects its folder in the tree, or shows that it
+// is not available. Selecting a folder lists its files that match the pattern.
 class FolderBrowser : public QWidget {
     Q_OBJECT
 
@@ -21,27 +20,27 @@ public:
     QTreeView* Dir1;
     QListWidget* File1;
 
-    // The folder on view, with "/" as separator and none at the end; empty before the first.
+    // The selected folder, with "/" as separator and none at the end; empty if there is none yet.
     QString Path() const;
 
-    // Goes to a folder, given with either separator. Raises 76 where it is missing, 75 where it
-    // cannot be read; the folder on view stays then.
+    // Selects a folder, given with either separator. Raises RunTimeError::PathNotFound if it is
+    // missing, PathAccess if it cannot be read; the selection does not change then.
     void Path(const QString& folder);
 
-    // The files that the list shows, as "*.set"; capitals and small letters alike.
+    // Sets which files are listed, such as "*.set", ignoring case.
     void Pattern(const QString& pattern);
 
-    // The name of the file that was clicked last; empty where none was.
+    // The name of the file that was clicked last; empty if there is none.
     QString FileName() const;
 
-    // The whole path of that file; empty where none was clicked.
+    // The path of that file; empty if there is none.
     QString FilePath() const;
 
-    // Lets several files be selected by Ctrl and click.
+    // Whether several files can be selected with Ctrl and a click.
     void setMultiSelect(bool on);
 
 Q_SIGNALS:
-    // A file was clicked, or chosen by the keyboard.
+    // A file was clicked or activated with the keyboard.
     void FileClick();
 
 private:
@@ -55,5 +54,5 @@ private:
     QFileSystemModel m_folders;
     QString m_path;
     QString m_pattern = QStringLiteral("*");
-    bool m_inSight = false;  // the folder on view, before the tree is sorted anew
+    bool m_inSight = false;  // whether the folder was visible before the tree was sorted
 };

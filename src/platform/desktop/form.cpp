@@ -16,7 +16,8 @@ constexpr int TopInTwips = 500;
 
 }  // namespace
 
-// A module window's frame. Closing it lets go of the window at once; Qt deletes both later.
+// The frame of a module window. When it closes, the window is no longer the current instance; Qt
+// deletes both later.
 class FormFrame : public QMdiSubWindow {
 public:
     explicit FormFrame(FormBase* form) : m_form(form) {
@@ -42,6 +43,7 @@ void atEdge(OnFailure onFailure, const std::function<void()>& body) {
         messageBox(QStringLiteral("Run-time error '%1':\r\r%2")
                        .arg(QString::number(error.number()), error.description()),
                    BoxIcon::Critical);
+        // Deliberate: behaviour 5.
         if (onFailure == OnFailure::EndsProgram) endProcess(1);
     }
 }
@@ -64,7 +66,7 @@ void FormBase::Show() {
     show();
     if (formArea()) formArea()->setActiveSubWindow(m_frame);
     m_frame->raise();
-    // The keys go into the window: to where they were in it, or to its first control.
+    // The keyboard focus goes to the control that had it last, or to the first one.
     if (isAncestorOf(QApplication::focusWidget())) return;
     if (focusWidget())
         focusWidget()->setFocus();

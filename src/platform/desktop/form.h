@@ -1,4 +1,4 @@
-// The base of all module windows, and the edge at which what their handlers raise is caught.
+// The base of all module windows, and the place where errors of event handlers are caught.
 #pragma once
 
 #include <QString>
@@ -8,15 +8,15 @@
 
 class QMdiSubWindow;
 
-// What becomes of the program when a handler of a window fails with a run-time error.
+// What ends when an event handler of a window fails with a run-time error.
 enum class OnFailure { EndsProgram, EndsCommand };
 
-// Runs a handler's body. A RunTimeError that reaches it is told in a critical box; then the
-// process ends with status 1, or only the command has ended.
+// Runs the body of an event handler. A RunTimeError that the body does not catch is shown in a
+// critical box; then the process ends with status 1, or only the command has ended.
 void atEdge(OnFailure onFailure, const std::function<void()>& body);
 
-// Connects a control's signal to a handler, a member function of `owner`, through the edge. The
-// handler takes as many of the signal's arguments as it wants.
+// Connects a signal to a handler, a member function of `owner`, which runs in atEdge. The handler
+// may take fewer arguments than the signal has.
 template <typename Owner, typename Sender, typename Signal, typename Class, typename... Wanted>
 void onEvent(Owner* owner, Sender* sender, Signal signal, void (Class::*handler)(Wanted...)) {
     QObject::connect(sender, signal, owner, [owner, handler](Wanted... values) {
@@ -24,32 +24,31 @@ void onEvent(Owner* owner, Sender* sender, Signal signal, void (Class::*handler)
     });
 }
 
-// A module window inside the main window's area.
+// A module window. It opens inside the main window.
 class FormBase : public QWidget {
 public:
     FormBase();
     ~FormBase() override;
 
-    // Puts the window on the screen and brings it forward.
+    // Shows the window, brings it to the front and gives it the keyboard focus.
     void Show();
 
-    // Moves the window so that it stands in the middle of the main window, 500 twips from the
-    // top, with its size kept.
+    // Moves the window to the horizontal middle of the main window, 500 twips from the top.
     void centre();
 
-    // Closes the window and forgets it; the next touch makes a new one.
+    // Closes the window; the next call of instance() creates another.
     void Unload();
 
     virtual OnFailure onFailure() const { return OnFailure::EndsProgram; }
 
-    // The size that the window was designed with.
+    // The size of the design.
     QSize sizeHint() const override;
 
 protected:
-    // Called when the window is closed; the instance is no longer the one in use.
+    // Called when the window was closed, so that it is no longer the current instance.
     virtual void released() = 0;
 
-    // Call at the end of the constructor: the size of the design, in pixels.
+    // Sets the size of the design, in pixels. To be called at the end of the constructor.
     void setDesignSize(const QSize& size) { m_designSize = size; }
 
     QMdiSubWindow* frame();
@@ -61,11 +60,11 @@ private:
     QSize m_designSize;
 };
 
-// A window of which there is one at a time: class frmX : public Form<frmX>, public Ui::frmX.
+// A window with one instance at a time: class frmX : public Form<frmX>, public Ui::frmX.
 template <typename T>
 class Form : public FormBase {
 public:
-    // The window, created and loaded at the first touch.
+    // The current instance; created if there is none.
     static T& instance() {
         if (!s_instance) {
             s_instance = new T;

@@ -16,7 +16,7 @@
 
 namespace {
 
-// A heading's name in links: small letters, blanks as hyphens, nothing else.
+// The name of a heading in links: lower case, with hyphens for blanks and without punctuation.
 QString anchorOf(const QString& heading) {
     QString anchor;
     for (const QChar c : heading.toLower()) {
@@ -26,7 +26,7 @@ QString anchorOf(const QString& heading) {
     return anchor;
 }
 
-// A head with a ground of its own, and every other row with a faint one.
+// Gives the head row and every other row a background.
 void dressTable(QTextTable& table, const QPalette& palette) {
     QTextTableFormat look = table.format();
     look.setCellPadding(5);
@@ -102,7 +102,7 @@ void HelpWindow::showFile(const QString& path) {
     activateWindow();
 }
 
-// Markdown comes without room around its headings and in its tables.
+// Adds space around headings and in tables, which Markdown lacks.
 void HelpWindow::dress() {
     QTextDocument* guide = m_text->document();
     guide->setDocumentMargin(14);
@@ -118,7 +118,7 @@ void HelpWindow::dress() {
         if (auto* table = qobject_cast<QTextTable*>(frame)) dressTable(*table, palette());
 }
 
-// Pictures are as wide as the text at most.
+// Limits the width of pictures to that of the text.
 void HelpWindow::fitPictures() {
     QTextDocument* guide = m_text->document();
     const double room = m_text->viewport()->width() - 2 * guide->documentMargin();
@@ -133,7 +133,7 @@ void HelpWindow::fitPictures() {
             cursor.setPosition(fragment.position());
             cursor.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
             cursor.setCharFormat(picture);
-            break;  // the fragments are others now; a picture stands in a block of its own
+            break;  // the fragments have changed; a picture is the only one in its block
         }
 }
 
@@ -163,7 +163,7 @@ void HelpWindow::find(Step step) {
     const QString wanted = m_find->text();
     const QTextCursor before = m_text->textCursor();
     QTextCursor from = before;
-    // Typing on may keep the place that the shorter word has met.
+    // The match of a shorter word may still match the longer one.
     if (step == Step::Here) from.setPosition(before.selectionStart());
     m_text->setTextCursor(from);
     const QTextDocument::FindFlags way =
@@ -174,7 +174,7 @@ void HelpWindow::find(Step step) {
         found = m_text->find(wanted, way);
         if (!found) m_text->setTextCursor(before);
     }
-    // What is written below the place is seen as well.
+    // Scrolls on, so that the text below the match is visible as well.
     const int below = m_text->cursorRect().bottom() - m_text->viewport()->height() / 2;
     QScrollBar* bar = m_text->verticalScrollBar();
     if (found && below > 0) bar->setValue(bar->value() + below);

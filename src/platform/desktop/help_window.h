@@ -1,4 +1,4 @@
-// The window in which the user's guide is read.
+// The window that shows the user's guide.
 #pragma once
 
 #include <QDialog>
@@ -8,17 +8,17 @@ class QLineEdit;
 class QPushButton;
 class QTextBrowser;
 
-// Shows one text with headings and links to them, and finds words in it: Ctrl+F goes to the field,
-// typing finds the first place, Enter, F3 and the button the next one, Shift+Enter and Shift+F3 the
-// one before. The search goes round at the ends and ignores case.
+// Shows a text with headings and links to them. Ctrl+F moves the focus to the search field; typing
+// finds the first match, Enter, F3 and the button the next one, Shift+Enter and Shift+F3 the
+// previous one. The search wraps around and ignores case.
 class HelpWindow : public QDialog {
     Q_OBJECT
 
 public:
     explicit HelpWindow(QWidget* parent = nullptr);
 
-    // Reads the guide (Markdown, UTF-8) and shows it from its beginning. Pictures are looked for
-    // beside the file, and shrunk to the window's width.
+    // Reads a Markdown file in UTF-8 and shows it from its beginning. Paths of pictures are
+    // relative to the file; pictures are shrunk to the width of the window.
     void showFile(const QString& path);
 
 protected:

@@ -20,8 +20,8 @@ struct Option {
     const char* value;
 };
 
-// Nothing but the sound of the one file: no picture, no settings of the user's own player, no
-// scripts, nothing from the network, nor any file that the file names.
+// Only the sound of this file: no video, no settings or scripts of the user's own player, nothing
+// from the network, and no other file that the file refers to.
 constexpr Option Options[] = {
     {"config", "no"},
     {"terminal", "no"},
@@ -57,7 +57,7 @@ Media::~Media() {
 
 void Media::createPlayer() {
     if (m_player || !mpvLibrary()) return;
-    // The player reads and writes numbers with a point, and refuses to start otherwise.
+    // The player refuses to start if the decimal separator is not a point.
     std::setlocale(LC_NUMERIC, "C");
     mpv_handle* player = mpvLibrary()->create();
     if (!player) return;
@@ -72,7 +72,7 @@ void Media::createPlayer() {
     mpvLibrary()->observeProperty(player, 0, "eof-reached", MPV_FORMAT_FLAG);
     mpvLibrary()->observeProperty(player, 0, "time-pos", MPV_FORMAT_DOUBLE);
     m_player = player;
-    // The call comes from the player's own thread.
+    // The callback runs in a thread of the player.
     mpvLibrary()->setWakeupCallback(
         player,
         [](void* media) {
@@ -96,7 +96,7 @@ void Media::takeEvents() {
         else if (std::strcmp(property.name, "eof-reached") == 0)
             m_atEnd = isTrue(property);
         else
-            // Below nought while the sound is on its way to the loudspeaker.
+            // Negative until the first sound reaches the loudspeaker.
             m_position = property.format == MPV_FORMAT_DOUBLE
                              ? std::max(0.0, *static_cast<double*>(property.data))
                              : 0;
@@ -134,7 +134,7 @@ void Media::openFile() {
     if (!m_player) return;
     hold(true);
     m_atEnd = false;
-    // A whole path begins with a slash, and can be neither an address nor an option.
+    // An absolute path begins with a slash, so it cannot be taken for a URL or an option.
     if (there)
         send({"loadfile", QFile::encodeName(file.absoluteFilePath()).constData()});
     else
@@ -148,7 +148,7 @@ void Media::hold(bool on) {
 
 void Media::goToStart() { send({"seek", "0", "absolute+exact"}); }
 
-// The words are taken over before the call returns, and obeyed afterwards, in their order.
+// The player copies the command before the call returns and runs commands in their order.
 void Media::send(std::initializer_list<const char*> words) {
     std::vector<const char*> list(words);
     list.push_back(nullptr);

@@ -1,4 +1,4 @@
-// Sound files, heard.
+// Playback of sound files.
 #pragma once
 
 #include <QObject>
@@ -6,9 +6,9 @@
 
 struct mpv_handle;
 
-// A device that plays one sound file at a time, driven by words. No word waits for the disk or for
-// the loudspeaker. A file that is missing or cannot be played leaves the device closed, without a
-// word; on a machine without a loudspeaker it plays in silence.
+// Plays one sound file at a time, controlled by commands. No command waits for the disk or the
+// sound card. A file that is missing or cannot be played leaves the device closed without a
+// message. On a machine without a sound card files play in silence.
 class Media : public QObject {
     Q_OBJECT
 
@@ -16,22 +16,21 @@ public:
     explicit Media(QObject* parent = nullptr);
     ~Media() override;
 
-    // The file that "Open" opens: its path, with either separator.
+    // The path of the file for the command "Open", with either separator.
     QString FileName;
 
-    // "Open" opens the file and holds it at its start; "play" plays on, from the start where the
-    // file has come to its end; "pause" holds; "stop" holds and goes back to the start; "close"
-    // lets go of the file. The case of the words does not matter. Without a file all but "Open" do
-    // nothing, as does any other word.
+    // Runs a command, ignoring case: "Open" opens the file at its start, "play" plays it, from the
+    // start again if it has reached its end, "pause" pauses, "stop" pauses and returns to the
+    // start, "close" closes the file. Without a file all commands but "Open" do nothing; unknown
+    // commands do nothing either.
     void Command(const QString& word);
 
     enum class State { Closed, Held, Playing };
 
-    // What the device does, as of the last turn of the event loop.
+    // The state, updated by the event loop.
     State state() const;
 
-    // The place in the file, in seconds, as of the last turn of the event loop; 0 where there is no
-    // file.
+    // The position in the file in seconds, updated by the event loop; 0 if there is no file.
     double position() const { return m_position; }
 
 private:
@@ -49,5 +48,5 @@ private:
     double m_position = 0;
 };
 
-// The process's one sound device. It outlives the windows.
+// The sound device of the process. It outlives the windows.
 Media& soundDevice();

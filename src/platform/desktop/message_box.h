@@ -7,8 +7,8 @@ enum class BoxIcon { None = 0, Critical = 16, Question = 32, Exclamation = 48, I
 enum class BoxButtons { Ok = 0, YesNo = 4 };
 enum class BoxAnswer { Ok = 1, Yes = 6, No = 7 };
 
-// Shows a box over the main window and waits for the answer. The text is shown as it stands, a
-// carriage return in it as a line end. Closing a Yes-and-No box otherwise means No.
+// Shows a message box over the main window and waits for the answer. The text is plain text, in
+// which carriage returns end lines. Escape in a box with Yes and No means No.
 BoxAnswer messageBox(const QString& text, BoxIcon icon = BoxIcon::None,
                      const QString& title = QStringLiteral("Lorvanite"),
                      BoxButtons buttons = BoxButtons::Ok);

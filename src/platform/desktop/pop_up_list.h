@@ -1,28 +1,28 @@
-// A list that comes up at the mouse.
+// A list that pops up at the mouse pointer.
 #pragma once
 
 #include <QListWidget>
 #include <QPointer>
 
-// Shows texts to pick one from. It goes away at Escape and when the keyboard goes elsewhere.
+// Lets the user pick a text. It closes with Escape and when it loses the keyboard focus.
 class PopUpList : public QListWidget {
     Q_OBJECT
 
 public:
     explicit PopUpList(QWidget* parent = nullptr);
 
-    // Comes up with its top left corner at a place of the parent, nearer where it would stand
-    // out of the parent, and takes the keyboard.
+    // Shows the list with its top left corner at a position of the parent, but inside the parent,
+    // and gives it the keyboard focus.
     void popUp(const QPoint& place);
 
-    // Goes away and gives the keyboard back to where it was.
+    // Hides the list and returns the keyboard focus to the widget that had it before.
     void dismiss();
 
-    // The text that is picked; empty where none is.
+    // The selected text; empty if there is none.
     QString Text() const;
 
 Q_SIGNALS:
-    // The list was clicked, on a text or beside all, or Enter was pressed.
+    // The list was clicked, on a text or below them, or Enter was pressed.
     void Click();
 
 protected:
@@ -34,5 +34,5 @@ protected:
 private:
     void fitToItems();
 
-    QPointer<QWidget> m_before;  // had the keyboard when the list came up
+    QPointer<QWidget> m_before;  // had the keyboard focus before the list
 };

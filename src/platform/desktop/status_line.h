@@ -4,8 +4,8 @@
 #include <QElapsedTimer>
 #include <QStatusBar>
 
-// One line of text. Writing it is cheap: a long load may do so for every row, and the line shows
-// the newest text some twenty times a second, also while the event loop waits.
+// Shows one line of text. Setting it is cheap, so a long load may do it for every row: the line is
+// repainted at most twenty times a second, even while no events are processed.
 class StatusLine : public QStatusBar {
     Q_OBJECT
 

@@ -8,7 +8,7 @@
 
 double pixelsPerUnit() {
     static const double width = [] {
-        constexpr int large = 1000;  // where no rounding to whole pixels counts
+        constexpr int large = 1000;  // so that rounding to whole pixels does not matter
         QFont font(QStringLiteral("Arial"));
         font.setPixelSize(large);
         const double share = QFontMetricsF(font).horizontalAdvance(QLatin1Char('0')) / large;

@@ -1,4 +1,4 @@
-// What the screen and the paper share of a cell's looks.
+// The appearance of cells, for the screen and for print.
 #pragma once
 
 #include "core/grid/sheet_grid.h"
@@ -8,17 +8,17 @@
 // The space between a cell's edge and its text on the screen, in pixels.
 constexpr int CellPadding = 6;
 
-// Width of a grid's column of one unit: that of "0" in Arial 10, in pixels of 1/96 inch.
+// The width of a unit of column width, that of "0" in Arial 10, in pixels of 1/96 inch.
 double pixelsPerUnit();
 
-// Height in such pixels of a row of so many points.
+// Converts points to pixels of 1/96 inch.
 int pixelsOfPoints(double points);
 
-// A colour of a grid as one of the screen.
+// Converts a colour of a grid.
 QColor screenColour(int gridColour);
 
-// A text with its carriage returns as line ends, without those at its end.
+// A text with "\n" as line ends and none at its end.
 QString withLineEnds(QString text);
 
-// Whether a cell is empty, so that a neighbour's text may run over into it.
+// Whether a neighbour's text may run over into a cell, because it is empty.
 bool takesOverflow(const SheetGrid& grid, int sheet, int col, int row);

@@ -62,7 +62,7 @@ void SheetView::setUpHeads() {
     setHorizontalHeader(m->cols);
     setVerticalHeader(m->rows);
     for (SheetHead* head : {m->cols, m->rows}) {
-        // A click on a head is the program's; it selects nothing.
+        // The program handles clicks on heads; they select nothing.
         disconnect(head, &QHeaderView::sectionPressed, this, nullptr);
         disconnect(head, &QHeaderView::sectionEntered, this, nullptr);
         const bool across = head == m->cols;
@@ -131,7 +131,7 @@ void SheetView::becameDirty() {
 void SheetView::flush() {
     if (!m->pending || m->applying) return;
     m->pending = false;
-    // Where the program takes the focus elsewhere the user's text is taken first.
+    // If the program makes another cell active, the user's text is taken over first.
     const bool leaves = m->delegate.editor() && !isActive(m->delegate.cell());
     const GridDirt dirt = takeDirt();
     if (dirt.layout && !m->byUser) m->undo.clear();
@@ -168,8 +168,8 @@ void SheetView::applyLayout() {
     m->rows->viewport()->update();
 }
 
-// An editor stays open while its cell is on view, has the focus, and holds the text that the user
-// began with: else the program has put something else there.
+// An editor stays open as long as its cell is on view, is active, and holds the text that the user
+// began with; otherwise the program has written something else there.
 void SheetView::dropLostEditor() {
     QWidget* editor = m->delegate.editor();
     if (!editor) return;
@@ -215,7 +215,7 @@ void SheetView::applySizes() {
     }
 }
 
-// Scroll bars come and go now and not a turn later.
+// Shows or hides the scroll bars now instead of when the event loop runs next.
 void SheetView::settleScrollBars() {
     updateGeometries();
     QEvent relayout(QEvent::LayoutRequest);
@@ -231,7 +231,7 @@ void SheetView::applyFill() {
     if (col < 1 || col > m->model.columnCount() || isColumnHidden(col - 1)) return;
     const int others = m->cols->length() - m->cols->sectionSize(col - 1);
     const int own = columnPixels(col);
-    // Half of its width is the least that the column keeps where the view is narrow.
+    // In a narrow view the column keeps at least half of its width.
     const int width = std::max({viewport()->width() - others, own / 2, SmallestSection});
     if (m->cols->sectionSize(col - 1) == width) return;
     const QScopedValueRollback applying(m->applying, true);
@@ -239,7 +239,7 @@ void SheetView::applyFill() {
     applyWrap(1, m->model.rowCount());
 }
 
-// Rows are as high as their broken texts need, and at least as high as they are given.
+// Makes rows as high as their wrapped texts, and at least as high as RowHeight.
 void SheetView::applyWrap(int firstRow, int lastRow) {
     if (m->wrapCol < 1 || m->wrapCol > m->model.columnCount()) return;
     const int sheet = ActiveSheet();
@@ -252,7 +252,7 @@ void SheetView::applyWrap(int firstRow, int lastRow) {
     }
 }
 
-// Every column gets its part of the view's width, and never less than its own.
+// Gives every column its share of the view's width, but not less than its own width.
 void SheetView::shareWidth() {
     const QScopedValueRollback applying(m->applying, true);
     const int sheet = ActiveSheet();
@@ -281,7 +281,7 @@ void SheetView::applyTabs() {
     }
     m->tabs->setCurrentIndex(ActiveSheet() - 1);
     m->tabs->setVisible(wanted);
-    // The tabs stand beside the scroll bar, which is there as long as they are.
+    // The tabs are beside the scroll bar, so it is shown as long as they are.
     m->pageBar->setBeside(wanted ? m->tabs : nullptr);
     setHorizontalScrollBarPolicy(wanted ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAsNeeded);
 }
@@ -296,7 +296,7 @@ void SheetView::applyActiveCell() {
     const CellSpan span = spanAt(ActiveSheet(), ActiveCol(), ActiveRow());
     if (span.cols > 0) wanted = m->model.indexOf(span.col, span.row);
     if (isReadOnly() && wanted.isValid() && isColumnHidden(wanted.column())) {
-        // The keyboard goes on from a column that is on view.
+        // The keyboard continues from a visible column.
         wanted = moveCursor(MoveHome, Qt::NoModifier).siblingAtRow(wanted.row());
     }
     if (wanted == currentIndex()) return;
@@ -313,7 +313,7 @@ void SheetView::colDragged(int col, int width) {
     if (m->applying) return;
     const bool shown = !m->pending;
     const AddressedSheet here(*this, ActiveSheet());
-    // A width that the user gives the filling column is to last.
+    // A width that the user sets stays.
     if (col == m->fillCol) m->fillCol = 0;
     if (m->fillCol == AllColumns) {
         m->fillCol = 0;
@@ -323,7 +323,7 @@ void SheetView::colDragged(int col, int width) {
     }
     ColWidth(col, width / pixelsPerUnit() / m->zoom);
     if (shown) {
-        // What the grid has just been told is on the screen already.
+        // The screen shows this change already.
         takeDirt();
         m->pending = false;
     }
@@ -417,7 +417,7 @@ void SheetView::currentChanged(const QModelIndex& current, const QModelIndex& pr
     QTableView::currentChanged(current, previous);
     for (const QModelIndex& index : {current, previous}) {
         if (!index.isValid()) continue;
-        // In a list the whole row stands out.
+        // In a list the whole row is highlighted.
         QRect place = visualRect(index).adjusted(-1, -1, 1, 1);
         if (list) place = QRect(0, place.top(), viewport()->width(), place.height());
         viewport()->update(place);
@@ -432,7 +432,7 @@ void SheetView::selectionChanged(const QItemSelection& selected, const QItemSele
     viewport()->update();
 }
 
-// A change repaints its whole row, over which a text may run.
+// A change repaints the whole row, because texts may run over into other cells.
 void SheetView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                             const QList<int>& roles) {
     Q_UNUSED(roles);

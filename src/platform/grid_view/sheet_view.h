@@ -11,8 +11,8 @@
 struct CellEdit;
 struct EditedCell;
 
-// Draws a SheetGrid and lets a person edit it like a spreadsheet. It is the grid: cell calls go to
-// it, and it shows them at the next turn of the event loop, one look for any number of writes.
+// A grid that is shown and can be edited like a spreadsheet. It is both the view and the SheetGrid.
+// Changes are shown together when the event loop runs next, however many there are.
 class SheetView : public QTableView, public SheetGrid {
     Q_OBJECT
 
@@ -23,37 +23,39 @@ public:
     explicit SheetView(QWidget* parent = nullptr);
     ~SheetView() override;
 
-    // A list: cells cannot be edited; Enter and Space count as a click on the active cell.
-    // (In a grid that can be edited Ctrl+Enter does.) F6 leaves any grid, Shift+F6 backward.
+    // Makes the grid a list: cells cannot be edited, and Enter and Space act as a click on the
+    // active cell. In a grid that can be edited Ctrl+Enter does. F6 and Shift+F6 move the keyboard
+    // focus out of any grid.
     void setReadOnly(bool on);
     bool isReadOnly() const;
 
-    // The column that takes the width that the others leave over, on the screen only (ColWidth
-    // stays); AllColumns shares it out in proportion to the widths, 0 leaves it empty.
+    // Sets the column that takes up the remaining width of the view; AllColumns shares it between
+    // the columns in proportion to their widths, 0 leaves it empty. ColWidth does not change.
     static constexpr int AllColumns = -1;
     void setFillColumn(int col);
 
-    // The column whose texts break into lines. Its rows grow with them on the screen only
-    // (RowHeight stays); 0 for none.
+    // Sets the column whose texts are wrapped, 0 for none. Rows grow with them; RowHeight does not
+    // change.
     void setWrapColumn(int col);
 
-    // How much wider than ColWidth the columns are on the screen (ColWidth stays), for texts in the
-    // desktop's font; 1 at first.
+    // Sets the factor between the columns' widths on the screen and ColWidth, for texts in the
+    // desktop's font; initially 1.
     void setColumnZoom(double factor);
 
     // Shows pending changes now.
     void flush();
 
-    // Takes the text of an open editor now. Clicks, shortcuts and the loss of the focus do so.
+    // Takes over the text of the open editor and closes it. Clicks, shortcuts and the loss of the
+    // focus do so as well.
     void commitEdit();
 
-    // A cell's or head's place in this widget's coordinates, for pop-ups and tests; flushes first.
+    // The rectangle of a cell or head in this widget, after flush(); for pop-ups and tests.
     QRect cellRect(int col, int row);
 
 Q_SIGNALS:
     // A cell (row 0: a column head, column 0: a row head) was clicked with the left button.
     void Click(int col, int row);
-    // The user has changed a cell's text: typed, picked, pasted, deleted, undone or redone.
+    // The user has changed a cell's text by typing, picking, pasting, deleting, undo or redo.
     void Change(int col, int row);
     // A button cell, or the button of a cell that carries one, was pressed.
     void ButtonClicked(int col, int row, bool buttonDown);
@@ -83,6 +85,8 @@ protected:
                           const QItemSelection& deselected) override;
     void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                      const QList<int>& roles) override;
+    using QTableView::edit;
+    bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
@@ -94,7 +98,7 @@ private:
     };
     struct Parts;
 
-    // What is shown (sheet_view.cpp).
+    // Following the grid (sheet_view.cpp).
     void setUpHeads();
     void applyLayout();
     void applySpans();
@@ -112,7 +116,7 @@ private:
     void colDragged(int col, int width);
     void tabPicked(int tab);
 
-    // The mouse and the keys (sheet_view_input.cpp).
+    // Mouse and keyboard (sheet_view_input.cpp).
     Cell cellAt(const QPoint& place) const;
     QRect handleRect(Cell cell) const;
     void handlePressed(Cell cell);

@@ -1,6 +1,7 @@
 #include "platform/grid_view/sheet_view_editors.h"
 
 #include "core/data/dates.h"
+#include "core/grid/sheet_grid_dates.h"
 #include "platform/grid_view/sheet_view_paint.h"
 #include "platform/theme/theme.h"
 
@@ -14,13 +15,12 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
 constexpr int Frame = 2;
-constexpr int LineMargin = 2;  // what a line keeps free by itself
-const QDate FirstDate(1990, 1, 1);
-const QDate LastDate(2100, 12, 31);
+constexpr int LineMargin = 2;  // the margin that QLineEdit adds to its own
 
 QStringList itemsOf(const QString& tabbed) {
     QStringList items = tabbed.split(QLatin1Char('\t'));
@@ -28,8 +28,8 @@ QStringList itemsOf(const QString& tabbed) {
     return items;
 }
 
-// Sees all events of the program while an editor is open: what a shortcut, a button that takes no
-// focus or a menu does has to find the editor's text in the grid.
+// Watches all events of the program while an editor is open: a shortcut, a menu or a button that
+// does not take the focus has to find the editor's text in the grid.
 class OutsideWatch : public QObject {
 public:
     explicit OutsideWatch(SheetDelegate& delegate) : m_delegate(delegate) {}
@@ -49,7 +49,7 @@ private:
 
 }  // namespace
 
-// --- Lines -------------------------------------------------------------------------------------
+// --- Fields ------------------------------------------------------------------------------------
 
 CellLine::CellLine(QWidget* parent) : QLineEdit(parent) {
     setFrame(false);
@@ -77,6 +77,12 @@ void CellLine::grow() {
     setGeometry(place);
 }
 
+bool CellLine::event(QEvent* event) {
+    const bool types = event->type() == QEvent::KeyPress || event->type() == QEvent::InputMethod;
+    if (types && std::exchange(m_continuing, false)) end(false);
+    return QLineEdit::event(event);
+}
+
 void CellLine::paintEvent(QPaintEvent* event) {
     QLineEdit::paintEvent(event);
     QPainter painter(this);
@@ -101,7 +107,7 @@ void DateLine::openCalendar() {
     auto* calendar = new QCalendarWidget(popup);
     calendar->setGridVisible(false);
     calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-    calendar->setDateRange(FirstDate, LastDate);
+    calendar->setDateRange(FirstCellDate, LastCellDate);
     calendar->setSelectedDate(parseDate(text()).value_or(today()));
     layout->addWidget(calendar);
     const auto pick = [this, popup](QDate day) {
@@ -120,7 +126,7 @@ void DateLine::openCalendar() {
 void DateLine::step(int days) {
     const auto date = parseDate(text());
     const QDate next = date ? date->addDays(days) : today();
-    setText(formatDate(std::clamp(next, FirstDate, LastDate)));
+    setText(formatDate(std::clamp(next, FirstCellDate, LastCellDate)));
     selectAll();
 }
 
@@ -168,7 +174,7 @@ void SheetDelegate::forget() {
     QCoreApplication::instance()->removeEventFilter(m_watch.get());
 }
 
-// A combo box that loses the focus because it closes tells its choice once more.
+// A combo box that loses the focus because it closes emits its choice again.
 void SheetDelegate::take(QWidget* editor) {
     if (editor != m_editor) return;
     Q_EMIT commitData(editor);
@@ -191,7 +197,9 @@ QWidget* SheetDelegate::makeEditor(QWidget* parent, const CellFormat& format) co
         connect(line, &DateLine::picked, self, [self, line] { self->take(line); });
         return line;
     }
-    return new CellLine(parent);
+    auto* line = new CellLine(parent);
+    line->setContinuing(m_continuing);
+    return line;
 }
 
 QWidget* SheetDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
@@ -222,13 +230,13 @@ QWidget* SheetDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem
     return editor;
 }
 
-// The user's text stays as it is whatever the program writes meanwhile.
+// What the program writes into the cell meanwhile does not change the user's text.
 void SheetDelegate::setEditorData(QWidget*, const QModelIndex&) const {}
 
 void SheetDelegate::setModelData(QWidget* editor, QAbstractItemModel*, const QModelIndex&) const {
     const QString text = textOf(editor);
     if (editor != m_editor || text == m_cell.offered) return;
-    m_cell.offered = text;  // taken once
+    m_cell.offered = text;  // so that it is entered only once
     Q_EMIT entered(EditedCell(m_cell), text);
 }
 

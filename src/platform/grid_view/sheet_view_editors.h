@@ -1,4 +1,4 @@
-// Edits cells of a grid in place: texts, lists and dates.
+// The editors of a grid's cells: for texts, lists and dates.
 #pragma once
 
 #include "core/grid/sheet_grid.h"
@@ -16,30 +16,35 @@ struct EditedCell {
     int sheet = 0;
     int col = 0;
     int row = 0;
-    QString before;   // the cell's text at the opening
-    QString offered;  // the editor's text at the opening
+    QString before;   // text of the cell at the opening
+    QString offered;  // text of the editor at the opening
 };
 
-// A line that types a text into a cell; it grows over its neighbours while the text does.
+// Edits the text of a cell. The field grows over the neighbouring cells with its text.
 class CellLine : public QLineEdit {
     Q_OBJECT
 
 public:
     explicit CellLine(QWidget* parent);
 
-    // The cell's place in the parent.
+    // The rectangle of the cell in the parent.
     void setCell(const QRect& cell);
 
+    // Whether the first key goes to the end of the text instead of replacing the selection.
+    void setContinuing(bool on) { m_continuing = on; }
+
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     void grow();
 
     QRect m_cell;
+    bool m_continuing = false;
 };
 
-// A line for dates: typed, by Up and Down from day to day, or picked from a calendar.
+// Edits a date: typed, stepped with Up and Down from day to day, or picked from a calendar.
 class DateLine : public CellLine {
     Q_OBJECT
 
@@ -49,7 +54,7 @@ public:
     void openCalendar();
 
 Q_SIGNALS:
-    // A day was picked from the calendar.
+    // A day was picked in the calendar.
     void picked();
 
 protected:
@@ -62,8 +67,9 @@ private:
     bool m_spin;
 };
 
-// Makes the editors of a SheetView and takes their texts. A user's step that leaves the cell, by
-// Enter, Tab or Shift+Tab, ends with the hints SubmitModelCache, EditNextItem, EditPreviousItem.
+// Creates the editors of a SheetView and takes over their texts. When the user leaves a cell with
+// Enter, Tab or Shift+Tab, the editor closes with the hint SubmitModelCache, EditNextItem or
+// EditPreviousItem.
 class SheetDelegate : public QStyledItemDelegate {
     Q_OBJECT
 
@@ -71,18 +77,21 @@ public:
     SheetDelegate(const SheetGrid& grid, SheetPainter& painter, QObject* parent);
     ~SheetDelegate() override;
 
-    // The open editor, null where none is.
+    // The open editor; null if there is none.
     QWidget* editor() const { return m_editor; }
     const EditedCell& cell() const { return m_cell; }
 
-    // Whether a widget is the open editor or belongs to it, as its list does.
+    // Whether an object is the open editor or a part of it, such as its list.
     bool owns(const QObject* object) const;
 
     // Opens the list or the calendar of the open editor.
     void drop();
 
-    // The editor is gone.
+    // Forgets the open editor.
     void forget();
+
+    // Whether the next editor of a text continues it at its end when the user types.
+    void setContinuing(bool on) { m_continuing = on; }
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override;
@@ -95,11 +104,11 @@ public:
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 Q_SIGNALS:
-    // An editor has been opened.
+    // An editor was opened.
     void opened() const;
-    // The user has given a cell a text; raised where it differs from the one at the opening.
+    // The user has entered a text other than the one at the opening.
     void entered(const EditedCell& cell, const QString& text) const;
-    // Something outside the editor is about to act: its text has to be taken first.
+    // A click or shortcut outside the editor is about to act; the text has to be taken over first.
     void actedOutside();
 
 protected:
@@ -112,7 +121,8 @@ private:
 
     const SheetGrid& m_grid;
     SheetPainter& m_painter;
-    std::unique_ptr<QObject> m_watch;  // sees what happens outside the open editor
+    std::unique_ptr<QObject> m_watch;  // watches for clicks and shortcuts outside the editor
+    bool m_continuing = false;
     mutable QPointer<QWidget> m_editor;
     mutable EditedCell m_cell;
 };

@@ -9,7 +9,7 @@ void EditCommand::run(QString CellEdit::*from, QString CellEdit::*to) {
             m_grid.SetText(edit.col, edit.row, edit.*to);
             const QString now = m_grid.GetText(edit.col, edit.row);
             if (now == edit.*from) continue;
-            edit.*to = now;  // a date cell writes a date in its own way
+            edit.*to = now;  // a date cell changes the form of a date
             m_changed.emplace_back(edit.col, edit.row);
         }
     }
@@ -44,7 +44,7 @@ TextRows fromClipboardText(const QString& text) {
     const qsizetype end = text.size();
     qsizetype at = 0;
     const auto takeQuoted = [&] {
-        // The closing mark is followed by the cell's end; without one the mark is plain text.
+        // The cell has to end after the closing mark; otherwise the marks are part of the text.
         QString inner;
         for (qsizetype i = at + 1; i < end; ++i) {
             if (text[i] != QLatin1Char('"')) {
@@ -62,7 +62,7 @@ TextRows fromClipboardText(const QString& text) {
             }
         }
     };
-    bool open = false;  // something of a row has been read
+    bool open = false;  // a row was begun
     while (at < end) {
         if (cell.isEmpty() && text[at] == QLatin1Char('"')) {
             const qsizetype start = at;

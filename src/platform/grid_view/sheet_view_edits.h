@@ -1,4 +1,4 @@
-// What a user's editing does to a grid's texts: one step of undo for each act.
+// The user's edits of a grid's texts, and their undo.
 #pragma once
 
 #include "core/grid/sheet_grid.h"
@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-// Cell calls address a sheet while this lives, and the former one after it.
+// Makes cell calls address a sheet during its own lifetime.
 class AddressedSheet {
 public:
     AddressedSheet(SheetGrid& grid, int sheet) : m_grid(grid), m_former(grid.Sheet()) {
@@ -33,11 +33,11 @@ struct CellEdit {
 
 using CellPlaces = std::vector<std::pair<int, int>>;  // column, row
 
-// One act of the user on some cells of one sheet. A cell that no longer holds the text that was
-// recorded is left alone; a step that finds none of its cells is dropped.
+// An edit of cells of one sheet as one step of undo. A cell that no longer holds the recorded text
+// is left alone; a step that changes no cell is removed.
 class EditCommand : public QUndoCommand {
 public:
-    // `changed` receives the places of the cells that each redo or undo has changed.
+    // Each redo and undo appends the addresses of the changed cells to `changed`.
     EditCommand(SheetGrid& grid, int sheet, std::vector<CellEdit> edits, CellPlaces& changed)
         : m_grid(grid), m_sheet(sheet), m_edits(std::move(edits)), m_changed(changed) {}
 
@@ -54,8 +54,8 @@ private:
     CellPlaces& m_changed;
 };
 
-// Rows of texts as a clipboard carries them between spreadsheets: tabs between cells, a line a
-// row; a text with tabs, line ends or a leading quotation mark stands in quotation marks.
+// Texts as spreadsheets put them on the clipboard: tabs between cells and a line for each row. A
+// text with tabs, line ends or a leading quotation mark is quoted.
 using TextRows = std::vector<std::vector<QString>>;
 QString toClipboardText(const TextRows& rows);
 TextRows fromClipboardText(const QString& text);

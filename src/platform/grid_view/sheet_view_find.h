@@ -1,4 +1,4 @@
-// The little bar that finds a text in a grid.
+// The bar for finding a text in a grid.
 #pragma once
 
 #include <QFrame>
@@ -6,25 +6,25 @@
 class QLabel;
 class QLineEdit;
 
-// Lies over its parent's upper right corner while it is open. Asks for the next place at each
-// change of its text and at Enter, for the previous one at Shift+Enter; Escape closes it.
+// Covers the upper right corner of its parent. Typing, Enter, F3 and Down find the next match,
+// Shift+Enter and Up the previous one; Escape closes the bar.
 class FindBar : public QFrame {
     Q_OBJECT
 
 public:
     explicit FindBar(QWidget* parent);
 
-    // Opens it, with its text selected, over the area.
+    // Shows the bar in the corner of an area, with its text selected.
     void openOver(const QRect& area);
 
-    // Keeps it at the area's corner.
+    // Moves the bar to the corner of an area.
     void follow(const QRect& area);
 
-    // Tells whether the last search met something.
+    // Shows whether the last search has found something.
     void setFound(bool found);
 
 Q_SIGNALS:
-    // step: 0 from the current place on, 1 the next one, -1 the previous one.
+    // step: 0 searches from the current cell on, 1 after it, -1 before it.
     void searched(const QString& text, int step);
     void closed();
 

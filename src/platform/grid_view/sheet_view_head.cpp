@@ -12,8 +12,6 @@
 #include <cmath>
 #include <utility>
 
-namespace {}  // namespace
-
 SheetHead::SheetHead(Qt::Orientation orientation, const SheetGrid& grid, QWidget* parent)
     : QHeaderView(orientation, parent), m_grid(grid) {
     setMinimumSectionSize(5);
@@ -21,7 +19,7 @@ SheetHead::SheetHead(Qt::Orientation orientation, const SheetGrid& grid, QWidget
     setHighlightSections(false);
     setSectionResizeMode(orientation == Qt::Horizontal ? Interactive : Fixed);
     connect(this, &QHeaderView::sectionResized, this, [this] { m_resized = true; });
-    // Not raised where the press takes hold of a border to drag it.
+    // Not emitted if the press begins to drag a border.
     connect(this, &QHeaderView::sectionPressed, this, [this](int section) { m_pressed = section; });
 }
 

@@ -5,8 +5,8 @@
 
 #include <QHeaderView>
 
-// Shows the texts of row 0 or column 0 and lets the user drag column widths. Reports the mouse in
-// sections from 0, places in this widget's coordinates.
+// Shows the texts of row 0 or column 0 and lets the user drag the widths of columns. Sections count
+// from 0; positions are those in this widget.
 class SheetHead : public QHeaderView {
     Q_OBJECT
 
@@ -16,13 +16,14 @@ public:
     QSize sizeHint() const override;
 
 Q_SIGNALS:
-    // The left button went down and up on the same head, without a drag.
+    // The left button was pressed and released on the same head without dragging a border.
     void clicked(int section);
-    // The right button; once for each press.
+    // The right button was clicked.
     void rightClicked(int section, const QPoint& place);
-    // Any button went up.
+    // Any button was released.
     void buttonReleased(QMouseEvent* event);
-    // The mouse is about to be looked at: what is pending has to be done first.
+    // A mouse event or a paint event is about to be handled; pending changes have to be shown
+    // first.
     void aboutToAct();
     void aboutToPaint();
 

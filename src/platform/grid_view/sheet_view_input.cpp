@@ -1,4 +1,4 @@
-// The mouse and the keyboard in a grid.
+// Mouse and keyboard input in a grid.
 #include "platform/grid_view/sheet_view_parts.h"
 
 #include <QContextMenuEvent>
@@ -20,7 +20,7 @@ bool isEnter(const QKeyEvent& event) {
 
 // --- Places ------------------------------------------------------------------------------------
 
-// Joined cells are one cell, that of their upper left corner: a text that is put there is seen.
+// A cell in a span counts as the anchor of the span, whose text is visible.
 SheetView::Cell SheetView::cellAt(const QPoint& place) const {
     const int col = columnAt(place.x()) + 1;
     const int row = rowAt(place.y()) + 1;
@@ -41,8 +41,8 @@ void SheetView::setCurrent(Cell cell) {
 
 // --- The mouse ---------------------------------------------------------------------------------
 
-// Nothing of the view is touched after a signal unless it is still there: a handler may close the
-// window, and it may load the grid anew.
+// After a signal the view may be gone, because a handler may close the window, and it may show
+// another grid, because a handler may load one.
 
 void SheetView::mousePressEvent(QMouseEvent* event) {
     const QPointer<SheetView> alive(this);
@@ -63,7 +63,7 @@ void SheetView::mousePressEvent(QMouseEvent* event) {
 }
 
 void SheetView::mouseMoveEvent(QMouseEvent* event) {
-    // A drag over a list does not move the row that the program goes by.
+    // Dragging over a list does not change the active row.
     if (!isReadOnly()) QTableView::mouseMoveEvent(event);
 }
 
@@ -90,7 +90,7 @@ void SheetView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void SheetView::mouseDoubleClickEvent(QMouseEvent* event) {
-    // The second press of a double click is no second click; it edits.
+    // The second press of a double click edits and does not count as another click.
     const QPointer<SheetView> alive(this);
     commitEdit();
     if (!alive) return;
@@ -131,7 +131,7 @@ void SheetView::raiseClick(Cell cell) { Q_EMIT Click(cell.col, cell.row); }
 void SheetView::raiseRightClick(Cell cell, const QPoint& place, bool byKey) {
     const QPointer<SheetView> alive(this);
     Q_EMIT RightClick(0, cell.col, cell.row, place.x(), place.y());
-    // A menu that hangs on the button's release opens by the menu key as well.
+    // A menu that opens when the button is released opens with the menu key as well.
     if (alive && byKey) Q_EMIT MouseUp(2, 0, place.x(), place.y());
 }
 
@@ -194,12 +194,12 @@ void SheetView::keyPressEvent(QKeyEvent* event) {
     const bool forward = event->key() == Qt::Key_Tab;
     if ((forward || event->key() == Qt::Key_Backtab) &&
         !(event->modifiers() & ~Qt::ShiftModifier)) {
-        // The last cell's Tab leaves the grid.
+        // Tab on the last cell leaves the grid.
         event->setAccepted(tabKeyNavigation() && tabToNext(forward));
         return;
     }
     if (event->key() == Qt::Key_F6 && !(event->modifiers() & ~Qt::ShiftModifier)) {
-        // Out of a large grid without a walk through its cells.
+        // Leaves a large grid without passing through its cells.
         const bool back = event->modifiers() & Qt::ShiftModifier;
         event->setAccepted(QAbstractScrollArea::focusNextPrevChild(!back));
         return;
@@ -214,7 +214,7 @@ void SheetView::keyPressEvent(QKeyEvent* event) {
     if (isReadOnly() ? keyInList(*event) : keyInForm(*event)) return;
     const bool opens = event->key() == Qt::Key_F2;
     QTableView::keyPressEvent(event);
-    // F2 goes on with the text, typing replaces it.
+    // F2 continues the text.
     if (opens) {
         if (auto* line = qobject_cast<QLineEdit*>(m->delegate.editor())) line->end(false);
     }
@@ -223,7 +223,7 @@ void SheetView::keyPressEvent(QKeyEvent* event) {
 bool SheetView::keyInList(const QKeyEvent& event) {
     const bool ctrl = event.modifiers() & Qt::ControlModifier;
     if (isEnter(event) && ctrl && ColHeadersShow()) {
-        // Lists are sorted by a click on a head: this is the head's click.
+        // A click on the head, which sorts the list.
         int col = currentIndex().isValid() ? currentIndex().column() : 0;
         while (col < m->model.columnCount() && isColumnHidden(col)) ++col;
         if (col < m->model.columnCount()) raiseClick({col + 1, 0});
@@ -280,7 +280,7 @@ bool SheetView::tabToNext(bool forward) {
 }
 
 void SheetView::focusInEvent(QFocusEvent* event) {
-    // The focus alone makes no cell the active one: commands would take it for a choice.
+    // The keyboard focus alone makes no cell active: commands would take it for a selection.
     const bool none = !currentIndex().isValid();
     const QScopedValueRollback applying(m->applying, true);
     QTableView::focusInEvent(event);

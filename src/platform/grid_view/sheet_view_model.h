@@ -1,4 +1,4 @@
-// A grid's sheet on view as a table for the toolkit's views.
+// The table model of a grid's sheet on view.
 #pragma once
 
 #include "core/grid/sheet_grid.h"
@@ -7,28 +7,28 @@
 
 #include <functional>
 
-// Row r and column c of the table are row r + 1 and column c + 1 of the grid's ActiveSheet. Texts
-// are read live; the size is the one last announced by resizeToGrid.
+// Row r and column c of the model are row r + 1 and column c + 1 of the grid's ActiveSheet. Texts
+// are those of the grid at any time; the size is the one at the last resizeToGrid.
 class SheetModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
     using Entered = std::function<void(int col, int row, const QString& text)>;
 
-    // `entered` is called with a text that the table was asked to take.
+    // `entered` is called by setData.
     SheetModel(const SheetGrid& grid, Entered entered, QObject* parent);
 
-    // Announces the grid's size: rows and columns come and go at the ends, so that places, an open
-    // editor and the scroll position stay.
+    // Takes over the grid's size. Rows and columns are added and removed at the ends, so that
+    // indexes, an open editor and the scroll position stay valid.
     void resizeToGrid();
 
-    // Announces rows, 0 for the heads, whose cells have changed.
+    // Emits the signals for rows whose cells have changed; 0 is the head row.
     void announceRows(int firstRow, int lastRow);
 
     void setReadOnly(bool on) { m_readOnly = on; }
     bool isReadOnly() const { return m_readOnly; }
 
-    // The place of a grid's cell; not valid for heads and beyond the announced size.
+    // The index of a cell; invalid for heads and outside the model.
     QModelIndex indexOf(int col, int row) const { return index(row - 1, col - 1); }
 
     int rowCount(const QModelIndex& parent = {}) const override;

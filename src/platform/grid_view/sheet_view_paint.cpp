@@ -17,14 +17,14 @@ constexpr int NarrowColumn = 40;
 constexpr int HandleWidth = 22;
 constexpr int ButtonWidth = 28;
 constexpr int MaxPictures = 64;
-constexpr int MaxShown = 8192;  // characters of a text; no screen shows more in a line
+constexpr int MaxShown = 8192;  // characters; no screen is wider
 constexpr double ReadableContrast = 4.5;
 
 int paddingOf(const QRect& cell) {
     return cell.width() < NarrowColumn ? NarrowPadding : CellPadding;
 }
 
-// Carriage returns of texts are line ends on the screen.
+// The part of a text that can be visible, with "\n" as line ends.
 QString shown(QString text) {
     text.truncate(MaxShown);
     return withLineEnds(text);
@@ -43,7 +43,7 @@ struct SheetPainter::Pass {
     int lastCol;
     int cols;
 
-    // A list's active row takes the accent colour; a cell's own ground stays seen there too.
+    // The active row of a list has the accent colour, except cells with their own background.
     bool standsOut(int row, const CellFormat& format) const {
         return look.list && row == look.activeRow && format.backColor == White;
     }
@@ -201,7 +201,7 @@ void SheetPainter::paintTexts(Pass& pass, int row) {
     int first = pass.firstCol;
     int last = pass.lastCol;
     if (m_grid.AllowCellOverflow()) {
-        // A text may come in from the nearest cell with a text on either side.
+        // The nearest text on either side may run over into this area.
         while (first > 1 && takesOverflow(m_grid, pass.sheet, first, row)) --first;
         while (last < pass.cols && takesOverflow(m_grid, pass.sheet, last, row)) ++last;
     }
@@ -216,7 +216,7 @@ void SheetPainter::paintTexts(Pass& pass, int row) {
             anchorRow = span.row;
             if (painted == std::pair(anchorCol, anchorRow)) continue;
             painted = {anchorCol, anchorRow};
-            // A span's text is painted with the first of its rows that is.
+            // The text of a span is painted with the first of its rows that is painted.
             if (row != std::max(anchorRow, pass.firstRow)) continue;
         }
         const QString text = shown(m_grid.textAt(pass.sheet, anchorCol, anchorRow));
@@ -259,7 +259,7 @@ QColor SheetPainter::textColour(const Pass& pass, int row, const CellFormat& for
     const bool plainGround = format.backColor == White;
     if (!format.hasForeColor) return plainGround ? colours.text : themeColours(false).text;
     const QColor wanted = screenColour(format.foreColor);
-    // Ink that was chosen for white paper is not to drown on a dark one.
+    // A colour that was chosen for white has to be readable on a dark background.
     if (plainGround && contrast(wanted, colours.base) < ReadableContrast &&
         contrast(wanted, Qt::white) >= ReadableContrast) {
         return wanted.saturation() < 40 ? colours.text : blend(wanted, Qt::white, 0.55);
@@ -287,7 +287,7 @@ void SheetPainter::paintText(Pass& pass, int col, int row, const CellFormat& for
     const bool lines = wraps || text.contains(QLatin1Char('\n'));
     QString visible = text;
     QRect clip = rect;
-    bool centred = false;  // the text stays over its cell's middle, however far it may run
+    bool centred = false;  // the text stays centred in its cell when it runs over
     if (!lines) {
         const int wanted = type.metrics.horizontalAdvance(text) + 1;
         if (wanted > rect.width() && m_grid.AllowCellOverflow() && !joined && handle.isEmpty()) {

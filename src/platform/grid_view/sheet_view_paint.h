@@ -1,4 +1,4 @@
-// Paints a grid's cells into a view.
+// Painting of a grid's cells.
 #pragma once
 
 #include "platform/grid_view/cell_look.h"
@@ -11,33 +11,32 @@
 
 struct ThemeColours;
 
-// What a painting needs to know beside the grid.
+// The state of a view that affects its painting.
 struct SheetLook {
-    bool list = false;  // the active row stands out as a whole
+    bool list = false;  // the whole active row is highlighted
     bool focus = false;
     int activeCol = 0;
     int activeRow = 0;
-    int wrapCol = 0;  // its texts break into lines
+    int wrapCol = 0;  // the column whose texts are wrapped
     int editCol = 0;  // the cell under an open editor
     int editRow = 0;
 };
 
-// Two passes over the rows that need it: grounds, lines and borders first, then the texts, which
-// may run over into empty neighbours.
+// Paints in two passes: backgrounds, grid lines and borders first, then the texts, which may run
+// over into empty neighbours.
 class SheetPainter {
 public:
     SheetPainter(const QTableView& view, const SheetGrid& grid) : m_view(view), m_grid(grid) {}
 
     void paint(QPainter& painter, const QRect& dirty, const SheetLook& look);
 
-    // The part of a cell that opens its list or calendar, or that is its button; empty where the
-    // cell has none.
+    // The part of a cell that opens its list or calendar or is its button; empty if there is none.
     QRect handleRect(const CellFormat& format, const QRect& cell, bool list) const;
 
-    // The width that a cell's text would like to have.
+    // The width that a cell's text needs in one line.
     int wantedWidth(int col, int row);
 
-    // The height that a cell's text needs when it breaks into lines in a column of this width.
+    // The height that a cell's text needs when it is wrapped in a column of this width.
     int wrappedHeight(int col, int row, int width);
 
     // The font of a cell.
@@ -49,7 +48,7 @@ private:
         QFontMetrics metrics;
     };
     struct Picture {
-        QByteArray file;  // kept, so that its address names it
+        QByteArray file;  // kept, because its address is the key
         QPixmap pixmap;
     };
     struct Pass;  // one painting

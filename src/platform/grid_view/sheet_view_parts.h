@@ -1,4 +1,4 @@
-// What a SheetView is made of. Only its own files look in here.
+// The parts of a SheetView, for its own files alone.
 #pragma once
 
 #include "platform/grid_view/sheet_view.h"
@@ -13,7 +13,7 @@
 #include <QTabBar>
 #include <QUndoStack>
 
-// A scroll bar that is as high as the page tabs beside it.
+// A scroll bar with the height of the tabs beside it.
 class PageScrollBar : public QScrollBar {
 public:
     explicit PageScrollBar(QWidget* parent) : QScrollBar(Qt::Horizontal, parent) {}
@@ -57,16 +57,16 @@ struct SheetView::Parts {
     PageScrollBar* pageBar;
     FindBar* findBar;
     QUndoStack undo;
-    CellPlaces changed;  // cells whose Change has still to be raised
+    CellPlaces changed;  // cells whose Change is still to be emitted
     std::vector<CellSpan> spans;
     int fillCol = 0;
     int wrapCol = 0;
     double zoom = 1;
-    bool layoutWanted = true;  // the whole layout has to be redone at the next look
-    bool pending = true;       // the grid has changes that are not shown
-    bool applying = false;     // the view follows the grid, not the other way round
-    bool byUser = false;       // the grid's changes come from an edit of the user
-    bool committing = false;   // an open editor's text is being taken
+    bool layoutWanted = true;  // the whole layout has to be redone
+    bool pending = true;       // the grid has changes that are not shown yet
+    bool applying = false;     // the view follows the grid and not the user
+    bool byUser = false;       // the grid changes because of the user's edit
+    bool committing = false;   // the text of the open editor is being taken over
     Cell pressed;              // under the left button
     Cell pressedHandle;
     Cell rightPressed;

@@ -1,4 +1,4 @@
-// What the user does to a grid's texts.
+// The user's edits of a grid's texts, and finding.
 #include "platform/grid_view/sheet_view_parts.h"
 
 #include <QApplication>
@@ -23,15 +23,23 @@ void SheetView::commitEdit() {
     }
 }
 
+bool SheetView::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
+    // Deliberate: behaviour 16.
+    m->delegate.setContinuing(trigger == AnyKeyPressed && !EditModeReplace());
+    const bool opened = QTableView::edit(index, trigger, event);
+    m->delegate.setContinuing(false);
+    return opened;
+}
+
 void SheetView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
-    // What took its text may have closed it.
+    // A handler of its text may have closed it already.
     if (editor != m->delegate.editor()) return;
     const Cell cell{m->delegate.cell().col, m->delegate.cell().row};
     m->delegate.forget();
     QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
     viewport()->update();
     flush();
-    // The focus goes on from the cell, unless the program has put it elsewhere.
+    // Moves on from the cell, unless the program has made another one active.
     if (currentIndex() != m->model.indexOf(cell.col, cell.row)) return;
     switch (hint) {
         case QAbstractItemDelegate::EditNextItem:
@@ -53,14 +61,14 @@ void SheetView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint 
 void SheetView::enter(int sheet, std::vector<CellEdit> edits) {
     std::erase_if(edits, [](const CellEdit& edit) { return edit.before == edit.after; });
     if (edits.empty()) return;
-    flush();  // what the program wrote before is not the user's
+    flush();  // what the program wrote before is no edit of the user
     m->undo.push(new EditCommand(*this, sheet, std::move(edits), m->changed));
     raiseChanges();
 }
 
 void SheetView::undoStep(bool forward) {
     flush();
-    // A step whose cells have another text by now does nothing and is gone: on to the next.
+    // A step whose cells hold other texts by now does nothing and is removed; the next one follows.
     while (m->changed.empty() && (forward ? m->undo.canRedo() : m->undo.canUndo())) {
         const int step = forward ? m->undo.index() : m->undo.index() - 1;
         const int sheet = static_cast<const EditCommand*>(m->undo.command(step))->sheet();

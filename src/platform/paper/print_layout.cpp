@@ -13,7 +13,7 @@ constexpr double TwipsPerPixel = 15;
 constexpr double NarrowPrintColumn = 600;
 constexpr double NarrowPrintPadding = 10;
 constexpr double PrintPadding = 50;
-constexpr double LeastMarginWithLine = 540;  // where a header or footer stands in it
+constexpr double LeastMarginWithLine = 540;  // if it contains a header or footer
 constexpr double LeastSmartScale = 2.0 / 3;
 constexpr double LeastScale = 0.1;
 constexpr double PlainFontSize = 10;  // points
@@ -49,7 +49,7 @@ PrintLayout::PrintLayout(const SheetGrid& grid, const QSizeF& paper, PrintFaces&
     if (!grid.PrintFooter().isEmpty()) bottom = std::max(bottom, LeastMarginWithLine);
     m_body = QRectF(QPointF(0, 0), paper)
                  .adjusted(grid.PrintMarginLeft(), top, -grid.PrintMarginRight(), -bottom);
-    // Margins that leave nothing to print on are none.
+    // Margins that leave no room are ignored.
     constexpr double leastBody = 720;
     if (m_body.width() < leastBody || m_body.height() < leastBody) {
         m_body = QRectF(QPointF(0, 0), paper);
@@ -122,9 +122,9 @@ void PrintLayout::measure(const SheetGrid& grid, PrintFaces& faces) {
         m_headHeight = highest(0, grid.heightOf(m_sheet, 0) * TwipsPerPoint);
 }
 
-// Paper has no tool tips: a text that is wider than its cell breaks into lines there, and its row
-// grows. Where texts run over into their neighbours, a single cell breaks at its own line ends
-// only, and joined cells and heads where the text is too long even if set narrower.
+// The height that a cell's text needs. In print a text that is wider than its cell is wrapped, and
+// its row grows. If texts run over into neighbours, a single cell is wrapped at its own line ends
+// only, and joined cells and heads if the text is too wide even when condensed.
 double PrintLayout::neededHeight(const SheetGrid& grid, PrintFaces& faces, int col, int row) const {
     const QString text = withLineEnds(grid.textAt(m_sheet, col, row));
     if (text.isEmpty()) return 0;
@@ -149,7 +149,7 @@ double PrintLayout::neededHeight(const SheetGrid& grid, PrintFaces& faces, int c
     return needed.height() + 2 * NarrowPrintPadding;
 }
 
-// The runs of columns that stand side by side on one page each.
+// The columns of each page across, as first and last.
 std::vector<std::pair<int, int>> PrintLayout::columnRuns(double room) const {
     std::vector<std::pair<int, int>> runs;
     double used = 0;
@@ -215,7 +215,7 @@ void PrintLayout::breakIntoPages(const SheetGrid& grid) {
         }
         slices.back().last = row;
         used += height(row);
-        // A row that is higher than its page goes on over the next ones.
+        // A row that is higher than a page continues on the next ones.
         for (double shown = room; used > room + rounding; shown += room) {
             slices.push_back({row, row, shown});
             used -= room;

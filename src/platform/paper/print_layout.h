@@ -1,4 +1,4 @@
-// How a sheet lies on its pages.
+// The layout of a sheet on printed pages.
 #pragma once
 
 #include "core/grid/grid_area.h"
@@ -13,19 +13,19 @@
 
 constexpr int TwipsPerInch = 1440;
 
-// How narrow a text is set that has less room than it wants, where texts run over.
+// How far a text that is too wide for its cell is condensed, if texts run over into neighbours.
 constexpr double LeastStretch = 0.6;
 
-// Lengths are twips. What is on the sheet is measured unscaled.
+// Lengths are in twips. Widths and heights of cells are those before scaling.
 struct PrintFace {
     QFont font;  // its pixel size is in twips
     QFontMetricsF metrics;
 
-    // How a text breaks into lines in a room: between words, within them where one is too long.
+    // The flags for wrapping a text to a width: between words, or anywhere if a word is too long.
     int wrapFlags(const QString& text, double room) const;
 };
 
-// The fonts of cells as they are on paper.
+// The fonts of cells in print.
 class PrintFaces {
 public:
     const PrintFace& of(const CellFormat& format);
@@ -34,16 +34,16 @@ private:
     QHash<QString, PrintFace> m_faces;
 };
 
-// A part of the sheet on one page.
+// The part of the sheet on one page.
 struct PrintedPage {
-    int firstRow = 0;  // lastRow < firstRow: nothing but the lines at the page's head and foot
+    int firstRow = 0;  // lastRow < firstRow: only the header and the footer
     int lastRow = -1;
     int firstCol = 0;
     int lastCol = -1;
-    double skipped = 0;  // how much of firstRow stood on the page before
+    double skipped = 0;  // the height of firstRow that is on the pages before
 };
 
-// The pages of the sheet on view by the grid's print settings, on paper of a size in twips.
+// The pages of the sheet on view for the grid's print settings and a paper size in twips.
 class PrintLayout {
 public:
     PrintLayout(const SheetGrid& grid, const QSizeF& paper, PrintFaces& faces);
@@ -52,15 +52,15 @@ public:
     const GridArea& area() const { return m_area; }
     int sheet() const { return m_sheet; }
 
-    // The place on the paper for heads and cells.
+    // The rectangle on the paper for heads and cells.
     const QRectF& body() const { return m_body; }
     double scale() const { return m_scale; }
 
-    // Widths and heights of what is printed; 0 where it is hidden. Index 0 is the heads.
+    // Printed width of a column and height of a row, 0 if hidden. Number 0 means the heads.
     double width(int col) const;
     double height(int row) const;
 
-    // Room between a cell's edge and its text.
+    // The distance between a cell's edge and its text.
     static double padding(double width);
 
 private:

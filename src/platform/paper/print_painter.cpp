@@ -94,7 +94,7 @@ void SheetDrawing::drawHeads() {
         if (width > 0) drawHead(0, 0, {0, 0, width, height});
         for (int col = m_page.firstCol; col <= m_page.lastCol; ++col)
             drawHead(col, 0, {left(col), 0, m_layout.width(col), height});
-        // Rows that began on the page before must not show under the heads.
+        // A row that continues from the page before must not cover the heads.
         const QRectF rest(-LineWidth, height, left(m_page.lastCol) + m_paper.width(),
                           m_layout.body().height());
         m_painter.setClipRect(rest, Qt::IntersectClip);
@@ -123,7 +123,7 @@ void SheetDrawing::drawCells() {
         }
     };
     const int sheet = m_layout.sheet();
-    // Where a cell is drawn: a span with the first of its cells on the page.
+    // The rectangle of a cell; a span is drawn with its first cell on the page.
     const auto placeOf = [&](int& col, int& row) {
         const CellSpan span = m_grid.spanAt(sheet, col, row);
         if (span.cols == 0) return cellRect(col, row);
@@ -190,7 +190,7 @@ void SheetDrawing::drawFrame() {
     m_painter.drawRect(QRectF(QPointF(0, 0), QPointF(m_lefts.back(), bottom)));
 }
 
-// As on the screen, texts run over into empty neighbours, and past the last column with data.
+// Texts run over into empty neighbours, as on the screen, and past the last column with data.
 QRectF SheetDrawing::overflowRect(int col, int row, HAlign align, double wanted,
                                   QRectF rect) const {
     const auto room = [&](int step, double enough) {
@@ -209,7 +209,7 @@ QRectF SheetDrawing::overflowRect(int col, int row, HAlign align, double wanted,
     if (align == HAlign::Left) rect.setRight(rect.right() + room(1, lacking));
     if (align == HAlign::Right) rect.setLeft(rect.left() - room(-1, lacking));
     if (align == HAlign::Centre) {
-        // What finds no room on one side goes to the other.
+        // What has no room on one side goes to the other.
         const auto grow = [&](int step, double by) { return std::min(room(step, by), by); };
         const double left = grow(-1, lacking / 2);
         const double right = grow(1, lacking - left);
@@ -253,7 +253,7 @@ void SheetDrawing::drawText(int col, int row, const CellFormat& format, const QR
     m_painter.restore();
 }
 
-// A header or footer: what stands behind "/c" is centred, what stands before it is at the left.
+// Draws a header or footer. What follows "/c" is centred, the rest is at the left.
 void SheetDrawing::drawLine(const QString& codes, int number, double middle) {
     if (codes.isEmpty()) return;
     QString atLeft;

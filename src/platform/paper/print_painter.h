@@ -1,10 +1,10 @@
-// Draws the pages of a grid, on paper and into PDF files alike.
+// Drawing of the pages of a grid, for printers and PDF files.
 #pragma once
 
 #include "platform/paper/print_layout.h"
 
 class QPagedPaintDevice;
 
-// Draws the sheet on view by the grid's print settings on every page of a device whose margins are
-// none and whose page size and orientation are set. False where the device fails.
-bool drawSheet(QPagedPaintDevice& device, const SheetGrid& grid);
+// Draws the pages of the sheet on view by the grid's print settings. The device needs its page size
+// and orientation set and has to be without margins. Returns false if the device fails.
+[[nodiscard]] bool drawSheet(QPagedPaintDevice& device, const SheetGrid& grid);

@@ -16,6 +16,8 @@
 #include <QPrinterInfo>
 #include <QSaveFile>
 
+#include <tuple>
+
 namespace {
 
 constexpr int MostOfAName = 60;
@@ -66,16 +68,16 @@ bool sendToPrinter(const SheetGrid& grid, const QPrinterInfo& info) {
     return drawSheet(printer, grid);
 }
 
-// The default printer, or the first where none is the default; null where there is none at all.
+// The default printer, or the first one if there is no default; null if there is none at all.
 QPrinterInfo printerOfTheDesktop() {
     const QPrinterInfo byDefault = QPrinterInfo::defaultPrinter();
     return byDefault.isNull() ? QPrinterInfo::availablePrinters().value(0) : byDefault;
 }
 
-// A name of its own for each job; no job replaces another.
+// A path that no earlier job has.
 QString pdfPath(const QString& job) {
     const QString folder = programFolder() + QStringLiteral("/printed");
-    QDir().mkpath(folder);
+    std::ignore = QDir().mkpath(folder);  // if it fails, writing the file reports it
     const QString name = safeFileName(job);
     const QString stem =
         folder + QLatin1Char('/') + (name.isEmpty() ? QStringLiteral("Lorvanite") : name) +
@@ -121,8 +123,8 @@ void PrintSheet(const SheetGrid& grid, int) {
             setStatusText(QStringLiteral("Sent to the printer ") + printer.printerName());
         } else {
             messageBox(QStringLiteral("The printer ") + printer.printerName() +
-                           QStringLiteral(" did not take the pages. Please look whether it is "
-                                          "switched on and print again."),
+                           QStringLiteral(" did not accept the pages. Please check that it is "
+                                          "switched on, and print again."),
                        BoxIcon::Exclamation);
         }
         return;

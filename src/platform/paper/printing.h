@@ -1,4 +1,4 @@
-// Grids on paper.
+// Printing of grids.
 #pragma once
 
 #include <QPageSize>
@@ -6,15 +6,14 @@
 
 class SheetGrid;
 
-// The print settings of a set, of every report of one list and of a chart.
+// Sets the print settings of sets, reports and charts.
 void applySetPrintSettings(SheetGrid& grid);
 
-// Prints the sheet on view by the grid's print settings; flags 1 means at once, without a
-// question. The job goes to the desktop's default printer, or to its first where none is the
-// default. A machine without any gets a PDF in the folder "printed" beside the program, named after
-// the job and the time, and the status line says where. What cannot be written is told in a box.
+// Prints the sheet on view by the grid's print settings, without asking; the flags have no effect.
+// The job goes to the desktop's default printer, or to the first one if there is no default.
+// Without a printer it becomes a PDF in the folder "printed" of the program's folder, named after
+// the job and the time. The status bar shows where the job went, a message box if it failed.
 void PrintSheet(const SheetGrid& grid, int flags);
 
-// Lets a test take every further job as a PDF file on the paper it names; an empty path gives the
-// printer back. Each job replaces the file.
+// Makes every further job replace a PDF file, for tests; an empty path ends this.
 void setPrintTarget(const QString& pdfPath, QPageSize::PageSizeId paper = QPageSize::A4);

@@ -31,8 +31,8 @@ QByteArray sign(QChar c) {
     if (c.unicode() < ' ' || c == QChar::ObjectReplacementCharacter) return {};
     if (c.unicode() < 0x7f) return QByteArray(1, c.toLatin1());
     if (const uchar byte = toCodePage1252(c)) return "\\'" + QByteArray(1, char(byte)).toHex();
-    // Units are signed in RTF. A reader without them shows the question mark, which is written as a
-    // byte, too: some readers skip a plain one together with the letter behind it.
+    // Code units are signed in RTF. "?" is what a reader without Unicode shows. It is written as a
+    // byte: behind a plain one, some readers lose the next letter.
     return "\\u" + QByteArray::number(qint16(c.unicode())) + "\\'3f";
 }
 
@@ -62,7 +62,7 @@ private:
         return "\\ql";
     }
 
-    // All that sets letters off, from plain ones on.
+    // The complete character format.
     QByteArray letters(const QTextCharFormat& format) {
         const QFont font = format.font().resolve(m_document.defaultFont());
         const QString family = font.family();

@@ -15,7 +15,7 @@
 #include <algorithm>
 #include <cmath>
 
-// Pictures of a static library are not there by themselves. (The macro wants to stand outside.)
+// The resources of a static library have to be initialised, outside any namespace.
 static void initThemeResource() { Q_INIT_RESOURCE(theme); }
 
 namespace {
@@ -124,14 +124,14 @@ namespace {
 bool desktopIsDark() {
     const QByteArray wanted = qgetenv("LORVANITE_THEME");
     if (wanted == "light" || wanted == "dark") return wanted == "dark";
-    // Without a palette of our own the application shows the desktop's.
+    // Without its own palette the application has the desktop's.
     QApplication::setPalette(QPalette());
     return QApplication::palette().color(QPalette::Window).lightness() < 128;
 }
 
 void applyColours(bool dark) {
     QApplication::setPalette(themePalette(themeColours(dark)));
-    // A new style dresses every widget that stands.
+    // A new style is applied to all existing widgets.
     QApplication::setStyle(new ThemeStyle);
 }
 
@@ -143,7 +143,7 @@ void applyFont(QApplication& app) {
     app.setFont(font);
 }
 
-// Changes the look when the desktop changes between light and dark.
+// Changes the theme when the desktop changes between light and dark.
 class DesktopWatch : public QObject {
 public:
     explicit DesktopWatch(QApplication& app) : QObject(&app) {
@@ -163,7 +163,7 @@ public:
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override {
-        // Every window is told of the change; one look is enough.
+        // Every window gets this event; handling it once is enough.
         if (event->type() == QEvent::ThemeChange) m_turn.start(0);
         return QObject::eventFilter(object, event);
     }
@@ -172,7 +172,7 @@ private:
     QTimer m_turn;
 };
 
-// A picture of the set, drawn anew for each size and colour.
+// Draws an icon in the current size and colour.
 class ThemedIcon : public QIconEngine {
 public:
     explicit ThemedIcon(QByteArray svg) : m_svg(std::move(svg)) {}
@@ -193,7 +193,7 @@ public:
     }
 
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        // A window that is made small leaves a button no room.
+        // A button in a small window may have no room.
         if (size.isEmpty()) return {};
         QPixmap pixmap(size);
         pixmap.fill(Qt::transparent);

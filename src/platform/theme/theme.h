@@ -1,4 +1,4 @@
-// The program's look.
+// The appearance of the program.
 #pragma once
 
 #include <QColor>
@@ -7,7 +7,7 @@
 
 class QApplication;
 
-// The colours of the look.
+// The colours of a theme.
 struct ThemeColours {
     QColor window;
     QColor base;
@@ -22,25 +22,26 @@ struct ThemeColours {
     QColor bar;         // the main window's bar
 };
 
-// Gives the application its style, palette and font, light or dark as the desktop is; the variable
-// LORVANITE_THEME ("light" or "dark") decides for itself. Follows the desktop while it runs.
+// Sets the style, palette and font of the application, light or dark like the desktop, and follows
+// the desktop when it changes. The environment variable LORVANITE_THEME, "light" or "dark",
+// overrides the desktop.
 void applyTheme(QApplication& app);
 
-// The colours of the light and of the dark look.
+// The colours of the light or the dark theme.
 const ThemeColours& themeColours(bool dark);
 
-// The colours that go with a palette, light or dark as its window is.
+// The colours of the theme that a palette belongs to, light or dark.
 const ThemeColours& themeColours(const QPalette& palette);
 
-// A look's palette.
+// The palette of a theme.
 QPalette themePalette(const ThemeColours& colours);
 
-// How well one colour stands out on another, 1 to 21; text needs 4.5.
+// The contrast ratio of two colours, 1 to 21; text needs 4.5.
 double contrast(const QColor& a, const QColor& b);
 
 // A colour between two: `share` 0 gives the first, 1 the second.
 QColor blend(const QColor& under, const QColor& over, double share);
 
-// A picture of the program's own set, by its file's name without ".svg", in the accent colour of
-// the palette in force at each painting. An empty icon where the set has no such picture.
+// An icon of the program by its file name without ".svg", painted in the accent colour of the
+// current palette. Null if there is no such icon.
 QIcon themedIcon(const QString& name);

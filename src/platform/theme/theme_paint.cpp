@@ -19,7 +19,7 @@ constexpr double ScrollThickness = 6;
 constexpr double GrooveThickness = 4;
 constexpr double KnobRadius = 8;
 
-// A painter with soft edges, put back at the end.
+// Switches antialiasing on and restores the painter at the end.
 class Soft {
 public:
     explicit Soft(QPainter& painter) : m_painter(painter) {
@@ -45,7 +45,7 @@ void box(QPainter& painter, const QRect& rect, const QColor& fill, const QColor&
 
 bool isOn(const QStyleOption& option, QStyle::StateFlag flag) { return option.state & flag; }
 
-// A field's frame: the accent colour where the focus is.
+// The frame of a field, in the accent colour if it has the focus.
 void field(QPainter& painter, const QStyleOption& option, const QColor& ground) {
     const ThemeColours& colours = themeColours(option.palette);
     const bool focus = isOn(option, QStyle::State_HasFocus);
@@ -100,7 +100,7 @@ void checkBox(QPainter& painter, const QStyleOption& option, bool round) {
     QColor ground = on || half ? accent : enabled ? colours.base : colours.window;
     if (isOn(option, QStyle::State_Sunken)) ground = blend(ground, colours.accent, 0.2);
     const double radius = round ? option.rect.height() / 2.0 : 4;
-    // The unticked box stands out as text does.
+    // An unchecked box has the contrast of text.
     box(painter, option.rect, ground, on || half ? accent : colours.muted, 1.2, radius);
     if (!on && !half) return;
     const Soft soft(painter);
@@ -178,7 +178,7 @@ bool paintThemePrimitive(QStyle::PrimitiveElement element, const QStyleOption& o
             frame(painter, option, false);
             return true;
         case QStyle::PE_FrameGroupBox: {
-            // The title stands above the frame.
+            // The title is above the frame.
             const auto* group = qobject_cast<const QGroupBox*>(widget);
             const int above =
                 group && !group->title().isEmpty() ? option.fontMetrics.height() + 4 : 0;

@@ -1,4 +1,4 @@
-// The shapes of the theme's controls.
+// Painting of the theme's controls.
 #pragma once
 
 #include <QStyleOption>
@@ -7,13 +7,13 @@
 
 class QPainter;
 
-// The arrow of what opens a list or steps a number, in the middle of its place.
+// Paints the arrow of a combo box or spin box, centred in a rectangle.
 void paintChevron(QPainter& painter, const QRect& place, const QColor& colour, bool up = false);
 
-// Whether a button is the strong one of its window.
+// Whether a button is the main one of its window.
 bool isPrimary(const QWidget* widget);
 
-// Draws an element in the theme's way; false where it has none of its own.
+// Paints an element of the theme. Returns false if the theme does not paint this element.
 bool paintThemePrimitive(QStyle::PrimitiveElement element, const QStyleOption& option,
                          QPainter& painter, const QWidget* widget);
 
@@ -22,9 +22,9 @@ void paintComboBox(const QStyleOptionComboBox& box, const QRect& arrow, QPainter
 void paintSpinBox(const QStyleOptionSpinBox& box, const QRect& up, const QRect& down,
                   QPainter& painter);
 void paintScrollBar(const QStyleOptionSlider& bar, const QRect& slider, QPainter& painter);
-// `handle` is the place of what is dragged.
+// `handle` is the rectangle of the knob.
 void paintSlider(const QStyleOptionSlider& slider, const QRect& handle, QPainter& painter);
 
-// `part` gives a button's place, an empty one where the bar has none.
+// `part` gives the rectangle of a button, empty if the bar does not have it.
 void paintTitleBar(const QStyleOptionTitleBar& bar,
                    const std::function<QRect(QStyle::SubControl)>& part, QPainter& painter);

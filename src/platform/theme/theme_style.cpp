@@ -21,7 +21,7 @@ constexpr int ControlHeight = 28;
 constexpr int ScrollBarWidth = 12;
 constexpr int ScrollSliderLength = 28;
 constexpr int TitleBarHeight = 30;
-constexpr int WindowFrame = 4;  // wide enough to take hold of; its line is one pixel
+constexpr int WindowFrame = 4;  // wide enough to drag; the visible line is one pixel
 constexpr int IndicatorSize = 16;
 constexpr int SpinWidth = 20;
 constexpr int SliderKnob = 17;
@@ -63,7 +63,7 @@ QRect scrollPart(const QStyleOptionSlider& bar, QStyle::SubControl part) {
     return QStyle::visualRect(bar.direction, bar.rect, rect.translated(bar.rect.topLeft()));
 }
 
-// A calendar has a quiet head and no red days.
+// Gives a calendar a plain header and no red days.
 void dressCalendar(QCalendarWidget& calendar) {
     const ThemeColours& colours = themeColours(QApplication::palette());
     QTextCharFormat plain;
@@ -86,7 +86,7 @@ ThemeStyle::ThemeStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 void ThemeStyle::polish(QWidget* widget) {
     QProxyStyle::polish(widget);
     if (isBar(widget)) {
-        // The application's palette is new before its widgets' are.
+        // The application's palette changes before those of the widgets.
         QPalette palette;
         palette.setColor(QPalette::Window, themeColours(QApplication::palette()).bar);
         widget->setPalette(palette);
@@ -109,7 +109,7 @@ bool ThemeStyle::eventFilter(QObject* object, QEvent* event) {
         painter.fillRect(0, widget->height() - 1, widget->width(), 1,
                          themeColours(widget->palette()).line);
     }
-    // The frame around a list or text shows the focus of what is inside.
+    // The frame around a list or text shows whether it has the focus.
     const bool focus = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
     if (widget && focus) widget->update();
     return QProxyStyle::eventFilter(object, event);
@@ -139,7 +139,7 @@ int ThemeStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
         case PM_ButtonShiftVertical:
             return 0;
         case PM_DefaultFrameWidth:
-            // Lists and texts have a line of one pixel around them.
+            // Lists and texts have a frame of one pixel.
             return qobject_cast<const QAbstractScrollArea*>(widget)
                        ? 1
                        : QProxyStyle::pixelMetric(metric, option, widget);

@@ -1,10 +1,10 @@
-// How the controls are drawn: flat, with thin lines and a visible focus.
+// The style of the controls: flat, with thin lines and a visible focus.
 #pragma once
 
 #include <QProxyStyle>
 
-// A push button whose dynamic property "primary" is true is the one strong button of its window.
-// A frame named "picButHold" is the main window's bar.
+// A push button whose dynamic property "primary" is true is the main button of its window. A frame
+// named "picButHold" is the main window's button bar.
 class ThemeStyle : public QProxyStyle {
     Q_OBJECT
 

@@ -1,23 +1,127 @@
 #include "sets/rules/set_grid.h"
 
+#include "core/data/database.h"
 #include "core/data/paths.h"
 #include "core/grid/sheet_grid_dates.h"
 
-void setUpSet(SheetGrid& grid) {
-    grid.MaxCols(2);
-    grid.MaxRows(25);
-    grid.RowHeadersShow(false);
-    grid.SetText(1, 0, QStringLiteral("Service"));
-    grid.SetText(2, 0, QStringLiteral("Song"));
-    grid.SetText(1, 1, QStringLiteral("Set List For:"));
-    setUpDateCell(grid);
+#include <tuple>
+
+namespace {
+
+constexpr int NewSetRows = 25;
+constexpr int ClearedSetRows = 50;
+
+QString defaultDesign() { return preference(QStringLiteral("DefaultSetList")); }
+
+}  // namespace
+
+void setUpSet(SheetGrid& set) {
+    set.MaxCols(SetColumn::Title);
+    set.MaxRows(NewSetRows);
+    set.RowHeadersShow(false);
+    set.SetText(SetColumn::Label, 0, QStringLiteral("Service"));
+    set.SetText(SetColumn::Title, 0, QStringLiteral("Song"));
+    set.SetText(SetColumn::Label, SetRow::Date, QStringLiteral("Set List For:"));
+    setUpDateCell(set);
 }
 
-void setUpDateCell(SheetGrid& grid) { setUpDateCells(grid, 2, 1); }
+void setUpDateCell(SheetGrid& set) { setUpDateCells(set, SetColumn::Title, SetRow::Date); }
 
-void setUpSetWidths(SheetGrid& grid) {
-    grid.ColWidth(2, 32.88);
-    grid.ColWidth(1, 22.63);
+void setUpSetWidths(SheetGrid& set) {
+    set.ColWidth(SetColumn::Title, TitleWidth);
+    set.ColWidth(SetColumn::Label, 22.63);
+}
+
+QString dateOfSet(const SheetGrid& set) { return set.GetText(SetColumn::Title, SetRow::Date); }
+
+QString specialMusicOn(const QString& date) {
+    Recordset rs =
+        select(QStringLiteral("SELECT song_name FROM special_music WHERE play_date = '") + date +
+               QStringLiteral("'"));
+    QString names;
+    for (; !rs.EOF_(); rs.MoveNext()) names += QLatin1Char(' ') + rs.Fields("song_name");
+    rs.Close();
+    return names;
+}
+
+QString personnelOn(const QString& date) {
+    Recordset rs =
+        select(QStringLiteral("SELECT player, instrument FROM schedule WHERE pdate = '") + date +
+               QStringLiteral("'"));
+    QString people;
+    for (; !rs.EOF_(); rs.MoveNext())
+        people += rs.Fields("instrument") + QStringLiteral(" : ") + rs.Fields("player") +
+                  QLatin1Char('\r');
+    rs.Close();
+    return people;
+}
+
+void writeSong(SheetGrid& set, int row, const QString& title, int songID) {
+    set.SetText(SetColumn::Title, row, title);
+    Recordset rs =
+        select(QStringLiteral("SELECT fileLoco FROM songs WHERE ID = ") + QString::number(songID));
+    // Deliberate: behaviour 60. A song without sheet music leaves the colour.
+    if (!rs.Fields("fileloco").isEmpty()) {
+        set.Col(SetColumn::Title);
+        set.Row(row);
+        set.BackColor(SheetMusicGreen);
+    }
+    rs.Close();
+}
+
+void deleteText(SheetGrid& set, int col, int row) {
+    set.Col(col);
+    set.Row(row);
+    if (set.BackColor() != White) set.BackColor(White);
+    set.Text(QString());
+}
+
+// Deliberate: behaviour 63.
+void clearDesign(SheetGrid& set) {
+    set.ClearRange(SetColumn::Label, SetRow::FirstTitle, SetColumn::Title, set.MaxRows(), true);
+}
+
+// Deliberate: behaviour 63.
+void clearSetGrid(SheetGrid& set) {
+    set.ClearRange(SetColumn::Title, SetRow::Date, SetColumn::Title, set.MaxRows(), true);
+    set.MaxRows(0);
+    set.MaxRows(ClearedSetRows);
+    setUpDateCell(set);
+    setUpSetWidths(set);
+    loadSetFile(set, defaultDesign());
+    set.Col(SetColumn::Label);
+    set.Col2(SetColumn::Label);
+    set.Row(SetRow::Date);
+    set.Row2(set.MaxRows());
+    set.BlockMode(true);
+    set.BackColor(White);
+    set.BlockMode(false);
+}
+
+void loadDefaultDesign(SheetGrid& set) {
+    const QString design = defaultDesign();
+    if (!design.isEmpty()) loadSetFile(set, design);
+}
+
+void loadSetFile(SheetGrid& set, const QString& path) {
+    std::ignore = set.LoadFromFile(path);  // Deliberate: behaviour 64.
+}
+
+QString setAsText(const SheetGrid& set) {
+    QString text;
+    for (int row = SetRow::Date; row <= set.DataRowCnt(); ++row)
+        text += set.GetText(SetColumn::Label, row) + QStringLiteral("   ") +
+                set.GetText(SetColumn::Title, row) + QStringLiteral("\r\n");
+    return text;
+}
+
+// Deliberate: behaviour 76.
+QStringList highlightedTitles(const SheetGrid& set) {
+    QStringList titles;
+    for (int row = SetRow::Date; row <= set.MaxRows(); ++row)
+        if (set.formatAt(set.Sheet(), SetColumn::Title, row).backColor != White)
+            titles.append(set.GetText(SetColumn::Title, row));
+    return titles;
 }
 
 QString defaultSetName(const QString& date) {

@@ -2,21 +2,18 @@
 
 #include "core/data/database.h"
 #include "core/data/run_time_error.h"
-#include "core/grid/sheet_grid.h"
+#include "sets/rules/set_grid.h"
 
 #include <algorithm>
 
 namespace {
 
-constexpr int FirstTitleRow = 2;
-constexpr int LastSetTitleRow = 25;
-
-// A 24th title has no place, and the command ends there: this is meant.
+// Deliberate: behaviour 66.
 Titles titlesOf(const SheetGrid& set) {
     Titles titles;
     size_t n = 0;
-    for (int row = FirstTitleRow; row <= LastSetTitleRow; ++row) {
-        const QString title = set.GetText(2, row);
+    for (int row = SetRow::FirstTitle; row <= SetRow::LastRecorded; ++row) {
+        const QString title = set.GetText(SetColumn::Title, row);
         if (title.isEmpty()) continue;
         if (n == titles.size()) throw RunTimeError(RunTimeError::SubscriptOutOfRange);
         titles[n++] = title;
@@ -24,8 +21,8 @@ Titles titlesOf(const SheetGrid& set) {
     return titles;
 }
 
-// A title that is a piece of what stands above it counts as a double: this is meant.
-Titles withoutDoubles(const Titles& titles) {
+// Deliberate: behaviour 67.
+Titles withoutDuplicates(const Titles& titles) {
     Titles uniqueTitles;
     size_t m = 0;
     QString seen;
@@ -41,8 +38,8 @@ Titles withoutDoubles(const Titles& titles) {
 
 bool holdsKnownTitle(const SheetGrid& set) {
     bool found = false;
-    for (int row = FirstTitleRow; row <= LastSetTitleRow; ++row) {
-        const QString title = set.GetText(2, row);
+    for (int row = SetRow::FirstTitle; row <= SetRow::LastRecorded; ++row) {
+        const QString title = set.GetText(SetColumn::Title, row);
         if (title.isEmpty()) continue;
         Recordset rs = select(QStringLiteral("SELECT title FROM songs WHERE title = '") + title +
                               QStringLiteral("'"));
@@ -52,7 +49,7 @@ bool holdsKnownTitle(const SheetGrid& set) {
     return found;
 }
 
-Titles titlesToRecord(const SheetGrid& set) { return withoutDoubles(titlesOf(set)); }
+Titles titlesToRecord(const SheetGrid& set) { return withoutDuplicates(titlesOf(set)); }
 
 int countRecorded(const Titles& titles, const QString& date) {
     int already = 0;
@@ -66,12 +63,11 @@ int countRecorded(const Titles& titles, const QString& date) {
     return already;
 }
 
-// The date belongs to one set: its old record goes whole.
+// Deliberate: behaviour 69.
 void recordPlayed(const Titles& titles, const QString& date) {
     execute(QStringLiteral("DELETE * FROM played_on WHERE played_date = '") + date +
             QStringLiteral("'"));
-    // Carried from one title to the next: a typed title that is no song's is recorded under the
-    // song before it. This is meant.
+    // Deliberate: behaviour 70. It is kept from one title to the next.
     QString id;
     for (const QString& title : titles) {
         if (title.isEmpty()) continue;

@@ -1,4 +1,4 @@
-// The record of what was played on a set's date: read off a set's grid, kept in played_on.
+// The record of what was played on a set's date: read from a set's grid, kept in played_on.
 #pragma once
 
 #include <QString>
@@ -7,24 +7,23 @@
 
 class SheetGrid;
 
-// A set records at most so many titles.
+// The number of titles that a set can record.
 constexpr int MostTitles = 23;
 
-// The titles of a set, each once, and empty texts behind the last.
+// The titles of a set, each once, with empty texts behind the last.
 using Titles = std::array<QString, MostTitles>;
 
-// True where a title of the set, rows 2 to 25, is a song's. Raises what a failing statement
-// raises, as an apostrophe in a title makes it.
+// Whether a title in rows 2 to 25 of the set is in the catalogue. Raises
+// RunTimeError::StatementRefused if a title has an apostrophe.
 bool holdsKnownTitle(const SheetGrid& set);
 
-// The titles of rows 2 to 25, doubles left out: one that is a piece of those above it is a double.
-// Raises 9 at a 24th title, doubles counted.
+// The titles in rows 2 to 25 of the set without duplicates. A title that is part of one above it
+// is a duplicate. Raises RunTimeError::SubscriptOutOfRange at a 24th title, duplicates included.
 Titles titlesToRecord(const SheetGrid& set);
 
-// How many of the titles are recorded for the date, each row counted; below MostTitles the record
-// may be written anew. An empty title counts rows without one.
+// The number of rows of played_on that have this date and one of the titles.
 int countRecorded(const Titles& titles, const QString& date);
 
-// Replaces the whole record of the date by these titles. Raises what a failing statement raises,
-// with the rows before it in force.
+// Replaces all rows of the date by these titles. Raises what a failing statement raises; what was
+// written before stays.
 void recordPlayed(const Titles& titles, const QString& date);

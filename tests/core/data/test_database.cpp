@@ -59,7 +59,7 @@ private Q_SLOTS:
         QCOMPARE(found("éternel"), 1);
         QCOMPARE(found("ΕΥΛΌΓΕΙ"), 1);
         QCOMPARE(found("주 하나님"), 1);
-        QCOMPARE(found("e\xCC\x81ternel"), 1);  // the accent as a mark of its own
+        QCOMPARE(found("e\xCC\x81ternel"), 1);  // the accent as a combining mark
         QCOMPARE(found("Amazing"), 0);
     }
 
@@ -93,6 +93,7 @@ private Q_SLOTS:
         QCOMPARE(column("SELECT * FROM songs WHERE CCLI > ''", "title"), QStringList{"with"});
     }
 
+    // Deliberate: behaviour 9.
     void updateOfAMissingKeyChangesNothingAndReportsNothing() {
         openDatabase();
         run("DELETE FROM prefs WHERE var_name = 'ScedToUse'");
@@ -101,6 +102,7 @@ private Q_SLOTS:
         QCOMPARE(world->rows("SELECT * FROM prefs"), before);
     }
 
+    // Deliberate: behaviour 8.
     void orderByAPlayedDateIsTheOrderOfText() {
         openDatabase();
         run("INSERT INTO played_on (title, played_date, songID) VALUES ('a', '12/31/05', 1), "
@@ -251,7 +253,7 @@ private Q_SLOTS:
     }
 
     void readOnlyFolderRefusesWritesAndReadsOn() {
-        // A folder's mode does not bind the superuser, so the test becomes somebody else.
+        // The superuser may write anywhere, so the test becomes another user.
         const auto all = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther |
                          QFile::ReadGroup | QFile::ExeGroup;
         QFile::setPermissions(world->path("db1.mdb"), all);
@@ -278,6 +280,13 @@ private Q_SLOTS:
                 LockType::BatchOptimistic);
         QCOMPARE(world->statements,
                  QStringList{"UPDATE prefs SET var_value = '' WHERE var_name = 'x' [4]"});
+    }
+
+    void statementLogHoldsPlaceholdersAsTheyAre() {
+        openDatabase();
+        const QString source = "UPDATE prefs SET var_value = '%1 and %2' WHERE var_name = '%1'";
+        run(source);
+        QCOMPARE(world->statements, QStringList{source + " [3]"});
     }
 };
 

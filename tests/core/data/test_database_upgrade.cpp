@@ -150,7 +150,7 @@ private Q_SLOTS:
         QFETCH(QString, statements);
         world->sql(statements);
         const QByteArray before = read(file());
-        world->answers.runTimeError(StoreFailed, "a later version of Lorvanite has made it");
+        world->answers.runTimeError(StoreFailed, "created by a later version of Lorvanite");
         atEdge(OnFailure::EndsProgram, [] { openDatabase(); });
         QCOMPARE(world->endStatus, 1);
         QVERIFY(!dbConn.isOpen());
@@ -162,9 +162,10 @@ private Q_SLOTS:
         world->sql("PRAGMA user_version = 2");
         const QByteArray before = read(file());
         world->answers.box(
-            QStringLiteral("Run-time error '%1':\r\rThe database \"%2\" cannot be opened: a later "
-                           "version of Lorvanite has made it (its tables are of version 2, and "
-                           "this program knows those up to 1). It was left as it is.")
+            QStringLiteral("Run-time error '%1':\r\rThe database \"%2\" cannot be opened: it was "
+                           "created by a later version of Lorvanite (its tables have version 2, "
+                           "and this program supports versions up to 1). The file was not "
+                           "changed.")
                 .arg(StoreFailed)
                 .arg(file()),
             QMessageBox::Critical);
@@ -196,7 +197,7 @@ private Q_SLOTS:
         world->sql("DROP TABLE played_on");
         const QByteArray before = read(file());
         const QString failure = failureOf(file());
-        QVERIFY2(failure.contains("is of an earlier version and cannot be brought up") &&
+        QVERIFY2(failure.contains("comes from an earlier version and cannot be upgraded") &&
                      failure.contains("no such table: main.played_on"),
                  qPrintable(failure));
         QVERIFY(read(file()) == before);

@@ -1,27 +1,90 @@
-// Paths and what lies under them.
+// Paths, and copies of files and folders.
+#include "core/data/file_copy.h"
 #include "core/data/paths.h"
+#include "core/data/run_time_error.h"
 #include "support/files.h"
 #include "support/full_disk.h"
 #include "support/registry.h"
 
+#include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <functional>
 
 class TestPaths : public QObject {
     Q_OBJECT
 
-private Q_SLOTS:
-    // A few kilobytes, which are written at the very end.
-    void smallFileStaysAsItWasOnAFullDisk() {
-        const QTemporaryDir folder;
-        const QString path = folder.filePath(QStringLiteral("small"));
-        QVERIFY(replaceFile(path, "old"));
-        {
-            const FullDisk disk(1000);
-            QVERIFY(!replaceFile(path, QByteArray(4000, 'x')));
+    std::unique_ptr<QTemporaryDir> m_folder;
+
+    QString path(const QString& name) const { return m_folder->filePath(name); }
+
+    void write(const QString& name, const QByteArray& content) const {
+        QVERIFY(QDir().mkpath(QFileInfo(path(name)).path()));
+        QVERIFY(replaceFile(path(name), content));
+    }
+
+    // The number of the error that a body raises, 0 for none.
+    static int errorOf(const std::function<void()>& body) {
+        try {
+            body();
+        } catch (const RunTimeError& error) {
+            return error.number();
         }
-        QCOMPARE(bytesOf(path), QByteArray("old"));
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{"small"});
+        return 0;
+    }
+
+private Q_SLOTS:
+    void init() { m_folder = std::make_unique<QTemporaryDir>(); }
+
+    void fillingInCopiesWhatIsMissing() {
+        write("from/a.txt", "new");
+        write("from/sub/b.txt", "b");
+        write("from/.hidden", "h");
+        write("from/tool", "t");
+        QVERIFY(QFile::setPermissions(path("from/tool"), QFile::ReadOwner | QFile::ExeOwner));
+        write("there/to/a.txt", "mine");
+        copyFolder(path("from"), path("there/to"), FolderCopy::FillIn);
+        QCOMPARE(bytesOf(path("there/to/a.txt")), QByteArray("mine"));
+        QCOMPARE(bytesOf(path("there/to/sub/b.txt")), QByteArray("b"));
+        QCOMPARE(QDir(path("there/to"))
+                     .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                 (QStringList{"a.txt", "sub"}));
+        copyFolder(path("from"), path("quite/new"), FolderCopy::FillIn);
+        QCOMPARE(bytesOf(path("quite/new/a.txt")), QByteArray("new"));
+    }
+
+    void replacingCopiesEverything() {
+        write("from/a.txt", "new");
+        write("from/.hidden", "h");
+        write("to/a.txt", "old");
+        write("to/mine.txt", "mine");
+        copyFolder(path("from"), path("to"));
+        QCOMPARE(bytesOf(path("to/a.txt")), QByteArray("new"));
+        QCOMPARE(bytesOf(path("to/.hidden")), QByteArray("h"));
+        QCOMPARE(bytesOf(path("to/mine.txt")), QByteArray("mine"));
+    }
+
+    void copyThatFailsRaisesAndKeepsWhatWasThere() {
+        write("from/a.txt", "new");
+        write("from/sub/b.txt", "b");
+        // A file lies where the folder has to be, a folder where the file has to be.
+        write("file/sub", "mine");
+        QVERIFY(QDir().mkpath(path("folder/a.txt")));
+        for (const FolderCopy how : {FolderCopy::Replace, FolderCopy::FillIn}) {
+            QCOMPARE(errorOf([&] { copyFolder(path("from"), path("file"), how); }),
+                     int(RunTimeError::PermissionDenied));
+            QCOMPARE(bytesOf(path("file/sub")), QByteArray("mine"));
+            QCOMPARE(errorOf([&] { copyFolder(path("none"), path("to"), how); }),
+                     int(RunTimeError::PathNotFound));
+            QCOMPARE(errorOf([&] { copyFolder(path("from"), path("from/sub/in"), how); }),
+                     int(RunTimeError::PermissionDenied));
+        }
+        QCOMPARE(errorOf([&] { copyFolder(path("from"), path("folder")); }),
+                 int(RunTimeError::PermissionDenied));
+        QCOMPARE(errorOf([&] { copyFolder(path("from"), path("no/where")); }),
+                 int(RunTimeError::PathNotFound));
     }
 
     void folderHoldsItselfAndAllBelow_data() {
@@ -89,6 +152,26 @@ private Q_SLOTS:
     void safeFileNameIsOneNameOnEveryPlatform() {
         QFETCH(QString, text);
         QTEST(safeFileName(text), "name");
+    }
+
+    void fullDiskLeavesTheFileAsItWas() {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath("file");
+        for (const int size : {10, 20'000, 300'000}) {
+            QVERIFY(replaceFile(path, "old"));
+            const QByteArray content(size, 'x');
+            for (const int most : {0, 1, size / 2, size - 1}) {
+                {
+                    const FullDisk disk(most);
+                    QVERIFY(!replaceFile(path, content));
+                }
+                QCOMPARE(bytesOf(path), QByteArray("old"));
+                QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+                         QStringList{"file"});
+            }
+            QVERIFY(replaceFile(path, content));
+            QCOMPARE(bytesOf(path), content);
+        }
     }
 };
 

@@ -1,7 +1,7 @@
 // Whether two grids hold the same.
 #pragma once
 
-#include "core/grid/sheet_grid_data.h"
+#include "core/grid/sheet_data.h"
 
 // The first thing in which two grids differ, for a message; empty where they are the same.
 inline QString differenceOf(const SheetData& a, const SheetData& b) {
@@ -11,20 +11,20 @@ inline QString differenceOf(const SheetData& a, const SheetData& b) {
         return cell && cell->picture >= 0 ? sheet.pictures[size_t(cell->picture)] : QByteArray();
     };
     const auto lines = [](const SheetData& x, const SheetData& y) {
-        for (const auto& [number, line] : x.rowLines) {
-            const GridLine& other = y.rowLine(number);
-            if (line.size != other.size || line.hidden != other.hidden ||
-                line.pageBreak != other.pageBreak)
+        for (const auto& [number, section] : x.rowSections) {
+            const GridSection& other = y.rowSection(number);
+            if (section.size != other.size || section.hidden != other.hidden ||
+                section.pageBreak != other.pageBreak)
                 return false;
         }
-        for (const auto& [number, line] : x.colLines) {
-            const GridLine& other = y.colLine(number);
-            if (line.size != other.size || line.hidden != other.hidden) return false;
+        for (const auto& [number, section] : x.colSections) {
+            const GridSection& other = y.colSection(number);
+            if (section.size != other.size || section.hidden != other.hidden) return false;
         }
         return true;
     };
     if (!lines(a, b) || !lines(b, a)) return QStringLiteral("heights, widths or flags");
-    if (a.rowLine(a.maxRows + 1).size != b.rowLine(b.maxRows + 1).size)
+    if (a.rowSection(a.maxRows + 1).size != b.rowSection(b.maxRows + 1).size)
         return QStringLiteral("plain height");
     if (a.resolved(a.maxCols, a.maxRows) != b.resolved(b.maxCols, b.maxRows))
         return QStringLiteral("last cell's format");

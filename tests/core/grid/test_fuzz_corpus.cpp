@@ -27,14 +27,20 @@ class TestFuzzCorpus : public QObject {
 private Q_SLOTS:
     void everyCheckHasItsCorpus() {
         const QDir corpora(QStringLiteral(SOURCE_TREE "/fuzz/corpus"));
-        QCOMPARE(corpora.entryList(QDir::Dirs | QDir::NoDotAndDotDot),
-                 QStringList({"chart_import", "dates", "grid_file", "html_export", "statements"}));
+        QCOMPARE(
+            corpora.entryList(QDir::Dirs | QDir::NoDotAndDotDot),
+            QStringList({"chart_import", "dates", "exchange_tables", "grid_file", "html_export",
+                         "song_database", "song_text", "song_xml", "statements"}));
     }
 
     void gridFiles() { tryAll(QStringLiteral("grid_file"), checkGridFile); }
     void chartImports() { tryAll(QStringLiteral("chart_import"), checkChartImport); }
     void htmlExports() { tryAll(QStringLiteral("html_export"), checkHtmlExport); }
     void dates() { tryAll(QStringLiteral("dates"), checkDates); }
+    void songXml() { tryAll(QStringLiteral("song_xml"), checkSongXml); }
+    void songText() { tryAll(QStringLiteral("song_text"), checkSongText); }
+    void exchangeTables() { tryAll(QStringLiteral("exchange_tables"), checkExchangeTables); }
+    void songDatabases() { tryAll(QStringLiteral("song_database"), checkSongDatabase); }
     void statements() { tryAll(QStringLiteral("statements"), checkStatements); }
 };
 

@@ -312,7 +312,7 @@ private Q_SLOTS:
         data.sheets[0].maxRows = MaxGridRows;
         data.sheets.push_back(data.sheets[0]);
         for (SheetData& sheet : data.sheets)
-            sheet.cellForWriting(1, MaxGridRows / 2 + MaxSheetDatas).text = u"x"_s;
+            sheet.cellForWriting(1, MaxGridRows / 2 + MaxSheets).text = u"x"_s;
         QVERIFY(writeGridFile(data, false).isEmpty());
         data.sheets[1].resizeRows(10);
         QVERIFY(!writeGridFile(data, false).isEmpty());

@@ -27,7 +27,7 @@ GridData smallGrid() {
     change.bits = BackColorBit | LeftBit;
     sheet.setInCells({1, 2, 2, 3}, change);
     sheet.setDefault(2, -1, change);
-    sheet.rowLineForWriting(2).size = 31.5;
+    sheet.rowSectionForWriting(2).size = 31.5;
     sheet.addSpan({1, 4, 3, 1});
     data.sheets.emplace_back();
     data.activeSheet = 2;
@@ -140,7 +140,7 @@ private Q_SLOTS:
             sheet("format cols " + n, size + "\"cellFormats\":[[1,1,1," + n + ",0]]");
             sheet("picture row " + n, size + "\"cellPictures\":[[" + n + ",1,0]]");
             sheet("span rows " + n, size + "\"spans\":[[1,1,1," + n + "]]");
-            sheet("line " + n, size + "\"rowLines\":[[" + n + ",20,0,-1]]");
+            sheet("row " + n, size + "\"rowLines\":[[" + n + ",20,0,-1]]");
             sheet("sort order " + n,
                   R"("rows":3,"cols":3}],"sortKeys":[[1,)" + n + R"(]],"x":[{"y":1)");
         }
@@ -161,10 +161,10 @@ private Q_SLOTS:
         sheet("span of one cell", size + R"("spans":[[1,1,1,1]])");
         sheet("span of a head", size + R"("spans":[[0,1,2,2]])");
         sheet("span beyond", size + R"("spans":[[2,2,3,1]])");
-        sheet("line twice", size + R"("rowLines":[[1,20,0,-1],[1,30,0,-1]])");
-        sheet("line too high", size + R"("rowLines":[[1,1001,0,-1]])");
-        sheet("line below nothing", size + R"("rowLines":[[1,-1,0,-1]])");
-        sheet("line with odd flags", size + R"("rowLines":[[1,20,4,-1]])");
+        sheet("row twice", size + R"("rowLines":[[1,20,0,-1],[1,30,0,-1]])");
+        sheet("row too high", size + R"("rowLines":[[1,1001,0,-1]])");
+        sheet("row below nothing", size + R"("rowLines":[[1,-1,0,-1]])");
+        sheet("row with odd flags", size + R"("rowLines":[[1,20,4,-1]])");
         sheet("plain row", size + R"("plainRow":[20])");
         const auto format = [&](const QByteArray& name, const QByteArray& object) {
             row(name, fileOf("{\"activeSheet\":1,\"formats\":[" + object +

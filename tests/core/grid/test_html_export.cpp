@@ -77,6 +77,7 @@ private Q_SLOTS:
     void theFileIsReplacedOrAddedTo();
     void aPathThatCannotBeWrittenGivesFalse();
     void onlyTheSheetThatCallsAddress();
+    void noLogIsWritten();
     void randomGridsAreReadBackAsTheyAre();
 };
 
@@ -296,6 +297,20 @@ void TestHtmlExport::aPathThatCannotBeWrittenGivesFalse() {
     QVERIFY(grid.ExportRangeToHTML(1, 1, 1, 1, folder->path() + QStringLiteral("\\back.html"),
                                    false, QStringLiteral("lsl")));
     QVERIFY(QFileInfo::exists(folder->filePath(QStringLiteral("back.html"))));
+}
+
+// Deliberate: behaviour 17.
+void TestHtmlExport::noLogIsWritten() {
+    const QTemporaryDir folder;
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(folder.path()));
+    SheetGrid grid;
+    grid.SetText(1, 1, QStringLiteral("text"));
+    const bool written = grid.ExportRangeToHTML(1, 1, 1, 1, folder.filePath(u"a.html"_s), false,
+                                                QStringLiteral("lsl"));
+    QVERIFY(QDir::setCurrent(before));
+    QVERIFY(written);
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{"a.html"});
 }
 
 void TestHtmlExport::onlyTheSheetThatCallsAddress() {

@@ -69,7 +69,8 @@ private Q_SLOTS:
         QCOMPARE(grid.MaxCols(), 16'384);
     }
 
-    void writesBeyondTheGridHaveNoEffect() {
+    // Deliberate: behaviour 10.
+    void writesOutsideTheGridHaveNoEffect() {
         SheetGrid grid;
         grid.MaxRows(2);
         grid.MaxCols(2);
@@ -149,6 +150,7 @@ private Q_SLOTS:
         QCOMPARE(grid.SheetCount(), 4096);
     }
 
+    // Deliberate: behaviour 14.
     void cellCallsFollowTheSheet() {
         SheetGrid grid;
         grid.SheetCount(3);
@@ -215,6 +217,7 @@ private Q_SLOTS:
         QTest::newRow("empty") << QString() << QString();
     }
 
+    // Deliberate: behaviour 11.
     void dateCellsTakeDatesInTheirRange() {
         QFETCH(QString, text);
         QFETCH(QString, shown);
@@ -265,6 +268,7 @@ private Q_SLOTS:
         QCOMPARE(grid.GetText(1, 1), u"no date"_s);
     }
 
+    // Deliberate: behaviour 12.
     void blockModeWritesTheWholeBlockAndStays() {
         SheetGrid grid;
         grid.MaxRows(4);
@@ -332,7 +336,7 @@ private Q_SLOTS:
         QCOMPARE(grid.TypeComboBoxMaxDrop(), 8);
     }
 
-    void focusLeavesCellsThatAreGone() {
+    void removedCellIsNoLongerActive() {
         SheetGrid grid;
         grid.MaxRows(10);
         grid.SetActiveCell(2, 9);
@@ -347,7 +351,7 @@ private Q_SLOTS:
         QCOMPARE(grid.ActiveCol(), 0);
     }
 
-    void viewIsToldOnceForAnyNumberOfWrites() {
+    void viewIsNotifiedOnceForAnyNumberOfWrites() {
         Watched grid;
         for (int row = 3; row <= 200; ++row) grid.SetText(1, row, u"x"_s);
         QCOMPARE(grid.told, 1);

@@ -1,5 +1,6 @@
 // Formats, their defaults, borders, pictures and spans.
 #include "core/grid/sheet_grid.h"
+#include "core/grid/sheet_grid_dates.h"
 #include "support/registry.h"
 
 #include <QTest>
@@ -105,6 +106,17 @@ private Q_SLOTS:
         QCOMPARE(grid.BackColor(), White);
         grid.TypeComboBoxMaxDrop(-4);
         QCOMPARE(grid.TypeComboBoxMaxDrop(), 0);
+    }
+
+    void dateFormatIsKeptAndChangesNothingThatIsShown() {
+        SheetGrid grid;
+        setUpDateCells(grid, 1, 1);
+        for (const int format : {0, 2, 3, 99}) {
+            grid.TypeDateFormat(format);
+            grid.SetText(1, 1, QStringLiteral("12/6/26"));
+            QCOMPARE(grid.TypeDateFormat(), format);
+            QCOMPARE(grid.GetText(1, 1), QStringLiteral("12/06/26"));
+        }
     }
 
     void nearerSettingWins() {
@@ -287,6 +299,7 @@ private Q_SLOTS:
         QCOMPARE(grid.formatAt(1, 1, 2).comboList, u"19998"_s);
     }
 
+    // Deliberate: behaviour 18.
     void spansJoinCells() {
         SheetGrid grid;
         grid.MaxRows(10);

@@ -47,6 +47,7 @@ class TestSheetGridRows : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    // Deliberate: behaviour 13.
     void insertedRowsPushTheLastOut() {
         SheetGrid grid;
         fill(grid, {u"a"_s, u"b"_s, u"c"_s, u"d"_s});
@@ -311,7 +312,8 @@ private Q_SLOTS:
         QVERIFY(!block.isEmpty());
     }
 
-    void headClickFlipsTheOrderAlsoInAnotherColumn() {
+    // Deliberate: behaviour 7.
+    void headClickReversesTheOrderEvenInAnotherColumn() {
         SheetGrid grid;
         fill(grid, {u"b"_s, u"C"_s, u"a"_s});
         for (int row = 1; row <= 3; ++row) grid.SetText(2, row, QString::number(row));
@@ -326,6 +328,7 @@ private Q_SLOTS:
         QCOMPARE(texts(grid), QStringList({u"C"_s, u"b"_s, u"a"_s}));
     }
 
+    // Deliberate: behaviour 19.
     void numbersSortAsNumbersAndTextsWithoutCase() {
         SheetGrid grid;
         fill(grid, {u"10"_s, u"9"_s, {}, u"-1.5"_s, u"älter"_s, u"zu"_s, u"1a"_s, u"Bach"_s});

@@ -34,6 +34,7 @@ class TestMainWindow : public WindowTest {
     Q_OBJECT
 
 private Q_SLOTS:
+    // Deliberate: behaviour 2.
     void withoutThePreferenceTheStartCompletesAndNoReminderShows() {
         world->sql("DELETE FROM prefs WHERE var_name = 'NotesOnStartUp'");
         addNote(*world, "due", today().addDays(5));
@@ -57,6 +58,7 @@ private Q_SLOTS:
         QVERIFY(world->main().isVisible());
     }
 
+    // Deliberate: behaviour 1.
     void noteForTomorrowShowsAndNoteForTodayDoesNot() {
         addNote(*world, "for today", today());
         addNote(*world, "for tomorrow", today().addDays(1));
@@ -66,7 +68,7 @@ private Q_SLOTS:
         QCOMPARE(world->statements, (QStringList{ReminderStatement, NotesStatement}));
     }
 
-    void allDueNotesStandInOneBoxInTableOrder() {
+    void allDueNotesAreInOneBoxInTableOrder() {
         addNote(*world, "one", today().addDays(9));
         addNote(*world, "two", today().addDays(1));
         addNote(*world, "three <b>&amp;", today().addDays(30));
@@ -83,24 +85,24 @@ private Q_SLOTS:
         world->start();
     }
 
-    void splashLiesOverTheMiddleAndGoesAtAClick() {
+    void splashIsInTheMiddleAndClosesAtAClick() {
         world->start();
         QPointer<frmSplash> splash = world->main().splash;
         QVERIFY(splash && splash->isVisible());
         QCOMPARE(splash->t.interval(), 3000);
         QVERIFY(splash->t.isActive());
-        // Up to the main window's frame, which comes later.
+        // The main window gets its frame later.
         const QPoint middle = world->main().geometry().center();
         QVERIFY((splash->geometry().center() - middle).manhattanLength() < 8);
         QCOMPARE(splash->lblVersion->text(), QStringLiteral("Version 1.0.0"));
-        // The timer goes with the splash and fires no more.
+        // The timer is deleted with the splash and cannot fire again.
         QPointer<QTimer> timer(&splash->t);
         click(splash->Image1);
         QVERIFY(!splash);
         QVERIFY(!timer);
     }
 
-    void splashIsSeenBesideTheReminderBeforeTheMainWindowIsUp() {
+    void splashIsVisibleWithTheReminderBeforeTheMainWindow() {
         addNote(*world, "due", today().addDays(5));
         bool isSeen = false;
         world->answers.custom("reminder", [&isSeen](QWidget* box) {
@@ -115,13 +117,14 @@ private Q_SLOTS:
         QVERIFY(isSeen);
     }
 
-    void splashGoesByItselfWhenItsTimerFires() {
+    void splashClosesWhenItsTimerFires() {
         world->start();
         QPointer<frmSplash> splash = world->main().splash;
         splash->t.start(10);
-        QTRY_VERIFY(!splash);
+        QTRY_VERIFY_WITH_TIMEOUT(!splash, 60000);
     }
 
+    // Deliberate: behaviour 4.
     void resizingMovesOnlyTheAboutButton() {
         world->start();
         frmMDI& main = world->main();
@@ -139,7 +142,7 @@ private Q_SLOTS:
         }
     }
 
-    void noButtonLiesOverAnotherAtTheLeastWidth() {
+    void noButtonOverlapsAnotherAtTheMinimumWidth() {
         world->start();
         frmMDI& main = world->main();
         main.resize(main.minimumSize());
@@ -147,7 +150,7 @@ private Q_SLOTS:
         QVERIFY(main.cmdAbout->x() >= main.Command11->geometry().right());
     }
 
-    void openingAModuleTwiceMakesNoSecondWindow() {
+    void openingAModuleTwiceCreatesNoSecondWindow() {
         world->start();
         click(world->main().cmdAbout);
         click(world->main().cmdAbout);
@@ -156,7 +159,7 @@ private Q_SLOTS:
         QCOMPARE(frmAbout::instance().lblVersion->text(), QStringLiteral("Version: 1.0.0"));
     }
 
-    void moduleStandsInTheMiddleFiveHundredTwipsFromTheTop() {
+    void moduleOpensInTheMiddleFiveHundredTwipsFromTheTop() {
         world->start();
         click(world->main().cmdAbout);
         const QMdiSubWindow* frame = world->main().mdiArea->subWindowList().constFirst();
@@ -164,7 +167,7 @@ private Q_SLOTS:
         QCOMPARE(frame->y(), 33);
     }
 
-    void closedModuleIsMadeAnewAtTheNextOpening() {
+    void closedModuleIsCreatedAgainAtTheNextOpening() {
         world->start();
         click(world->main().cmdAbout);
         click(frmAbout::instance().cmdOK);
@@ -174,7 +177,8 @@ private Q_SLOTS:
         QVERIFY(frmAbout::isLoaded());
     }
 
-    void utilitiesMenuHangsBelowTheBarAtItsFixedPlace() {
+    // Deliberate: behaviour 3.
+    void utilitiesMenuOpensBelowTheBarAtAFixedPlace() {
         world->start();
         frmMDI& main = world->main();
         click(main.Command10);
@@ -202,7 +206,17 @@ private Q_SLOTS:
         QCOMPARE(text->textCursor().selectedText().toLower(), QStringLiteral("playlist"));
     }
 
-    void missingHelpFileIsTold() {
+    // Deliberate: behaviour 15.
+    void cancelledFileDialogEndsItsCommandQuietly() {
+        world->start();
+        CommonDialog& dialog = world->main().CommonDlg;
+        dialog.FileName = QStringLiteral("before.set");
+        world->answers.cancelFile();
+        QVERIFY(!dialog.chosen(&CommonDialog::ShowOpen));
+        QCOMPARE(dialog.FileName, QStringLiteral("before.set"));
+    }
+
+    void missingHelpFileIsReported() {
         QFile::remove(world->path("config/LORVANITEHELP.hlp"));
         world->start();
         world->answers.box(QStringLiteral("The help file \"%1/config/LORVANITEHELP.hlp\" is "
@@ -217,7 +231,7 @@ private Q_SLOTS:
         StatusLine* line = world->main().SB;
         for (int i = 1; i <= 100; ++i) line->SimpleText(QStringLiteral("%1%").arg(i));
         QCOMPARE(line->SimpleText(), QStringLiteral("100%"));
-        QTRY_COMPARE(line->currentMessage(), QStringLiteral("100%"));
+        QTRY_COMPARE_WITH_TIMEOUT(line->currentMessage(), QStringLiteral("100%"), 60000);
         QTest::qWait(120);
         line->SimpleText(QStringLiteral("at once"));
         QCOMPARE(line->currentMessage(), QStringLiteral("at once"));
@@ -232,6 +246,7 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, 0);
     }
 
+    // Deliberate: behaviour 5.
     void missingDatabaseStopsTheStart() {
         QFile::remove(world->path("db1.mdb"));
         world->answers.runTimeError(-2147467259, "db1.mdb");

@@ -1,5 +1,5 @@
-// The program itself, as a process of its own.
-#include "core/data/paths.h"
+// The program as a separate process.
+#include "core/data/file_copy.h"
 #include "support/files.h"
 #include "support/registry.h"
 #include "trees.h"
@@ -15,19 +15,29 @@
 class TestProgram : public QObject {
     Q_OBJECT
 
-    // A folder as it is installed, with the executable in it.
+    // Lays out a folder with the delivered tree and the executable.
     static void install(const QString& folder) {
         QDir().mkpath(folder);
-        copyTree(QStringLiteral(PROGRAM_TREE), folder);
+        copyFolder(QStringLiteral(PROGRAM_TREE), folder, FolderCopy::FillIn);
         QVERIFY(QFile::copy(QStringLiteral(PROGRAM_TREE "/lorvanite"),
                             folder + QStringLiteral("/lorvanite")));
     }
 
-    // The same as a package brings it: what is delivered lies in a folder of its own.
+    // Lays out a folder as a package does, with the delivered tree in the folder "delivered".
     static void installPackage(const QString& folder) {
         install(folder + QStringLiteral("/delivered"));
         QVERIFY(QFile::rename(folder + QStringLiteral("/delivered/lorvanite"),
                               folder + QStringLiteral("/lorvanite")));
+    }
+
+    // Lays out a package with the test program in the place of the executable.
+    static QString installTestProgram(const QString& folder) {
+        installPackage(folder);
+        const QString executable = folder + QStringLiteral("/lorvanite_tests");
+        if (!QFile::copy(QCoreApplication::applicationFilePath(), executable))
+            QTest::qFail("no copy of the test program", __FILE__, __LINE__);
+        write(folder + QStringLiteral("/.installed"), "yes");
+        return executable;
     }
 
     static void openToAll(const QString& folder, bool toWriting) {
@@ -46,15 +56,15 @@ class TestProgram : public QObject {
         program.setProcessEnvironment(environment);
     }
 
-    // Runs the program until the file holds what is told, or is there where nothing is told. The
-    // folder "sheetmusic" is the last that is filled.
+    // Runs the program until a file exists, or has the given content, and kills it. The folder
+    // "sheetmusic" is the last one that is copied.
     static void runUntil(const QString& executable, const QString& home, const QString& file,
                          const QByteArray& content = {}) {
         QProcess program;
         setHome(program, home);
         program.start(executable, {});
         QTRY_VERIFY_WITH_TIMEOUT(content.isEmpty() ? QFile::exists(file) : bytesOf(file) == content,
-                                 30000);
+                                 60000);
         QCOMPARE(program.state(), QProcess::Running);
         program.kill();
         program.waitForFinished();
@@ -79,15 +89,15 @@ private Q_SLOTS:
 
         QProcess program;
         setHome(program, data);
-        // A folder's mode does not bind the superuser, so the program runs as somebody else.
+        // The superuser may write anywhere, so the program runs as another user.
         program.setChildProcessModifier([] {
             if (geteuid() == 0 && setuid(65534) != 0) _exit(3);
         });
         program.start(installed + QStringLiteral("/lorvanite"), {});
         const QString database = data + QStringLiteral("/lorvanite/db1.mdb");
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(database), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(database), 60000);
         QTRY_VERIFY_WITH_TIMEOUT(
-            QFile::exists(data + QStringLiteral("/lorvanite/config/sound.jpg")), 30000);
+            QFile::exists(data + QStringLiteral("/lorvanite/config/sound.jpg")), 60000);
         QVERIFY(QDir(data + QStringLiteral("/lorvanite/saved sets")).exists());
         QVERIFY(!QFile::exists(data + QStringLiteral("/lorvanite/lorvanite")));
         QCOMPARE(program.state(), QProcess::Running);
@@ -109,7 +119,7 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(data + QStringLiteral("/delivered")));
         QVERIFY(!QFile::exists(data + QStringLiteral("/.installed")));
 
-        // A newer one brings its guide, and leaves the user's files.
+        // A newer package updates the guide and keeps the user's files.
         write(data + QStringLiteral("/config/mail.ini"), "mine");
         write(data + QStringLiteral("/saved sets/mine.set"), "mine");
         const QByteArray before = bytesOf(database);
@@ -134,6 +144,64 @@ private Q_SLOTS:
             QVERIFY2(QFile::exists(folder + QLatin1Char('/') + QLatin1String(name)), name);
         QVERIFY(!QDir(home + QStringLiteral("/lorvanite")).exists());
         QVERIFY(!QFile::exists(folder + QStringLiteral("/delivered/delivered")));
+    }
+
+    void closingTheMainWindowEndsTheProcessInTheOrdinaryWay_data() {
+        QTest::addColumn<QString>("activity");
+        for (const char* activity : {"nothing", "modules", "mail", "sound"})
+            QTest::newRow(activity) << QString::fromLatin1(activity);
+    }
+    void closingTheMainWindowEndsTheProcessInTheOrdinaryWay() {
+        QFETCH(QString, activity);
+        QTemporaryDir folder;
+        copyFolder(QStringLiteral(PROGRAM_TREE), folder.path(), FolderCopy::FillIn);
+        QProcess program;
+        program.start(QCoreApplication::applicationFilePath(),
+                      {QStringLiteral("--run-and-close"), folder.path(), activity});
+        const bool ended = program.waitForFinished(120000);
+        if (!ended) program.kill();
+        QVERIFY2(ended, "the process does not end");
+        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program.exitCode(), 0);
+        QCOMPARE(program.readAllStandardOutput(), QByteArray("ended\n"));
+        QVERIFY(!QFile::exists(folder.filePath(QStringLiteral("db1.mdb-journal"))));
+    }
+
+    void startThatCannotFillTheFolderSaysSoAndLosesNothing() {
+        QTemporaryDir place;
+        const QString data = place.filePath(QStringLiteral("data/lorvanite"));
+        const QString executable = installTestProgram(place.filePath(QStringLiteral("installed")));
+        // A file lies where the folder for sets has to be.
+        QVERIFY(QDir().mkpath(data));
+        write(data + QStringLiteral("/saved sets"), "mine");
+        QProcess program;
+        setHome(program, QFileInfo(data).path());
+        program.start(executable, {QStringLiteral("--run-and-close"), QString(), "nothing"});
+        QVERIFY(program.waitForFinished(120000));
+        QCOMPARE(program.exitCode(), 1);
+        QCOMPARE(QString::fromUtf8(program.readAllStandardOutput()),
+                 QStringLiteral("Run-time error '70':\n\nPermission denied: the folder \"%1/saved "
+                                "sets\" cannot be created.\n")
+                     .arg(data));
+        QCOMPARE(bytesOf(data + QStringLiteral("/saved sets")), QByteArray("mine"));
+    }
+
+    void deliveredFileThatCannotBeUpdatedIsReportedAndTheProgramStarts() {
+        QTemporaryDir place;
+        const QString data = place.filePath(QStringLiteral("data/lorvanite"));
+        const QString executable = installTestProgram(place.filePath(QStringLiteral("installed")));
+        // A folder lies where the guide has to be.
+        const QString guide = data + QStringLiteral("/config/LORVANITEHELP.hlp");
+        QVERIFY(QDir().mkpath(guide));
+        QProcess program;
+        setHome(program, QFileInfo(data).path());
+        program.start(executable, {QStringLiteral("--run-and-close"), QString(), "nothing"});
+        QVERIFY(program.waitForFinished(120000));
+        QCOMPARE(program.exitCode(), 0);
+        QCOMPARE(QString::fromUtf8(program.readAllStandardOutput()),
+                 QStringLiteral("These files could not be updated to this version of "
+                                "Lorvanite:\n%1\nended\n")
+                     .arg(guide));
     }
 };
 

@@ -1,4 +1,4 @@
-// A window with a grid to edit, and the keys that go to what has the focus.
+// A window with a grid to edit, and keys for the widget that has the focus.
 #pragma once
 
 #include "platform/grid_view/sheet_view_steps.h"
@@ -9,7 +9,7 @@
 #include <QSignalSpy>
 #include <QToolButton>
 
-// The editor of a kind that is open in a grid; null where there is none.
+// The open editor of a grid, if it has this class; else null.
 template <class Editor>
 Editor* editorOf(SheetView& view) {
     const auto editors =
@@ -20,7 +20,7 @@ Editor* editorOf(SheetView& view) {
     return nullptr;
 }
 
-// Each key goes to whatever has the focus by then.
+// Each key goes to the widget that has the focus at that moment.
 inline void typeText(const QString& text) {
     for (const QChar c : text) {
         QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key_unknown, QString(c),
@@ -32,13 +32,13 @@ inline void pressKey(Qt::Key key, Qt::KeyboardModifiers keys = {}) {
     QTest::keyClick(QApplication::focusWidget(), key, keys);
 }
 
-// A window with a grid, a line and buttons.
+// A window with a grid that is replaced by typing, a line edit and buttons.
 struct EditWindow : QWidget {
     SheetView view{this};
     QLineEdit line{this};
     QPushButton save{QStringLiteral("&Save"), this};
     QToolButton quiet{this};
-    QString saved;  // what a press of a button found in cell (1, 1)
+    QString saved;  // the text of cell (1, 1) when a button was pressed
     QSignalSpy changes{&view, &SheetView::Change};
 
     EditWindow() {
@@ -52,6 +52,7 @@ struct EditWindow : QWidget {
         connect(&save, &QPushButton::clicked, this, take);
         connect(&quiet, &QToolButton::clicked, this, take);
         fillGrid(view, 3, 4);
+        view.EditModeReplace(true);
         show();
     }
     bool start() {

@@ -1,5 +1,6 @@
 // What a user's typing, picking and pasting do to a grid.
 #include "core/data/dates.h"
+#include "core/grid/sheet_grid_dates.h"
 #include "platform/grid_view/edit_window.h"
 #include "support/registry.h"
 
@@ -26,7 +27,10 @@ class TestSheetViewEdit : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void typingReplaces();
+    void typingReplacesOrContinuesTheText();
+    void inputMethodReplacesOrContinuesTheText();
+    void typingAlwaysReplacesADate();
+    void doubleClickReplacesWithoutEditModeReplaceToo();
     void f2GoesOn();
     void doubleClickEdits();
     void escapeGivesUp();
@@ -55,7 +59,8 @@ private Q_SLOTS:
     void pictureIsNoText();
 };
 
-void TestSheetViewEdit::typingReplaces() {
+// Deliberate: behaviour 16.
+void TestSheetViewEdit::typingReplacesOrContinuesTheText() {
     for (const bool replace : {true, false}) {
         EditWindow window;
         window.view.EditModeReplace(replace);
@@ -64,13 +69,50 @@ void TestSheetViewEdit::typingReplaces() {
         QVERIFY(editorOf<QLineEdit>(window.view));
         QCOMPARE(window.view.GetText(1, 1), QStringLiteral("1,1"));
         pressKey(Qt::Key_Return);
-        QCOMPARE(window.view.GetText(1, 1), QStringLiteral("abc"));
+        QCOMPARE(window.view.GetText(1, 1),
+                 replace ? QStringLiteral("abc") : QStringLiteral("1,1abc"));
         QCOMPARE(window.change(), (QList<QVariant>{1, 1}));
         QCOMPARE(window.changes.count(), 0);
         QCOMPARE(window.view.ActiveRow(), 2);
         QVERIFY(window.view.hasFocus());
         QVERIFY(!editorOf<QLineEdit>(window.view));
     }
+}
+
+void TestSheetViewEdit::inputMethodReplacesOrContinuesTheText() {
+    for (const bool replace : {true, false}) {
+        EditWindow window;
+        window.view.EditModeReplace(replace);
+        QVERIFY(window.start());
+        QInputMethodEvent composing(QStringLiteral("zan"), {});
+        QCoreApplication::sendEvent(QApplication::focusWidget(), &composing);
+        QInputMethodEvent commit;
+        commit.setCommitString(QString::fromUtf8("讚"));
+        QCoreApplication::sendEvent(QApplication::focusWidget(), &commit);
+        pressKey(Qt::Key_Return);
+        QCOMPARE(window.view.GetText(1, 1), QString::fromUtf8(replace ? "讚" : "1,1讚"));
+    }
+}
+
+void TestSheetViewEdit::typingAlwaysReplacesADate() {
+    EditWindow window;
+    window.view.EditModeReplace(false);
+    setUpDateCells(window.view, 1, 1);
+    window.view.SetText(1, 1, QStringLiteral("11/22/26"));
+    QVERIFY(window.start());
+    typeText(QStringLiteral("12/6/26"));
+    pressKey(Qt::Key_Return);
+    QCOMPARE(window.view.GetText(1, 1), QStringLiteral("12/06/26"));
+}
+
+void TestSheetViewEdit::doubleClickReplacesWithoutEditModeReplaceToo() {
+    EditWindow window;
+    window.view.EditModeReplace(false);
+    QVERIFY(window.start());
+    QTest::mouseDClick(window.view.viewport(), Qt::LeftButton, {}, middleOf(window.view, 2, 3));
+    typeText(QStringLiteral("new"));
+    pressKey(Qt::Key_Return);
+    QCOMPARE(window.view.GetText(2, 3), QStringLiteral("new"));
 }
 
 void TestSheetViewEdit::f2GoesOn() {

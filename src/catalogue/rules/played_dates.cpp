@@ -1,0 +1,56 @@
+#include "catalogue/rules/played_dates.h"
+
+#include "core/data/database.h"
+#include "core/data/texts.h"
+#include "core/grid/sheet_grid.h"
+
+void setUpPlayedDates(SheetGrid& dates) {
+    dates.MaxCols(PlayedDateColumn::SongID);
+    dates.MaxRows(1);
+    dates.RowHeadersShow(false);
+    dates.SetText(PlayedDateColumn::ID, 0, QStringLiteral("id"));
+    dates.SetText(PlayedDateColumn::Date, 0, QStringLiteral("Date Played"));
+    dates.SetText(PlayedDateColumn::SongID, 0, QStringLiteral("songid"));
+}
+
+void clearPlayedDates(SheetGrid& dates) {
+    dates.ClearRange(1, 1, dates.MaxCols(), dates.MaxRows(), true);
+    dates.MaxRows(1);
+}
+
+void showPlayedDates(SheetGrid& dates, const QString& songID) {
+    Recordset rs = select(QStringLiteral("SELECT * FROM played_on WHERE songID = ") + songID);
+    for (int row = 1; !rs.EOF_(); rs.MoveNext(), ++row) {
+        if (row > dates.MaxRows()) dates.MaxRows(row);
+        dates.SetText(PlayedDateColumn::ID, row, rs.Fields("ID"));
+        dates.SetText(PlayedDateColumn::Date, row, rs.Fields("played_date"));
+        dates.SetText(PlayedDateColumn::SongID, row, rs.Fields("songID"));
+    }
+    rs.Close();
+    // Deliberate: behaviour 38.
+    dates.SetText(PlayedDateColumn::Date, 0, QStringLiteral("Last Played"));
+    offerSpareRow(dates);
+}
+
+void offerSpareRow(SheetGrid& dates) {
+    const int last = dates.MaxRows();
+    if (!dates.GetText(PlayedDateColumn::ID, last).isEmpty() ||
+        !dates.GetText(PlayedDateColumn::Date, last).isEmpty())
+        dates.MaxRows(last + 1);
+}
+
+// Deliberate: behaviours 35, 36 and 37.
+void storePlayedDates(const SheetGrid& dates, const QString& title, const QString& songID) {
+    for (int row = 1; row <= dates.MaxRows(); ++row) {
+        const QString dateID = dates.GetText(PlayedDateColumn::ID, row);
+        const QString date = dates.GetText(PlayedDateColumn::Date, row);
+        // A new song has no ID yet. The conversion fails before the row of another song is deleted.
+        const int number = date.isEmpty() ? 0 : toLong(songID);
+        if (!dateID.isEmpty())
+            execute(QStringLiteral("DELETE FROM played_on WHERE ID = ") + dateID);
+        if (date.isEmpty()) continue;
+        execute(QStringLiteral("INSERT INTO played_on (title, played_date, songID) VALUES ('") +
+                title + QStringLiteral("', '") + date + QStringLiteral("', ") +
+                QString::number(number) + QStringLiteral(");"));
+    }
+}

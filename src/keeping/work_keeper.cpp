@@ -1,0 +1,124 @@
+#include "keeping/work_keeper.h"
+
+#include "core/data/run_time_error.h"
+
+#include <QCryptographicHash>
+#include <QThreadPool>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace {
+
+constexpr std::chrono::seconds KeepDelay(30);
+
+// One thread for all, so that writes come in the order of their calls.
+QThreadPool& writer() {
+    static QThreadPool pool;
+    pool.setMaxThreadCount(1);
+    return pool;
+}
+
+std::vector<WorkKeeper*>& keepers() {
+    static std::vector<WorkKeeper*> list;
+    return list;
+}
+
+QByteArray sumOf(const QByteArray& bytes) {
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
+}
+
+}  // namespace
+
+// What is on the disk. Touched by the writing thread, or while that has nothing to do.
+struct WorkKeeper::Kept {
+    QString path;    // of the work's entry; empty if it has none
+    QByteArray sum;  // of the entry's content
+    bool failed = false;
+};
+
+WorkKeeper::WorkKeeper(const QString& programFolder, UnsavedKind kind, Content content,
+                       QObject* parent)
+    : QObject(parent),
+      m_store(programFolder),
+      m_kind(kind),
+      m_content(std::move(content)),
+      m_kept(std::make_shared<Kept>()) {
+    m_timer.setSingleShot(true);
+    m_timer.setInterval(KeepDelay);
+    connect(&m_timer, &QTimer::timeout, this, &WorkKeeper::keep);
+    keepers().push_back(this);
+}
+
+WorkKeeper::~WorkKeeper() {
+    std::erase(keepers(), this);
+    writer().waitForDone();
+}
+
+void WorkKeeper::takeBaseline() {
+    m_timer.stop();
+    m_changed = false;
+    m_baseline = sumOf(m_content());
+}
+
+void WorkKeeper::workLoaded() {
+    takeBaseline();
+    // Later states are those of other work, and get an entry of their own.
+    writer().start([kept = m_kept] { *kept = {}; });
+}
+
+void WorkKeeper::workSaved() {
+    takeBaseline();
+    writer().start([store = m_store, kept = m_kept] {
+        store.discard(kept->path);
+        *kept = {};
+    });
+}
+
+void WorkKeeper::workChanged() {
+    m_changed = true;
+    // Not again at each change: typing without a pause is kept too.
+    if (!m_timer.isActive()) m_timer.start();
+}
+
+void WorkKeeper::workBroughtBack(const UnsavedEntry& entry) {
+    m_changed = true;
+    writer().start([kept = m_kept, path = entry.path] { *kept = {path, {}}; });
+}
+
+void WorkKeeper::keep() {
+    m_timer.stop();
+    if (!m_changed) return;
+    const QByteArray content = m_content();
+    if (content.isEmpty()) return;
+    writer().start(
+        [this, store = m_store, kind = m_kind, kept = m_kept, baseline = m_baseline, content] {
+            const QByteArray sum = sumOf(content);
+            if (sum == baseline) {
+                store.discard(kept->path);
+                *kept = {};
+            } else if (sum != kept->sum) {
+                try {
+                    *kept = {store.keep(kind, content, kept->path), sum};
+                } catch (const RunTimeError& error) {
+                    // The destructor waits for the writing, so this keeper is there.
+                    if (!std::exchange(kept->failed, true))
+                        QMetaObject::invokeMethod(
+                            this, [this, why = error.description()] { Q_EMIT failed(why); },
+                            Qt::QueuedConnection);
+                }
+            }
+        });
+}
+
+bool WorkKeeper::keepNow() {
+    keep();
+    writer().waitForDone();
+    return !m_kept->failed;
+}
+
+void WorkKeeper::keepAllNow() {
+    for (WorkKeeper* keeper : keepers()) keeper->keep();
+    writer().waitForDone();
+}

@@ -1,0 +1,8 @@
+// The plain text alternative of an HTML message.
+#pragma once
+
+#include <QString>
+
+// What a mail reader without HTML shows: each table row is a line, its cells are side by side.
+// May be called from any thread.
+QString plainTextOf(const QString& html);

@@ -1,0 +1,312 @@
+#include "mail/rules/po_send_mail_connection.h"
+
+#include "mail/rules/mail_checks.h"
+#include "mail/rules/mail_encoding.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QSysInfo>
+#include <QUrl>
+
+#include <algorithm>
+#include <mutex>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace {
+
+struct CurlFree {
+    void operator()(CURL* curl) const { curl_easy_cleanup(curl); }
+};
+using Curl = std::unique_ptr<CURL, CurlFree>;
+
+Curl newCurl() {
+    static std::once_flag once;
+    std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
+    return Curl(curl_easy_init());
+}
+
+// The name by which this computer identifies itself to a server.
+QString ownName() {
+    const QString name = QSysInfo::machineHostName();
+    static const QRegularExpression plain(
+        QStringLiteral("^[A-Za-z0-9]([A-Za-z0-9.-]*[A-Za-z0-9])?$"));
+    return plain.match(name).hasMatch() ? name : QStringLiteral("localhost");
+}
+
+const QString Hidden = QStringLiteral("***");
+
+const QString NothingDelivered = QStringLiteral("Nothing has been delivered.");
+// Deliberate: behaviour 176.
+const QString NotKnown = QStringLiteral(
+    "The message was sent completely, but the server did not confirm it: it is not known whether "
+    "it was delivered. Ask one of the recipients before you send it again.");
+
+// The reply code at the start of a server's line; 0 if there is none.
+int codeOf(const QString& line) {
+    bool isNumber = false;
+    const int code = line.left(3).toInt(&isNumber);
+    return isNumber && code >= 100 ? code : 0;
+}
+
+}  // namespace
+
+MailConnection::MailConnection(const MailMessage& message, const MailWaits& waits,
+                               const QString& certificates)
+    : m_message(message), m_waits(waits), m_certificates(certificates) {
+    if (m_message.Password.isEmpty()) return;
+    const QByteArray user = m_message.Username.toUtf8();
+    const QByteArray password = m_message.Password.toUtf8();
+    m_secrets = {
+        QString::fromLatin1((QByteArray(1, '\0') + user + '\0' + password).toBase64()),
+        QString::fromLatin1(password.toBase64()),
+        m_message.Password,
+    };
+}
+
+MailOutcome MailConnection::run(const QString& plainText) {
+    const QString faults = faultsOf(m_message);
+    if (!faults.isEmpty()) return {false, faults};
+    if (m_message.UsePopAuthentication) {
+        const QString fault = logInToPop();
+        if (!fault.isEmpty()) return {false, fault + QLatin1Char(' ') + NothingDelivered};
+    }
+    return sendMessage(plainText);
+}
+
+void MailConnection::prepare(CURL* curl, const MailHost& host, const QString& path, bool logsIn) {
+    const QString url =
+        QStringLiteral("%1://%2:%3/%4").arg(host.scheme, host.host).arg(host.port).arg(path);
+    m_curlSays[0] = '\0';
+    m_wantsLogin = logsIn;
+    m_isLoggedIn = m_isInLogin = m_isLeaving = m_replyOpen = false;
+    m_command.clear();
+    m_reply.clear();
+    curl_easy_setopt(curl, CURLOPT_URL, url.toUtf8().constData());
+    curl_easy_setopt(curl, CURLOPT_PROXY, "");
+    curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(curl, CURLOPT_QUICK_EXIT, 1L);
+    curl_easy_setopt(curl, CURLOPT_FRESH_CONNECT, 1L);
+    curl_easy_setopt(curl, CURLOPT_FORBID_REUSE, 1L);
+    curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT, long(m_waits.silence));
+    // transferInfo measures the silence; this timeout must only be longer.
+    curl_easy_setopt(curl, CURLOPT_SERVER_RESPONSE_TIMEOUT,
+                     long(std::max(m_waits.silence, m_waits.answer)) + 5);
+    curl_easy_setopt(curl, CURLOPT_ERRORBUFFER, m_curlSays);
+    curl_easy_setopt(curl, CURLOPT_VERBOSE, 1L);
+    curl_easy_setopt(curl, CURLOPT_DEBUGFUNCTION, &MailConnection::debug);
+    curl_easy_setopt(curl, CURLOPT_DEBUGDATA, this);
+    curl_easy_setopt(curl, CURLOPT_NOPROGRESS, 0L);
+    curl_easy_setopt(curl, CURLOPT_XFERINFOFUNCTION, &MailConnection::transferInfo);
+    curl_easy_setopt(curl, CURLOPT_XFERINFODATA, this);
+    curl_easy_setopt(curl, CURLOPT_SOCKOPTFUNCTION, &MailConnection::socketOpened);
+    curl_easy_setopt(curl, CURLOPT_SOCKOPTDATA, this);
+    curl_easy_setopt(curl, CURLOPT_CLOSESOCKETFUNCTION, &MailConnection::socketClosed);
+    curl_easy_setopt(curl, CURLOPT_CLOSESOCKETDATA, this);
+    curl_easy_setopt(curl, CURLOPT_SSLVERSION, long(CURL_SSLVERSION_TLSv1_2));
+    if (!m_certificates.isEmpty())
+        curl_easy_setopt(curl, CURLOPT_CAINFO, QFile::encodeName(m_certificates).constData());
+    const bool mustHide = logsIn && !host.isLoopback();
+    curl_easy_setopt(curl, CURLOPT_USE_SSL, long(mustHide ? CURLUSESSL_ALL : CURLUSESSL_TRY));
+    if (!logsIn) return;
+    curl_easy_setopt(curl, CURLOPT_USERNAME, m_message.Username.toUtf8().constData());
+    curl_easy_setopt(curl, CURLOPT_PASSWORD, m_message.Password.toUtf8().constData());
+}
+
+CURLcode MailConnection::perform(CURL* curl) {
+    m_sinceActivity.start();
+    const CURLcode code = curl_easy_perform(curl);
+    // The last bytes may have been sent after the last call of transferInfo.
+    curl_off_t sent = 0;
+    curl_easy_getinfo(curl, CURLINFO_SIZE_UPLOAD_T, &sent);
+    if (m_isDataOpen && sent >= m_total) m_isAllSent = true;
+    return code;
+}
+
+QString MailConnection::logInToPop() {
+    const MailHost host = *popHostOf(m_message);
+    const Curl curl = newCurl();
+    prepare(curl.get(), host, {}, true);
+    curl_easy_setopt(curl.get(), CURLOPT_CUSTOMREQUEST, "NOOP");
+    curl_easy_setopt(curl.get(), CURLOPT_NOBODY, 1L);
+    const CURLcode code = perform(curl.get());
+    return code == CURLE_OK ? QString() : explain(code, m_message.POP3Host);
+}
+
+MailOutcome MailConnection::sendMessage(const QString& plainText) {
+    const MailHost host = *smtpHostOf(m_message);
+    const Curl curl = newCurl();
+    const CurlList headers = headersOf(m_message);
+    const CurlMime body = bodyOf(curl.get(), m_message, plainText);
+    if (!body) return {false, QStringLiteral("An attachment cannot be read. ") + NothingDelivered};
+    // Deliberate: behaviour 175. libcurl gives up at the first refused recipient.
+    CurlList recipients;
+    QStringList seen;
+    for (const Mailbox& box : recipientsOf(m_message)) {
+        if (seen.contains(box.address, Qt::CaseInsensitive)) continue;
+        seen += box.address;
+        append(recipients, box.address.toUtf8());
+    }
+    prepare(curl.get(), host, ownName(), m_message.UseAuthentication);
+    curl_easy_setopt(curl.get(), CURLOPT_PREREQFUNCTION, &MailConnection::beforeRequest);
+    curl_easy_setopt(curl.get(), CURLOPT_PREREQDATA, this);
+    curl_easy_setopt(curl.get(), CURLOPT_MAIL_FROM, m_message.From.toUtf8().constData());
+    curl_easy_setopt(curl.get(), CURLOPT_MAIL_RCPT, recipients.get());
+    curl_easy_setopt(curl.get(), CURLOPT_HTTPHEADER, headers.get());
+    curl_easy_setopt(curl.get(), CURLOPT_MIMEPOST, body.get());
+    return outcomeOf(perform(curl.get()));
+}
+
+// libcurl would send the message without a login if the server offers none.
+int MailConnection::beforeRequest(void* connection, char*, char*, int, int) {
+    const auto* self = static_cast<MailConnection*>(connection);
+    return self->m_wantsLogin && !self->m_isLoggedIn ? CURL_PREREQFUNC_ABORT : CURL_PREREQFUNC_OK;
+}
+
+int MailConnection::transferInfo(void* connection, curl_off_t, curl_off_t, curl_off_t total,
+                                 curl_off_t sent) {
+    auto* self = static_cast<MailConnection*>(connection);
+    if (sent != self->m_sent) self->m_sinceActivity.start();
+    self->m_sent = sent;
+    if (self->m_isDataOpen && total > 0) {
+        self->m_total = total;
+        self->m_isAllSent = sent >= total;
+        const int percent = int(std::min<curl_off_t>(100, sent * 100 / total));
+        if (percent != self->m_percent && self->onProgress) self->onProgress(percent);
+        self->m_percent = percent;
+    }
+    const int patience = self->m_isAllSent ? self->m_waits.answer : self->m_waits.silence;
+    if (self->m_cancelled)
+        self->m_stopped = Stopped::ByUser;
+    else if (self->m_sinceActivity.elapsed() > qint64(patience) * 1000)
+        self->m_stopped = Stopped::BySilence;
+    if (self->m_stopped == Stopped::No) return 0;
+    self->shutDownSockets();
+    return 1;
+}
+
+int MailConnection::socketOpened(void* connection, curl_socket_t socket, curlsocktype) {
+    static_cast<MailConnection*>(connection)->m_sockets.push_back(socket);
+    return CURL_SOCKOPT_OK;
+}
+
+int MailConnection::socketClosed(void* connection, curl_socket_t socket) {
+    std::erase(static_cast<MailConnection*>(connection)->m_sockets, socket);
+    return ::close(socket);
+}
+
+// Without this, libcurl would send QUIT to a server that does not answer and wait for the reply.
+void MailConnection::shutDownSockets() {
+    for (const curl_socket_t socket : m_sockets) ::shutdown(socket, SHUT_RDWR);
+}
+
+int MailConnection::debug(CURL*, curl_infotype type, char* text, size_t size, void* connection) {
+    auto* self = static_cast<MailConnection*>(connection);
+    if (type != CURLINFO_TEXT) self->m_sinceActivity.start();
+    if (type != CURLINFO_HEADER_IN && type != CURLINFO_HEADER_OUT) return 0;
+    const QString lines = QString::fromUtf8(text, qsizetype(size));
+    for (QString line : lines.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        if (line.endsWith(QLatin1Char('\r'))) line.chop(1);
+        if (type == CURLINFO_HEADER_IN)
+            self->received(line);
+        else
+            self->sending(line);
+    }
+    return 0;
+}
+
+QString MailConnection::withoutSecrets(QString line) const {
+    for (const QString& secret : m_secrets) line.replace(secret, Hidden);
+    return line;
+}
+
+void MailConnection::received(const QString& line) {
+    const QString shown = withoutSecrets(line);
+    if (onStatus) onStatus(QStringLiteral("< ") + shown);
+    if (m_isLeaving) return;
+    m_reply = m_replyOpen ? m_reply + QStringLiteral("\r\n") + shown : shown;
+    const int code = codeOf(line);
+    m_replyOpen = code != 0 && line.mid(3, 1) == QLatin1String("-");
+    if (m_replyOpen) return;
+    // During a login, only "334" and "+" ask for another line.
+    if (code != 334 && !line.startsWith(QLatin1String("+ "))) m_isInLogin = false;
+    if (code == 235) m_isLoggedIn = true;
+    if (code == 354)
+        m_isDataOpen = true;
+    else if (m_isDataOpen && m_dataAnswer == 0)
+        m_dataAnswer = code;
+}
+
+void MailConnection::sending(const QString& line) {
+    static const QRegularExpression login(QStringLiteral("^(AUTH \\S+|PASS|APOP)"),
+                                          QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = login.match(line);
+    QString shown = withoutSecrets(line);
+    if (match.hasMatch())
+        shown =
+            match.captured(1) + (line == match.captured(1) ? QString() : QLatin1Char(' ') + Hidden);
+    else if (m_isInLogin)
+        shown = Hidden;
+    if (match.hasMatch()) m_isInLogin = true;
+    // The reply to QUIT says nothing about the message.
+    m_isLeaving = line.compare(QLatin1String("QUIT"), Qt::CaseInsensitive) == 0;
+    if (!m_isLeaving) m_command = shown;
+    if (onStatus) onStatus(QStringLiteral("> ") + shown);
+}
+
+QString MailConnection::explain(CURLcode code, const QString& server) const {
+    if (m_stopped == Stopped::ByUser) return QStringLiteral("The send was cancelled.");
+    if (m_stopped == Stopped::BySilence)
+        return QStringLiteral("The server \"%1\" did not answer in time.").arg(server);
+    if (code == CURLE_ABORTED_BY_CALLBACK && m_wantsLogin && !m_isLoggedIn)
+        return QStringLiteral(
+                   "The server \"%1\" offers no login. Untick the authentication if none is "
+                   "required.")
+            .arg(server);
+    if (code == CURLE_ABORTED_BY_CALLBACK)
+        return QStringLiteral("An attachment was changed while it was being sent.");
+    const QString detail =
+        withoutSecrets(m_curlSays[0] ? QString::fromUtf8(m_curlSays)
+                                     : QString::fromUtf8(curl_easy_strerror(code)));
+    switch (code) {
+        case CURLE_COULDNT_RESOLVE_HOST:
+            return QStringLiteral(
+                       "The server \"%1\" was not found, or there is no network connection.")
+                .arg(server);
+        case CURLE_COULDNT_CONNECT:
+            return QStringLiteral("The server \"%1\" cannot be reached (%2).").arg(server, detail);
+        case CURLE_OPERATION_TIMEDOUT:
+            return QStringLiteral("The server \"%1\" did not answer in time.").arg(server);
+        case CURLE_USE_SSL_FAILED:
+            return QStringLiteral(
+                       "The server \"%1\" offers no encrypted connection, and the "
+                       "password is not sent without one.")
+                .arg(server);
+        case CURLE_PEER_FAILED_VERIFICATION:
+        case CURLE_SSL_CACERT_BADFILE:
+            return QStringLiteral("The certificate of the server \"%1\" is not trusted (%2).")
+                .arg(server, detail);
+        default:
+            break;
+    }
+    const bool isRefused = codeOf(m_reply) >= 400 || m_reply.startsWith(QLatin1String("-ERR"));
+    if (!isRefused)
+        return QStringLiteral("The connection to the server \"%1\" was lost (%2).")
+            .arg(server, detail);
+    if (code == CURLE_LOGIN_DENIED)
+        return QStringLiteral("The server \"%1\" refused the login: %2").arg(server, m_reply);
+    if (m_isDataOpen)
+        return QStringLiteral("The server \"%1\" refused the message: %2").arg(server, m_reply);
+    if (m_command.isEmpty())
+        return QStringLiteral("The server \"%1\" refused the connection: %2").arg(server, m_reply);
+    return QStringLiteral("The server \"%1\" refused \"%2\": %3").arg(server, m_command, m_reply);
+}
+
+MailOutcome MailConnection::outcomeOf(CURLcode code) const {
+    // The server's answer to the message counts, even if QUIT fails.
+    if (m_dataAnswer >= 200 && m_dataAnswer < 300) return {true, {}};
+    const bool isNotKnown = m_isAllSent && m_dataAnswer == 0;
+    QString explanation = explain(code, m_message.SMTPHost);
+    return {false,
+            explanation + QStringLiteral("\r\n") + (isNotKnown ? NotKnown : NothingDelivered)};
+}

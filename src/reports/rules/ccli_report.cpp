@@ -1,0 +1,138 @@
+#include "reports/rules/ccli_report.h"
+
+#include "core/data/database.h"
+#include "core/data/dates.h"
+#include "core/grid/sheet_grid.h"
+
+#include <QHash>
+
+#include <array>
+
+namespace {
+
+// Parses dates by their two-digit year, each text only once. Raises RunTimeError::TypeMismatch if
+// a text is not a date.
+class ComparableDates {
+public:
+    QDate of(const QString& text) {
+        const auto known = m_known.constFind(text);
+        if (known != m_known.cend()) return *known;
+        // Deliberate: behaviour 155.
+        return *m_known.insert(text, toDate(formatDate(toDate(text))));
+    }
+
+private:
+    QHash<QString, QDate> m_known;
+};
+
+void appendRow(SheetGrid& grid, const std::array<QString, 3>& texts) {
+    const int row = grid.MaxRows() + 1;
+    grid.MaxRows(row);
+    for (int i = 0; i < int(texts.size()); ++i) grid.SetText(i + 1, row, texts[i]);
+}
+
+bool hasPerformance(const QString& songID) {
+    Recordset rs =
+        select(QStringLiteral("SELECT played_date FROM played_on WHERE songID = ") + songID);
+    return !rs.EOF_();
+}
+
+void alignAll(SheetGrid& grid, HAlign align) {
+    grid.Col(-1);
+    grid.Row(-1);
+    grid.TypeHAlign(align);
+}
+
+QString reportTitle(const ReportPeriod& period, const QString& song) {
+    // Deliberate: behaviour 157.
+    if (period.from.isEmpty() && period.to.isEmpty())
+        return QStringLiteral("CCLI Report For: ") + song;
+    return QStringLiteral("CCLI Report For Time Period: ") + period.from + QStringLiteral(" to ") +
+           period.to;
+}
+
+}  // namespace
+
+ReportPeriod reportPeriodOf(const SheetGrid& dates) {
+    return {dates.GetText(PeriodColumn::From, 1), dates.GetText(PeriodColumn::To, 1)};
+}
+
+void writeReportHeads(SheetGrid& report, int row) {
+    report.SetText(ReportColumn::Title, row, QStringLiteral("Song Title"));
+    report.SetText(ReportColumn::DatePlayed, row, QStringLiteral("Date Played"));
+    report.SetText(ReportColumn::Number, row, QStringLiteral("CCLI #"));
+}
+
+void clearReport(SheetGrid& report) {
+    report.ClearRange(1, 1, -1, -1, true);
+    report.MaxRows(0);
+    alignAll(report, HAlign::Left);
+}
+
+void listPeriod(SheetGrid& report, const ReportPeriod& period) {
+    ComparableDates dates;
+    const QDate from = dates.of(period.from);
+    const QDate to = dates.of(period.to);
+    clearReport(report);
+    Recordset rs = select(
+        QStringLiteral("SELECT played_on.songID, played_on.played_date, songs.ID, songs.CCLI, "
+                       "songs.title FROM songs INNER JOIN played_on ON songs.ID = "
+                       "played_on.songID;"));
+    for (; !rs.EOF_(); rs.MoveNext()) {
+        const QString played = rs.Fields("played_date");
+        const QDate date = dates.of(played);
+        if (date < from || date > to) continue;
+        const QString number = rs.Fields("CCLI");
+        // Deliberate: behaviour 153.
+        if (!number.isEmpty()) appendRow(report, {rs.Fields("Title"), played, number});
+    }
+    rs.Close();
+    writeReportHeads(report, 0);
+}
+
+void appendNumberedSongs(SheetGrid& songs) {
+    // Deliberate: behaviour 156.
+    Recordset rs = select(QStringLiteral("SELECT * FROM songs WHERE CCLI > ''"));
+    for (; !rs.EOF_(); rs.MoveNext()) {
+        const QString id = rs.Fields("ID");
+        if (hasPerformance(id)) appendRow(songs, {id, rs.Fields("Title"), rs.Fields("CCLI")});
+    }
+    rs.Close();
+}
+
+void listSong(SheetGrid& report, const SheetGrid& songs, int row) {
+    clearReport(report);
+    const QString id = songs.GetText(NumberedSongColumn::ID, row);
+    const QString number = songs.GetText(NumberedSongColumn::Number, row);
+    // Deliberate: behaviour 156.
+    if (id.isEmpty()) return;
+    Recordset rs = select(QStringLiteral("SELECT * FROM played_on WHERE songID = ") + id);
+    for (; !rs.EOF_(); rs.MoveNext())
+        appendRow(report, {rs.Fields("Title"), rs.Fields("played_date"), number});
+    rs.Close();
+    writeReportHeads(report, 0);
+}
+
+void prepareReportForPrint(SheetGrid& report, const ReportPeriod& period, const SheetGrid& songs) {
+    // Deliberate: behaviour 157.
+    constexpr int rows = PrintedReportRow::Heads;
+    alignAll(report, HAlign::Centre);
+    report.MaxRows(report.MaxRows() + rows);
+    report.InsertRows(1, rows);
+    report.AddCellSpan(1, PrintedReportRow::Title, report.MaxCols(), 1);
+    const int active = songs.ActiveRow();
+    // Row 0 is the head, and not a song.
+    const QString song = active < 1 ? QString() : songs.GetText(NumberedSongColumn::Title, active);
+    report.SetText(ReportColumn::Title, PrintedReportRow::Title, reportTitle(period, song));
+    writeReportHeads(report, PrintedReportRow::Heads);
+    report.SetActiveCell(0, 0);
+}
+
+QString reportSubject(const ReportPeriod& period) {
+    const auto& [from, to] = period;
+    if (from.isEmpty() && to.isEmpty()) return QStringLiteral("CCLI Report");
+    if (from.isEmpty()) return QStringLiteral("CCLI Report Up To ") + to;
+    if (to.isEmpty()) return QStringLiteral("CCLI Report From ") + from;
+    // Deliberate: behaviour 158.
+    return QStringLiteral("CCLI Report") + from + QStringLiteral(" To ") + to;
+}
