@@ -1,8 +1,10 @@
 // The content of printed PDF files, read with common tools.
 #pragma once
 
+#include <QHash>
 #include <QImage>
 #include <QPageSize>
+#include <QRectF>
 #include <QString>
 #include <QStringList>
 
@@ -19,6 +21,10 @@ public:
 
 // The text of each page in its layout; empty if there is no such file.
 QStringList printedPages(const QString& pdf);
+
+// The place of each word of a page, in points from the paper's top left corner. If a word occurs
+// several times, its last place.
+QHash<QString, QRectF> printedWords(const QString& pdf, int page = 1);
 
 // Each page as a picture with this resolution.
 QList<QImage> pagePictures(const QString& pdf, int dpi = 60);

@@ -1,6 +1,7 @@
 #include "sets/rules/set_grid.h"
 
 #include "core/data/database.h"
+#include "core/data/paths.h"
 #include "core/grid/sheet_grid_dates.h"
 
 #include <tuple>
@@ -125,7 +126,9 @@ QStringList highlightedTitles(const SheetGrid& set) {
 
 QString defaultSetName(const QString& date) {
     const QString name = QStringLiteral("Set For %1_%2_%3");
-    if (date.size() == 8) return name.arg(date.mid(0, 2), date.mid(3, 2), date.mid(6, 2));
-    if (date.size() == 7) return name.arg(date.mid(0, 1), date.mid(2, 2), date.mid(5, 2));
+    if (date.size() == 8)
+        return safeFileName(name.arg(date.mid(0, 2), date.mid(3, 2), date.mid(6, 2)));
+    if (date.size() == 7)
+        return safeFileName(name.arg(date.mid(0, 1), date.mid(2, 2), date.mid(5, 2)));
     return {};
 }

@@ -118,6 +118,42 @@ private Q_SLOTS:
         QTEST(liesIn(path, folder), "lies");
     }
 
+    void safeFileNameIsOneNameOnEveryPlatform_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("plain") << "Abide with me"
+                               << "Abide with me";
+        QTest::newRow("empty") << ""
+                               << "";
+        QTest::newRow("separators") << "a/b\\c:d"
+                                    << "a_b_c_d";
+        QTest::newRow("patterns") << "*?\"<>|"
+                                  << "______";
+        QTest::newRow("folder above") << ".."
+                                      << "";
+        QTest::newRow("hidden") << ".hidden"
+                                << "hidden";
+        QTest::newRow("line ends") << "one\r\ntwo"
+                                   << "one__two";
+        QTest::newRow("NUL") << QString("a%1b").arg(QChar(u'\0')) << "a_b";
+        QTest::newRow("device") << "con"
+                                << "_con";
+        QTest::newRow("device with ending") << "NUL.x"
+                                            << "_NUL.x";
+        QTest::newRow("no device") << "Contra"
+                                   << "Contra";
+        const QString every = QString::fromUtf8("Großer Gott 주일 שלום \U0001F3B5");
+        QTest::newRow("every script") << every << every;
+        QTest::newRow("long") << QString::fromUtf8("\U0001F3B5").repeated(5000)
+                              << QString::fromUtf8("\U0001F3B5").repeated(50);
+        QTest::newRow("half a pair")
+            << QString(QChar(0xd83c)) + "x" << QString(QChar(QChar::ReplacementCharacter)) + "x";
+    }
+    void safeFileNameIsOneNameOnEveryPlatform() {
+        QFETCH(QString, text);
+        QTEST(safeFileName(text), "name");
+    }
+
     void fullDiskLeavesTheFileAsItWas() {
         const QTemporaryDir folder;
         const QString path = folder.filePath("file");
