@@ -5,6 +5,7 @@
 
 #include <QTableView>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -29,6 +30,10 @@ public:
     void setReadOnly(bool on);
     bool isReadOnly() const;
 
+    // Sets which cells of a grid the user cannot edit, such as labels. What the program writes is
+    // not affected.
+    void setLocked(std::function<bool(int col, int row)> isLocked);
+
     // Sets the column that takes up the remaining width of the view; AllColumns shares it between
     // the columns in proportion to their widths, 0 leaves it empty. ColWidth does not change.
     static constexpr int AllColumns = -1;
@@ -38,9 +43,9 @@ public:
     // change.
     void setWrapColumn(int col);
 
-    // Sets the factor between the columns' widths on the screen and ColWidth, for texts in the
-    // desktop's font; initially 1.
-    void setColumnZoom(double factor);
+    // Sets the factor between a column's width on the screen and ColWidth, for texts in the
+    // desktop's font; initially 1. -1 sets it for all columns.
+    void setColumnZoom(int col, double factor);
 
     // Shows pending changes now.
     void flush();
@@ -106,6 +111,8 @@ private:
     void applyFill();
     void shareWidth();
     void applyWrap(int firstRow, int lastRow);
+    double zoomOf(int col) const;
+    double unitsOf(int col) const;
     int columnPixels(int col) const;
     void settleScrollBars();
     void applyTabs();
