@@ -111,6 +111,8 @@ void SheetView::setWrapColumn(int col) {
     becameDirty();
 }
 
+void SheetView::setClicksBelowRows(bool on) { m->clicksBelow = on; }
+
 void SheetView::setColumnZoom(double factor) {
     m->zoom = factor;
     m->layoutWanted = true;
@@ -134,7 +136,6 @@ void SheetView::flush() {
     // If the program makes another cell active, the user's text is taken over first.
     const bool leaves = m->delegate.editor() && !isActive(m->delegate.cell());
     const GridDirt dirt = takeDirt();
-    if (dirt.layout && !m->byUser) m->undo.clear();
     {
         const QScopedValueRollback applying(m->applying, true);
         if (std::exchange(m->layoutWanted, false) || dirt.layout) {
@@ -335,7 +336,6 @@ void SheetView::colDragged(int col, int width) {
 void SheetView::tabPicked(int tab) {
     if (m->applying || tab < 0) return;
     commitEdit();
-    const QScopedValueRollback byUser(m->byUser, true);
     ActiveSheet(tab + 1);
     flush();
 }
