@@ -6,7 +6,8 @@ build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-svg-de
 
 # What the tests need beyond that.
 test_packages=(libmpv2 ccache chordii clang-format git libxml2-utils sqlite3 python3
-    python3-aiosmtpd python3-icalendar openssl poppler-utils locales)
+    python3-aiosmtpd python3-icalendar openssl pandoc poppler-utils locales
+    unrtf)
 
 # need_packages NAME...: installs those that are missing, without recommended packages.
 need_packages() {

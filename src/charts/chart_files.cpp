@@ -21,9 +21,13 @@ void raiseFor(const QString& file, QFrame* frmAssign, Ui::AssignPanel& panel) {
 
 }  // namespace
 
-bool chooseMusicFile(const QString& filter, void (CommonDialog::*show)()) {
+bool chooseMusicFile(const QString& filter, void (CommonDialog::*show)(), const QString& proposed) {
     CommonDialog& dialog = commonDlg();
-    return chooseFileIn(QStringLiteral("sheetmusic"), dialog, show, dialog.FileName, filter);
+    const QString last = dialog.FileName;
+    if (chooseFileIn(QStringLiteral("sheetmusic"), dialog, show, proposed, filter)) return true;
+    // "Attach To DB" takes the file that was chosen last.
+    dialog.FileName = last;
+    return false;
 }
 
 bool chooseChart(void (CommonDialog::*show)()) {

@@ -7,9 +7,10 @@
 class QFrame;
 class SheetGrid;
 
-// Asks for a file in the folder "sheetmusic". Proposes the name that the last use of the dialog, in
-// any window, has left. Returns false if the user cancels.
-bool chooseMusicFile(const QString& filter, void (CommonDialog::*show)());
+// Asks for a file, beginning in the folder "sheetmusic" and with the name `proposed`. Returns false
+// if the user cancels; FileName is then what it was before.
+bool chooseMusicFile(const QString& filter, void (CommonDialog::*show)(),
+                     const QString& proposed = QString());
 
 // Does the same for a chart file.
 bool chooseChart(void (CommonDialog::*show)());

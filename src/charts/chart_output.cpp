@@ -30,8 +30,7 @@ void showGridLines(SheetGrid& chart, bool on) {
 bool chooseExport(SheetGrid& chart, const QString& extension, const QString& filter) {
     // Deliberate: behaviour 145.
     showGridLines(chart, false);
-    commonDlg().FileName = proposedFileName(chart, extension);
-    return chooseMusicFile(filter, &CommonDialog::ShowSave);
+    return chooseMusicFile(filter, &CommonDialog::ShowSave, proposedFileName(chart, extension));
 }
 
 void tellFailure(const QString& text) { messageBox(text); }
@@ -87,7 +86,9 @@ void saveLyricSheet(SheetGrid& chart, QTextEdit& rtb) {
         end.insertText(lyric);
     }
     setLyricFormat(*rtb.document());
-    // Once the dialog has been shown, errors do not stop this command, and none is reported.
-    static_cast<void>(replaceFile(commonDlg().FileName, rtfOf(*rtb.document())));
+    // Once the dialog has been shown, errors do not stop this command.
+    const QString file = commonDlg().FileName;
+    if (!replaceFile(file, rtfOf(*rtb.document())))
+        setStatusText(QStringLiteral("The lyric sheet could not be written to ") + file);
     showGridLines(chart, true);
 }

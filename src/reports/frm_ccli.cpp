@@ -32,6 +32,9 @@ void frmCCLI::setUpGrids() {
         fpDates->ColWidth(col, 13);
     }
     fpDates->setFillColumn(SheetView::AllColumns);
+    fpDates->setLocked([](int col, int) {
+        return col == PeriodColumn::FromLabel || col == PeriodColumn::ToLabel;
+    });
     fpDates->SetActiveCell(0, 0);
 
     for (SheetView* list : {fpSelectSong, fpCCLI}) {

@@ -18,6 +18,7 @@ frmHistory::frmHistory() {
     setupUi(this);
     bar = {bar_0, bar_1, bar_2, bar_3, bar_4, bar_5, bar_6, bar_7, bar_8, bar_9, bar_10, bar_11};
     for (HistoryBar* item : bar) item->raise();
+    lblSongTit->setElideMode(Qt::ElideMiddle);  // the year at the end is shown
     setUpList();
     onEvent(this, cmdLoadYear, &QPushButton::clicked, &frmHistory::cmdLoadYear_Click);
     onEvent(this, fpH, &SheetView::Click, &frmHistory::fpH_Click);

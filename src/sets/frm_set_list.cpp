@@ -81,6 +81,7 @@ void frmSetList::setUpGrids() {
     setUpSet(*fpSet);
     fpSet->ColWidth(SetColumn::Label, 19.25);
     fpSet->setFillColumn(SheetView::AllColumns);
+    fpSet->setLocked([this](int col, int row) { return isDateLabel(*fpSet, col, row); });
 }
 
 // Deliberate: behaviour 65. The set of the window closed before is gone.

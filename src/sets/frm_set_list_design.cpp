@@ -50,7 +50,7 @@ void frmSetList::mnuDeleteFPSet_Click() {
     deleteText(*fpSet, fpSet->ActiveCol(), fpSet->ActiveRow());
 }
 
-void frmSetList::mnuAddRow_Click() { fpSet->InsertRows(fpSet->ActiveRow(), 1); }
+void frmSetList::mnuAddRow_Click() { addRow(*fpSet, fpSet->ActiveRow()); }
 
 // Deliberate: behaviour 62.
 void frmSetList::mnuDeleteRow_Click() { fpSet->DeleteRows(fpSet->ActiveRow(), 1); }

@@ -60,9 +60,12 @@ void frmSchedule::setUpGrids() {
     setUpPickDate(*fpPickDate);
     fpPickDate->setFillColumn(PickDateColumn::Weeks);
     setUpSchedule(*fpSchedule);
-    fpSchedule->setColumnZoom(1.2);
-    fpSchedule->setFillColumn(ScheduleColumn::Notes);
+    // A date in the desktop's font needs more than its width; the others make room for it.
+    fpSchedule->setColumnZoom(-1, 0.95);
+    fpSchedule->setColumnZoom(ScheduleColumn::Date, 1.15);
+    fpSchedule->setFillColumn(SheetView::AllColumns);
     fpSchedule->setWrapColumn(ScheduleColumn::Notes);
+    fpSchedule->setLocked([this](int, int row) { return isHeadRow(*fpSchedule, row); });
     fpTemp.MaxCols(1);
     fpTemp.MaxRows(500);
 }

@@ -156,13 +156,36 @@ private Q_SLOTS:
         const QString path = save(w, "one.stp", QMessageBox::No);
         world->answers.file(path);
         pick(w.mnuFile, w.mnuOpen);
-        QCOMPARE(world->answers.fileDialogs().at(1).proposed, QStringLiteral("one.stp"));
         pick(w.mnuFile, w.mnuAttachToDB);
         QCOMPARE(w.lblAssign->text(), "Song Location: " + native(path));
         // Also when another window has used the dialog.
         world->main().CommonDlg.FileName = "elsewhere.set";
         pick(w.mnuFile, w.mnuAttachToDB);
         QCOMPARE(w.lblAssign->text(), QStringLiteral("Song Location: elsewhere.set"));
+    }
+
+    void everyDialogBeginsInItsFolderWithoutAName() {
+        SheetMusic& w = open();
+        QVERIFY(QDir().mkpath(world->path("elsewhere")));
+        const QString text = makeFile("elsewhere/abide.txt", "Abide with me");
+        world->answers.file(text);
+        pick(w.mnuFile, w.mnuImport);
+        for (QAction* item : {w.mnuOpen, w.mnuSave, w.mnuImport}) {
+            world->answers.cancelFile();
+            pick(w.mnuFile, item);
+            const auto& dialog = world->answers.fileDialogs().back();
+            QCOMPARE(dialog.proposed, QString());
+            QCOMPARE(dialog.folder, world->path("sheetmusic"));
+        }
+        world->answers.cancelFile();
+        click(openTranspose(w).cmdSaveSetList);
+        QCOMPARE(world->answers.fileDialogs().back().proposed, QString());
+        QCOMPARE(world->answers.fileDialogs().back().folder, world->path("sheetmusic"));
+        // A cancelled dialog leaves the file that was chosen.
+        world->answers.cancelFile();
+        pick(w.mnuSend, w.mnuToHTML);
+        pick(w.mnuFile, w.mnuAttachToDB);
+        QCOMPARE(w.lblAssign->text(), "Song Location: " + native(text));
     }
 
     void withoutAnActiveRowTheUserIsAskedToSelectASong() {

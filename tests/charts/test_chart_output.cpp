@@ -1,6 +1,7 @@
 // Printing, exporting and mailing a chart from both chart windows.
 #include "charts/chart_test.h"
 #include "mail/frm_email.h"
+#include "platform/grid_view/cell_look.h"
 #include "support/files.h"
 #include "support/printed.h"
 
@@ -133,6 +134,98 @@ private Q_SLOTS:
         QCOMPARE(inkIn(525, 740), 0);
         QVERIFY(inkIn(744, 758) > 0);
         QCOMPARE(inkIn(770, 850), 0);
+    }
+
+    void lyricsOfAChartWithoutATitleStandUnderTheirChords_data() { addPapers(); }
+    void lyricsOfAChartWithoutATitleStandUnderTheirChords() {
+        QFETCH(QPageSize::PageSizeId, paper);
+        SheetMusic& w = open();
+        for (int page = 1; page <= 2; ++page) {
+            if (page == 2) pick(w.mnuPage, w.mnuAddPage);
+            type(w.fpSong, 19, ChartRow::FirstChord, "F#m7");
+            type(w.fpSong, ChartColumn::Text, ChartRow::FirstLyric, "Abide");
+        }
+        const PrintedFile target(world->path("chart.pdf"), paper);
+        print(false);
+        for (int page = 1; page <= 2; ++page) {
+            const auto words = printedWords(target.path, page);
+            // Column 19 is the middle one of 37, over which the lyric is centred.
+            const double col = ChartColWidth * pixelsPerUnit() * 72 / 96;
+            const double middle = words["F#m7"].left() + col / 2;
+            QVERIFY2(qAbs(words["Abide"].center().x() - middle) < 2,
+                     qPrintable(QString::number(words["Abide"].center().x() - middle)));
+        }
+    }
+
+    // Words of five letters, each another.
+    static QStringList manyWords(int count) {
+        QStringList words;
+        for (int i = 1; i <= count; ++i) words.append(QString("w%1").arg(i, 4, 10, QChar(u'0')));
+        return words;
+    }
+
+    void longLyricIsSetNarrowerThenBroken_data() {
+        QTest::addColumn<int>("words");
+        QTest::addColumn<int>("lines");
+        QTest::newRow("fits") << 10 << 1;
+        QTest::newRow("narrower") << 25 << 1;
+        QTest::newRow("two lines") << 40 << 2;
+        QTest::newRow("four lines") << 100 << 4;
+    }
+    void longLyricIsSetNarrowerThenBroken() {
+        QFETCH(int, words);
+        QFETCH(int, lines);
+        SheetMusic& w = open();
+        const QStringList lyric = manyWords(words);
+        type(w.fpSong, ChartColumn::Text, ChartRow::FirstLyric, lyric.join(' '));
+        type(w.fpSong, ChartColumn::Text, ChartRow::FirstLyric + 2, "below");
+        const PrintedFile target(world->path("chart.pdf"), QPageSize::Letter);
+        print(false);
+        QCOMPARE(printedPages(target.path).size(), 1);
+        const auto places = printedWords(target.path);
+        QSet<int> tops;
+        for (const QString& word : lyric) {
+            QVERIFY2(places.contains(word), qPrintable(word));
+            const QRectF place = places[word];
+            // Half an inch of margin, then the 37 columns.
+            QVERIFY2(place.left() >= 36 && place.right() <= 36 + 7.2 * 72, qPrintable(word));
+            QVERIFY(place.bottom() <= places["below"].top() + 2);
+            tops.insert(qRound(place.top()));
+        }
+        QCOMPARE(tops.size(), lines);
+    }
+
+    void pageOfLongLyricsStaysOnOneSheet_data() { addPapers(); }
+    void pageOfLongLyricsStaysOnOneSheet() {
+        QFETCH(QPageSize::PageSizeId, paper);
+        SheetMusic& w = open();
+        const QString lyric = manyWords(55).join(' ');
+        for (int row = ChartRow::FirstLyric; row <= ChartRow::Last; row += 2)
+            w.fpSong->SetText(ChartColumn::Text, row, lyric + QString(" row%1").arg(row));
+        w.addPage();
+        w.fpSong->SetText(ChartColumn::Text, ChartRow::Title, "another");
+        const PrintedFile target(world->path("chart.pdf"), paper);
+        print(false);
+        const QStringList pages = printedPages(target.path);
+        QCOMPARE(pages.size(), 2);
+        QVERIFY(pages[0].contains("row42"));
+        QVERIFY(pages[1].contains("another"));
+    }
+
+    void htmlIsAsWideAsTheChart_data() { addWindows(); }
+    void htmlIsAsWideAsTheChart() {
+        QFETCH(bool, fromCopy);
+        openChart(fromCopy, 1);
+        const QString path = world->path("sheetmusic/page.htm");
+        world->answers.file(path);
+        exportPage(fromCopy);
+        static const QRegularExpression width(QStringLiteral("<TABLE [^>]*WIDTH=(\\d+)"));
+        for (const QString& html : {read(path), mail(fromCopy)}) {
+            // As on paper, where the letters have the same size.
+            QCOMPARE(width.match(html).captured(1).toInt(),
+                     qRound(ChartCols * ChartColWidth * pixelsPerUnit()));
+            QVERIFY(html.contains("font-size:10pt") || html.contains("font-size:9.75pt"));
+        }
     }
 
     void transposedCopyIsPrinted() {
@@ -271,6 +364,18 @@ private Q_SLOTS:
             QTest::newRow(window + "no title") << fromCopy << ""
                                                << "Song.htm";
             QTest::newRow(window + "umlauts") << fromCopy << other << other + ".htm";
+            QTest::newRow(window + "slash") << fromCopy << "Holy / Holy"
+                                            << "Holy _ Holy.htm";
+            QTest::newRow(window + "backslash") << fromCopy << "Holy\\Holy"
+                                                << "Holy_Holy.htm";
+            QTest::newRow(window + "folders") << fromCopy << "../../config/x"
+                                              << "_.._config_x.htm";
+            QTest::newRow(window + "dots") << fromCopy << ".."
+                                           << "Song.htm";
+            QTest::newRow(window + "question") << fromCopy << "Who: is <he>?"
+                                               << "Who_ is _he__.htm";
+            QTest::newRow(window + "long")
+                << fromCopy << QString(300, u'x') << QString(200, u'x') + ".htm";
         }
     }
     void fileIsNamedAfterTheTitle() {
@@ -288,6 +393,13 @@ private Q_SLOTS:
         QCOMPARE(dialog.filters, QStringList{"HTML Files (*.htm)"});
         QCOMPARE(world->main().CommonDlg.Flags, 2);
         QVERIFY(QFile::exists(world->path("sheetmusic/" + proposed)));
+    }
+
+    void webPageKeepsTheEndingThatWasTyped() {
+        openChart(false, 1);
+        world->answers.file(world->path("sheetmusic/plan.html"));
+        exportPage(false);
+        QCOMPARE(QDir(world->path("sheetmusic")).entryList({"plan*"}), QStringList{"plan.html"});
     }
 
     void pageShownIsExportedWithAllItsRows_data() { addWindows(); }

@@ -67,6 +67,12 @@ private Q_SLOTS:
                                << "Abide.rtf";
         QTest::newRow("no title") << ""
                                   << "Song.rtf";
+        QTest::newRow("slash") << "Holy / Holy"
+                               << "Holy _ Holy.rtf";
+        QTest::newRow("backslash") << "Holy\\Holy"
+                                   << "Holy_Holy.rtf";
+        QTest::newRow("folders") << "../../x"
+                                 << "_.._x.rtf";
     }
     void sheetIsNamedAfterTheTitle() {
         QFETCH(QString, title);
@@ -143,7 +149,7 @@ private Q_SLOTS:
         QCOMPARE(makeSheet(), linesWith({}));
     }
 
-    void failingSaveIsNotReportedAndErasesTheChords() {
+    void failingSaveIsReportedInTheStatusBarOnly() {
         // Deliberate: behaviour 146.
         SheetMusic& w = open();
         write(w, 1);
@@ -152,6 +158,9 @@ private Q_SLOTS:
         QVERIFY(rowOf(w.fpSong, 1, ChartRow::FirstChord).isEmpty());
         QVERIFY(w.fpSong->GridShowHoriz() && w.fpSong->GridShowVert());
         QCOMPARE(world->endStatus, -1);
+        QCOMPARE(world->main().SB->SimpleText(),
+                 "The lyric sheet could not be written to " +
+                     QDir::toNativeSeparators(world->path("sheetmusic/gone/sheet.rtf")));
     }
 
     void importListsASheetWithItsMarkup() {

@@ -314,6 +314,28 @@ private Q_SLOTS:
         frmTranspose::instance().Unload();
     }
 
+    void windowsThatWereNeverShownAreUnloadedAtTheEnd() {
+        SheetMusic& w = open();
+        frmTranspose& t = openTranspose(w);
+        w.Unload();
+        settle();
+        // The copy is taken from the chart window, which comes into being for it.
+        click(t.cmdReset);
+        QVERIFY(!SheetMusic::instance().isVisible());
+        t.Unload();
+        settle();
+        SheetMusic::instance().fpSong->MaxRows(0);
+        world->answers.box("save to buffer failed");
+        SheetMusic::instance().copyToTranspose();
+        QVERIFY(!frmTranspose::instance().isVisible());
+        const QPointer<QWidget> chart = &SheetMusic::instance();
+        const QPointer<QWidget> copy = &frmTranspose::instance();
+        world->stop();
+        QVERIFY(!SheetMusic::isLoaded());
+        QVERIFY(!frmTranspose::isLoaded());
+        QVERIFY(!chart && !copy);
+    }
+
     void copyIsSavedAsAnotherChartAndAssigned() {
         world->sql("INSERT INTO songs (title, fileLoco) VALUES ('Abide', 'old.stp')");
         SheetMusic& w = open();

@@ -6,6 +6,7 @@
 #include "keeping/copies.h"
 #include "keeping/copies_hands.h"
 #include "keeping/daily_copy.h"
+#include "support/full_disk.h"
 #include "support/other_process.h"
 #include "support/registry.h"
 
@@ -19,6 +20,7 @@
 #include <QTest>
 
 #include <memory>
+#include <optional>
 #include <unistd.h>
 
 class TestCopyFailures : public QObject {
@@ -96,8 +98,9 @@ private Q_SLOTS:
         for (int status = -1; status != 0; ++failures) {
             int left = failures + 1;
             status = inOtherProcess([&] {
+                std::optional<FullDisk> full;
                 return statusOf([&](const QString&) {
-                    if (--left == 0) limitFiles(0);
+                    if (--left == 0) full.emplace(0);
                     return true;
                 });
             });
@@ -112,10 +115,10 @@ private Q_SLOTS:
 
     void diskThatIsFullInTheMiddleOfAnyFileLeavesNoCopyAndIsReported() {
         prepare();
-        const qint64 largest = QFileInfo(path("db1.mdb")).size();
-        for (qint64 most = 0; most < largest; most = most * 3 / 2 + 1) {
+        const auto largest = rlim_t(QFileInfo(path("db1.mdb")).size());
+        for (rlim_t most = 0; most < largest; most = most * 3 / 2 + 1) {
             const int status = inOtherProcess([&] {
-                limitFiles(most);
+                const FullDisk full(most);
                 return statusOf({});
             });
             QCOMPARE(status, Raised);

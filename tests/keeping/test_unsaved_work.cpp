@@ -5,6 +5,7 @@
 #include "keeping/unsaved_store.h"
 #include "keeping/work_keeper.h"
 #include "support/files.h"
+#include "support/full_disk.h"
 #include "support/other_process.h"
 #include "support/registry.h"
 
@@ -140,9 +141,9 @@ private Q_SLOTS:
 
     void fullDiskRaisesAndLeavesWhatWasKept() {
         const QString first = store().keep(UnsavedKind::Set, "first");
-        for (const long most : {0L, 1L, 4L}) {
+        for (const rlim_t most : {0, 1, 4}) {
             QCOMPARE(inOtherProcess([&] {
-                         limitFiles(most);
+                         const FullDisk full(most);
                          try {
                              store().keep(UnsavedKind::Set, "second", first);
                          } catch (const RunTimeError& error) {

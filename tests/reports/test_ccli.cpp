@@ -107,6 +107,17 @@ private Q_SLOTS:
         QCOMPARE(rowOf(w.fpSelectSong, 0), (QStringList{"", "Song Title", "CCLI #"}));
     }
 
+    void labelsOfThePeriodCannotBeTypedOver() {
+        frmCCLI& w = open();
+        for (const int label : {PeriodColumn::FromLabel, PeriodColumn::ToLabel}) {
+            const QString text = w.fpDates->GetText(label, 1);
+            tryToChange(w.fpDates, label, 1);
+            QCOMPARE(w.fpDates->GetText(label, 1), text);
+        }
+        typeInCell(w.fpDates, PeriodColumn::To, 1, "11/30/26");
+        QCOMPARE(w.fpDates->GetText(PeriodColumn::To, 1), QStringLiteral("11/30/26"));
+    }
+
     // --- The report of a period ----------------------------------------------------------------
 
     void missingDateIsReportedAndTheReportStays_data() {

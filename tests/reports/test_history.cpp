@@ -62,6 +62,20 @@ private Q_SLOTS:
         expectAllBarsEndAt(195);
     }
 
+    void titleOfTheChartIsPlainTextOfAnyLength() {
+        addSong("<b>Bold</b> & more", {"11/01/26"});
+        addSong(QString(200, QLatin1Char('W')), {"11/01/26"});
+        frmHistory& w = open();
+        const QRect before = w.parentWidget()->geometry();
+        clickCell(w.fpH, SongName, 1);
+        QCOMPARE(w.lblSongTit->textFormat(), Qt::PlainText);
+        QCOMPARE(w.lblSongTit->shownText(), QStringLiteral("<b>Bold</b> & more For 2026"));
+        clickCell(w.fpH, SongName, 2);
+        QVERIFY(w.lblSongTit->shownText().endsWith(QStringLiteral("W For 2026")));
+        QVERIFY(w.lblSongTit->shownText().size() < w.lblSongTit->text().size());
+        QCOMPARE(w.parentWidget()->geometry(), before);
+    }
+
     void yearsAreOfferedFromOneBackToEightAhead() {
         // Deliberate: behaviour 151.
         addSong("A", {"11/02/09"});

@@ -2,6 +2,8 @@
 #include "sets/set_list_test.h"
 
 #include <QFile>
+#include <QHelpEvent>
+#include <QToolTip>
 
 class TestSetGrid : public SetListTest {
     Q_OBJECT
@@ -159,6 +161,8 @@ private Q_SLOTS:
 
     void changeOfAnotherCellRunsNoStatement() {
         frmSetList& w = open();
+        click(w.Command9);  // takes the label of the date away
+        world->statements.clear();
         typeInCell(w.fpSet, SetColumn::Label, SetRow::Date, "Set");
         typeInCell(w.fpSet, SetColumn::Title, 2, "Typed");
         QVERIFY(world->statements.isEmpty());
@@ -202,6 +206,99 @@ private Q_SLOTS:
         QVERIFY(pickMenuItem(w.mnuDel, w.mnuDeleteRow));
         QCOMPARE(w.fpSet->GetText(SetColumn::Label, SetRow::Date), QStringLiteral("Opening"));
         QCOMPARE(w.fpSet->MaxRows(), 25);
+    }
+
+    void addedRowKeepsALastRowInUse() {
+        frmSetList& w = open();
+        typeInCell(w.fpSet, SetColumn::Title, 25, "Last");
+        const auto addRow = [&](int row) {
+            w.fpSet->SetActiveCell(SetColumn::Label, row);
+            w.fpSet->flush();
+            clickCell(w.fpSet, SetColumn::Label, row, Qt::RightButton);
+            QVERIFY(pickMenuItem(w.mnuDel, w.mnuAddRow));
+        };
+        addRow(3);
+        QCOMPARE(w.fpSet->MaxRows(), 26);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 26), QStringLiteral("Last"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 25), QString());
+        addRow(26);
+        QCOMPARE(w.fpSet->MaxRows(), 27);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 27), QStringLiteral("Last"));
+        // An empty row at the end makes room.
+        typeInCell(w.fpSet, SetColumn::Title, 27, QString());
+        addRow(3);
+        QCOMPARE(w.fpSet->MaxRows(), 27);
+        // A colour is in use too.
+        paint(*w.fpSet, 27);
+        addRow(3);
+        QCOMPARE(w.fpSet->MaxRows(), 28);
+        QCOMPARE(colourOf(w, SetColumn::Title, 28), SheetMusicGreen);
+    }
+
+    void labelOfTheDateCannotBeTypedOver() {
+        makeDefaultDesign({"Opening"});
+        frmSetList& w = open();
+        tryToChange(w.fpSet, SetColumn::Label, SetRow::Date);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Label, SetRow::Date), QStringLiteral("Set List For:"));
+        tryToChange(w.fpSet, SetColumn::Label, SetRow::FirstTitle);
+        QVERIFY(w.fpSet->GetText(SetColumn::Label, SetRow::FirstTitle) != "Opening");
+        // A design of one's own begins with an empty grid.
+        world->sql("UPDATE prefs SET var_value = '' WHERE var_name = 'DefaultSetList'");
+        click(w.Command9);
+        typeInCell(w.fpSet, SetColumn::Label, SetRow::Date, "Sunday");
+        typeInCell(w.fpSet, SetColumn::Label, SetRow::Date, "Set List For:");
+        tryToChange(w.fpSet, SetColumn::Label, SetRow::Date);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Label, SetRow::Date), QStringLiteral("Set List For:"));
+    }
+
+    void headsOfTheSetSurviveDeleteText() {
+        frmSetList& w = open();
+        clickCell(w.fpSet, SetColumn::Title, 0, Qt::RightButton);
+        QVERIFY(pickMenuItem(w.mnuDel, w.mnuDeleteFPSet));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 0), QStringLiteral("Song"));
+    }
+
+    void longTextsLeaveTheWindowAsItIs() {
+        const QString name = QStringLiteral("Überlange ").repeated(20);
+        addCategories({name, QString(200, QLatin1Char('W'))});
+        world->sql(QStringLiteral("INSERT INTO special_music (song_name, play_date) VALUES ('%1', "
+                                  "'11/22/26')")
+                       .arg(name));
+        addSong({.title = QString(200, QLatin1Char('W')), .cat1 = name, .soundFile = "/none.ogg"});
+        const auto places = [](frmSetList& w) {
+            QList<QRect> rects{w.parentWidget()->rect()};
+            for (QWidget* control :
+                 std::initializer_list<QWidget*>{w.cmbCat1, w.cmbCat2, w.txtSearch, w.fpSongList1,
+                                                 w.fpSet, w.cmdSaveSetList, w.Command3})
+                rects.append(QRect(control->mapTo(&w, QPoint()), control->size()));
+            return rects;
+        };
+        frmSetList& w = open();
+        world->main().resize(1280, 800);
+        settle();
+        w.cmbCat1->clear();
+        w.cmbCat2->clear();
+        settle();
+        const QList<QRect> before = places(w);
+        w.loadCategoryCombos(QStringLiteral("list"));
+        pick(w.cmbCat1, name);
+        QCOMPARE(w.fpSongList1->MaxRows(), 1);
+        world->answers.box("Special Music Scheduled For This Date\r " + name,
+                           QMessageBox::Information);
+        typeInCell(w.fpSet, SetColumn::Title, SetRow::Date, "11/22/26");
+        QCOMPARE(places(w), before);
+        QVERIFY(w.lblSpecialMusic->shownText().endsWith(QChar(0x2026)));
+        // The whole text is the tool tip.
+        const QPoint middle = w.lblSpecialMusic->rect().center();
+        QHelpEvent help(QEvent::ToolTip, middle, w.lblSpecialMusic->mapToGlobal(middle));
+        QCoreApplication::sendEvent(w.lblSpecialMusic, &help);
+        QVERIFY(QToolTip::text().contains(name));
+        clickCell(w.fpSongList1, PickerColumn::Sound, 1);
+        QVERIFY(w.picPlayer->isVisible());
+        QCOMPARE(w.parentWidget()->rect(), before.first());
+        QVERIFY(w.rect().contains(QRect(w.imgClose->mapTo(&w, QPoint()), w.imgClose->size())));
+        QVERIFY(w.lblPlayTitle->shownText().endsWith(QChar(0x2026)));
+        click(w.imgClose);
     }
 
     void designIsSavedWithItsExtensionAndLoaded() {

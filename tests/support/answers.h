@@ -1,4 +1,4 @@
-// Answers for the boxes and dialogs that the program is about to show.
+// Answers to the message boxes and dialogs of the program.
 #pragma once
 
 #include <QMessageBox>
@@ -12,42 +12,43 @@
 
 class QWidget;
 
-// A queue of what is expected to come up, in order, each with its answer. Every box or dialog that
-// comes up is compared with the head of the queue and answered as a person would, through its
-// buttons. An unexpected one fails the test and is dismissed; an unused answer fails it at the end.
+// A queue of expected boxes and dialogs with their answers. Every box or dialog that opens is
+// compared with the first in the queue and answered through its buttons, as a user would. An
+// unexpected one fails the test and is closed; an answer that was not used fails the test at its
+// end.
 class Answers : public QObject {
     Q_OBJECT
 
 public:
     Answers();
 
-    // A message box with just this title, text (carriage returns or line feeds alike), icon and
-    // buttons, answered with `press`.
+    // Expects a message box with exactly this text (with any line ends), icon, title and buttons,
+    // and answers it with `press`.
     void box(const QString& text, QMessageBox::Icon icon = QMessageBox::NoIcon,
              const QString& title = QStringLiteral("Lorvanite"),
              QMessageBox::StandardButtons buttons = QMessageBox::Ok,
              QMessageBox::StandardButton press = QMessageBox::Ok);
 
-    // The question with Yes and No.
+    // Expects a question with Yes and No.
     void question(const QString& text, QMessageBox::StandardButton press,
                   const QString& title = QStringLiteral("Lorvanite"));
 
-    // The box of a run-time error, whatever its description says beyond `part`.
+    // Expects the box of a run-time error whose description contains `part`.
     void runTimeError(int number, const QString& part = QString());
 
-    // A file dialog in which `path` is typed and accepted. What it proposed is in the seen list.
+    // Expects a file dialog, types `path` and accepts. fileDialogs() has what the dialog proposed.
     void file(const QString& path);
 
-    // A file dialog whose proposed name is accepted as it stands.
+    // Expects a file dialog and accepts the proposed name.
     void fileAsProposed();
 
-    // A file dialog that is cancelled.
+    // Expects a file dialog and cancels it.
     void cancelFile();
 
-    // Anything modal, handled by the test itself, which has to close it.
+    // Expects any modal widget and hands it to `act`, which has to close it.
     void custom(const QString& what, std::function<void(QWidget*)> act);
 
-    // What a file dialog showed when it came up.
+    // What a file dialog showed when it opened.
     struct SeenFileDialog {
         QString title;
         QString folder;
@@ -57,14 +58,13 @@ public:
     };
     const std::vector<SeenFileDialog>& fileDialogs() const { return m_fileDialogs; }
 
-    // Answers whatever comes up beyond the queue, instead of failing the test; called again where
-    // it comes up anew.
+    // Hands every unexpected box or dialog to `act` instead of failing the test.
     void otherwise(std::function<void(QWidget*)> act) { m_otherwise = std::move(act); }
 
-    // Called after an answer was given, for pictures.
+    // Sets a function that is called just before each answer, for screenshots.
     void beforeAnswer(std::function<void(QWidget*)> look) { m_look = std::move(look); }
 
-    // Fails the running test for answers that were not used, and empties the queue.
+    // Fails the running test for answers that were not used, and clears the queue.
     void verify();
 
     bool isEmpty() const { return m_queue.empty(); }
@@ -72,7 +72,7 @@ public:
 private:
     struct Expected {
         QString what;
-        std::function<QString(QWidget*)> act;  // returns what was wrong, or the empty text
+        std::function<QString(QWidget*)> act;  // returns what was wrong; empty if nothing was
     };
 
     void expectFile(const QString& what, std::function<void(class QFileDialog*)> act);
@@ -84,6 +84,6 @@ private:
     std::function<void(QWidget*)> m_look;
     std::function<void(QWidget*)> m_otherwise;
     QTimer m_timer;
-    QPointer<QWidget> m_answered;  // a later box may lie at the same address
+    QPointer<QWidget> m_answered;  // weak: a later box may have the same address
     QPointer<QWidget> m_seen;
 };

@@ -1,8 +1,8 @@
-// A process that dies in the middle of the database's work.
+// A process that dies while it changes the database.
 #pragma once
 
 #include <functional>
 
-// Runs something in a process of its own, which dies at SQLite's n-th call that changes a file; 0
-// for never. True where it came to its end. What it raises counts as its end by failure.
+// Runs `body` in a separate process that dies at SQLite's n-th call that changes a file, or never
+// if `callsLeft` is 0. Returns whether `body` has returned; an exception counts as dying.
 bool survives(int callsLeft, const std::function<void()>& body);

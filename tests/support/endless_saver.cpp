@@ -12,7 +12,7 @@
 
 namespace {
 
-// The round after the one on record: a set that is recorded whole is not asked about again.
+// The round after the recorded one, because the program does not ask again about a recorded set.
 int firstRound() {
     Recordset rs;
     rs.Open(QStringLiteral("SELECT title FROM played_on"), dbConn, CursorType::Dynamic,
@@ -33,7 +33,7 @@ void saveForEver(const QString& folder) {
     Answers answers;
     window.fpSet->SetText(2, 1, QStringLiteral("11/22/26"));
     for (int round = firstRound();; ++round) {
-        // Songs of every round are in the catalogue, under this name with the row behind it.
+        // The catalogue has songs with these titles for every round.
         for (int row = 2; row <= 24; ++row)
             window.fpSet->SetText(2, row, QStringLiteral("Round %1, %2").arg(round % 9).arg(row));
         answers.custom(QStringLiteral("question"), [](QWidget* box) {

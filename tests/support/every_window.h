@@ -7,7 +7,7 @@
 
 #include <functional>
 
-// Opens each module window over the sample, with something on view, and each of its panels, and
-// hands it to `look`: its name, and the widget whose controls stand there. Windows are closed
-// behind the look; the size of the main window is the caller's.
+// Opens each module window on the sample, with something on view, and each of its panels. Calls
+// `look` with its name and the widget that contains its controls, and closes it afterwards. The
+// caller sets the size of the main window.
 void lookAtEveryWindow(World& world, const std::function<void(const QString&, QWidget*)>& look);

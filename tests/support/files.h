@@ -1,4 +1,4 @@
-// Files as another program finds them, and files that a dialog chooses in vain.
+// Files as another program reads them, and files that cannot be written.
 #pragma once
 
 #include <QByteArray>
@@ -6,9 +6,9 @@
 
 class Answers;
 
-// All of a file; empty where it cannot be read.
+// The content of a file; empty if it cannot be read.
 QByteArray bytesOf(const QString& path);
 
-// Answers the next file dialog with a file in a new folder of `folder`, which goes away as the file
-// is chosen: writing it fails.
+// Answers the next file dialog with a file in a new folder in `folder`, which is removed right
+// after the choice, so that the file cannot be written.
 void answerWithLostFolder(Answers& answers, const QString& folder, const QString& name);

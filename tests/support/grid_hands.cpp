@@ -4,8 +4,13 @@
 #include "support/world.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QTest>
+
+#include <functional>
+#include <initializer_list>
+#include <utility>
 
 void clickCell(SheetView* grid, int col, int row, Qt::MouseButton button) {
     const QRect rect = grid->cellRect(col, row);
@@ -23,7 +28,7 @@ void clickCell(SheetView* grid, int col, int row, Qt::MouseButton button) {
 }
 
 void typeInCell(SheetView* grid, int col, int row, const QString& text) {
-    // A box that has just closed leaves no window active where there is no window manager.
+    // Without a window manager no window is active after a box has closed.
     grid->activateWindow();
     settle();
     grid->SetActiveCell(col, row);
@@ -34,12 +39,42 @@ void typeInCell(SheetView* grid, int col, int row, const QString& text) {
     QVERIFY2(editor && editor != grid, "no editor came up");
     QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(editor, Qt::Key_Delete);
-    // A key for each character, of whatever script.
+    // One key per character of any script.
     for (const char32_t c : text.toUcs4())
         QTest::sendKeyEvent(QTest::Click, editor, Qt::Key_unknown, QString::fromUcs4(&c, 1),
                             Qt::NoModifier);
     QTest::keyClick(editor, Qt::Key_Return);
     settle();
+}
+
+void tryToChange(SheetView* grid, int col, int row) {
+    grid->activateWindow();
+    settle();
+    const auto act = [&](const std::function<void()>& begin) {
+        QApplication::clipboard()->setText(QStringLiteral("Pasted"));
+        grid->SetActiveCell(col, row);
+        grid->flush();
+        grid->setFocus();
+        begin();
+        QWidget* editor = QApplication::focusWidget();
+        if (editor && editor != grid) {
+            QTest::keyClicks(editor, QStringLiteral("Typed"));
+            QTest::keyClick(editor, Qt::Key_Return);
+        }
+        settle();
+    };
+    for (const auto& [key, modifiers] :
+         std::initializer_list<std::pair<Qt::Key, Qt::KeyboardModifiers>>{
+             {Qt::Key_X, Qt::NoModifier},
+             {Qt::Key_F2, Qt::NoModifier},
+             {Qt::Key_Delete, Qt::NoModifier},
+             {Qt::Key_X, Qt::ControlModifier},
+             {Qt::Key_V, Qt::ControlModifier}})
+        act([&] { QTest::keyClick(grid, key, modifiers); });
+    act([&] {
+        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {},
+                           grid->viewport()->mapFrom(grid, grid->cellRect(col, row).center()));
+    });
 }
 
 QStringList columnOf(SheetView* grid, int col) {

@@ -1,11 +1,11 @@
-// Another folder as the user's own.
+// Another home folder.
 #pragma once
 
 #include <QScopeGuard>
 #include <QString>
 #include <QtGlobal>
 
-// Makes a folder the user's own until the returned guard goes.
+// Makes a folder the home folder until the returned guard is destroyed.
 [[nodiscard]] inline auto withHome(const QString& folder) {
     const QByteArray before = qgetenv("HOME");
     qputenv("HOME", folder.toUtf8());

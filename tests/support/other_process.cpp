@@ -1,7 +1,5 @@
 #include "support/other_process.h"
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -24,10 +22,4 @@ int asOtherUser(const std::function<int()>& body) {
         if (geteuid() == 0 && (setegid(Nobody) != 0 || seteuid(Nobody) != 0)) return -1;
         return body();
     });
-}
-
-void limitFiles(long bytes) {
-    std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{rlim_t(bytes), RLIM_INFINITY};
-    setrlimit(RLIMIT_FSIZE, &limit);
 }

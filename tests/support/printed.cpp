@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QXmlStreamReader>
 
 namespace {
 
@@ -29,6 +30,26 @@ QStringList printedPages(const QString& pdf) {
     QStringList pages = text.split(QLatin1Char('\f'));
     pages.removeLast();  // each page ends with the mark
     return pages;
+}
+
+QHash<QString, QRectF> printedWords(const QString& pdf, int page) {
+    const QString number = QString::number(page);
+    QXmlStreamReader xml(output(QStringLiteral("pdftotext"),
+                                {QStringLiteral("-bbox"), QStringLiteral("-f"), number,
+                                 QStringLiteral("-l"), number, pdf, QStringLiteral("-")}));
+    QHash<QString, QRectF> words;
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement || xml.name() != QLatin1String("word"))
+            continue;
+        const QXmlStreamAttributes edges = xml.attributes();
+        const auto edge = [&](const char* name) {
+            return edges.value(QLatin1String(name)).toDouble();
+        };
+        const QRectF place(QPointF(edge("xMin"), edge("yMin")),
+                           QPointF(edge("xMax"), edge("yMax")));
+        words[xml.readElementText()] = place;
+    }
+    return words;
 }
 
 QList<QImage> pagePictures(const QString& pdf, int dpi) {

@@ -1,12 +1,14 @@
-// What a printed PDF holds, by the tools of any reader.
+// The content of printed PDF files, read with common tools.
 #pragma once
 
+#include <QHash>
 #include <QImage>
 #include <QPageSize>
+#include <QRectF>
 #include <QString>
 #include <QStringList>
 
-// A PDF that all prints go to until this is gone.
+// Sends all print jobs to a PDF file during its own lifetime.
 class PrintedFile {
 public:
     explicit PrintedFile(const QString& path, QPageSize::PageSizeId paper = QPageSize::A4);
@@ -17,11 +19,15 @@ public:
     const QString path;
 };
 
-// The text of each page, as it lies on the page; empty where there is no such file.
+// The text of each page in its layout; empty if there is no such file.
 QStringList printedPages(const QString& pdf);
 
-// Each page as a picture, at so many dots an inch.
+// The place of each word of a page, in points from the paper's top left corner. If a word occurs
+// several times, its last place.
+QHash<QString, QRectF> printedWords(const QString& pdf, int page = 1);
+
+// Each page as a picture with this resolution.
 QList<QImage> pagePictures(const QString& pdf, int dpi = 60);
 
-// The fonts of a PDF, a line each: name, type, and whether it is embedded ("yes" or "no").
+// The fonts of a PDF, one line each: name, type, and whether it is embedded ("yes" or "no").
 QStringList printedFonts(const QString& pdf);

@@ -87,6 +87,8 @@ void beUser() {
         QTimer::singleShot(0, &main, [&main] { begin(main); });
     } else if (isGoingOn()) {
         hasClosed = true;
+        if (g_activity == QLatin1String("nothing") && !main.SB->SimpleText().isEmpty())
+            std::printf("%s\n", qPrintable(main.SB->SimpleText()));
         main.close();
     }
 }

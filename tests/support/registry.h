@@ -1,5 +1,5 @@
-// The list of test objects of the one test program. Put LORVANITE_TEST(ClassName) below the class
-// in tests/<folder>/test_<name>.cpp; the CTest entry has the file's name.
+// The tests of the test program. LORVANITE_TEST(ClassName) after the class in a file
+// test_<name>.cpp registers it; its CTest entry has the name of the file.
 #pragma once
 
 #include <QObject>

@@ -1,5 +1,7 @@
 #include "support/rtf_reader.h"
 
+#include "core/data/texts.h"
+
 #include <QMap>
 
 #include <algorithm>
@@ -60,6 +62,11 @@ private:
         const char first = m_rtf[m_place];
         if (!QChar(QLatin1Char(first)).isLetter()) {
             ++m_place;
+            if (first == '\'') {
+                add(fromCodePage1252(QByteArray::fromHex(m_rtf.mid(m_place, 2))).at(0));
+                m_place += 2;
+                return;
+            }
             add(first == '~' ? QChar(QChar::Nbsp) : QChar(QLatin1Char(first)));
             return;
         }

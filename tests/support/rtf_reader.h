@@ -1,4 +1,4 @@
-// What another program reads in an RTF file.
+// An RTF file as another program reads it.
 #pragma once
 
 #include <QByteArray>
@@ -7,7 +7,7 @@
 
 #include <vector>
 
-// Letters of one look.
+// Characters with the same format.
 struct RtfRun {
     QString text;
     QString font;
@@ -19,13 +19,13 @@ struct RtfRun {
 
 struct RtfParagraph {
     QString align;             // "ql", "qc", "qr" or "qj"
-    RtfRun end;                // the look at its end, without text
-    std::vector<RtfRun> runs;  // each with a text
+    RtfRun end;                // the format at its end, without text
+    std::vector<RtfRun> runs;  // none is empty
     QString text() const;
 };
 
-// The paragraphs of a file; none where it is not well-formed.
+// The paragraphs of a file; empty if it is not well-formed.
 std::vector<RtfParagraph> rtfParagraphs(const QByteArray& rtf);
 
-// Their texts.
+// The texts of the paragraphs.
 QStringList rtfLines(const QByteArray& rtf);

@@ -1,4 +1,4 @@
-// A sound file to play, and nothing to hear.
+// A silent sound file.
 #pragma once
 
 #include <QString>

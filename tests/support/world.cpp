@@ -24,7 +24,7 @@ void makeSample(const QString& folder) {
         QTest::qFail(maker.readAllStandardError().constData(), __FILE__, __LINE__);
 }
 
-// A connection beside the program's, as another tool would open the file.
+// A connection like that of another tool.
 class SideDoor {
 public:
     explicit SideDoor(const QString& file) {

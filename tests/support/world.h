@@ -1,4 +1,4 @@
-// A fresh world for each test: a program folder of its own, a day, answers, a statement log.
+// The environment of a test: a program folder, the day, answers and a log of statements.
 #pragma once
 
 #include "core/shell/frm_mdi.h"
@@ -16,20 +16,20 @@ enum class WorldTree { Delivered, Sample };
 
 class World {
 public:
-    // Makes a temporary program folder, as delivered or with the sample; today is Saturday,
+    // Creates a temporary program folder, as delivered or with the sample. Today is Saturday,
     // 11/21/2026.
     explicit World(WorldTree tree = WorldTree::Delivered);
 
-    // Ends everything and fails the test for answers that were not used.
+    // Ends the program and fails the test for answers that were not used.
     ~World();
 
-    // Starts the program: the main window comes up.
+    // Starts the program and shows the main window.
     void start();
 
-    // Closes the main window, as at the end of the program.
+    // Ends the program by closing the main window.
     void stop();
 
-    // Ends the program and moves its folder elsewhere.
+    // Ends the program and moves its folder to another place.
     void move();
 
     bool isRunning() const { return m_main != nullptr; }
@@ -38,17 +38,17 @@ public:
     QString folder() const { return m_folder; }
     QString path(const QString& relative) const { return folder() + QLatin1Char('/') + relative; }
 
-    // Runs statements on the database file beside the program, over a connection of their own.
+    // Runs statements on the database file over a separate connection.
     void sql(const QString& statements);
 
-    // The rows of a query, the values of a row joined by "|".
+    // The rows of a query, with "|" between the values of a row.
     QStringList rows(const QString& query);
 
-    // The statements that the program has run since the last clear, each with its lock type
-    // behind it in brackets: "SELECT * FROM notes [1]".
+    // The statements that the program has run, each with its lock type in brackets: "SELECT * FROM
+    // notes [1]". A test may clear the list.
     QStringList statements;
 
-    // The status with which the process would have ended, or -1.
+    // The status with which the process would have ended; -1 if it would not.
     int endStatus = -1;
 
     Answers answers;
@@ -59,7 +59,7 @@ private:
     std::unique_ptr<frmMDI> m_main;
 };
 
-// The base of tests that drive windows: `world` is made anew for each test function.
+// The base of tests of windows. Each test function has another `world`.
 class WindowTest : public QObject {
     Q_OBJECT
 
@@ -71,11 +71,11 @@ private Q_SLOTS:
     void cleanup() { world.reset(); }
 };
 
-// One turn of the event loop and what was deferred to it.
+// Processes pending events and deferred deletions.
 void settle();
 
-// Clicks a button, a label, anything, in its middle.
+// Clicks the middle of a widget.
 void click(QWidget* widget, Qt::MouseButton button = Qt::LeftButton);
 
-// Picks an item of a menu that is open, by a click on it. False where it is not there.
+// Clicks an item of an open menu. Returns false if the item is not there.
 bool pickMenuItem(QMenu& menu, QAction& item);

@@ -497,6 +497,22 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(world->path("schedules/Schedule.html")));
     }
 
+    void exportedFileKeepsTheEndingThatWasTyped() {
+        frmSchedule& w = showThreeWeeks();
+        world->answers.file(world->path("schedules/plan.htm"));
+        click(w.cmdExportText);
+        QCOMPARE(QDir(world->path("schedules")).entryList({"plan*"}), QStringList{"plan.htm"});
+    }
+
+    void exportProposesANameForEveryTitle() {
+        frmSchedule& w = showThreeWeeks();
+        w.fpSchedule->SetText(1, ScheduleRow::Title, QStringLiteral("..\\..\\plan <1/2>?"));
+        world->answers.fileAsProposed();
+        click(w.cmdExportText);
+        QCOMPARE(QDir(world->path("schedules")).entryList({"*plan*"}),
+                 QStringList{"_.._plan_1_2__.html"});
+    }
+
     // Deliberate: behaviour 107.
     void cancelledExportLeavesTheGridCompactedAndTheScratchFile() {
         frmSchedule& w = showThreeWeeks();

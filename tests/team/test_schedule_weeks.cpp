@@ -1,6 +1,8 @@
 // A new schedule, typed dates, the commands of the pop-up menu.
 #include "team/schedule_test.h"
 
+#include <QScrollBar>
+
 namespace {
 
 constexpr int Head = RGB(238, 232, 216);
@@ -258,6 +260,41 @@ private Q_SLOTS:
         QCOMPARE(w.fpSchedule->RowHeight(dateRowOf(1)), height);
         typeInCell(w.fpSchedule, ScheduleColumn::Notes, dateRowOf(1), "short");
         QCOMPARE(w.fpSchedule->cellRect(ScheduleColumn::Notes, dateRowOf(1)).height(), before);
+    }
+
+    void headRowsOfWeeksCannotBeTypedOver() {
+        addTheLeast();
+        frmSchedule& w = makeSchedule("6/12/05", "2");
+        for (int col = ScheduleColumn::Date; col <= ScheduleColumn::Last; ++col)
+            tryToChange(w.fpSchedule, col, headRowOf(1));
+        verifyHead(headRowOf(1), "Worship Team");
+        verifyHead(headRowOf(2), "Worship Team");
+    }
+
+    void columnHeadSurvivesDelete() {
+        addTheLeast();
+        frmSchedule& w = makeSchedule("6/12/05", "1");
+        clickCell(w.fpSchedule, ScheduleColumn::Notes, 0, Qt::RightButton);
+        QVERIFY(pickMenuItem(w.mnuD, w.mnuDelete));
+        QCOMPARE(cell(ScheduleColumn::Notes, 0), QStringLiteral("Rehearsal Notes"));
+    }
+
+    void columnsShareTheViewByTheirWidths() {
+        addTheLeast();
+        world->start();
+        world->main().resize(1280, 800);
+        frmSchedule& w = makeSchedule("6/12/05", "1");
+        const auto width = [&](int col) {
+            return w.fpSchedule->cellRect(col, dateRowOf(1)).width();
+        };
+        const double unit = width(ScheduleColumn::Notes) / 31.0;
+        QVERIFY(qAbs(width(ScheduleColumn::Songs) - 26.87 * unit) < 2);
+        QVERIFY(qAbs(width(ScheduleColumn::Team) - 18.37 * unit) < 2);
+        const int margins = 12;
+        QVERIFY(width(ScheduleColumn::Date) >=
+                w.fpSchedule->fontMetrics().horizontalAdvance(QStringLiteral("06/12/05")) +
+                    margins);
+        QVERIFY(!w.fpSchedule->horizontalScrollBar()->isVisible());
     }
 
     void windowFitsTheMainWindow() {

@@ -3,6 +3,7 @@
 #include "charts/rules/chart_page.h"
 #include "core/data/paths.h"
 #include "core/data/run_time_error.h"
+#include "core/data/texts.h"
 
 #include <QFile>
 #include <QStringDecoder>
@@ -17,24 +18,11 @@ constexpr qint64 MinBytes = 64 << 10;  // for files that do not report their siz
 constexpr size_t MaxMarkedRow = 100;
 constexpr size_t MaxChords = 30;
 
-// The characters 0x80 to 0x9f of code page 1252, where Latin-1 has control characters.
-constexpr std::array<char16_t, 32> WesternSigns = {
-    0x20ac, 0x0081, 0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008d, 0x017d, 0x008f, 0x0090, 0x2018, 0x2019, 0x201c, 0x201d, 0x2022,
-    0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0x009d, 0x017e, 0x0178};
-
-QString fromWestern(QByteArrayView bytes) {
-    QString text = QString::fromLatin1(bytes);
-    for (QChar& c : text)
-        if (c.unicode() >= 0x80 && c.unicode() <= 0x9f) c = WesternSigns[c.unicode() - 0x80];
-    return text;
-}
-
 // Decodes a line as UTF-8 if it is valid, as code page 1252 otherwise.
 QString decoded(QByteArrayView line) {
     QStringDecoder utf8(QStringDecoder::Utf8);
     const QString text = utf8(line);
-    return utf8.hasError() ? fromWestern(line) : text;
+    return utf8.hasError() ? fromCodePage1252(line) : text;
 }
 
 // Reads a file; converts UTF-16 to UTF-8.

@@ -1,10 +1,11 @@
 #include "charts/rules/chart_texts.h"
 
 #include "charts/rules/chart_page.h"
+#include "core/data/paths.h"
 #include "core/grid/sheet_grid.h"
 
 QString proposedFileName(const SheetGrid& chart, const QString& extension) {
-    const QString title = chart.GetText(ChartColumn::Text, ChartRow::Title);
+    const QString title = safeFileName(chart.GetText(ChartColumn::Text, ChartRow::Title));
     return (title.isEmpty() ? QStringLiteral("Song") : title) + extension;
 }
 

@@ -6,8 +6,8 @@
 
 class SheetGrid;
 
-// The name that is proposed for a file of the page `Sheet`: its title and the extension (".htm"),
-// or "Song" and the extension if the page has no title.
+// The name that is proposed for a file of the page `Sheet`: its title, made a file name, and the
+// extension (".htm"), or "Song" and the extension if nothing remains of the title.
 QString proposedFileName(const SheetGrid& chart, const QString& extension);
 
 // Writes the page `Sheet` with all its rows as HTML. Returns false if the file cannot be written.

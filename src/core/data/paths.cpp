@@ -8,6 +8,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSaveFile>
 #include <QStandardPaths>
 #include <QTemporaryFile>
@@ -95,6 +96,24 @@ QString fileNameOf(const QString& path) { return path.mid(lastSeparator(path) + 
 
 QString folderOf(const QString& path) {
     return path.left(std::max<qsizetype>(lastSeparator(path), 0));
+}
+
+QString safeFileName(const QString& text) {
+    constexpr qsizetype mostBytes = 200;  // which leaves room for a time and an ending
+    QString name;
+    for (const char32_t c : text.toUcs4()) {
+        const bool reserved =
+            c < 0x80 && QStringLiteral("/\\:*?\"<>|").contains(QChar(char16_t(c)));
+        const bool shown = QChar::category(c) == QChar::Other_Format || QChar::isPrint(c);
+        name += reserved || !shown ? QStringLiteral("_") : QString::fromUcs4(&c, 1);
+    }
+    while (name.startsWith(QLatin1Char('.'))) name.remove(0, 1);
+    name.truncate(mostBytes);  // a unit takes a byte at least
+    while (name.toUtf8().size() > mostBytes) name.chop(name.back().isLowSurrogate() ? 2 : 1);
+    static const QRegularExpression device(
+        QStringLiteral("^(CON|PRN|AUX|NUL|COM\\d|LPT\\d)(\\.|$)"),
+        QRegularExpression::CaseInsensitiveOption);
+    return device.match(name).hasMatch() ? QLatin1Char('_') + name : name;
 }
 
 bool liesIn(const QString& path, const QString& folder) {

@@ -5,8 +5,20 @@
 
 #include <QFile>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
+
+namespace {
+
+// The characters 0x80 to 0x9f of code page 1252, where Latin-1 has control characters.
+constexpr std::array<char16_t, 32> WesternSigns = {
+    0x20ac, 0x0081, 0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008d, 0x017d, 0x008f, 0x0090, 0x2018, 0x2019, 0x201c, 0x201d, 0x2022,
+    0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0x009d, 0x017e, 0x0178};
+
+}  // namespace
 
 int toLong(const QString& text) {
     bool ok = false;
@@ -34,6 +46,21 @@ QStringList textLines(const QString& text) {
     QString lines = withUnixLineEnds(text);
     if (lines.endsWith(QLatin1Char('\n'))) lines.chop(1);
     return lines.isEmpty() ? QStringList() : lines.split(QLatin1Char('\n'));
+}
+
+QString fromCodePage1252(QByteArrayView bytes) {
+    QString text = QString::fromLatin1(bytes);
+    for (QChar& c : text)
+        if (c.unicode() >= 0x80 && c.unicode() <= 0x9f) c = WesternSigns[c.unicode() - 0x80];
+    return text;
+}
+
+uchar toCodePage1252(QChar c) {
+    if (c.unicode() < 0x80 || (c.unicode() >= 0xa0 && c.unicode() <= 0xff))
+        return uchar(c.unicode());
+    if (c.unicode() < 0xa0) return 0;
+    const auto sign = std::find(WesternSigns.begin(), WesternSigns.end(), c.unicode());
+    return sign == WesternSigns.end() ? 0 : uchar(0x80 + (sign - WesternSigns.begin()));
 }
 
 QStringList linesOf(const QString& path) {

@@ -18,6 +18,13 @@ QString withUnixLineEnds(QString text);
 // start another line; an empty text has no lines.
 QStringList textLines(const QString& text);
 
+// Converts text in code page 1252, also known as Windows-1252. The five bytes that have no
+// character there become the control characters of Latin-1.
+QString fromCodePage1252(QByteArrayView bytes);
+
+// Returns a character's byte in code page 1252, or 0 if it has none.
+uchar toCodePage1252(QChar c);
+
 // Reads the lines of a UTF-8 text file. Raises RunTimeError::FileNotFound if there is no such file,
 // RunTimeError::PathAccess if it cannot be read.
 QStringList linesOf(const QString& path);

@@ -7,8 +7,11 @@
 
 namespace {
 
-// Mail programs may use wider fonts, so a unit of width is wider than on the screen.
+// Mail programs may use wider fonts, so a unit of width is wider than on the screen. But if texts
+// run over into neighbours, the letters of a row stand over those of the next one, and a unit is as
+// wide as in print: the width of "0" in Arial 10.
 constexpr double PixelsPerUnit = 8.215;
+constexpr double PixelsPerOverflowUnit = 1139.0 / 2048 * 10 * 96 / 72;
 constexpr double PixelsPerPoint = 96.0 / 72;
 
 QByteArray colourName(int colour) {
@@ -157,7 +160,8 @@ QByteArray HtmlTable::page() {
 void HtmlTable::appendOpening() {
     double units = 0;
     for (const Col& col : m_cols) units += col.width;
-    const int width = int(std::lround(units * PixelsPerUnit));
+    const double unit = m_grid.AllowCellOverflow() ? PixelsPerOverflowUnit : PixelsPerUnit;
+    const int width = int(std::lround(units * unit));
     m_html += "<TABLE CELLSPACING=0 CELLPADDING=0 BORDER=0 WIDTH=" + QByteArray::number(width) +
               " STYLE=\"border-collapse:collapse;color:#000000;font-family:Arial,sans-serif;"
               "font-size:10pt";

@@ -143,9 +143,8 @@ void frmMDI::wireModules() {
 void frmMDI::reportFilesNotUpdated() {
     const QStringList files = filesNotUpdated();
     if (files.isEmpty()) return;
-    messageBox(QStringLiteral("These files could not be updated to this version of Lorvanite:\r") +
-                   files.join(QLatin1Char('\r')),
-               BoxIcon::Exclamation);
+    setStatusText(QStringLiteral("Not updated to this version of Lorvanite: ") +
+                  files.join(QStringLiteral(", ")));
 }
 
 // Deliberate: behaviours 1 and 2.

@@ -278,6 +278,16 @@ QList<SongChord> chordsOfLine(const QString& line) {
     return chords;
 }
 
+QList<SongChord> chordsOfRemark(const QString& remark) {
+    const QString name = remark.simplified();
+    if (isBracketChord(name)) return {{0, name, false}};
+    QList<SongChord> chords = chordsOfLine(remark);
+    if (chords.size() < 2) return {};
+    const int first = chords[0].column;
+    for (SongChord& chord : chords) chord.column -= first;
+    return chords;
+}
+
 void spreadChords(QList<SongChord>& chords, int textEnd) {
     int next = 0;
     for (SongChord& chord : chords) {

@@ -23,6 +23,9 @@ bool isBracketChord(const QString& name);
 // where the line is something else.
 QList<SongChord> chordsOfLine(const QString& line);
 
+// The chords of a remark that is nothing but chords, the first at column 0. Empty for words.
+QList<SongChord> chordsOfRemark(const QString& remark);
+
 // Moves chords off each other where no text tells their places (from column `textEnd` on), so that
 // each keeps room for its name and a blank.
 void spreadChords(QList<SongChord>& chords, int textEnd);

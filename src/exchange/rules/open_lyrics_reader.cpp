@@ -50,11 +50,14 @@ public:
     void endLine() {
         // A tab would move the chords behind it.
         const QString text = cleanLine(m_text.replace(u'\t', u' '));
+        bool hasChords = false;
+        for (const SongChord& chord : m_chords)
+            hasChords = hasChords || !chord.annotation || isBracketChord(chord.name);
         QList<SongChord> chords;
         for (const SongChord& chord : m_chords) {
-            // A comment inside of the words is one to the players at its place.
-            const bool isChord = isBracketChord(chord.name);
-            if (!chord.annotation || isChord || (!text.isEmpty() && chord.column > 0))
+            // A comment among words or chords is one to the players at its place.
+            const bool among = text.isEmpty() ? hasChords : chord.column > 0;
+            if (!chord.annotation || isBracketChord(chord.name) || among)
                 chords += {chord.column, chord.name, false};
             else
                 addCommentLine(chord.name);
@@ -70,8 +73,8 @@ public:
 private:
     // A comment before the words or without any.
     void addCommentLine(const QString& comment) {
-        const QList<SongChord> chords = chordsOfLine(comment);
-        if (chords.size() > 1)
+        const QList<SongChord> chords = chordsOfRemark(comment);
+        if (!chords.isEmpty())
             m_lines += {SongLine::Kind::Lyrics, {}, chords, m_part};
         else
             m_lines += {SongLine::Kind::Comment, comment, {}, m_part};

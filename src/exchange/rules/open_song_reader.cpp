@@ -92,8 +92,8 @@ private:
     }
 
     void comment(const QString& text) {
-        const QList<SongChord> chords = chordsOfLine(text);
-        if (chords.size() > 1)
+        const QList<SongChord> chords = chordsOfRemark(text);
+        if (!chords.isEmpty())
             m_section.lines += {0, {SongLine::Kind::Lyrics, {}, chords, {}}};
         else if (!text.trimmed().isEmpty())
             m_section.lines += {0, {SongLine::Kind::Comment, text.simplified(), {}, {}}};

@@ -12,21 +12,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// The characters 0x80 to 0x9F of Windows-1252. Undefined ones are dropped later as controls.
-constexpr std::array<char16_t, 32> Windows1252 = {
-    0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
-
-QString fromWindows1252(QByteArrayView bytes) {
-    QString text(bytes.size(), Qt::Uninitialized);
-    for (qsizetype i = 0; i < bytes.size(); ++i) {
-        const uchar byte = uchar(bytes[i]);
-        text[i] = byte >= 0x80 && byte < 0xA0 ? QChar(Windows1252[byte - 0x80]) : QChar(byte);
-    }
-    return text;
-}
-
 bool decodeAs(QStringConverter::Encoding encoding, QByteArrayView bytes, QString& text) {
     QStringDecoder decoder(encoding, QStringConverter::Flag::Stateless);
     text = decoder.decode(bytes);
@@ -43,7 +28,7 @@ QString decodedByLines(QByteArrayView bytes) {
         if (end < bytes.size()) ++end;
         const QByteArrayView line = bytes.sliced(start, end - start);
         QString decoded;
-        text += decodeAs(QStringConverter::Utf8, line, decoded) ? decoded : fromWindows1252(line);
+        text += decodeAs(QStringConverter::Utf8, line, decoded) ? decoded : fromCodePage1252(line);
         start = end;
     }
     return text;
@@ -96,7 +81,7 @@ bool looksLikeUtf16(const QByteArray& bytes, QStringConverter::Encoding& encodin
 void mendC1Controls(QString& text) {
     for (QChar& c : text)
         if (c.unicode() >= 0x80 && c.unicode() < 0xA0)
-            c = QChar(Windows1252[size_t(c.unicode() - 0x80)]);
+            c = fromCodePage1252(QByteArray(1, char(c.unicode()))).front();
 }
 
 QString decoded(const QByteArray& bytes, const QByteArray& claimed) {
@@ -132,7 +117,7 @@ QString decodedPiece(const QByteArray& bytes, const QByteArray& charset) {
     QString text;
     const QByteArray name = charset.trimmed().toLower();
     if (isWindows1252(name) && !decodeAs(QStringConverter::Utf8, bytes, text))
-        text = fromWindows1252(bytes);
+        text = fromCodePage1252(bytes);
     else if (name.isEmpty() || name.startsWith("utf-8") || isWindows1252(name) ||
              !decodeByName(name, bytes, text))
         text = decodedByLines(bytes);

@@ -82,8 +82,8 @@ void SongBuilder::addLine(QString text, QList<SongChord> chords, const QString& 
 
 void SongBuilder::addComment(const QString& text) {
     const QString line = cleanLine(text);
-    const QList<SongChord> chords = chordsOfLine(line);
-    if (chords.size() > 1) return addLine({}, chords);
+    const QList<SongChord> chords = chordsOfRemark(line);
+    if (!chords.isEmpty()) return addLine({}, chords);
     if (!line.trimmed().isEmpty())
         verse().lines += {SongLine::Kind::Comment, line.simplified(), {}, {}};
 }

@@ -53,11 +53,17 @@ public:
     }
 
 private:
+    static bool isWebPage(const QString& name) {
+        return name.endsWith(QLatin1String(".htm"), Qt::CaseInsensitive) ||
+               name.endsWith(QLatin1String(".html"), Qt::CaseInsensitive);
+    }
+
     QString withEnding(const QString& name) const {
         if (name.isEmpty() || patterns.isEmpty() || QDir::match(patterns, fileNameOf(name)) ||
             QFileInfo(directory(), name).isDir())
             return name;
         const QString ending = patterns.first().mid(1);
+        if (isWebPage(ending) && isWebPage(name)) return name;
         return ending.startsWith(QLatin1Char('.')) && !ending.contains(QLatin1Char('*'))
                    ? name + ending
                    : name;

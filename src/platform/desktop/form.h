@@ -53,9 +53,10 @@ protected:
     // Sets the size of the design, in pixels. To be called at the end of the constructor.
     void setDesignSize(const QSize& size) { m_designSize = size; }
 
+    QMdiSubWindow* frame();
+
 private:
     friend class FormFrame;
-    QMdiSubWindow* frame();
     void keepInside();
 
     QMdiSubWindow* m_frame = nullptr;
@@ -68,7 +69,11 @@ class Form : public FormBase {
 public:
     // The current instance; created if there is none.
     static T& instance() {
-        if (!s_instance) s_instance = new T;
+        if (!s_instance) {
+            s_instance = new T;
+            // The main window unloads what has a frame, also what was never shown.
+            s_instance->frame();
+        }
         return *s_instance;
     }
 

@@ -98,6 +98,10 @@ void SheetView::setReadOnly(bool on) {
 
 bool SheetView::isReadOnly() const { return m->model.isReadOnly(); }
 
+void SheetView::setLocked(std::function<bool(int col, int row)> isLocked) {
+    m->model.setLocked(std::move(isLocked));
+}
+
 void SheetView::setFillColumn(int col) {
     m->fillCol = col;
     becameDirty();
@@ -113,15 +117,25 @@ void SheetView::setWrapColumn(int col) {
 
 void SheetView::setClicksBelowRows(bool on) { m->clicksBelow = on; }
 
-void SheetView::setColumnZoom(double factor) {
-    m->zoom = factor;
+void SheetView::setColumnZoom(int col, double factor) {
+    if (col == -1) {
+        m->zoom = factor;
+        m->colZooms.clear();
+    } else {
+        m->colZooms[col] = factor;
+    }
     m->layoutWanted = true;
     becameDirty();
 }
 
-int SheetView::columnPixels(int col) const {
-    return pixelsOfUnits(widthOf(ActiveSheet(), col) * m->zoom);
+double SheetView::zoomOf(int col) const {
+    const auto own = m->colZooms.find(col);
+    return own == m->colZooms.end() ? m->zoom : own->second;
 }
+
+double SheetView::unitsOf(int col) const { return widthOf(ActiveSheet(), col) * zoomOf(col); }
+
+int SheetView::columnPixels(int col) const { return pixelsOfUnits(unitsOf(col)); }
 
 // --- Following the grid ------------------------------------------------------------------------
 
@@ -256,17 +270,16 @@ void SheetView::applyWrap(int firstRow, int lastRow) {
 // Gives every column its share of the view's width, but not less than its own width.
 void SheetView::shareWidth() {
     const QScopedValueRollback applying(m->applying, true);
-    const int sheet = ActiveSheet();
     double units = 0;
     for (int col = 1; col <= m->model.columnCount(); ++col)
-        if (!isColumnHidden(col - 1)) units += widthOf(sheet, col);
+        if (!isColumnHidden(col - 1)) units += unitsOf(col);
     if (units <= 0) return;
-    const double unit = std::max(viewport()->width() / units, pixelsPerUnit() * m->zoom);
+    const double unit = std::max(viewport()->width() / units, pixelsPerUnit());
     double right = 0;
     for (int col = 1; col <= m->model.columnCount(); ++col) {
         if (isColumnHidden(col - 1)) continue;
         const double left = right;
-        right += widthOf(sheet, col) * unit;
+        right += unitsOf(col) * unit;
         const int width = std::max(int(right) - int(left), SmallestSection);
         if (m->cols->sectionSize(col - 1) != width) m->cols->resizeSection(col - 1, width);
     }
@@ -320,9 +333,9 @@ void SheetView::colDragged(int col, int width) {
         m->fillCol = 0;
         for (int other = 1; other <= m->model.columnCount(); ++other)
             if (!isColumnHidden(other - 1))
-                ColWidth(other, m->cols->sectionSize(other - 1) / pixelsPerUnit() / m->zoom);
+                ColWidth(other, m->cols->sectionSize(other - 1) / pixelsPerUnit() / zoomOf(other));
     }
-    ColWidth(col, width / pixelsPerUnit() / m->zoom);
+    ColWidth(col, width / pixelsPerUnit() / zoomOf(col));
     if (shown) {
         // The screen shows this change already.
         takeDirt();

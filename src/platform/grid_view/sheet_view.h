@@ -5,6 +5,7 @@
 
 #include <QTableView>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -30,6 +31,10 @@ public:
     void setReadOnly(bool on);
     bool isReadOnly() const;
 
+    // Sets which cells of a grid the user cannot edit, such as labels. What the program writes is
+    // not affected.
+    void setLocked(std::function<bool(int col, int row)> isLocked);
+
     // Whether a click below the last row raises Click as well, with the row MaxRows + 1; initially
     // false.
     void setClicksBelowRows(bool on);
@@ -46,9 +51,9 @@ public:
     // change.
     void setWrapColumn(int col);
 
-    // Sets the factor between the columns' widths on the screen and ColWidth, for texts in the
-    // desktop's font; initially 1.
-    void setColumnZoom(double factor);
+    // Sets the factor between a column's width on the screen and ColWidth, for texts in the
+    // desktop's font; initially 1. -1 sets it for all columns.
+    void setColumnZoom(int col, double factor);
 
     // Shows pending changes now.
     void flush();
@@ -117,6 +122,8 @@ private:
     void applyFill();
     void shareWidth();
     void applyWrap(int firstRow, int lastRow);
+    double zoomOf(int col) const;
+    double unitsOf(int col) const;
     int columnPixels(int col) const;
     void settleScrollBars();
     void applyTabs();

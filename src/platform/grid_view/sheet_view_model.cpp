@@ -65,7 +65,7 @@ QVariant SheetModel::headerData(int section, Qt::Orientation orientation, int ro
 Qt::ItemFlags SheetModel::flags(const QModelIndex& index) const {
     if (!index.isValid()) return Qt::NoItemFlags;
     const Qt::ItemFlags plain = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
-    if (m_readOnly) return plain;
+    if (m_readOnly || isLocked(index.column() + 1, index.row() + 1)) return plain;
     const CellFormat format =
         m_grid.formatAt(m_grid.ActiveSheet(), index.column() + 1, index.row() + 1);
     return format.kind == CellKind::Picture ? plain : plain | Qt::ItemIsEditable;

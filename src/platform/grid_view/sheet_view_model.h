@@ -28,6 +28,10 @@ public:
     void setReadOnly(bool on) { m_readOnly = on; }
     bool isReadOnly() const { return m_readOnly; }
 
+    using Locked = std::function<bool(int col, int row)>;
+    void setLocked(Locked isLocked) { m_isLocked = std::move(isLocked); }
+    bool isLocked(int col, int row) const { return m_isLocked && m_isLocked(col, row); }
+
     // The index of a cell; invalid for heads and outside the model.
     QModelIndex indexOf(int col, int row) const { return index(row - 1, col - 1); }
 
@@ -41,6 +45,7 @@ public:
 private:
     const SheetGrid& m_grid;
     Entered m_entered;
+    Locked m_isLocked;
     int m_rows = 0;
     int m_cols = 0;
     bool m_readOnly = false;

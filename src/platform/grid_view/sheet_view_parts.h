@@ -12,6 +12,8 @@
 #include <QScrollBar>
 #include <QTabBar>
 
+#include <map>
+
 // A scroll bar with the height of the tabs beside it.
 class PageScrollBar : public QScrollBar {
 public:
@@ -60,14 +62,15 @@ struct SheetView::Parts {
     int fillCol = 0;
     int wrapCol = 0;
     double zoom = 1;
-    bool layoutWanted = true;  // the whole layout has to be redone
-    bool pending = true;       // the grid has changes that are not shown yet
-    bool applying = false;     // the view follows the grid and not the user
-    bool byUser = false;       // the grid changes because of the user's edit
-    bool undoing = false;      // the edit is an undo or redo
-    bool clicksBelow = false;  // setClicksBelowRows
-    bool committing = false;   // the text of the open editor is being taken over
-    Cell pressed;              // under the left button
+    std::map<int, double> colZooms;  // of columns with another factor
+    bool layoutWanted = true;        // the whole layout has to be redone
+    bool pending = true;             // the grid has changes that are not shown yet
+    bool applying = false;           // the view follows the grid and not the user
+    bool byUser = false;             // the grid changes because of the user's edit
+    bool undoing = false;            // the edit is an undo or redo
+    bool clicksBelow = false;        // setClicksBelowRows
+    bool committing = false;         // the text of the open editor is being taken over
+    Cell pressed;                    // under the left button
     Cell pressedHandle;
     bool pressedBelow = false;
     Cell rightPressed;

@@ -59,7 +59,9 @@ void SheetView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint 
 // --- Edits -------------------------------------------------------------------------------------
 
 void SheetView::enter(int sheet, std::vector<CellEdit> edits) {
-    std::erase_if(edits, [](const CellEdit& edit) { return edit.before == edit.after; });
+    std::erase_if(edits, [this](const CellEdit& edit) {
+        return edit.before == edit.after || m->model.isLocked(edit.col, edit.row);
+    });
     if (edits.empty()) return;
     flush();
     const auto step = std::make_shared<EditStep>(EditStep{sheet, std::move(edits)});

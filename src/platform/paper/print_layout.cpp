@@ -87,11 +87,13 @@ GridArea PrintLayout::areaToPrint(const SheetGrid& grid) const {
     const int firstRow = grid.PrintColHeaders() ? 0 : area.row;
     for (int row = firstRow; row <= area.row2; row = std::max(row + 1, area.row)) {
         for (int col = area.col2; col > used; --col) {
-            if (grid.textAt(m_sheet, col, row).isEmpty() &&
-                grid.pictureAt(m_sheet, col, row).isEmpty())
+            // Joined cells are as wide as all of them, and hold what their first one holds.
+            CellSpan cell = grid.spanAt(m_sheet, col, row);
+            if (cell.cols == 0) cell = {col, row, 1, 1};
+            if (grid.textAt(m_sheet, cell.col, cell.row).isEmpty() &&
+                grid.pictureAt(m_sheet, cell.col, cell.row).isEmpty())
                 continue;
-            const CellSpan span = grid.spanAt(m_sheet, col, row);
-            used = std::max(col, span.col + span.cols - 1);
+            used = cell.col + cell.cols - 1;
             break;
         }
     }
@@ -121,20 +123,23 @@ void PrintLayout::measure(const SheetGrid& grid, PrintFaces& faces) {
 }
 
 // The height that a cell's text needs. In print a text that is wider than its cell is wrapped, and
-// its row grows. If texts run over into neighbours only their own line ends count.
+// its row grows. If texts run over into neighbours, a single cell is wrapped at its own line ends
+// only, and joined cells and heads if the text is too wide even when condensed.
 double PrintLayout::neededHeight(const SheetGrid& grid, PrintFaces& faces, int col, int row) const {
     const QString text = withLineEnds(grid.textAt(m_sheet, col, row));
     if (text.isEmpty()) return 0;
     const bool lines = text.contains(QLatin1Char('\n'));
-    if (grid.AllowCellOverflow() && !lines) return 0;
-    double room = width(col);
+    const bool overflows = grid.AllowCellOverflow() && !lines;
     const CellSpan span = grid.spanAt(m_sheet, col, row);
+    if (overflows && span.cols == 0 && row > 0) return 0;
+    double room = width(col);
     if (span.cols > 0) {
         if (span.col != col || span.row != row || span.rows > 1) return 0;
         for (int c = col + 1; c < col + span.cols; ++c) room += width(c);
     }
     if (room <= 0) return 0;
     room -= 2 * padding(room);
+    if (overflows) room /= LeastStretch;
     CellFormat format = grid.formatAt(m_sheet, col, row);
     if (row == 0 || col == 0) format.fontBold = true;  // as heads are printed
     const PrintFace& face = faces.of(format);
@@ -171,6 +176,23 @@ void PrintLayout::fit(const SheetGrid& grid) {
     } else if (grid.PrintSmartPrint()) {
         const double fitting = m_body.width() / (total + m_headWidth);
         if (fitting < 1 && fitting >= LeastSmartScale) m_scale = fitting;
+        if (grid.AllowCellOverflow()) fitGrownRows(grid);
+    }
+}
+
+// Rows that had to grow for their texts do not push the last ones to another page.
+void PrintLayout::fitGrownRows(const SheetGrid& grid) {
+    double given = 0;
+    double grown = 0;
+    for (int row = m_area.row; row <= m_area.row2; ++row) {
+        if (!grid.isRowHidden(m_sheet, row)) given += grid.heightOf(m_sheet, row) * TwipsPerPoint;
+        grown += height(row);
+        if (row < m_area.row2 && !grid.hasPageBreak(m_sheet, row)) continue;
+        const double room = m_body.height() / m_scale - m_headHeight;
+        if (given <= room && grown > room)
+            m_scale = std::max(m_body.height() / (grown + m_headHeight), LeastSmartScale);
+        given = 0;
+        grown = 0;
     }
 }
 

@@ -13,6 +13,9 @@
 
 constexpr int TwipsPerInch = 1440;
 
+// How far a text that is too wide for its cell is condensed, if texts run over into neighbours.
+constexpr double LeastStretch = 0.6;
+
 // Lengths are in twips. Widths and heights of cells are those before scaling.
 struct PrintFace {
     QFont font;  // its pixel size is in twips
@@ -65,6 +68,7 @@ private:
     void measure(const SheetGrid& grid, PrintFaces& faces);
     double neededHeight(const SheetGrid& grid, PrintFaces& faces, int col, int row) const;
     void fit(const SheetGrid& grid);
+    void fitGrownRows(const SheetGrid& grid);
     std::vector<std::pair<int, int>> columnRuns(double room) const;
     void breakIntoPages(const SheetGrid& grid);
 

@@ -10,7 +10,6 @@
 namespace {
 
 constexpr double LineWidth = 10;
-constexpr double LeastStretch = 0.6;  // of a text that is too wide for its cell
 const QColor GridLine(0xB8, 0xB2, 0xA4);
 const QColor HeadGround(0xEE, 0xE8, 0xD8);
 
@@ -231,16 +230,17 @@ void SheetDrawing::drawText(int col, int row, const CellFormat& format, const QR
     int flags = format.hAlign == HAlign::Left    ? Qt::AlignLeft
                 : format.hAlign == HAlign::Right ? Qt::AlignRight
                                                  : Qt::AlignHCenter;
-    double stretch = 1;
-    if (lines || (wanted > rect.width() && !m_grid.AllowCellOverflow())) {
-        flags |= face.wrapFlags(text, rect.width()) | Qt::AlignTop;
+    const bool overflows = m_grid.AllowCellOverflow() && !lines;
+    if (overflows && single && wanted > rect.width())
+        rect = overflowRect(col, row, format.hAlign, wanted, rect);
+    // A text is set narrower before it is cut between filled neighbours, or breaks into lines.
+    const double fitting = wanted > 0 ? rect.width() / wanted : 1;
+    const double stretch = overflows ? std::clamp(fitting, LeastStretch, 1.0) : 1;
+    if (lines || (fitting < stretch && !(overflows && single))) {
+        flags |= face.wrapFlags(text, rect.width() / stretch) | Qt::AlignTop;
         rect.adjust(0, LineWidth, 0, 0);
     } else {
         flags |= Qt::TextSingleLine | Qt::AlignVCenter;
-        if (wanted > rect.width() && single)
-            rect = overflowRect(col, row, format.hAlign, wanted, rect);
-        // A text between filled neighbours is condensed before it is cut off.
-        if (wanted > rect.width()) stretch = std::max(rect.width() / wanted, LeastStretch);
     }
     const bool coloured = m_grid.PrintColor() && format.hasForeColor;
     m_painter.save();

@@ -78,11 +78,10 @@ QPrinterInfo printerOfTheDesktop() {
 QString pdfPath(const QString& job) {
     const QString folder = programFolder() + QStringLiteral("/printed");
     std::ignore = QDir().mkpath(folder);  // if it fails, writing the file reports it
-    QString name = job;
-    for (QChar& c : name)
-        if (QStringLiteral("/\\:*?\"<>|").contains(c) || !c.isPrint()) c = QLatin1Char('_');
+    const QString name = safeFileName(job);
     const QString stem =
-        folder + QLatin1Char('/') + name + QLatin1Char(' ') +
+        folder + QLatin1Char('/') + (name.isEmpty() ? QStringLiteral("Lorvanite") : name) +
+        QLatin1Char(' ') +
         QDateTime(today(), QTime::currentTime()).toString(QStringLiteral("yyyy-MM-dd hh.mm.ss"));
     QString path = stem + QStringLiteral(".pdf");
     for (int n = 2; QFile::exists(path); ++n) path = stem + QStringLiteral(" (%1).pdf").arg(n);
@@ -124,8 +123,8 @@ void PrintSheet(const SheetGrid& grid, int) {
             setStatusText(QStringLiteral("Sent to the printer ") + printer.printerName());
         } else {
             messageBox(QStringLiteral("The printer ") + printer.printerName() +
-                           QStringLiteral(" did not accept the pages. Please check that it is "
-                                          "switched on, and print again."),
+                           QStringLiteral(" did not take the pages. Please look whether it "
+                                          "is switched on and print again."),
                        BoxIcon::Exclamation);
         }
         return;

@@ -1,5 +1,7 @@
 #include "platform/paper/rtf_writer.h"
 
+#include "core/data/texts.h"
+
 #include <QFont>
 #include <QStringList>
 #include <QTextBlock>
@@ -28,8 +30,10 @@ QByteArray sign(QChar c) {
     }
     if (c.unicode() < ' ' || c == QChar::ObjectReplacementCharacter) return {};
     if (c.unicode() < 0x7f) return QByteArray(1, c.toLatin1());
-    // Code units are signed in RTF. "?" is what a reader without Unicode shows.
-    return "\\u" + QByteArray::number(qint16(c.unicode())) + '?';
+    if (const uchar byte = toCodePage1252(c)) return "\\'" + QByteArray(1, char(byte)).toHex();
+    // Code units are signed in RTF. "?" is what a reader without Unicode shows. It is written as a
+    // byte: behind a plain one, some readers lose the next letter.
+    return "\\u" + QByteArray::number(qint16(c.unicode())) + "\\'3f";
 }
 
 QByteArray escaped(const QString& text) {

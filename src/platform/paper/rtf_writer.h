@@ -6,6 +6,6 @@
 class QTextDocument;
 
 // A document as an RTF file: its paragraphs with their alignment, and their text with font, size,
-// bold and italic. Characters outside ASCII are written as UTF-16 code units. Pictures are left
-// out; the texts of tables become paragraphs.
+// bold and italic. The file is ASCII: characters of code page 1252 are written as its bytes, all
+// others as UTF-16 code units. Pictures are left out; the texts of tables become paragraphs.
 QByteArray rtfOf(const QTextDocument& document);

@@ -1,6 +1,7 @@
 #include "sets/rules/set_grid.h"
 
 #include "core/data/database.h"
+#include "core/data/paths.h"
 #include "core/grid/sheet_grid_dates.h"
 
 #include <tuple>
@@ -10,7 +11,18 @@ namespace {
 constexpr int NewSetRows = 25;
 constexpr int ClearedSetRows = 50;
 
+const QString DateLabel = QStringLiteral("Set List For:");
+
 QString defaultDesign() { return preference(QStringLiteral("DefaultSetList")); }
+
+// Whether a row has a text or a colour.
+bool isRowInUse(const SheetGrid& set, int row) {
+    for (int col : {SetColumn::Label, SetColumn::Title})
+        if (!set.GetText(col, row).isEmpty() ||
+            set.formatAt(set.Sheet(), col, row).backColor != White)
+            return true;
+    return false;
+}
 
 }  // namespace
 
@@ -20,8 +32,12 @@ void setUpSet(SheetGrid& set) {
     set.RowHeadersShow(false);
     set.SetText(SetColumn::Label, 0, QStringLiteral("Service"));
     set.SetText(SetColumn::Title, 0, QStringLiteral("Song"));
-    set.SetText(SetColumn::Label, SetRow::Date, QStringLiteral("Set List For:"));
+    set.SetText(SetColumn::Label, SetRow::Date, DateLabel);
     setUpDateCell(set);
+}
+
+bool isDateLabel(const SheetGrid& set, int col, int row) {
+    return col == SetColumn::Label && row == SetRow::Date && set.GetText(col, row) == DateLabel;
 }
 
 void setUpDateCell(SheetGrid& set) { setUpDateCells(set, SetColumn::Title, SetRow::Date); }
@@ -69,10 +85,18 @@ void writeSong(SheetGrid& set, int row, const QString& title, int songID) {
 }
 
 void deleteText(SheetGrid& set, int col, int row) {
+    if (row < 1) return;
     set.Col(col);
     set.Row(row);
     if (set.BackColor() != White) set.BackColor(White);
     set.Text(QString());
+}
+
+void addRow(SheetGrid& set, int row) {
+    const int last = set.MaxRows();
+    if (row < 1 || row > last) return;
+    if (isRowInUse(set, last)) set.MaxRows(last + 1);
+    set.InsertRows(row, 1);
 }
 
 // Deliberate: behaviour 63.
@@ -125,7 +149,9 @@ QStringList highlightedTitles(const SheetGrid& set) {
 
 QString defaultSetName(const QString& date) {
     const QString name = QStringLiteral("Set For %1_%2_%3");
-    if (date.size() == 8) return name.arg(date.mid(0, 2), date.mid(3, 2), date.mid(6, 2));
-    if (date.size() == 7) return name.arg(date.mid(0, 1), date.mid(2, 2), date.mid(5, 2));
+    if (date.size() == 8)
+        return safeFileName(name.arg(date.mid(0, 2), date.mid(3, 2), date.mid(6, 2)));
+    if (date.size() == 7)
+        return safeFileName(name.arg(date.mid(0, 1), date.mid(2, 2), date.mid(5, 2)));
     return {};
 }

@@ -22,6 +22,9 @@ constexpr int SheetMusicGreen = RGB(180, 255, 180);
 // Gives a grid the shape of an empty set: 2 columns, 25 rows, heads, label and date cell.
 void setUpSet(SheetGrid& set);
 
+// Whether a cell is the label of the date. A design may have another text there.
+bool isDateLabel(const SheetGrid& set, int col, int row);
+
 // Makes the cell of the date a date cell.
 void setUpDateCell(SheetGrid& set);
 
@@ -44,8 +47,12 @@ QString personnelOn(const QString& date);
 // RunTimeError::NoCurrentRecord if there is no song of that ID; the title is written.
 void writeSong(SheetGrid& set, int row, const QString& title, int songID);
 
-// Empties a cell and makes it white.
+// Empties a cell and makes it white. Column heads stay.
 void deleteText(SheetGrid& set, int col, int row);
+
+// Inserts an empty row above a row. The set gets another row if its last one is in use, so that
+// nothing is lost.
+void addRow(SheetGrid& set, int row);
 
 // Empties all rows below the date.
 void clearDesign(SheetGrid& set);

@@ -2,6 +2,7 @@
 
 #include "core/data/database.h"
 #include "core/data/dates.h"
+#include "core/data/paths.h"
 #include "core/data/run_time_error.h"
 #include "core/grid/sheet_grid.h"
 #include "team/rules/schedule_grid.h"
@@ -45,5 +46,5 @@ QString proposedScheduleName(const SheetGrid& schedule) {
     const qsizetype slash = title.indexOf(QLatin1Char('/'));
     // Deliberate: behaviour 102.
     if (slash < 2) throw RunTimeError(RunTimeError::InvalidCall);
-    return title.mid(slash - 2).replace(QLatin1Char('/'), QLatin1Char('_'));
+    return safeFileName(title.mid(slash - 2));
 }

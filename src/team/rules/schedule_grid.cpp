@@ -11,6 +11,8 @@ constexpr int TitleRows = ScheduleRow::FirstHead;
 // The background of the head rows, the only colour of a schedule.
 constexpr int HeadColour = RGB(238, 232, 216);
 
+const QString DateHead = QStringLiteral("Date");
+
 void setWidths(SheetGrid& schedule, double notes, double songs, double team) {
     schedule.ColWidth(ScheduleColumn::Date, 8.0);
     schedule.ColWidth(ScheduleColumn::Notes, notes);
@@ -19,7 +21,7 @@ void setWidths(SheetGrid& schedule, double notes, double songs, double team) {
 }
 
 void writeHeadTexts(SheetGrid& schedule, int row, const QString& teamHead) {
-    schedule.SetText(ScheduleColumn::Date, row, QStringLiteral("Date"));
+    schedule.SetText(ScheduleColumn::Date, row, DateHead);
     schedule.SetText(ScheduleColumn::Notes, row, QStringLiteral("Rehearsal Notes"));
     schedule.SetText(ScheduleColumn::Songs, row, QStringLiteral("Set List"));
     schedule.SetText(ScheduleColumn::Team, row, teamHead);
@@ -67,6 +69,10 @@ void writeHead(SheetGrid& schedule, int row, const QString& teamHead) {
     schedule.FontBold(true);
     schedule.BackColor(HeadColour);
     schedule.BlockMode(false);
+}
+
+bool isHeadRow(const SheetGrid& schedule, int row) {
+    return schedule.GetText(ScheduleColumn::Date, row) == DateHead;
 }
 
 void clearSchedule(SheetGrid& schedule) {

@@ -49,5 +49,8 @@ void setPastScheduleWidths(SheetGrid& schedule);
 // Makes a row a head row: writes the four heads, bold, with the background of a head row.
 void writeHead(SheetGrid& schedule, int row, const QString& teamHead);
 
+// Whether a row is the head row of a week.
+bool isHeadRow(const SheetGrid& schedule, int row);
+
 // Empties all cells, and removes the three rows of the title if there is one. Formats stay.
 void clearSchedule(SheetGrid& schedule);

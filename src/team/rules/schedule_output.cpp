@@ -1,5 +1,6 @@
 #include "team/rules/schedule_output.h"
 
+#include "core/data/paths.h"
 #include "core/grid/sheet_grid.h"
 #include "team/rules/schedule_grid.h"
 
@@ -67,6 +68,7 @@ QString proposedExportName(const SheetGrid& schedule) {
     QString name = schedule.GetText(1, ScheduleRow::Title);
     name.replace(QLatin1Char('/'), QLatin1Char('_'));
     name.remove(QLatin1Char(':')).remove(QLatin1Char(' '));
+    name = safeFileName(name);
     if (name.isEmpty()) name = QStringLiteral("Schedule");
     return name + QStringLiteral(".html");
 }

@@ -102,6 +102,7 @@ bool rewriteDate(SheetGrid& schedule, int row) {
 }
 
 void deleteEntry(SheetGrid& schedule, int col, int row) {
+    if (row < 1) return;
     schedule.SetText(col, row, QString());
     if (col != ScheduleColumn::Team) return;
     const int last = lastRowOfBlock(schedule, row);
@@ -126,7 +127,7 @@ void insertPlayer(SheetGrid& schedule, int row) {
 }
 
 bool insertWeek(SheetGrid& schedule, int row) {
-    if (schedule.GetText(ScheduleColumn::Date, row) != QLatin1String("Date")) return false;
+    if (!isHeadRow(schedule, row)) return false;
     // Neither the title nor any date is changed.
     // Deliberate: behaviour 93.
     schedule.InsertRows(row, WeekRows);

@@ -15,7 +15,8 @@ void makeSchedule(SheetGrid& schedule, SheetGrid& offers, const QString& start,
 // Rewrites the date of a row as "mm/dd/yy". Returns false, and leaves the text, if it is no date.
 bool rewriteDate(SheetGrid& schedule, int row);
 
-// Empties a cell. In column 4 of a week with a "Personell" head, moves the cells below up.
+// Empties a cell that is no column head. In column 4 of a week with a "Personell" head, moves the
+// cells below up.
 void deleteEntry(SheetGrid& schedule, int col, int row);
 
 // Empties a cell of column 4 in a week with a "Personell" head by moving its text and those below

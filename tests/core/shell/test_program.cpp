@@ -198,10 +198,25 @@ private Q_SLOTS:
         program.start(executable, {QStringLiteral("--run-and-close"), QString(), "nothing"});
         QVERIFY(program.waitForFinished(120000));
         QCOMPARE(program.exitCode(), 0);
-        QCOMPARE(QString::fromUtf8(program.readAllStandardOutput()),
-                 QStringLiteral("These files could not be updated to this version of "
-                                "Lorvanite:\n%1\nended\n")
-                     .arg(guide));
+        QCOMPARE(
+            QString::fromUtf8(program.readAllStandardOutput()),
+            QStringLiteral("Not updated to this version of Lorvanite: %1\nended\n").arg(guide));
+    }
+
+    void helpAndVersionAnswerWithoutADisplay() {
+        for (const auto& [option, answer] :
+             {std::pair{"--help", "Usage: lorvanite"}, std::pair{"--version", "Lorvanite "}}) {
+            QProcess program;
+            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+            environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("none such"));
+            program.setProcessEnvironment(environment);
+            program.start(QStringLiteral(PROGRAM_TREE "/lorvanite"), {QString::fromLatin1(option)});
+            QVERIFY(program.waitForFinished(60000));
+            QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+            QCOMPARE(program.exitCode(), 0);
+            QVERIFY(program.readAllStandardOutput().startsWith(answer));
+            QCOMPARE(program.readAllStandardError(), QByteArray());
+        }
     }
 };
 

@@ -71,8 +71,8 @@ const QWidget* panelOf(const QWidget* widget) {
     return nullptr;
 }
 
-// What stands in a panel's head comes last: the cross, so that the fields are first, and the tick
-// behind the list that it confirms.
+// Controls in the head of a panel come last: the close button, so that the fields are first, and
+// the tick after the list that it confirms.
 bool isInHead(const QWidget* widget) {
     static const QStringList names{"Command4", "Command17", "cmdCloseNote", "cmdCloseAssign",
                                    "cmdSaveAssigned"};
@@ -233,7 +233,7 @@ private Q_SLOTS:
         QVERIFY(searched >= 5);
     }
 
-    void noMnemonicStandsTwice() {
+    void noMnemonicIsUsedTwice() {
         inEveryWindow([](QWidget* window) {
             QStringList found;
             std::map<QString, QString> taken;
@@ -295,12 +295,12 @@ private:
         return {};
     }
 
-    // What does not do as a spreadsheet's keys do.
+    // The keys that do not act as in a spreadsheet.
     static QStringList faultsOfKeys(SheetView& grid, const QPoint& cell) {
         QStringList found;
         const QString before = grid.GetText(cell.x(), cell.y());
-        const auto press = [](Qt::Key key, Qt::KeyboardModifiers keys = {}) {
-            QTest::keyClick(QApplication::focusWidget(), key, keys);
+        const auto press = [](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+            QTest::keyClick(QApplication::focusWidget(), key, modifiers);
         };
         const auto expect = [&](const QString& text, const QString& step) {
             const QString now = grid.GetText(cell.x(), cell.y());
@@ -311,8 +311,13 @@ private:
         grid.SetActiveCell(cell.x(), cell.y());
         grid.flush();
         // A text that is a date too: some grids ask for one.
-        const QString typed = QStringLiteral("11/08/26");
-        for (const QChar c : typed)
+        const QString keys = QStringLiteral("11/08/26");
+        // Deliberate: behaviour 16.
+        const bool replaces =
+            grid.EditModeReplace() ||
+            grid.formatAt(grid.ActiveSheet(), cell.x(), cell.y()).kind == CellKind::Date;
+        const QString typed = replaces ? keys : before + keys;
+        for (const QChar c : keys)
             QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key_unknown,
                                 QString(c), {});
         press(Qt::Key_Return);

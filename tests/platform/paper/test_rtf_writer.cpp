@@ -1,8 +1,11 @@
 // Rich text as RTF: what another program reads in it is what the document holds.
+#include "core/data/paths.h"
 #include "platform/paper/rtf_writer.h"
 #include "support/registry.h"
 #include "support/rtf_reader.h"
 
+#include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -17,6 +20,13 @@ class TestRtfWriter : public QObject {
         format.setFontPointSize(points);
         format.setFontWeight(bold ? QFont::Bold : QFont::Normal);
         return format;
+    }
+
+    static QString output(const QString& program, const QStringList& arguments) {
+        QProcess process;
+        process.start(program, arguments);
+        process.waitForFinished();
+        return QString::fromUtf8(process.readAllStandardOutput());
     }
 
 private Q_SLOTS:
@@ -43,6 +53,28 @@ private Q_SLOTS:
         const QByteArray rtf = rtfOf(document);
         QCOMPARE(rtfLines(rtf), QStringList{text});
         QVERIFY(std::all_of(rtf.begin(), rtf.end(), [](char c) { return uchar(c) < 0x7f; }));
+    }
+
+    void otherProgramsReadEveryText_data() {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("umlauts") << QString::fromUtf8("Großer Gott, wir loben dich, ÄÖÜäöü");
+        QTest::newRow("letters behind") << QString::fromUtf8("Grüße, Café, ça va, señor, ¿1?");
+        QTest::newRow("Windows-1252") << QString::fromUtf8("„Heilig“ – ‚ja‘ … 5 € Œuvre Žal");
+        QTest::newRow("beyond it") << QString::fromUtf8("Bůh je láska, Łaska, Слава Богу 1 주일");
+    }
+    void otherProgramsReadEveryText() {
+        QFETCH(QString, text);
+        QTextDocument document;
+        QTextCursor(&document).insertText(text + "\nend");
+        const QTemporaryDir folder;
+        const QString path = folder.filePath("sheet.rtf");
+        QVERIFY(replaceFile(path, rtfOf(document)));
+        const QString byPandoc =
+            output("pandoc", {"--from=rtf", "--to=plain", "--wrap=none", path});
+        QVERIFY2(byPandoc.simplified() == text + " end", qPrintable(byPandoc));
+        QTextDocument page;
+        page.setHtml(output("unrtf", {"--html", path}));
+        QVERIFY2(page.toPlainText().simplified() == text + " end", qPrintable(page.toPlainText()));
     }
 
     void paragraphsKeepTheirAlignment() {

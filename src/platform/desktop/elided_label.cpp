@@ -1,0 +1,46 @@
+#include "platform/desktop/elided_label.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QToolTip>
+
+ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+void ElidedLabel::setElideMode(Qt::TextElideMode mode) {
+    m_mode = mode;
+    update();
+}
+
+QString ElidedLabel::line() const {
+    QString text = this->text();
+    for (QChar& c : text)
+        if (c == QLatin1Char('\n') || c == QLatin1Char('\r') || c == QLatin1Char('\t'))
+            c = QLatin1Char(' ');
+    return text;
+}
+
+QString ElidedLabel::shownText() const {
+    return fontMetrics().elidedText(line(), m_mode, contentsRect().width());
+}
+
+bool ElidedLabel::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return QLabel::event(event);
+    const QString whole = line();
+    // Marked up, so that it is broken into lines and its own markup is not read.
+    QToolTip::showText(
+        static_cast<QHelpEvent*>(event)->globalPos(),
+        shownText() == whole ? QString() : QStringLiteral("<qt>%1</qt>").arg(whole.toHtmlEscaped()),
+        this);
+    return true;
+}
+
+void ElidedLabel::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    drawFrame(&painter);
+    style()->drawItemText(&painter, contentsRect(), int(alignment()) | Qt::TextSingleLine,
+                          palette(), isEnabled(), shownText(), foregroundRole());
+}
