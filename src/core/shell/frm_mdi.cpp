@@ -37,10 +37,8 @@ constexpr int UtilitiesLeft = 11505;  // twips
 constexpr int AboutMargin = 150;      // twips
 constexpr int FrameWidth = 8;         // of the main window, about, in pixels
 
-// The widths of a button of the bar in pixels: the usual one, the one that still holds its caption,
-// and that of an icon.
+// The width of a button of the bar in pixels, as a rule and without its caption.
 constexpr int UsualButton = 92;
-constexpr int CaptionButton = 78;
 constexpr int IconButton = 48;
 
 // Opens a module: shows it and then moves it to its place.
@@ -220,17 +218,23 @@ void frmMDI::fitButtons() {
                                     cmdSheetMusic, cmdEmail,    cmdScheduling, Command1,
                                     Command10,     cmdAbout};
     const int count = int(std::size(buttons));
-    const QMargins margins = barLayout->contentsMargins();
-    const int others =
-        margins.left() + barLayout->spacing() * count + Command11->width() + px(AboutMargin);
-    int wide = std::min((width() - others) / count, UsualButton);
-    const bool captions = wide >= CaptionButton;
-    if (!captions) wide = IconButton;
+    const int room = width() - barLayout->contentsMargins().left() - barLayout->spacing() * count -
+                     Command11->width() - px(AboutMargin);
+    int needed = 0;  // by the captions
+    int usual = 0;
     for (QToolButton* button : buttons) {
-        button->setToolButtonStyle(captions ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
-        button->setFixedWidth(wide);
+        button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+        needed += button->sizeHint().width();
+        usual += std::max(button->sizeHint().width(), UsualButton);
     }
-    cmdAbout->resize(wide, cmdAbout->height());
+    const int more = room >= usual ? UsualButton : (room - needed) / count;
+    for (QToolButton* button : buttons) {
+        const int least = button->sizeHint().width();
+        if (room < needed) button->setToolButtonStyle(Qt::ToolButtonIconOnly);
+        button->setFixedWidth(room < needed ? IconButton
+                                            : std::min(std::max(least, UsualButton), least + more));
+    }
+    cmdAbout->resize(cmdAbout->maximumWidth(), cmdAbout->height());
 }
 
 void frmMDI::resizeEvent(QResizeEvent* event) {
