@@ -15,7 +15,7 @@ void raiseFor(const QString& file, QFrame* frmAssign, Ui::AssignPanel& panel) {
     panel.fpAttach->Col(AttachColumn::ID);
     panel.fpAttach->ColHidden(true);
     panel.lblAssign->setText(songLocation(file));
-    panel.lblAssign->setToolTip(file);
+    panel.lblAssign->setToolTip(Qt::convertFromPlainText(file));
     raisePanel(frmAssign);
 }
 

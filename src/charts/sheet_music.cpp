@@ -131,6 +131,7 @@ void SheetMusic::fpSong_RightClick(int, int col, int row, int x, int y) {
 }
 
 void SheetMusic::mnuSubMove_Click() {
+    if (fpSong->ActiveCol() < 1 || fpSong->ActiveRow() < 1) return;
     fpSong->Col(fpSong->ActiveCol());
     fpSong->Row(fpSong->ActiveRow());
     pendingChord = fpSong->Text();

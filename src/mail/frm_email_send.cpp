@@ -5,21 +5,10 @@
 #include "mail/rules/typed_text.h"
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
+#include "platform/desktop/raw_text.h"
 
 #include <QMainWindow>
 #include <QScrollBar>
-#include <QTextDocument>
-
-namespace {
-
-// The text of a box as it is; toPlainText would replace non-breaking spaces.
-QString textOf(const QTextEdit& box) {
-    QString text = box.document()->toRawText();
-    text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
-    return text.replace(QChar::LineSeparator, QLatin1Char('\n'));
-}
-
-}  // namespace
 
 void frmEmail::loadSettings() {
     txtServer->setText(poSendMail.SMTPHost);
@@ -85,7 +74,7 @@ void frmEmail::sendMail() {
         return;
     }
     txtTemp->clear();
-    const QString message = textOf(*txtMsg);
+    const QString message = rawTextOf(*txtMsg->document());
     if (!message.contains(QLatin1String("<HTML>"))) {
         txtTemp->setPlainText(message);
         // Deliberate: behaviour 163.
@@ -112,8 +101,8 @@ void frmEmail::sendMail() {
     txtServer->setText(poSendMail.SMTPHost);
     setMousePointer(MousePointer::Arrow);
     // A text that was typed or handed over during the send is kept.
-    if (!txtTemp->document()->isEmpty() && textOf(*txtMsg) == poSendMail.Message)
-        txtMsg->setPlainText(textOf(*txtTemp));
+    if (!txtTemp->document()->isEmpty() && rawTextOf(*txtMsg->document()) == poSendMail.Message)
+        txtMsg->setPlainText(rawTextOf(*txtTemp->document()));
     cmdSend->setEnabled(true);
 }
 
@@ -128,7 +117,7 @@ void frmEmail::fillLibrary(const MailingList& list) {
     poSendMail.RecipientDisplayName = list.names;
     poSendMail.ReplyToAddress = txtFrom->text();
     poSendMail.Subject = txtSubject->text();
-    poSendMail.Message = textOf(*txtMsg);
+    poSendMail.Message = rawTextOf(*txtMsg->document());
     poSendMail.Attachment = txtAttach->text().trimmed();
     const QString typed = textOf(*txtTemp);
     poSendMail.TypedText = isTypedText(typed) ? typed : QString();

@@ -4,6 +4,7 @@
 #include "core/grid/sheet_grid_dates.h"
 #include "maintenance/rules/notes.h"
 #include "platform/desktop/message_box.h"
+#include "platform/desktop/raw_text.h"
 
 frmNotes::frmNotes() {
     setupUi(this);
@@ -72,7 +73,7 @@ void frmNotes::fpNotes_Click(int col, int row) {
 }
 
 void frmNotes::cmdAdd_Click() {
-    const QString note = txtNote->toPlainText();
+    const QString note = rawTextOf(*txtNote->document());
     QString until;
     if (chkNotify->isChecked() &&
         !fpNotifyUntil->GetText(NotifyUntilCell::Column, NotifyUntilCell::Row, until)) {

@@ -46,6 +46,7 @@ void frmCCLI::setUpGrids() {
         list->setReadOnly(true);
         list->setFillColumn(SheetView::AllColumns);
     }
+    fpSelectSong->setClicksBelowRows(true);
     fpSelectSong->SetText(NumberedSongColumn::Title, 0, QStringLiteral("Song Title"));
     fpSelectSong->SetText(NumberedSongColumn::Number, 0, QStringLiteral("CCLI #"));
     fpSelectSong->ColWidth(NumberedSongColumn::ID, 2.75);

@@ -22,7 +22,6 @@ frmHistory::frmHistory() {
     setUpList();
     onEvent(this, cmdLoadYear, &QPushButton::clicked, &frmHistory::cmdLoadYear_Click);
     onEvent(this, fpH, &SheetView::Click, &frmHistory::fpH_Click);
-    onEvent(this, fpH, &SheetView::MouseUp, &frmHistory::fpH_MouseUp);
     setDesignSize(size());
     atEdge(onFailure(), [this] { load(); });
 }
@@ -37,6 +36,7 @@ void frmHistory::setUpList() {
     fpH->ColWidth(HistoryColumn::SongName, 18.12);
     fpH->ColWidth(HistoryColumn::TimesPlayed, 11.78);
     fpH->setReadOnly(true);
+    fpH->setClicksBelowRows(true);
     fpH->setFillColumn(SheetView::AllColumns);
 }
 
@@ -72,13 +72,6 @@ void frmHistory::fpH_Click(int col, int row) {
         fpH->SortByHead(col);
     else
         chartSong(row);
-}
-
-// A click below the songs, where the grid raises no Click, charts no song.
-void frmHistory::fpH_MouseUp(int button, int, int x, int y) {
-    const QPoint place = fpH->viewport()->mapFrom(fpH, QPoint(x, y));
-    const bool isBelow = fpH->viewport()->rect().contains(place) && fpH->rowAt(place.y()) < 0;
-    if (button == Qt::LeftButton && isBelow) chartSong(fpH->MaxRows() + 1);
 }
 
 void frmHistory::chartSong(int row) {

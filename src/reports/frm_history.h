@@ -30,5 +30,4 @@ private:
 
     void cmdLoadYear_Click();
     void fpH_Click(int col, int row);
-    void fpH_MouseUp(int button, int shift, int x, int y);
 };

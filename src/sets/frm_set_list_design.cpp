@@ -46,6 +46,7 @@ void frmSetList::fpSet_RightClick(int, int col, int row, int x, int y) {
 }
 
 void frmSetList::mnuDeleteFPSet_Click() {
+    if (fpSet->ActiveRow() < 1) return;
     deleteText(*fpSet, fpSet->ActiveCol(), fpSet->ActiveRow());
 }
 

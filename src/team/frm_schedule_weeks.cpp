@@ -53,7 +53,9 @@ void frmSchedule::cmdLoadDates_Click() {
 }
 
 void frmSchedule::fpSchedule_Change(int col, int row) {
-    if (col != ScheduleColumn::Date || rewriteDate(*fpSchedule, row)) return;
+    // Undo brings back a text that was there before, which may be the title.
+    if (col != ScheduleColumn::Date || fpSchedule->isUndoing() || rewriteDate(*fpSchedule, row))
+        return;
     // An emptied date is no date either.
     // Deliberate: behaviour 96.
     messageBox(QStringLiteral("Format date as mm/dd/yy (06/12/05)"), BoxIcon::Information);
@@ -66,6 +68,7 @@ void frmSchedule::fpSchedule_RightClick(int, int col, int row, int x, int y) {
 }
 
 void frmSchedule::mnuDelete_Click() {
+    if (fpSchedule->ActiveRow() < 1) return;
     deleteEntry(*fpSchedule, fpSchedule->ActiveCol(), fpSchedule->ActiveRow());
 }
 

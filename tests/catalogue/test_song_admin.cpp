@@ -548,6 +548,20 @@ private Q_SLOTS:
             if (inReadingOrder.contains(next)) chain.append(next);
         QCOMPARE(chain, inReadingOrder);
     }
+
+    void undoNeverReachesIntoAnotherSong() {
+        world->sql(
+            "INSERT INTO songs (title, cat1, dakey) VALUES ('A', 'Praise', 'G'), "
+            "('B', 'Praise', 'D')");
+        frmSongAdmin& w = open();
+        showSong("A");
+        typeInSong(SongRow::Key, "D");
+        showSong("B");
+        w.fpSMsong->setFocus();
+        QTest::keyClick(w.fpSMsong, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(songValue(SongRow::Key), QStringLiteral("D"));
+        QCOMPARE(songValue(SongRow::Title), QStringLiteral("B"));
+    }
 };
 
 LORVANITE_TEST(TestSongAdmin)

@@ -11,6 +11,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <sqlite3.h>
+
 namespace {
 
 // Deliberate: behaviour 189.
@@ -77,6 +79,18 @@ class TestBackup : public WindowTest {
     }
 
     QStringList titles() { return world->rows("SELECT title FROM songs ORDER BY ID"); }
+
+    // The delivered database with its texts in UTF-16.
+    QByteArray inUtf16() {
+        const QString file = m_sticks.path() + QStringLiteral("/utf16.mdb");
+        sqlite3* handle = nullptr;
+        sqlite3_open(file.toUtf8().constData(), &handle);
+        sqlite3_exec(handle, "PRAGMA encoding = 'UTF-16le'", nullptr, nullptr, nullptr);
+        sqlite3_exec(handle, read(QStringLiteral(SOURCE_TREE "/program/db1.sql")).constData(),
+                     nullptr, nullptr, nullptr);
+        sqlite3_close(handle);
+        return read(file);
+    }
 
     void expectError(int number, const QString& part, QMessageBox::Icon icon) {
         world->answers.custom(QStringLiteral("error box"), [=](QWidget* modal) {
@@ -314,6 +328,49 @@ private Q_SLOTS:
         QCOMPARE(read(world->path("saved sets/a.set")), QByteArray("a"));
     }
 
+    void missingSettingsAreDeliveredAtARestore() {
+        const QStringList delivered =
+            world->rows("SELECT var_name, var_value FROM prefs ORDER BY rowid");
+        world->sql(
+            "DELETE FROM prefs WHERE var_name <> 'DefaultSetList'; "
+            "UPDATE prefs SET var_value = 'kept'");
+        QVERIFY(QFile::rename(world->path("db1.mdb"), stick("/db1.mdb")));
+        QVERIFY(QFile::copy(PROGRAM_TREE "/db1.mdb", world->path("db1.mdb")));
+        const frmBackup& w = open();
+        tick({Database});
+        chooseIn(stick(), "Restore Database From");
+        world->answers.box(QStringLiteral("Restored Database To: %1\r\r").arg(stick()),
+                           QMessageBox::NoIcon, Done);
+        click(w.cmdRestore);
+        QStringList expected = delivered;
+        expected.removeAll("DefaultSetList|");
+        expected.prepend("DefaultSetList|kept");
+        QCOMPARE(world->rows("SELECT var_name, var_value FROM prefs ORDER BY rowid"), expected);
+    }
+
+    void backupKeepsTimesAndNamesAndFollowsNoLinkInACircle() {
+        const QString set = world->path("saved sets/a\\b.set");
+        write(set, "a");
+        const QDateTime time(QDate(2020, 2, 2), QTime(12, 0));
+        QFile file(set);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
+        file.close();
+        QDir().mkpath(world->path("saved sets/years"));
+        QVERIFY(QFile::link(world->path("saved sets"), world->path("saved sets/years/back")));
+        const frmBackup& w = open();
+        tick({SavedSets});
+        chooseIn(stick(), "Copy Saved Sets Here");
+        world->answers.box(QStringLiteral("Copied Saved Sets To: %1\r\r").arg(stick()),
+                           QMessageBox::NoIcon, Done);
+        click(w.cmdBack);
+        const QString copy = stick("/saved sets/a\\b.set");
+        QCOMPARE(read(copy), QByteArray("a"));
+        QCOMPARE(QFileInfo(copy).lastModified(), time);
+        QVERIFY(QFileInfo(stick("/saved sets/years")).isDir());
+        QVERIFY(!QFileInfo::exists(stick("/saved sets/years/back")));
+    }
+
     void invalidDatabaseIsNotRestored_data() {
         QTest::addColumn<QString>("spoil");
         QTest::addColumn<QString>("why");
@@ -323,6 +380,16 @@ private Q_SLOTS:
                                     << "no such table";
         QTest::newRow("cut") << "cut"
                              << "malformed";
+        const char* damaged =
+            "This copy is damaged and was not restored; your songs are as they were.";
+        QTest::newRow("cut in half") << "cut" << damaged;
+        QTest::newRow("one byte less") << "1" << damaged;
+        QTest::newRow("nine bytes less") << "9" << damaged;
+        QTest::newRow("damaged") << "text" << damaged;
+        QTest::newRow("UTF-16") << "utf16"
+                                << "your songs are as they were. (its texts are in UTF-16le)";
+        QTest::newRow("negative version") << "PRAGMA user_version = -1"
+                                          << "not created by Lorvanite";
         QTest::newRow("damaged page") << "page"
                                       << "";
         QTest::newRow("no table") << "DROP TABLE notes"
@@ -347,6 +414,8 @@ private Q_SLOTS:
             QByteArray bytes = read(file);
             if (spoil == QLatin1String("text")) bytes = QByteArray("Dear all,\n").repeated(500);
             if (spoil == QLatin1String("empty")) bytes.clear();
+            bytes.chop(spoil.toInt());
+            if (spoil == QLatin1String("utf16")) bytes = inUtf16();
             if (spoil == QLatin1String("cut")) bytes.truncate(bytes.size() / 2);
             if (spoil == QLatin1String("page"))
                 bytes.replace(bytes.size() / 2, 8192, QByteArray(8192, '\x5a'));

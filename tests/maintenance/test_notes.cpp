@@ -105,6 +105,14 @@ private Q_SLOTS:
         expectEmptyEditor();
     }
 
+    void hardBlankIsStored() {
+        frmNotes& w = open();
+        w.txtNote->setPlainText(QStringLiteral("10\u00a0Uhr\nChor"));
+        click(w.cmdAdd);
+        QCOMPARE(world->rows("SELECT notes FROM notes"),
+                 QStringList{QStringLiteral("10\u00a0Uhr\nChor")});
+    }
+
     void apostrophesAreRemovedOnSaving() {
         // Deliberate: behaviour 193.
         frmNotes& w = open();

@@ -522,6 +522,20 @@ private Q_SLOTS:
         QVERIFY(!frmEmail::isLoaded());
         QCOMPARE(titles(), QStringList{"Praise"});
     }
+
+    // Deliberate: behaviour 156.
+    void clickBelowTheSongsEmptiesTheReport() {
+        addSong("Praise", {"11/01/26"}, "1234");
+        frmCCLI& w = chooseSong(1);
+        QCOMPARE(w.fpCCLI->MaxRows(), 1);
+        world->statements.clear();
+        QWidget* list = w.fpSelectSong->viewport();
+        QVERIFY(w.fpSelectSong->rowAt(list->height() - 4) < 0);
+        QTest::mouseClick(list, Qt::LeftButton, {}, QPoint(list->width() / 2, list->height() - 4));
+        QCOMPARE(w.fpCCLI->MaxRows(), 0);
+        QVERIFY(world->statements.isEmpty());
+        QCOMPARE(world->endStatus, -1);
+    }
 };
 
 LORVANITE_TEST(TestCCLI)

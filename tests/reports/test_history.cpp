@@ -258,6 +258,14 @@ private Q_SLOTS:
         QVERIFY(world->statements.isEmpty());
     }
 
+    void titleOfTheChartIsPlainText() {
+        addSong("<b>Lent</b>", {"03/03/26"});
+        frmHistory& w = open();
+        clickCell(w.fpH, SongName, 1);
+        QCOMPARE(w.lblSongTit->text(), QStringLiteral("<b>Lent</b> For 2026"));
+        QCOMPARE(w.lblSongTit->textFormat(), Qt::PlainText);
+    }
+
     void headClickSortsAndChartsNothing() {
         addSong("A", {"03/03/26"});
         addSong("B", QStringList(10, "03/03/26"));

@@ -86,6 +86,12 @@ private Q_SLOTS:
                  QStringLiteral("What would you like to do with the sheetmusic from the set?"));
     }
 
+    void barInAPathDividesNoPath() {
+        addSongWithChart("Alpha|Beta");
+        const frmSongCollection& c = collect(openGreen({"Alpha|Beta"}));
+        QCOMPARE(c.lblSngList->text(), QStringLiteral("Alpha|Beta.stp\n\n"));
+    }
+
     void setWithoutAGreenCellShowsAMessageAndNoWindow() {
         addSongWithChart("Alpha");
         frmSetList& w = openWith("11/22/26", {"Alpha"});

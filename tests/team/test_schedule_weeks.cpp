@@ -198,6 +198,39 @@ private Q_SLOTS:
         QVERIFY(cell(ScheduleColumn::Team, 1).isEmpty());
     }
 
+    void deleteOnTheColumnHeadChangesNothing() {
+        addTheLeast();
+        frmSchedule& w = showWeeks({"11/22/26"});
+        w.fpSchedule->SetText(ScheduleColumn::Team, 0, QStringLiteral("Personell"));
+        clickCell(w.fpSchedule, ScheduleColumn::Team, 0, Qt::RightButton);
+        QVERIFY(pickMenuItem(w.mnuD, w.mnuDelete));
+        QCOMPARE(cell(ScheduleColumn::Team, 0), QStringLiteral("Personell"));
+    }
+
+    void refusedDateAndTitleComeBackByUndo() {
+        addTheLeast();
+        frmSchedule& w = showWeeks({"11/22/26"});
+        w.fpSchedule->SetText(ScheduleColumn::Date, ScheduleRow::Title, QStringLiteral("Autumn"));
+        const auto undo = [&w] {
+            w.fpSchedule->setFocus();
+            QTest::keyClick(w.fpSchedule, Qt::Key_Z, Qt::ControlModifier);
+        };
+        const QString format = QStringLiteral("Format date as mm/dd/yy (06/12/05)");
+        typeInCell(w.fpSchedule, ScheduleColumn::Notes, dateRowOf(1) + 1, "a note");
+        for (const int row : {int(ScheduleRow::Title), dateRowOf(1)}) {
+            const QString before = cell(ScheduleColumn::Date, row);
+            world->answers.box(format, QMessageBox::Information);
+            typeInCell(w.fpSchedule, ScheduleColumn::Date, row, "soon");
+            QCOMPARE(cell(ScheduleColumn::Date, row), QString());
+            undo();
+            QCOMPARE(cell(ScheduleColumn::Date, row), before);
+        }
+        typeInCell(w.fpSchedule, ScheduleColumn::Date, dateRowOf(1), "June 19, 2005");
+        undo();
+        QCOMPARE(cell(ScheduleColumn::Date, dateRowOf(1)), QStringLiteral("11/22/26"));
+        QCOMPARE(cell(ScheduleColumn::Notes, dateRowOf(1) + 1), QStringLiteral("a note"));
+    }
+
     void typedDateIsRewritten() {
         addTheLeast();
         frmSchedule& w = makeSchedule("6/12/05", "1");

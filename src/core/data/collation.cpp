@@ -36,6 +36,16 @@ std::array<unsigned char, 256> makeWeights() {
     return weights;
 }
 
+// A text without the differences that do not count: case and the composition of characters.
+QString folded(std::string_view text) {
+    return QString::fromUtf8(text.data(), qsizetype(text.size()))
+        .normalized(QString::NormalizationForm_D)
+        .toCaseFolded()
+        .normalized(QString::NormalizationForm_C);
+}
+
+int sign(int order) { return (order > 0) - (order < 0); }
+
 }  // namespace
 
 int compareTexts(std::string_view a, std::string_view b) {
@@ -50,7 +60,9 @@ int compareTexts(std::string_view a, std::string_view b) {
             if (weight(a[i]) != weight(b[i])) return weight(a[i]) < weight(b[i]) ? -1 : 1;
         return (a.size() > b.size()) - (a.size() < b.size());
     }
-    const int order = collator().compare(QString::fromUtf8(a.data(), qsizetype(a.size())),
-                                         QString::fromUtf8(b.data(), qsizetype(b.size())));
-    return (order > 0) - (order < 0);
+    const QString foldedA = folded(a);
+    const QString foldedB = folded(b);
+    // The collator also ignores other differences, as between "2" and a superscript two.
+    const int order = collator().compare(foldedA, foldedB);
+    return sign(order != 0 ? order : foldedA.compare(foldedB));
 }

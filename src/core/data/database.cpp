@@ -70,6 +70,22 @@ QByteArray inStoreDialect(const QString& source) {
     return text;
 }
 
+// Whether a statement holds a comment outside its quoted parts. No statement of the program does: a
+// text in it has ended early, and the comment would hide the rest, the condition included.
+bool hasComment(const QByteArray& text) {
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const char c = text[at];
+        if (std::strchr("'\"`[", c)) {
+            at = text.indexOf(c == '[' ? ']' : c, at + 1);
+            if (at < 0) return false;
+        } else if ((c == '-' || c == '/') && at + 1 < text.size() &&
+                   text[at + 1] == (c == '-' ? '-' : '*')) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void check(sqlite3* handle, int result) {
     if (result != SQLITE_OK) failStore(handle);
 }
@@ -82,6 +98,8 @@ void setUp(sqlite3* handle) {
     // Opening reads nothing yet: this shows whether the file is a database.
     runInStore(handle, "SELECT count(*) FROM sqlite_master");
     check(handle, sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr));
+    // A text between double quotes is no text, but a name that does not exist.
+    check(handle, sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr));
     check(handle, sqlite3_set_authorizer(handle, authorize, nullptr));
 }
 
@@ -133,6 +151,9 @@ void Recordset::Open(const QString& source, Connection& connection, CursorType c
     if (text.contains('\0'))
         throw RunTimeError(RunTimeError::StatementRefused,
                            QStringLiteral("The statement contains a NUL character."));
+    if (hasComment(text))
+        throw RunTimeError(RunTimeError::StatementRefused,
+                           QStringLiteral("The statement contains a comment."));
     if (sqlite3_prepare_v2(m_handle, text.constData(), int(text.size()) + 1, &m_statement, &rest) !=
         SQLITE_OK)
         refuse(m_handle);

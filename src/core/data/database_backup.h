@@ -12,9 +12,9 @@ class Connection;
 void backUpDatabase(const Connection& connection, const QString& file);
 
 // Replaces the whole content of the open database by that of a file, in one transaction. The
-// content of an earlier version is upgraded; the file itself is never changed. Raises
-// RunTimeError::ObjectIsClosed if the database is closed, FileNotFound if the file is missing,
-// StoreFailed if the file is not a database, is damaged, lacks a table or column of the delivered
-// database or comes from a later version, or if the open database is in use. If it raises, the
-// database holds what it held before.
+// content of an earlier version is upgraded, and missing rows of prefs are added; the file itself
+// is never changed. Raises RunTimeError::ObjectIsClosed if the database is closed, FileNotFound if
+// the file is missing, StoreFailed if the file is not a database, is damaged or cut, lacks a table
+// or column of the delivered database, is not in UTF-8, or comes from a later version or another
+// program, or if the open database is in use. If it raises, the database holds what it held before.
 void restoreDatabase(Connection& connection, const QString& file);

@@ -27,8 +27,12 @@ int versionOf(sqlite3* handle) {
     return sqlite3_column_int(statement.get(), 0);
 }
 
-void refuseLater(int version, const QString& file) {
+void refuseOtherVersion(int version, const QString& file) {
     if (version >= 0 && version <= databaseVersion()) return;
+    if (version < 0)
+        failToOpen(file, QStringLiteral("it was not created by Lorvanite (its tables have version "
+                                        "%1). The file was not changed")
+                             .arg(version));
     failToOpen(file, QStringLiteral("it was created by a later version of Lorvanite (its tables "
                                     "have version %1, and this program supports versions up to "
                                     "%2). The file was not changed")
@@ -44,7 +48,7 @@ void runSteps(sqlite3* handle, const QString& file,
     try {
         // Another program may have upgraded the file since its version was read.
         const int version = versionOf(handle);
-        refuseLater(version, file);
+        refuseOtherVersion(version, file);
         if (version < databaseVersion()) before(version);
         for (int i = version; i < databaseVersion(); ++i) runInStore(handle, Steps[i]);
         runInStore(
@@ -84,7 +88,7 @@ int databaseVersion() { return static_cast<int>(std::size(Steps)); }
 
 void upgradeTables(sqlite3* handle, const QString& file) {
     const int version = versionOf(handle);
-    refuseLater(version, file);
+    refuseOtherVersion(version, file);
     if (version < databaseVersion()) runSteps(handle, file, [](int) {});
 }
 
@@ -100,7 +104,7 @@ void upgradeDatabase(const QString& path) {
         failToOpen(file, error.description());
     }
     // Nothing may be written before this check: the file of a later version stays as it is.
-    refuseLater(version, file);
+    refuseOtherVersion(version, file);
     if (version == databaseVersion()) return;
     try {
         makeDurable(handle.get());

@@ -1,4 +1,5 @@
-// Copies files and folders. Paths may be written with either separator.
+// Copies files and folders. Paths may be written with either separator. A copy has the time of its
+// original.
 #pragma once
 
 #include <QString>
@@ -17,8 +18,9 @@ enum class FolderCopy {
 };
 
 // Copies the content of a folder with all its subfolders into another folder, which is created
-// if it is missing; files that only the target has are kept. Raises RunTimeError::PathNotFound if
-// the source is missing, or with Replace the folder in which the target lies (FillIn creates it),
-// PermissionDenied if the target lies in the source or a file cannot be read or written. Files that
-// were copied before the error stay.
+// if it is missing; files that only the target has are kept.
+// Links are followed, except those that lead back into a folder that is being copied. Raises
+// RunTimeError::PathNotFound if the source is missing, or with Replace the folder in which the
+// target lies (FillIn creates it), PermissionDenied if the target lies in the source or a file
+// cannot be read or written. Files that were copied before the error stay.
 void copyFolder(const QString& source, const QString& target, FolderCopy how = FolderCopy::Replace);

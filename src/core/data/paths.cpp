@@ -123,7 +123,11 @@ bool liesIn(const QString& path, const QString& folder) {
 }
 
 bool replaceFile(const QString& path, const QByteArray& content) {
-    QSaveFile file(resolvedPath(path));
+    return replacePlainFile(resolvedPath(path), content);
+}
+
+bool replacePlainFile(const QString& path, const QByteArray& content) {
+    QSaveFile file(path);
     // commit() does not notice that the last, buffered part could not be written.
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() &&
            file.flush() && file.commit();

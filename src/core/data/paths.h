@@ -41,3 +41,6 @@ bool liesIn(const QString& path, const QString& folder);
 // Replaces a file whole: after the call it holds all of `content`, or what it held before. Returns
 // false if it could not be written.
 [[nodiscard]] bool replaceFile(const QString& path, const QByteArray& content);
+
+// Like replaceFile, for a path whose backslashes are part of names.
+[[nodiscard]] bool replacePlainFile(const QString& path, const QByteArray& content);

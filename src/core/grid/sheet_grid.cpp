@@ -17,6 +17,10 @@ const SheetData* SheetGrid::Private::at(int number) const {
 
 // --- Changes for the view ------------------------------------------------------------------------
 
+void SheetGrid::textsWritten(int, const GridArea&) {}
+
+void SheetGrid::rowsMoved(int, int, int) {}
+
 GridDirt SheetGrid::takeDirt() { return std::exchange(d->dirt, {}); }
 
 // A write to a sheet that is not on view changes nothing on the screen.
@@ -47,7 +51,9 @@ int SheetGrid::MaxRows() const { return d->current().maxRows; }
 void SheetGrid::MaxRows(int count) {
     count = std::clamp(count, 0, MaxGridRows);
     if (count == MaxRows()) return;
+    const int former = MaxRows();
     d->current().resizeRows(count);
+    if (count < former) rowsMoved(d->sheet, count + 1, count - former);
     leaveLostCell();
     touchLayout();
 }
@@ -56,8 +62,10 @@ int SheetGrid::MaxCols() const { return d->current().maxCols; }
 
 void SheetGrid::MaxCols(int count) {
     count = std::clamp(count, 0, MaxGridCols);
-    if (count == MaxCols()) return;
+    const int former = MaxCols();
+    if (count == former) return;
     d->current().resizeCols(count);
+    if (count < former) textsWritten(d->sheet, {count + 1, 0, former, MaxRows()});
     leaveLostCell();
     touchLayout();
 }
@@ -116,6 +124,7 @@ void SheetGrid::DeleteSheets(int first, int count) {
         if (number >= first + count) return number - count;
         return std::min(number, std::min(first, SheetCount()));
     };
+    contentReplaced();
     d->sheet = moved(d->sheet);
     d->data.activeSheet = moved(d->data.activeSheet);
     leaveLostCell();

@@ -59,6 +59,7 @@ struct CellSpan {
 };
 
 struct FormatPatch;
+struct GridArea;
 struct SheetData;
 
 // A copy of a block of cells: texts, formats, pictures and spans, without widths and heights.
@@ -349,6 +350,13 @@ protected:
     // Called at the first change after takeDirt, so that a view can show any number of writes at
     // once.
     virtual void becameDirty() {}
+
+    // Called after the texts of a block of a sheet were written or cleared, after rows were
+    // inserted (count above 0) or deleted (count below 0) at a row, and after the grid was loaded,
+    // sorted or lost rows, columns or sheets. A view keeps its list of undo steps by them.
+    virtual void textsWritten(int sheet, const GridArea& area);
+    virtual void rowsMoved(int sheet, int row, int count);
+    virtual void contentReplaced() {}
 
     // Returns the changes since the last call.
     GridDirt takeDirt();

@@ -49,6 +49,7 @@ void SheetGrid::writeText(int col, int row, const QString& value) {
     } else {
         sheet.cellForWriting(col, row).text = value;
     }
+    textsWritten(d->sheet, {col, row, col, row});
 }
 
 void SheetGrid::SetText(int col, int row, const QString& value) {

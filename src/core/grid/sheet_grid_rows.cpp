@@ -79,11 +79,13 @@ void SheetGrid::RowPageBreak(bool on) {
 
 void SheetGrid::InsertRows(int row, int count) {
     d->current().insertRows(row, count);
+    if (row > 0 && count > 0) rowsMoved(d->sheet, row, count);
     touchLayout();
 }
 
 void SheetGrid::DeleteRows(int row, int count) {
     d->current().deleteRows(row, count);
+    if (row > 0 && count > 0) rowsMoved(d->sheet, row, -count);
     touchLayout();
 }
 
@@ -95,6 +97,7 @@ void SheetGrid::ClearRange(int col, int row, int col2, int row2, bool dataOnly) 
         cell.text.clear();
         cell.picture = -1;
     });
+    textsWritten(d->sheet, area);
     if (!dataOnly) {
         sheet.dropFormats(area);
         sheet.dropSpansIn(area);
@@ -130,6 +133,7 @@ bool SheetGrid::LoadBlockFromBuffer(int col, int row, const CellBlock& buffer) {
         to.copyRow(r, col, block, r - row + 1, 1, target.col2 - col + 1);
     to.dropSpansIn(target);
     to.copySpans(block, {1, 1, target.col2 - col + 1, target.row2 - row + 1}, col, row);
+    textsWritten(d->sheet, target);
     touchLayout();
     return true;
 }
@@ -154,6 +158,7 @@ bool SheetGrid::LoadFromFile(const QString& path) {
     d->sheet = d->data.activeSheet;
     m_activeCol = 0;
     m_activeRow = 0;
+    contentReplaced();
     touchLayout();
     return true;
 }

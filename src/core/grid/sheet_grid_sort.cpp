@@ -102,6 +102,7 @@ void SheetGrid::Sort(int, int row, int, int row2, SortBy) {
     std::stable_sort(order.begin(), order.end(), isBefore);
     sheet.dropSpansIn({1, area.row, sheet.maxCols, area.row2});
     sheet.reorderRows(area.row, order);
+    contentReplaced();
     touchLayout();
 }
 

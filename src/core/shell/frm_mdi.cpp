@@ -24,8 +24,10 @@
 #include <QCloseEvent>
 #include <QMdiSubWindow>
 #include <QScreen>
+#include <QStyle>
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -33,6 +35,11 @@ frmMDI* g_instance = nullptr;
 
 constexpr int UtilitiesLeft = 11505;  // twips
 constexpr int AboutMargin = 150;      // twips
+constexpr int FrameWidth = 8;         // of the main window, about, in pixels
+
+// The width of a button of the bar in pixels, as a rule and without its caption.
+constexpr int UsualButton = 92;
+constexpr int IconButton = 48;
 
 // Opens a module: shows it and then moves it to its place.
 template <typename Module>
@@ -41,8 +48,11 @@ void showModule() {
     Module::instance().centre();
 }
 
-void centreOnScreen(QWidget& window) {
+// Makes the window fit on its screen, with its frame, and centres it.
+void placeOnScreen(QWidget& window) {
     const QRect room = window.screen()->availableGeometry();
+    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    window.resize(window.size().boundedTo(room.size() - QSize(2 * FrameWidth, title + FrameWidth)));
     const QPoint place = room.center() - window.rect().center();
     window.move(std::max(place.x(), room.x()), std::max(place.y(), room.y()));
 }
@@ -60,7 +70,7 @@ frmMDI::frmMDI() {
     setUpUtilities();
     wireModules();
     openDatabase();
-    centreOnScreen(*this);
+    placeOnScreen(*this);
     splash = new frmSplash(this);
     splash->show();
     reportFilesNotUpdated();
@@ -202,8 +212,34 @@ void frmMDI::Command11_Click() {
     CommonDlg.ShowHelp();
 }
 
+// Narrower than usual on a small screen; without captions where they have no room.
+void frmMDI::fitButtons() {
+    QToolButton* const buttons[] = {cmdSetList,    cmdSongMgmt, cmdHistory,    cmdPastSets,
+                                    cmdSheetMusic, cmdEmail,    cmdScheduling, Command1,
+                                    Command10,     cmdAbout};
+    const int count = int(std::size(buttons));
+    const int room = width() - barLayout->contentsMargins().left() - barLayout->spacing() * count -
+                     Command11->width() - px(AboutMargin);
+    int needed = 0;  // by the captions
+    int usual = 0;
+    for (QToolButton* button : buttons) {
+        button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+        needed += button->sizeHint().width();
+        usual += std::max(button->sizeHint().width(), UsualButton);
+    }
+    const int more = room >= usual ? UsualButton : (room - needed) / count;
+    for (QToolButton* button : buttons) {
+        const int least = button->sizeHint().width();
+        if (room < needed) button->setToolButtonStyle(Qt::ToolButtonIconOnly);
+        button->setFixedWidth(room < needed ? IconButton
+                                            : std::min(std::max(least, UsualButton), least + more));
+    }
+    cmdAbout->resize(cmdAbout->maximumWidth(), cmdAbout->height());
+}
+
 void frmMDI::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
+    fitButtons();
     // Deliberate: behaviour 4.
     cmdAbout->move(width() - cmdAbout->width() - px(AboutMargin), cmdAbout->y());
 }

@@ -50,6 +50,7 @@ private:
     void setUpUtilities();
     void wireModules();
     void dressButtons();
+    void fitButtons();
 
     void cmdSetList_Click();
     void cmdSongMgmt_Click();

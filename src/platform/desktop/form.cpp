@@ -10,6 +10,8 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int TopInTwips = 500;
@@ -62,10 +64,18 @@ QMdiSubWindow* FormBase::frame() {
 }
 
 void FormBase::Show() {
-    frame()->show();
+    // A maximised window makes the next one maximised; a minimised one has to come back by itself.
+    if (frame()->isMinimized())
+        m_frame->showNormal();
+    else
+        m_frame->show();
     show();
     if (formArea()) formArea()->setActiveSubWindow(m_frame);
+    // A window whose width is fixed is not made as large as the one before it.
+    if (m_frame->isMaximized() && m_frame->minimumWidth() == m_frame->maximumWidth())
+        m_frame->showNormal();
     m_frame->raise();
+    keepInside();
     // The keyboard focus goes to the control that had it last, or to the first one.
     if (isAncestorOf(QApplication::focusWidget())) return;
     if (focusWidget())
@@ -76,7 +86,23 @@ void FormBase::Show() {
 
 void FormBase::centre() {
     if (!mainWindow()) return;
+    // A maximised window fills the room and has no other place.
+    if (frame()->isMaximized()) return;
     frame()->move((mainWindow()->width() - frame()->width()) / 2, px(TopInTwips));
+    keepInside();
+}
+
+void FormBase::keepInside() {
+    QMdiArea* area = formArea();
+    if (!area || !area->isVisible() || m_frame->isMaximized() || m_frame->isMinimized()) return;
+    const QSize room = area->viewport()->size();
+    const QSize size = m_frame->size().boundedTo(room).expandedTo(m_frame->minimumSizeHint());
+    if (size != m_frame->size()) m_frame->resize(size);
+    const auto inside = [](int place, int length, int end) {
+        return std::max(std::min(place, end - length), 0);
+    };
+    m_frame->move(inside(m_frame->x(), m_frame->width(), room.width()),
+                  inside(m_frame->y(), m_frame->height(), room.height()));
 }
 
 void FormBase::Unload() { frame()->close(); }

@@ -30,10 +30,12 @@ public:
     FormBase();
     ~FormBase() override;
 
-    // Shows the window, brings it to the front and gives it the keyboard focus.
+    // Shows the window, even if it was minimised, brings it to the front and gives it the keyboard
+    // focus.
     void Show();
 
-    // Moves the window to the horizontal middle of the main window, 500 twips from the top.
+    // Moves the window to the horizontal middle of the main window, 500 twips from the top, but not
+    // out of the room that there is. A maximised window stays.
     void centre();
 
     // Closes the window; the next call of instance() creates another.
@@ -55,6 +57,7 @@ protected:
 
 private:
     friend class FormFrame;
+    void keepInside();
 
     QMdiSubWindow* m_frame = nullptr;
     QSize m_designSize;

@@ -3,8 +3,14 @@
 #include "core/data/texts.h"
 #include "platform/desktop/desktop.h"
 
+#include <QLabel>
+#include <QLayout>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QScreen>
+#include <QScrollArea>
+
+#include <algorithm>
 
 namespace {
 
@@ -24,6 +30,29 @@ QMessageBox::Icon iconOf(BoxIcon icon) {
     return QMessageBox::NoIcon;
 }
 
+constexpr int ScrolledWidth = 520;
+
+// Puts a text that would make the box larger than the screen into a scroll area.
+void letTextScroll(QMessageBox& box) {
+    const QRect room = box.screen()->availableGeometry();
+    const int width = std::min(ScrolledWidth, room.width() - 160);
+    const QSize wanted = box.fontMetrics()
+                             .boundingRect(0, 0, width, QWIDGETSIZE_MAX,
+                                           Qt::AlignLeft | Qt::TextWordWrap, box.text())
+                             .size();
+    const int mostHeight = room.height() * 3 / 5;
+    auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    if (!label || (wanted.height() <= mostHeight && wanted.width() <= room.width() / 2)) return;
+    auto* scroll = new QScrollArea(&box);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setAccessibleName(QStringLiteral("Message"));
+    scroll->setMinimumSize(width, std::min(wanted.height() + 8, mostHeight));
+    delete box.layout()->replaceWidget(label, scroll);
+    label->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    scroll->setWidget(label);
+}
+
 }  // namespace
 
 BoxAnswer messageBox(const QString& text, BoxIcon icon, const QString& title, BoxButtons buttons) {
@@ -34,6 +63,7 @@ BoxAnswer messageBox(const QString& text, BoxIcon icon, const QString& title, Bo
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     if (asks) box.setEscapeButton(QMessageBox::No);
+    letTextScroll(box);
     const int answer = box.exec();
     if (!asks) return BoxAnswer::Ok;
     return answer == QMessageBox::Yes ? BoxAnswer::Yes : BoxAnswer::No;

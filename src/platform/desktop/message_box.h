@@ -8,7 +8,8 @@ enum class BoxButtons { Ok = 0, YesNo = 4 };
 enum class BoxAnswer { Ok = 1, Yes = 6, No = 7 };
 
 // Shows a message box over the main window and waits for the answer. The text is plain text, in
-// which carriage returns end lines. Escape in a box with Yes and No means No.
+// which carriage returns end lines; a text that is too long for the screen scrolls. Escape in a box
+// with Yes and No means No.
 BoxAnswer messageBox(const QString& text, BoxIcon icon = BoxIcon::None,
                      const QString& title = QStringLiteral("Lorvanite"),
                      BoxButtons buttons = BoxButtons::Ok);

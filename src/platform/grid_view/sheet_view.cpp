@@ -115,6 +115,8 @@ void SheetView::setWrapColumn(int col) {
     becameDirty();
 }
 
+void SheetView::setClicksBelowRows(bool on) { m->clicksBelow = on; }
+
 void SheetView::setColumnZoom(int col, double factor) {
     if (col == -1) {
         m->zoom = factor;
@@ -148,7 +150,6 @@ void SheetView::flush() {
     // If the program makes another cell active, the user's text is taken over first.
     const bool leaves = m->delegate.editor() && !isActive(m->delegate.cell());
     const GridDirt dirt = takeDirt();
-    if (dirt.layout && !m->byUser) m->undo.clear();
     {
         const QScopedValueRollback applying(m->applying, true);
         if (std::exchange(m->layoutWanted, false) || dirt.layout) {
@@ -348,7 +349,6 @@ void SheetView::colDragged(int col, int width) {
 void SheetView::tabPicked(int tab) {
     if (m->applying || tab < 0) return;
     commitEdit();
-    const QScopedValueRollback byUser(m->byUser, true);
     ActiveSheet(tab + 1);
     flush();
 }

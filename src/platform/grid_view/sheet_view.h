@@ -11,6 +11,7 @@
 
 struct CellEdit;
 struct EditedCell;
+struct EditStep;
 
 // A grid that is shown and can be edited like a spreadsheet. It is both the view and the SheetGrid.
 // Changes are shown together when the event loop runs next, however many there are.
@@ -33,6 +34,13 @@ public:
     // Sets which cells of a grid the user cannot edit, such as labels. What the program writes is
     // not affected.
     void setLocked(std::function<bool(int col, int row)> isLocked);
+
+    // Whether a click below the last row raises Click as well, with the row MaxRows + 1; initially
+    // false.
+    void setClicksBelowRows(bool on);
+
+    // Whether Change is being raised because the user has undone or redone an edit.
+    bool isUndoing() const;
 
     // Sets the column that takes up the remaining width of the view; AllColumns shares it between
     // the columns in proportion to their widths, 0 leaves it empty. ColWidth does not change.
@@ -71,6 +79,9 @@ Q_SIGNALS:
 
 protected:
     void becameDirty() override;
+    void textsWritten(int sheet, const GridArea& area) override;
+    void rowsMoved(int sheet, int row, int count) override;
+    void contentReplaced() override;
 
     bool event(QEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -128,6 +139,7 @@ private:
     QRect handleRect(Cell cell) const;
     void handlePressed(Cell cell);
     void raiseClick(Cell cell);
+    void raiseClickBelow(const QPoint& place);
     void raiseRightClick(Cell cell, const QPoint& place, bool byKey);
     void raiseMouseUp(const QMouseEvent& event, const QWidget& from);
     bool wantsShortcut(const QKeyEvent& event) const;
@@ -142,7 +154,7 @@ private:
     std::vector<CellEdit> selectedCells() const;
     void enter(int sheet, std::vector<CellEdit> edits);
     void undoStep(bool forward);
-    void raiseChanges();
+    void raiseChanges(EditStep& step, bool forward);
     void copySelection();
     void clearSelectedCells();
     void paste();

@@ -15,12 +15,26 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace {
 
 constexpr int Frame = 2;
 constexpr int LineMargin = 2;  // the margin that QLineEdit adds to its own
+
+// A two-digit year is read as one of 1930 to 2029. A cell that shows 2030 shows "30".
+std::optional<QDate> dateInCell(const QString& text) {
+    auto date = parseDate(text);
+    if (date && *date < FirstCellDate) date = date->addYears(100);
+    return date;
+}
+
+// The text of a date, with the whole year if two digits would be read as another one.
+QString unmistakable(const QDate& date) {
+    const QString text = formatDate(date);
+    return parseDate(text) == date ? text : text.left(6) + QString::number(date.year());
+}
 
 QStringList itemsOf(const QString& tabbed) {
     QStringList items = tabbed.split(QLatin1Char('\t'));
@@ -108,10 +122,10 @@ void DateLine::openCalendar() {
     calendar->setGridVisible(false);
     calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     calendar->setDateRange(FirstCellDate, LastCellDate);
-    calendar->setSelectedDate(parseDate(text()).value_or(today()));
+    calendar->setSelectedDate(dateInCell(text()).value_or(today()));
     layout->addWidget(calendar);
     const auto pick = [this, popup](QDate day) {
-        setText(formatDate(day));
+        setText(unmistakable(day));
         popup->close();
         Q_EMIT picked();
     };
@@ -124,9 +138,9 @@ void DateLine::openCalendar() {
 }
 
 void DateLine::step(int days) {
-    const auto date = parseDate(text());
+    const auto date = dateInCell(text());
     const QDate next = date ? date->addDays(days) : today();
-    setText(formatDate(std::clamp(next, FirstCellDate, LastCellDate)));
+    setText(unmistakable(std::clamp(next, FirstCellDate, LastCellDate)));
     selectAll();
 }
 

@@ -1,19 +1,65 @@
 #include "platform/grid_view/sheet_view_edits.h"
 
-void EditCommand::run(QString CellEdit::*from, QString CellEdit::*to) {
-    const AddressedSheet here(m_grid, m_sheet);
-    const size_t changedBefore = m_changed.size();
-    if (m_grid.Sheet() == m_sheet) {
-        for (CellEdit& edit : m_edits) {
-            if (m_grid.GetText(edit.col, edit.row) != edit.*from) continue;
-            m_grid.SetText(edit.col, edit.row, edit.*to);
-            const QString now = m_grid.GetText(edit.col, edit.row);
-            if (now == edit.*from) continue;
-            edit.*to = now;  // a date cell changes the form of a date
-            m_changed.emplace_back(edit.col, edit.row);
-        }
+bool EditStep::apply(SheetGrid& grid, bool forward) {
+    const AddressedSheet here(grid, sheet);
+    if (grid.Sheet() != sheet) edits.clear();
+    std::vector<CellEdit> changed;
+    for (CellEdit& edit : edits) {
+        const QString& from = forward ? edit.before : edit.after;
+        QString& to = forward ? edit.after : edit.before;
+        if (grid.GetText(edit.col, edit.row) != from) continue;
+        grid.SetText(edit.col, edit.row, to);
+        const QString now = grid.GetText(edit.col, edit.row);
+        if (now == from) continue;
+        to = now;  // a date cell changes the form of a date
+        changed.push_back(edit);
     }
-    if (m_changed.size() == changedBefore) setObsolete(true);
+    edits = std::move(changed);
+    return !edits.empty();
+}
+
+void EditStep::recordNow(const SheetGrid& grid, bool forward) {
+    for (CellEdit& edit : edits)
+        (forward ? edit.after : edit.before) = grid.textAt(sheet, edit.col, edit.row);
+    std::erase_if(edits, [](const CellEdit& edit) { return edit.before == edit.after; });
+}
+
+void EditHistory::add(StepPointer step) {
+    m_steps.resize(m_done);
+    m_steps.push_back(std::move(step));
+    ++m_done;
+}
+
+EditHistory::StepPointer EditHistory::take(bool forward) {
+    if (forward) return m_done < m_steps.size() ? m_steps[m_done++] : nullptr;
+    return m_done > 0 ? m_steps[--m_done] : nullptr;
+}
+
+void EditHistory::clear() {
+    m_steps.clear();
+    m_done = 0;
+}
+
+void EditHistory::forget(int sheet, const GridArea& area) {
+    for (const StepPointer& step : m_steps) {
+        if (step->sheet != sheet) continue;
+        std::erase_if(step->edits, [&area](const CellEdit& edit) {
+            return edit.col >= area.col && edit.col <= area.col2 && edit.row >= area.row &&
+                   edit.row <= area.row2;
+        });
+    }
+}
+
+void EditHistory::moveRows(int sheet, int row, int count, int lastRow) {
+    for (const StepPointer& step : m_steps) {
+        if (step->sheet != sheet) continue;
+        std::erase_if(step->edits, [=](const CellEdit& edit) {
+            return count < 0 && edit.row >= row && edit.row < row - count;
+        });
+        for (CellEdit& edit : step->edits)
+            if (edit.row >= row) edit.row += count;
+        std::erase_if(step->edits, [=](const CellEdit& edit) { return edit.row > lastRow; });
+    }
 }
 
 QString toClipboardText(const TextRows& rows) {

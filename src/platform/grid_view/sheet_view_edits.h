@@ -1,10 +1,10 @@
 // The user's edits of a grid's texts, and their undo.
 #pragma once
 
+#include "core/grid/grid_area.h"
 #include "core/grid/sheet_grid.h"
 
-#include <QUndoCommand>
-
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -31,27 +31,41 @@ struct CellEdit {
     QString after;
 };
 
-using CellPlaces = std::vector<std::pair<int, int>>;  // column, row
+// One edit of cells of a sheet, which is undone and redone as a whole.
+struct EditStep {
+    int sheet = 0;
+    std::vector<CellEdit> edits;
 
-// An edit of cells of one sheet as one step of undo. A cell that no longer holds the recorded text
-// is left alone; a step that changes no cell is removed.
-class EditCommand : public QUndoCommand {
+    // Writes the texts after the edit (forward) or before it. An edit whose cell no longer holds
+    // the recorded text is removed. Returns whether a cell has changed.
+    bool apply(SheetGrid& grid, bool forward);
+
+    // Records what the cells hold now as the texts after the edit (forward) or before it, and
+    // removes edits that change nothing.
+    void recordNow(const SheetGrid& grid, bool forward);
+};
+
+// The edits that can be undone or redone. Edits of cells that the program has written since, or
+// that have gone, are forgotten: they belong to another record.
+class EditHistory {
 public:
-    // Each redo and undo appends the addresses of the changed cells to `changed`.
-    EditCommand(SheetGrid& grid, int sheet, std::vector<CellEdit> edits, CellPlaces& changed)
-        : m_grid(grid), m_sheet(sheet), m_edits(std::move(edits)), m_changed(changed) {}
+    using StepPointer = std::shared_ptr<EditStep>;
 
-    int sheet() const { return m_sheet; }
-    void redo() override { run(&CellEdit::before, &CellEdit::after); }
-    void undo() override { run(&CellEdit::after, &CellEdit::before); }
+    // Adds a step that was done; steps that could be redone are forgotten.
+    void add(StepPointer step);
+
+    // The step to redo (forward) or undo next, which then counts as done or undone; null if there
+    // is none.
+    StepPointer take(bool forward);
+
+    void clear();
+    void forget(int sheet, const GridArea& area);
+    // Follows rows that were inserted (count above 0) or deleted (count below 0) at `row`.
+    void moveRows(int sheet, int row, int count, int lastRow);
 
 private:
-    void run(QString CellEdit::*from, QString CellEdit::*to);
-
-    SheetGrid& m_grid;
-    int m_sheet;
-    std::vector<CellEdit> m_edits;
-    CellPlaces& m_changed;
+    std::vector<StepPointer> m_steps;
+    size_t m_done = 0;  // the steps before this one can be undone, the others redone
 };
 
 // Texts as spreadsheets put them on the clipboard: tabs between cells and a line for each row. A

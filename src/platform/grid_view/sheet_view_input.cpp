@@ -52,10 +52,11 @@ void SheetView::mousePressEvent(QMouseEvent* event) {
     const QPoint place = event->position().toPoint();
     const Cell cell = cellAt(place);
     m->pressed = m->pressedHandle = m->rightPressed = {};
-    m->rightReported = false;
+    m->pressedBelow = m->rightReported = false;
     if (event->button() == Qt::LeftButton) {
         const bool onHandle = cell.isCell() && handleRect(cell).contains(place);
         (onHandle ? m->pressedHandle : m->pressed) = cell;
+        m->pressedBelow = rowAt(place.y()) < 0;
     } else if (event->button() == Qt::RightButton) {
         m->rightPressed = cell;
     }
@@ -77,7 +78,10 @@ void SheetView::mouseReleaseEvent(QMouseEvent* event) {
     const Cell pressedHandle = std::exchange(m->pressedHandle, {});
     const Cell rightPressed = std::exchange(m->rightPressed, {});
     const bool onHandle = cell.isCell() && handleRect(cell).contains(place);
+    const bool pressedBelow = std::exchange(m->pressedBelow, false);
     raiseMouseUp(*event, *viewport());
+    if (!alive) return;
+    if (event->button() == Qt::LeftButton && pressedBelow) raiseClickBelow(place);
     if (!alive || !cell.isCell()) return;
     if (event->button() == Qt::LeftButton && cell == pressed) {
         raiseClick(cell);
@@ -127,6 +131,11 @@ void SheetView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void SheetView::raiseClick(Cell cell) { Q_EMIT Click(cell.col, cell.row); }
+
+void SheetView::raiseClickBelow(const QPoint& place) {
+    if (!m->clicksBelow || !viewport()->rect().contains(place) || rowAt(place.y()) >= 0) return;
+    raiseClick({std::max(columnAt(place.x()) + 1, 1), rowsOf(ActiveSheet()) + 1});
+}
 
 void SheetView::raiseRightClick(Cell cell, const QPoint& place, bool byKey) {
     const QPointer<SheetView> alive(this);

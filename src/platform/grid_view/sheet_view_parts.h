@@ -11,7 +11,6 @@
 
 #include <QScrollBar>
 #include <QTabBar>
-#include <QUndoStack>
 
 #include <map>
 
@@ -58,8 +57,7 @@ struct SheetView::Parts {
     QTabBar* tabs;
     PageScrollBar* pageBar;
     FindBar* findBar;
-    QUndoStack undo;
-    CellPlaces changed;  // cells whose Change is still to be emitted
+    EditHistory history;
     std::vector<CellSpan> spans;
     int fillCol = 0;
     int wrapCol = 0;
@@ -69,9 +67,12 @@ struct SheetView::Parts {
     bool pending = true;             // the grid has changes that are not shown yet
     bool applying = false;           // the view follows the grid and not the user
     bool byUser = false;             // the grid changes because of the user's edit
+    bool undoing = false;            // the edit is an undo or redo
+    bool clicksBelow = false;        // setClicksBelowRows
     bool committing = false;         // the text of the open editor is being taken over
     Cell pressed;                    // under the left button
     Cell pressedHandle;
+    bool pressedBelow = false;
     Cell rightPressed;
     bool rightReported = false;
 };

@@ -63,40 +63,63 @@ void SheetView::enter(int sheet, std::vector<CellEdit> edits) {
         return edit.before == edit.after || m->model.isLocked(edit.col, edit.row);
     });
     if (edits.empty()) return;
-    flush();  // what the program wrote before is no edit of the user
-    m->undo.push(new EditCommand(*this, sheet, std::move(edits), m->changed));
-    raiseChanges();
+    flush();
+    const auto step = std::make_shared<EditStep>(EditStep{sheet, std::move(edits)});
+    {
+        const QScopedValueRollback byUser(m->byUser, true);
+        if (!step->apply(*this, true)) return;
+    }
+    m->history.add(step);
+    raiseChanges(*step, true);
 }
 
 void SheetView::undoStep(bool forward) {
     flush();
-    // A step whose cells hold other texts by now does nothing and is removed; the next one follows.
-    while (m->changed.empty() && (forward ? m->undo.canRedo() : m->undo.canUndo())) {
-        const int step = forward ? m->undo.index() : m->undo.index() - 1;
-        const int sheet = static_cast<const EditCommand*>(m->undo.command(step))->sheet();
+    // A step whose cells hold other texts by now does nothing; the next one follows.
+    while (const EditHistory::StepPointer step = m->history.take(forward)) {
+        if (step->edits.empty()) continue;
+        ActiveSheet(step->sheet);
+        flush();
         {
             const QScopedValueRollback byUser(m->byUser, true);
-            ActiveSheet(sheet);
-            flush();
+            if (!step->apply(*this, forward)) continue;
         }
-        forward ? m->undo.redo() : m->undo.undo();
+        setCurrent({step->edits.front().col, step->edits.front().row});
+        const QPointer<SheetView> alive(this);
+        m->undoing = true;
+        raiseChanges(*step, forward);
+        if (alive) m->undoing = false;
+        return;
     }
-    if (m->changed.empty()) return;
-    setCurrent({m->changed.front().first, m->changed.front().second});
-    raiseChanges();
 }
 
-void SheetView::raiseChanges() {
+// The caller keeps the step alive: a handler may load another grid.
+void SheetView::raiseChanges(EditStep& step, bool forward) {
     const QPointer<SheetView> alive(this);
     m->byUser = true;
-    const CellPlaces places = std::exchange(m->changed, {});
-    for (const auto& [col, row] : places) {
-        Q_EMIT Change(col, row);
+    const std::vector<CellEdit> edits = step.edits;
+    for (const CellEdit& edit : edits) {
+        Q_EMIT Change(edit.col, edit.row);
         if (!alive) return;
     }
     flush();
     m->byUser = false;
+    // What the handlers made of the texts is part of the edit.
+    step.recordNow(*this, forward);
 }
+
+bool SheetView::isUndoing() const { return m->undoing; }
+
+// What the program writes ends the undo of its cells: they belong to another record now.
+void SheetView::textsWritten(int sheet, const GridArea& area) {
+    if (!m->byUser) m->history.forget(sheet, area);
+}
+
+void SheetView::rowsMoved(int sheet, int row, int count) {
+    m->history.moveRows(sheet, row, count, rowsOf(sheet));
+}
+
+void SheetView::contentReplaced() { m->history.clear(); }
 
 // Cells on view that hold texts of their own; what is hidden is not the user's to touch.
 std::vector<CellEdit> SheetView::selectedCells() const {

@@ -86,6 +86,48 @@ private Q_SLOTS:
                          sign(collator.compare(a, b)));
     }
 
+    void onlyCaseAndCompositionDoNotCount_data() {
+        QTest::addColumn<QString>("a");
+        QTest::addColumn<QString>("b");
+        QTest::addColumn<bool>("same");
+        QTest::newRow("superscript") << "Psalm 2"
+                                     << "Psalm \u00b2" << false;
+        QTest::newRow("full width") << "Psalm"
+                                    << "\uff30salm" << false;
+        QTest::newRow("ligature") << "Office"
+                                  << "O\ufb03ce" << false;
+        QTest::newRow("accent") << "Elan"
+                                << "\u00c9lan" << false;
+        QTest::newRow("soft hyphen") << "Amen"
+                                     << "A\u00admen" << false;
+        QTest::newRow("hard blank") << "A B"
+                                    << "A\u00a0"
+                                       "B"
+                                    << false;
+        QTest::newRow("case") << "\u00c9LAN"
+                              << "\u00e9lan" << true;
+        QTest::newRow("composition") << "\u00c9lan"
+                                     << "E\u0301lan" << true;
+        QTest::newRow("both") << "\u00e9lan"
+                              << "E\u0301LAN" << true;
+        QTest::newRow("final sigma") << "\u03a3\u03a3"
+                                     << "\u03c3\u03c2" << true;
+    }
+    void onlyCaseAndCompositionDoNotCount() {
+        QFETCH(QString, a);
+        QFETCH(QString, b);
+        QFETCH(bool, same);
+        QCOMPARE(compareTexts(a.toStdString(), b.toStdString()) == 0, same);
+        QCOMPARE(compareTexts(a.toStdString(), b.toStdString()),
+                 -compareTexts(b.toStdString(), a.toStdString()));
+        openDatabase();
+        run(QStringLiteral("INSERT INTO songs (title) VALUES ('%1')").arg(a));
+        QCOMPARE(
+            column(QStringLiteral("SELECT title FROM songs WHERE title = '%1'").arg(b), "title")
+                .size(),
+            same ? 1 : 0);
+    }
+
     void songsWithANumberAreThoseWhoseNumberIsNotEmpty() {
         openDatabase();
         run("INSERT INTO songs (title, CCLI) VALUES ('with', '22025'), ('empty', ''), "
@@ -150,6 +192,11 @@ private Q_SLOTS:
                                    "",
                                    "   ",
                                    "-- nothing",
+                                   "UPDATE songs SET title = 'a' -- b', WHERE ID = 1",
+                                   "UPDATE songs SET title = 'a' /* b', WHERE ID = 1",
+                                   "SELECT title /* all */ FROM songs",
+                                   "SELECT title FROM songs --",
+                                   "SELECT title FROM songs WHERE title = \"text\"",
                                    "SELECT * FROM no_such_table",
                                    "SELECT no_such_column FROM songs",
                                    "SELECT title FROM songs WHERE title = 'it's'",

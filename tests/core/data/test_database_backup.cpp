@@ -11,8 +11,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <chrono>
 #include <functional>
 #include <sqlite3.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -155,6 +157,26 @@ private Q_SLOTS:
         expectWhole(path("db1.mdb"), "new", 901);
         expectWhole(path("copy.mdb"), "new", 901);
         QVERIFY(!QFile::exists(path("db1.mdb-wal")));
+    }
+
+    void copyWaitsForAWriterLongerThanAStatement() {
+        const QString file = newDatabase("db1.mdb");
+        Connection connection;
+        connection.Open(file);
+        fill(connection, "a", 10);
+        sqlite3* writer = nullptr;
+        QCOMPARE(sqlite3_open(file.toUtf8().constData(), &writer), SQLITE_OK);
+        QCOMPARE(sqlite3_exec(writer, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+        std::thread other([writer] {
+            std::this_thread::sleep_for(std::chrono::seconds(4));
+            sqlite3_exec(writer, "COMMIT", nullptr, nullptr, nullptr);
+        });
+        const int error = errorOf([&] { backUpDatabase(connection, path("copy.mdb")); });
+        other.join();
+        sqlite3_close(writer);
+        QCOMPARE(error, 0);
+        connection.Close();
+        expectWhole(path("copy.mdb"), "a", 10);
     }
 
     void restoreWhileAStatementRunsIsToldAndChangesNothing() {

@@ -141,7 +141,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("statements");
         QTest::newRow("next version") << "PRAGMA user_version = 2";
         QTest::newRow("far version") << "PRAGMA user_version = 2000000000";
-        QTest::newRow("below nought") << "PRAGMA user_version = -1";
         QTest::newRow("other journal") << "PRAGMA user_version = 2; PRAGMA journal_mode = WAL";
         QTest::newRow("other tables") << "DROP TABLE prefs; CREATE TABLE prefs (a, b, c); "
                                          "PRAGMA user_version = 7";
@@ -151,6 +150,17 @@ private Q_SLOTS:
         world->sql(statements);
         const QByteArray before = read(file());
         world->answers.runTimeError(StoreFailed, "created by a later version of Lorvanite");
+        atEdge(OnFailure::EndsProgram, [] { openDatabase(); });
+        QCOMPARE(world->endStatus, 1);
+        QVERIFY(!dbConn.isOpen());
+        QVERIFY(read(file()) == before);
+        QCOMPARE(files(), QStringList{"db1.mdb"});
+    }
+
+    void databaseWithANegativeVersionIsRefusedAsForeign() {
+        world->sql("PRAGMA user_version = -1");
+        const QByteArray before = read(file());
+        world->answers.runTimeError(StoreFailed, "not created by Lorvanite");
         atEdge(OnFailure::EndsProgram, [] { openDatabase(); });
         QCOMPARE(world->endStatus, 1);
         QVERIFY(!dbConn.isOpen());

@@ -3,6 +3,7 @@
 #include "core/data/dates.h"
 #include "core/shell/frm_about.h"
 #include "core/shell/frm_splash.h"
+#include "reports/frm_history.h"
 #include "support/registry.h"
 #include "support/world.h"
 
@@ -12,6 +13,10 @@
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QMessageBox>
+#include <QProcess>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTextBrowser>
 
 #include <algorithm>
@@ -74,6 +79,29 @@ private Q_SLOTS:
         addNote(*world, "three <b>&amp;", today().addDays(30));
         world->answers.box("one\rtwo\rthree <b>&amp;\r", QMessageBox::Information,
                            "Reminder Notes");
+        world->start();
+    }
+
+    void longReminderScrollsAndItsButtonStaysOnTheScreen() {
+        QString all;
+        for (int i = 1; i <= 80; ++i) {
+            const QString note = QStringLiteral("note %1 %2").arg(i).arg(QString(60, u'n'));
+            addNote(*world, note, today().addDays(1));
+            all += note + QLatin1Char('\n');
+        }
+        world->answers.custom(QStringLiteral("reminder"), [all](QWidget* modal) {
+            auto* box = qobject_cast<QMessageBox*>(modal);
+            QVERIFY(box);
+            const QRect room = box->screen()->availableGeometry();
+            const QPushButton* ok = box->findChild<QPushButton*>();
+            const QRect button(ok->mapToGlobal(QPoint()), ok->size());
+            const auto* scroll = box->findChild<QScrollArea*>();
+            const bool scrolls = scroll && scroll->verticalScrollBar()->maximum() > 0;
+            box->accept();
+            QCOMPARE(box->text(), all);
+            QVERIFY2(room.contains(button), qPrintable(QString::number(button.bottom())));
+            QVERIFY(scrolls);
+        });
         world->start();
     }
 
@@ -165,6 +193,86 @@ private Q_SLOTS:
         const QMdiSubWindow* frame = world->main().mdiArea->subWindowList().constFirst();
         QCOMPARE(frame->x(), (world->main().width() - frame->width()) / 2);
         QCOMPARE(frame->y(), 33);
+    }
+
+    void minimisedModuleComesBackByItsButton() {
+        world->start();
+        click(world->main().cmdHistory);
+        QMdiSubWindow* frame = world->main().mdiArea->subWindowList().constFirst();
+        frame->showMinimized();
+        settle();
+        QVERIFY(frame->isMinimized());
+        click(world->main().cmdHistory);
+        QVERIFY(!frame->isMinimized());
+        QVERIFY(frmHistory::instance().isVisible());
+        QVERIFY(frame->height() > 200);
+    }
+
+    void moduleStaysInsideASmallMainWindow() {
+        world->start();
+        frmMDI& main = world->main();
+        main.resize(820, 520);
+        settle();
+        for (QToolButton* button : {main.cmdAbout, main.Command1}) {
+            click(button);
+            const QMdiSubWindow* frame = main.mdiArea->activeSubWindow();
+            const QRect room(QPoint(), main.mdiArea->viewport()->size());
+            QVERIFY2(room.contains(frame->geometry()), qPrintable(frame->windowTitle()));
+        }
+    }
+
+    void moduleOpenedBesideAMaximisedOneFillsTheRoom() {
+        world->start();
+        frmMDI& main = world->main();
+        click(main.cmdHistory);
+        main.mdiArea->activeSubWindow()->showMaximized();
+        settle();
+        click(main.Command1);
+        const QMdiSubWindow* frame = main.mdiArea->activeSubWindow();
+        QCOMPARE(frame->geometry().topLeft(), QPoint(0, 0));
+        const QRect room(QPoint(), main.mdiArea->viewport()->size());
+        QVERIFY(room.contains(frame->geometry()));
+    }
+
+    void mainWindowLiesOnItsScreen() {
+        world->start();
+        settle();
+        frmMDI& main = world->main();
+        QVERIFY2(main.screen()->availableGeometry().contains(main.frameGeometry()),
+                 qPrintable(QString::number(main.frameGeometry().width())));
+        QVERIFY(main.cmdAbout->x() >= main.Command11->geometry().right());
+    }
+
+    // 1024 x 768, 1280 x 800 with a panel, and a full HD screen at 150 and 200 per cent.
+    void mainWindowLiesOnASmallScreen_data() {
+        QTest::addColumn<int>("width");
+        QTest::addColumn<int>("height");
+        QTest::newRow("1024 x 768") << 1024 << 768;
+        QTest::newRow("1280 x 760") << 1280 << 760;
+        QTest::newRow("150 per cent") << 853 << 533;
+        QTest::newRow("200 per cent") << 960 << 540;
+    }
+    void mainWindowLiesOnASmallScreen() {
+        QFETCH(int, width);
+        QFETCH(int, height);
+        QFile file(world->path("screen.json"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(QStringLiteral("{\"synchronousWindowSystemEvents\": false, \"screens\": "
+                                  "[{\"name\": \"s\", \"x\": 0, \"y\": 0, \"width\": %1, "
+                                  "\"height\": %2, \"logicalDpi\": 96, \"logicalBaseDpi\": 96, "
+                                  "\"dpr\": 1}]}")
+                       .arg(width)
+                       .arg(height)
+                       .toUtf8());
+        file.close();
+        QProcess other;
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QT_QPA_PLATFORM", "offscreen:configfile=" + file.fileName());
+        other.setProcessEnvironment(environment);
+        other.start(QCoreApplication::applicationFilePath(),
+                    {"test_main_window", "mainWindowLiesOnItsScreen"});
+        QVERIFY(other.waitForFinished(120000));
+        QVERIFY2(other.exitCode() == 0, other.readAllStandardOutput().constData());
     }
 
     void closedModuleIsCreatedAgainAtTheNextOpening() {

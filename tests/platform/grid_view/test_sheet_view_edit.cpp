@@ -55,6 +55,7 @@ private Q_SLOTS:
     void comboByKeys();
     void dates();
     void datePickedFromCalendar();
+    void dateBeyond2029();
     void buttons();
     void pictureIsNoText();
 };
@@ -481,6 +482,30 @@ void TestSheetViewEdit::datePickedFromCalendar() {
     QCOMPARE(window.view.GetText(1, 1), QStringLiteral("11/23/26"));
     QCOMPARE(window.changes.count(), 1);
     QVERIFY(!editorOf<QLineEdit>(window.view));
+}
+
+void TestSheetViewEdit::dateBeyond2029() {
+    EditWindow window;
+    QVERIFY(window.start());
+    SheetView& view = window.view;
+    makeDate(view, 1, 1);
+    view.SetText(1, 1, QStringLiteral("12/31/29"));
+    for (const char* next : {"01/01/30", "01/02/30"}) {
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, handle(view, 1, 1));
+        auto* calendar = QApplication::activePopupWidget()->findChild<QCalendarWidget*>();
+        QVERIFY(calendar);
+        QTest::keyClick(calendar->focusWidget() ? calendar->focusWidget() : calendar,
+                        Qt::Key_Right);
+        QTest::keyClick(calendar->focusWidget() ? calendar->focusWidget() : calendar,
+                        Qt::Key_Return);
+        QCOMPARE(view.GetText(1, 1), QLatin1String(next));
+    }
+    view.SetActiveCell(1, 1);
+    view.flush();
+    pressKey(Qt::Key_F2);
+    pressKey(Qt::Key_Up);
+    pressKey(Qt::Key_Return);
+    QCOMPARE(view.GetText(1, 1), QStringLiteral("01/03/30"));
 }
 
 void TestSheetViewEdit::buttons() {

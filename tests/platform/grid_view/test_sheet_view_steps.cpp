@@ -17,6 +17,10 @@ private Q_SLOTS:
     void undo();
     void undoThatNoLongerFits();
     void undoEndsWhenTheProgramLoads();
+    void undoEndsWhereTheProgramWrites();
+    void undoFollowsItsRow();
+    void rewrittenTextIsUndoneAsAWhole();
+    void refusedTextComesBack();
     void undoOnAnotherPage();
     void find();
     void pageClickTakesTheText();
@@ -170,6 +174,74 @@ void TestSheetViewSteps::undoEndsWhenTheProgramLoads() {
     window.view.flush();
     pressKey(Qt::Key_Z, Qt::ControlModifier);
     QCOMPARE(window.view.GetText(1, 1), QString());
+}
+
+// The same text, but of another record.
+void TestSheetViewSteps::undoEndsWhereTheProgramWrites() {
+    EditWindow window;
+    QVERIFY(window.start());
+    typeText(QStringLiteral("one"));
+    pressKey(Qt::Key_Return);
+    window.view.SetText(1, 1, QStringLiteral("one"));
+    pressKey(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(window.view.GetText(1, 1), QStringLiteral("one"));
+}
+
+void TestSheetViewSteps::undoFollowsItsRow() {
+    EditWindow window;
+    QVERIFY(window.start());
+    SheetView& view = window.view;
+    for (const char* text : {"one", "two", "three"}) {
+        typeText(QString::fromLatin1(text));
+        pressKey(Qt::Key_Return);
+    }
+    view.MaxRows(5);
+    view.InsertRows(2, 1);
+    view.DeleteRows(4, 1);
+    view.flush();
+    QCOMPARE(view.GetText(1, 3), QStringLiteral("two"));
+    pressKey(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(view.GetText(1, 3), QStringLiteral("1,2"));
+    QCOMPARE(view.ActiveRow(), 3);
+    pressKey(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(view.GetText(1, 1), QStringLiteral("1,1"));
+    pressKey(Qt::Key_Y, Qt::ControlModifier);
+    pressKey(Qt::Key_Y, Qt::ControlModifier);
+    QCOMPARE(view.GetText(1, 3), QStringLiteral("two"));
+}
+
+void TestSheetViewSteps::rewrittenTextIsUndoneAsAWhole() {
+    EditWindow window;
+    QVERIFY(window.start());
+    SheetView& view = window.view;
+    connect(&view, &SheetView::Change, this, [&view](int col, int row) {
+        view.SetText(col, row, view.GetText(col, row).toUpper());
+    });
+    typeText(QStringLiteral("note"));
+    pressKey(Qt::Key_Return);
+    typeText(QStringLiteral("date"));
+    pressKey(Qt::Key_Return);
+    QCOMPARE(view.GetText(1, 2), QStringLiteral("DATE"));
+    pressKey(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(view.GetText(1, 2), QStringLiteral("1,2"));
+    QCOMPARE(view.GetText(1, 1), QStringLiteral("NOTE"));
+    pressKey(Qt::Key_Y, Qt::ControlModifier);
+    QCOMPARE(view.GetText(1, 2), QStringLiteral("DATE"));
+}
+
+void TestSheetViewSteps::refusedTextComesBack() {
+    EditWindow window;
+    QVERIFY(window.start());
+    SheetView& view = window.view;
+    connect(&view, &SheetView::Change, this, [&view](int col, int row) {
+        if (!view.isUndoing()) view.SetText(col, row, QString());
+    });
+    typeText(QStringLiteral("no date"));
+    pressKey(Qt::Key_Return);
+    QCOMPARE(view.GetText(1, 1), QString());
+    pressKey(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(view.GetText(1, 1), QStringLiteral("1,1"));
+    QVERIFY(!view.isUndoing());
 }
 
 void TestSheetViewSteps::undoOnAnotherPage() {
