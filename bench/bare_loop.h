@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Shared by the benchmarks of the database: statements run beside the program, a database of 10,000
 // songs with 200,000 played rows, and a bare loop that runs the same statements with SQLite alone,
 // as the measure.

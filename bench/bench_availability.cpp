@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Compares the availability update of a schedule, with 200 people and 50,000 played rows over 31
 // weeks, with a bare loop that reads the same rows and makes the same comparisons. The update may
 // take at most 1.5 times as long as the loop, and 100 ms; otherwise the program fails.

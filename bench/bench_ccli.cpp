@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // How long the CCLI report of a period takes on 10,000 songs with 200,000 played rows, as a ratio
 // to a bare loop that steps the same join with SQLite itself and reads the texts of its rows.
 #include "bare_loop.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Times the printing of a chart of three pages to a PDF file. It may take at most 3 times as long
 // as writing the same texts in the same font at the same positions with QPdfWriter and QPainter
 // alone, into a file that is replaced as a whole, like ours. Fails if it takes longer.

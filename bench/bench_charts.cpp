@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Times the painting of a chart page, and the transposition of a chart of 20 pages, also as a ratio
 // to a bare loop that joins the same strings.
 #include "charts/chart_view.h"

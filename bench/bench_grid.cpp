@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Times filling, saving, loading, sorting and searching a grid of 10,000 x 5 cells. Filling may
 // take at most half as long as filling a QStandardItemModel, saving and loading at most 3 times as
 // long as a round trip of the plain texts through QJsonDocument. Fails if one of them takes longer.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Times the HTML export of a grid of 10,000 x 4 cells. It may take at most 2 times as long as
 // writing the same bytes with QTextStream into a file that is replaced as a whole, like the grid's.
 // Fails if it takes longer.

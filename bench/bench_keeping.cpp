@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // How long the keeping of an unsaved schedule of 31 weeks holds the window up, beside one way of
 // the same texts into JSON. It may take 10 ms and 3 times the texts at most; the program fails
 // where it does not hold.

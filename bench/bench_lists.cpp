@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // How long the song list and the category search take on 10,000 songs with 200,000 played rows, as
 // ratios to a bare loop that prepares and steps the same statements with SQLite itself.
 #include "bare_loop.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Compares the roster of 500 people, from the database to its PDF, with a bare loop that reads the
 // same rows with the same statements and draws the same texts on as many pages. The roster may take
 // at most 3 times as long as the loop, and 500 ms; otherwise the program fails.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Times two ways of doing the same in turns, so that a change of the machine's speed affects both,
 // and compares them.
 #pragma once

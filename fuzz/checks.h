@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What must hold whatever bytes come. The fuzz targets try them on bytes of their own making, the
 // tests on the kept corpus.
 #pragma once

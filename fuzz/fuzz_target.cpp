@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // One fuzz target: CHECK is the check that it tries. What does not hold ends the process.
 #include "checks.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Creates the delivered database from its SQL text: lorvanite_make_db FROM.sql TO.mdb
 // Writes the new file beside the target and renames it.
 #include "core/data/database_handle.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Draws the program's icon in the sizes that desktops need:
 // lorvanite_make_icons FROM.svg FOLDER SIZE...    writes FOLDER/SIZE.png for each size in pixels
 #include <QFile>

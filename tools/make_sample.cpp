@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Makes the sample tree, which a newcomer can try everything on:
 // lorvanite_make_sample SAMPLE_TEXT_FOLDER PROGRAM_TREE TARGET_FOLDER YYYY-MM-DD|today
 // The last service is the Sunday before the given day. The target must be empty or not exist yet.

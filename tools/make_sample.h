@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Shared by the parts of the sample maker: the sample as read from its texts.
 #pragma once
 

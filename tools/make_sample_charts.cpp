@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Writes the charts on their pages.
 #include "charts/rules/chart_page.h"
 #include "core/grid/sheet_grid.h"

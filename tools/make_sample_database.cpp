@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Fills the sample's database.
 #include "core/data/dates.h"
 #include "make_sample.h"

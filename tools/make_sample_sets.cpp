@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Writes the set designs and the saved sets, as the set window writes them.
 #include "core/data/dates.h"
 #include "core/grid/sheet_grid.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Reads the sample's plain texts.
 #include "core/data/paths.h"
 #include "core/data/run_time_error.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Makes short mono sound files of the tunes, with a plain, bell-like sound.
 #include "make_sample.h"
 

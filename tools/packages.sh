@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The Lorvanite authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+
 # Sourced by run, test and packaging: installs Debian packages that are missing, by name.
 
 # What the program is built with, and what it needs to run.
@@ -7,7 +10,7 @@ build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-svg-de
 # What the tests need beyond that.
 test_packages=(libmpv2 ccache chordii clang-format git libxml2-utils sqlite3 python3
     python3-aiosmtpd python3-icalendar openssl pandoc poppler-utils locales
-    unrtf)
+    reuse unrtf)
 
 # need_packages NAME...: installs those that are missing, without recommended packages.
 need_packages() {

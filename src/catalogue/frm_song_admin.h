@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The song catalogue: songs, their categories and the dates on which they were played.
 #pragma once
 

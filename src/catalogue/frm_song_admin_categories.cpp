@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The panel that defines categories, and the list that gives one to a song.
 #include "catalogue/frm_song_admin.h"
 #include "catalogue/rules/categories.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Output of a chart: on paper, as HTML, in a message, and as a lyric sheet. Shared by both chart
 // windows. All functions take a grid with the pages of a chart and change it only as described.
 #pragma once

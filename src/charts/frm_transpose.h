@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Transpose SheetMusic: a copy of the chart, transposed by semi-tones.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "charts/sheet_music.h"
 
 #include "charts/chart_files.h"

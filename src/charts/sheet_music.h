@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // SheetMusic: to write, import and save a chord chart, and to assign it to a song.
 #pragma once
 

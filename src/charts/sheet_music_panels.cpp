@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The panels of the chart window: the import and the note maker.
 #include "charts/chart_files.h"
 #include "charts/rules/chart_import.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Copies of all that a user's work consists of, each in its own folder below "copies".
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Keeps what one window works on while it differs from what was loaded or saved last.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // e-Mail Package: sends a message with attachments to members of the team.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The note panel.
 #include "core/data/texts.h"
 #include "mail/frm_email.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The mail library: sends one message over SMTP, after a POP3 login if that is required.
 #pragma once
 

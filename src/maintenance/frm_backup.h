@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Backup Files: copies the database and the document folders to a place of the user's choice and
 // back, and empties the database.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Notes: lists and edits dated notes, and turns the reminders at the start of the program off.
 #pragma once
 

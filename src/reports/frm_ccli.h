@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // CCLI Reporting: lists, prints and mails the performances of songs with a CCLI number, for a
 // period or for one song.
 #pragma once

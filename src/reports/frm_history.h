@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Song Play History: lists the songs played in a year and charts the months in which one was
 // played.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The bar chart of the months in which a song was played: its backdrop and its bars.
 #pragma once
 

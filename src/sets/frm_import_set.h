@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Import Sets: records sets from elsewhere as played and copies them to the saved sets.
 #pragma once
 

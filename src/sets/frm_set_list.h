@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Pick Set: the left half finds songs. The right half is the set, which is saved, loaded and
 // recorded as played.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The right half of the window: the set and its design.
 #include "core/data/database.h"
 #include "core/data/paths.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What leaves the set: prints, a text file, a mail, and the charts of its songs.
 #include "core/data/paths.h"
 #include "mail/mail_hand_over.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The left half of the window: finding songs.
 #include "catalogue/rules/categories.h"
 #include "platform/desktop/message_box.h"

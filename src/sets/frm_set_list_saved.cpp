@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Saving the set, recording what was played, loading a saved set.
 #include "platform/desktop/common_dialog.h"
 #include "platform/desktop/desktop.h"

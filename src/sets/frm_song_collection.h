@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Export Music: prints or mails the charts of a set's songs as one document.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The panel that asks which weeks of a schedule are mailed or printed.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Scheduling: the people of the team on the left, the schedule of the coming weeks on the right.
 #pragma once
 

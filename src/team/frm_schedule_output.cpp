@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The output of a schedule: mail, paper, a page of HTML.
 #include "core/data/dates.h"
 #include "core/data/paths.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The people: picking, showing, storing and deleting a record, and printing the roster.
 #include "core/data/database.h"
 #include "core/data/texts.h"

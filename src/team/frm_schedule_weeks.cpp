@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The schedule: its weeks, its pop-up menu, its files and the start-up schedule.
 #include "core/data/database.h"
 #include "core/data/run_time_error.h"

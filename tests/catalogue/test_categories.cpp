@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Categories: the panel that defines them, and the list that gives one to a song.
 #include "catalogue/song_admin_hands.h"
 #include "support/registry.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The dates on which a song was played.
 #include "catalogue/song_admin_hands.h"
 #include "support/registry.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Song Administration: the list, showing a song, storing and deleting it.
 #include "catalogue/song_admin_hands.h"
 #include "core/data/database.h"

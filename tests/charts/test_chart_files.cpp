@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Saving and opening charts, and assigning them to a song.
 #include "charts/chart_test.h"
 #include "sets/frm_set_list.h"

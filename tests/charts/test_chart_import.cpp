@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Importing the lines of a text file that the user has marked.
 #include "charts/chart_test.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Printing, exporting and mailing a chart from both chart windows.
 #include "charts/chart_test.h"
 #include "mail/frm_email.h"

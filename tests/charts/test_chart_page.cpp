@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The page of a chart: its rows, its commands and the mouse.
 #include "charts/chart_test.h"
 #include "platform/desktop/desktop.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Transposes many chords to every key, checked by a second implementation of the split.
 #include "charts/rules/chart_page.h"
 #include "charts/rules/transposer.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The lyric sheet: the lyrics of a page in large type, as RTF.
 #include "charts/chart_test.h"
 #include "support/files.h"

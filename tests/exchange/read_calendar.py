@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: The Lorvanite authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+
 """read_calendar FILE   prints the events of a calendar as another program reads them."""
 import sys
 

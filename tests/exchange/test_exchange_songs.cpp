@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Songs of other programs are read with all they hold.
 #include "exchange/rules/song_builder.h"
 #include "samples.h"

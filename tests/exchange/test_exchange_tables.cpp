@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Tables, cards and odd bytes are read, and what is not to be read names its reason.
 #include "exchange/rules/plain_text.h"
 #include "samples.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What is taken out comes back the same, and other programs read it.
 #include "exchange/rules/chord_names.h"
 #include "exchange/rules/song_builder.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // A program's folder that is copied, and a process that copies it until it is killed.
 #pragma once
 

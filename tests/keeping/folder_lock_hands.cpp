@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "keeping/folder_lock_hands.h"
 
 #include "keeping/folder_lock.h"

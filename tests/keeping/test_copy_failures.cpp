@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Copies that are killed, find the disk full or may not write: complete or absent.
 #include "core/data/database.h"
 #include "core/data/database_backup.h"

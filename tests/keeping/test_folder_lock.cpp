@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // One program on one folder.
 #include "keeping/folder_lock.h"
 #include "support/other_process.h"

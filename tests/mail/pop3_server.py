@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The Lorvanite authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+
 """A small POP3 server for the tests: pop3_server.py FOLDER SETTINGS(JSON).
 
 SETTINGS: login [user, password]; capabilities, more lines of its answer to CAPA, optional. Prints

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The Lorvanite authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+
 """An SMTP server for the tests: smtp_server.py FOLDER SETTINGS(JSON).
 
 Prints "port N" when it listens. Writes each message that it accepts, parsed, to FOLDER as

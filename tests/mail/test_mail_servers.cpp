@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Servers that refuse, close, say nothing or talk nonsense, at each step of the protocol.
 #include "mail/mail_hands.h"
 #include "support/registry.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The wait for the server's answer to the complete message.
 #include "core/shell/frm_mdi.h"
 #include "mail/mail_hands.h"

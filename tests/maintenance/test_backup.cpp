@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Backing up and restoring the data, and emptying the database.
 #include "catalogue/frm_song_admin.h"
 #include "core/data/database.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "reports/report_test.h"
 
 QString ReportTest::addSong(const QString& title, const QStringList& dates, const QString& number) {

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The performances of songs with a CCLI number: listed, printed and mailed.
 #include "core/data/run_time_error.h"
 #include "mail/frm_email.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The songs played in a year, and the months in which one was played.
 #include "catalogue/frm_song_admin.h"
 #include "core/data/database.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Import Sets: recording sets from elsewhere and copying them to the saved sets.
 #include "sets/frm_import_set.h"
 #include "sets/saved_set_test.h"

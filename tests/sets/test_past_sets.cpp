@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Past Sets: showing, printing and mailing a saved set.
 #include "mail/frm_email.h"
 #include "sets/frm_past_sets.h"

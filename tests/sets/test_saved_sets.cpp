@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Saving a set, recording what was played, loading a set.
 #include "sets/saved_set_test.h"
 

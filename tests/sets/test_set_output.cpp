@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Printing, exporting and mailing a set.
 #include "mail/frm_email.h"
 #include "sets/set_list_test.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Export Music: collecting, printing and mailing the charts of a set.
 #include "charts/rules/chart_page.h"
 #include "mail/frm_email.h"

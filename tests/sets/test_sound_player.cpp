@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Playing a song of the list.
 #include "platform/theme/theme.h"
 #include "sets/set_list_test.h"

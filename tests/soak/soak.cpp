@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // lorvanite_soak [--seed S] [--commands N] [--from N] [--patience SECONDS] [--tell]
 // A random user works with all windows over copies of the sample folder, a new one
 // every 1000 commands: --from with such a number comes back to a later one. Nothing may crash,

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Keeps the last commands for the moment when something breaks, and breaks off what hangs.
 #pragma once
 

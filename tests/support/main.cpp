@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // lorvanite_tests NAME [QtTest's options]    runs the tests of the file NAME.cpp
 // lorvanite_tests --save-for-ever FOLDER     saves sets until it is killed
 // lorvanite_tests --run-and-close FOLDER ACTIVITY    runs the program until its user closes it

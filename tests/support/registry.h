@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The tests of the test program. LORVANITE_TEST(ClassName) after the class in a file
 // test_<name>.cpp registers it; its CTest entry has the name of the file.
 #pragma once

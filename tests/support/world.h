@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The environment of a test: a program folder, the day, answers and a log of statements.
 #pragma once
 

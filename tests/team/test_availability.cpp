@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Who is offered for which date, and the set lists of the weeks.
 #include "team/schedule_test.h"
 

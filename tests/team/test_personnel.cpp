@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The people of the team: picking, showing, storing, deleting.
 #include "team/schedule_test.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The roster on paper.
 #include "support/printed.h"
 #include "team/rules/roster.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Finalising, saving, loading, the start-up schedule.
 #include "sets/frm_set_list.h"
 #include "team/schedule_test.h"

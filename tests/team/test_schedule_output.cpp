@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The schedule as mail and as a page of HTML, and the panel that asks which weeks.
 #include "support/full_disk.h"
 #include "team/schedule_output_test.h"

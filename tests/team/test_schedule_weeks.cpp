@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // A new schedule, typed dates, the commands of the pop-up menu.
 #include "team/schedule_test.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Special music, and its reminders in the start-up schedule.
 #include "sets/frm_set_list.h"
 #include "team/frm_special_music.h"

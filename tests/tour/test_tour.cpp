@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The tour: follows a set through the real windows, from choosing its songs to mailing it, with the
 // sample data. It leaves a picture of each window in build/tour, the printed pages as PDF, the
 // exported files and the messages that a mail server received.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The dates on which one song was played: rows of played_on in a grid, and written back from it.
 #pragma once
 

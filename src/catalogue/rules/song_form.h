@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The form of one song: a grid with one field a row, read from and written to the table songs.
 #pragma once
 

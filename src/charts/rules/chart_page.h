@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The page of a chart: a fixed form of narrow cells in which a row's role follows from its number.
 // Rows 1 to 3 are the title, odd rows from 5 hold chords, even rows from 6 the lyrics below them.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // A chart's pages as a whole: copied to another grid, or merged on page 1 for paper and mail.
 #pragma once
 

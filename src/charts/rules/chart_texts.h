@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Output of one page of a chart: the name proposed for its file, its HTML and its lyrics.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "charts/rules/chord_palette.h"
 
 std::array<QStringList, 4> chordParts() {

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Transposes the chords of a chart. The names of the notes come from the table transpose: rows of
 // twelve entries, looked up by position. Nothing here knows any music.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Owning handles for SQLite, and its errors as run-time errors. For the files of this folder alone.
 #pragma once
 

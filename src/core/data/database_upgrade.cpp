@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "core/data/database_upgrade.h"
 
 #include "core/data/database_handle.h"

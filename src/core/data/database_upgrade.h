@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Versions of the database's tables, and the upgrade of earlier ones.
 #pragma once
 

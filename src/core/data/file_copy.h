@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Copies files and folders. Paths may be written with either separator. A copy has the time of its
 // original.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Where the program keeps its files, and paths as texts. Paths may be written with either
 // separator.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The file format of a saved grid: UTF-8 JSON with a format name, a version and a checksum.
 #pragma once
 

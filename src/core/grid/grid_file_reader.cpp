@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "core/grid/grid_file.h"
 #include "core/grid/grid_file_keys.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // A spreadsheet grid without a screen. Every list, form and document of the program is one.
 #pragma once
 

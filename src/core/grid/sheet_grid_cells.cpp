@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "core/data/dates.h"
 #include "core/grid/sheet_data.h"
 #include "core/grid/sheet_grid_dates.h"

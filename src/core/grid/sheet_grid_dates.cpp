@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "core/grid/sheet_grid_dates.h"
 
 void setUpDateCells(SheetGrid& grid, int col, int row) {

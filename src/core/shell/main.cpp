@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // lorvanite             starts the program
 // lorvanite --help      prints what the program is and how to start it
 // lorvanite --version   prints its version

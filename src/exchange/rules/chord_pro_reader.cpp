@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // ChordPro: directives in braces, chords in brackets within the lyrics.
 #include "exchange/rules/chord_names.h"
 #include "exchange/rules/form_readers.h"

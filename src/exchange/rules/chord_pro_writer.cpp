@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "exchange/rules/chord_names.h"
 #include "exchange/rules/plain_text.h"
 #include "exchange/rules/verse_names.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Tables of songs, of played dates and of people, known by their heads.
 #include "core/data/dates.h"
 #include "exchange/rules/csv_table.h"

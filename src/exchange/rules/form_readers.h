@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The readers of the single forms. readExchangeFile() chooses among them.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // OpenLyrics 0.8 and 0.9, older ones with <line>, and what song databases hold of it.
 #include "exchange/rules/chord_names.h"
 #include "exchange/rules/form_readers.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // OpenSong: properties in XML, lyrics and chords as lines with a mark in front.
 #include "exchange/rules/chord_names.h"
 #include "exchange/rules/form_readers.h"

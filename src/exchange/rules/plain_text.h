@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Bytes of unknown origin as text, and the cleaning of such texts.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Reads songs, people and played dates from a file's bytes, whatever of the known forms they have.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What is brought in and taken out: songs, people, and the dates on which songs were played.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The song database of OpenLP: an SQLite file, read from its bytes in memory.
 #include "exchange/rules/form_readers.h"
 #include "exchange/rules/plain_text.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Lyrics as plain text, with chords in lines of their own over them, and what SongSelect offers as
 // text: a title, labelled verses, and the credits at the end.
 #include "exchange/rules/chord_names.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Plain text with chords, and tables.
 #include "exchange/rules/csv_table.h"
 #include "exchange/rules/plain_text.h"

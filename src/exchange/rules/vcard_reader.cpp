@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // vCard 2.1, 3.0 and 4.0.
 #include "exchange/rules/form_readers.h"
 #include "exchange/rules/plain_text.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Writes songs, people, played dates and schedules as bytes of files. The same content gives the
 // same bytes.
 #pragma once

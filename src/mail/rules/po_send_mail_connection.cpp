@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "mail/rules/po_send_mail_connection.h"
 
 #include "mail/rules/client_name.h"

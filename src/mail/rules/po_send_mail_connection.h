@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The connection to the mail servers. It blocks, so it is used in a separate thread.
 #pragma once
 

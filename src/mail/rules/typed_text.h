@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // A message that was typed by hand. It is sent as HTML, like every message.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What all windows share: the main window, the mouse pointer, the end of the process.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // A list of drives, a tree of folders and a list of files, one below the other.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The base of all module windows, and the place where errors of event handlers are caught.
 #pragma once
 

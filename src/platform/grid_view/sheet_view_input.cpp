@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Mouse and keyboard input in a grid.
 #include "platform/grid_view/sheet_view_parts.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "platform/grid_view/sheet_view_paint.h"
 
 #include "platform/theme/theme.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The user's edits of a grid's texts, and finding.
 #include "platform/grid_view/sheet_view_parts.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The record of what was played on a set's date: read from a set's grid, kept in played_on.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What the set window hands over to Export Music: the charts of a set's songs as one text.
 #pragma once
 

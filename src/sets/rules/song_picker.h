@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The song picker: the searches that fill its list of songs, and what it knows of one song.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The weeks of a schedule: a new one, typed dates, and the commands of the pop-up menu.
 #pragma once
 

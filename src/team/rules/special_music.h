@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Special music: songs that somebody performs on a date, outside the ordinary set.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Databases of earlier and of later versions.
 #include "core/data/database.h"
 #include "core/data/database_upgrade.h"

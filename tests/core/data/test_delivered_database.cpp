@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What the program finds in its database on the first day.
 #include "support/registry.h"
 #include "support/world.h"

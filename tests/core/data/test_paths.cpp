@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Paths, and copies of files and folders.
 #include "core/data/file_copy.h"
 #include "core/data/paths.h"

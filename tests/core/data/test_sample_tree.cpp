@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The tree that is made of the sample's texts.
 #include "core/data/dates.h"
 #include "core/grid/sheet_grid.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What the fuzzers have gathered is tried on every run.
 #include "fuzz/checks.h"
 #include "support/registry.h"

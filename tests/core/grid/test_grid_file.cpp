@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Saved grids come back whole.
 #include "core/grid/grid_difference.h"
 #include "core/grid/grid_file.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // A grid as a page of HTML, read back with a parser that knows nothing of it.
 #include "core/grid/sheet_grid.h"
 #include "support/files.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Sheets, sizes, texts and what a view is told.
 #include "core/grid/sheet_grid.h"
 #include "support/registry.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Formats, their defaults, borders, pictures and spans.
 #include "core/grid/sheet_grid.h"
 #include "core/grid/sheet_grid_dates.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Rows in and out, widths and heights, clearing, blocks and sorting.
 #include "core/grid/sheet_grid.h"
 #include "support/registry.h"

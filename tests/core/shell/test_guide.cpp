@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The guide as it is delivered, in the window in which it is read.
 #include "core/data/run_time_error.h"
 #include "platform/desktop/help_window.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Texts of any length leave every window as it is.
 #include "platform/desktop/pop_up_list.h"
 #include "platform/grid_view/sheet_view.h"

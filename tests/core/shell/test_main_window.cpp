@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The start, the main window, the splash, the reminder, the help.
 #include "core/data/database.h"
 #include "core/data/dates.h"

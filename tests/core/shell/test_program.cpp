@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The program as a separate process.
 #include "core/data/file_copy.h"
 #include "support/files.h"

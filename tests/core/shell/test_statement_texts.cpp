@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Texts of the user that would change the meaning of a statement, through the windows.
 #include "catalogue/song_admin_hands.h"
 #include "core/grid/sheet_grid.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Every window with the keyboard alone and for a screen reader: names, tab order, mnemonics, and
 // texts that are not cut.
 #include "platform/grid_view/sheet_view.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Drives, folders and files, one under the other.
 #include "core/data/run_time_error.h"
 #include "platform/desktop/folder_browser.h"

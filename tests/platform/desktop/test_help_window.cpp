@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The window of the guide: what it shows, and how words are found in it.
 #include "platform/desktop/help_window.h"
 #include "support/registry.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Sound files are opened, played, paused and closed, even on a machine without a loudspeaker.
 #include "platform/desktop/media.h"
 #include "support/registry.h"

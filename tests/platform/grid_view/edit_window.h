@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // A window with a grid to edit, and keys for the widget that has the focus.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Events, places and following of a grid on the screen.
 #include "platform/grid_view/sheet_view_steps.h"
 #include "support/registry.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What a user's typing, picking and pasting do to a grid.
 #include "core/data/dates.h"
 #include "core/grid/sheet_grid_dates.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What a grid on the screen looks like, pixel by pixel where it counts.
 #include "platform/grid_view/sheet_view.h"
 #include "platform/theme/theme.h"

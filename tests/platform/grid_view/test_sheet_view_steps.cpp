@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The clipboard, undo and find in a grid.
 #include "platform/grid_view/edit_window.h"
 #include "support/registry.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Grids on paper: what each print setting does, read back from the PDF.
 #include "core/grid/sheet_grid.h"
 #include "core/shell/frm_mdi.h"

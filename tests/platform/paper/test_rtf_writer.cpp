@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Rich text as RTF: what another program reads in it is what the document holds.
 #include "core/data/paths.h"
 #include "platform/paper/rtf_writer.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Colours that can be read, icons that are there, controls in their look.
 #include "platform/theme/theme.h"
 #include "support/registry.h"
