@@ -59,7 +59,8 @@ bool writePdf(const SheetGrid& grid, const QString& path, QPageSize::PageSizeId 
         writer.setPageMargins({});
         if (!drawSheet(writer, grid)) return false;
     }
-    return file.error() == QFileDevice::NoError && file.commit();
+    // commit() does not notice that the last, buffered part could not be written.
+    return file.flush() && file.error() == QFileDevice::NoError && file.commit();
 }
 
 bool sendToPrinter(const SheetGrid& grid, const QPrinterInfo& info) {
