@@ -122,7 +122,7 @@ void frmEmail::fillLibrary(const MailingList& list) {
     poSendMail.Subject = txtSubject->text();
     poSendMail.Message = rawTextOf(*txtMsg->document());
     poSendMail.Attachment = txtAttach->text().trimmed();
-    const QString typed = textOf(*txtTemp);
+    const QString typed = rawTextOf(*txtTemp->document());
     poSendMail.TypedText = isTypedText(typed) ? typed : QString();
     poSendMail.AsHTML = true;
     poSendMail.ContentBase.clear();
