@@ -156,6 +156,7 @@ void SheetMusic::mnuOpen_Click() {
     if (!chooseChart(&CommonDialog::ShowOpen)) return;
     // A chart that cannot be read leaves the grid as it is, without a message.
     static_cast<void>(fpSong->LoadFromFile(commonDlg().FileName));
+    fpSong->EditModeReplace(true);
 }
 
 void SheetMusic::mnuSave_Click() { saveChart(*fpSong, frmAssign, *this); }

@@ -103,6 +103,7 @@ void frmSchedule::cmdLoadSched_Click() {
     // No failure stops the load.
     // Deliberate: behaviour 105.
     fpSchedule->LoadFromFile(commonDlg().FileName);
+    fpSchedule->EditModeReplace(true);
     setPastScheduleWidths(*fpSchedule);
     try {
         refreshAvailability();
@@ -122,6 +123,7 @@ void frmSchedule::cmdClearSched_Click() {
 void frmSchedule::showFile(const QString& path) {
     // Deliberate: behaviour 103.
     fpSchedule->LoadFromFile(path);
+    fpSchedule->EditModeReplace(true);
     showSchedule(true);
     fpSchedule->SetActiveCell(0, 0);
 }

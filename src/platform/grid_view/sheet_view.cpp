@@ -35,6 +35,7 @@ SheetView::SheetView(QWidget* parent) : QTableView(parent), m(std::make_unique<P
     setVerticalScrollMode(ScrollPerPixel);
     setEditTriggers(AnyKeyPressed | EditKeyPressed);
     setReadOnly(false);
+    EditModeReplace(true);
     m->tabs->setShape(QTabBar::RoundedSouth);
     m->tabs->setDrawBase(false);
     m->tabs->setExpanding(false);

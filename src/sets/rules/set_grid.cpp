@@ -131,6 +131,7 @@ void loadDefaultDesign(SheetGrid& set) {
 
 void loadSetFile(SheetGrid& set, const QString& path) {
     std::ignore = set.LoadFromFile(path);  // Deliberate: behaviour 64.
+    set.EditModeReplace(true);
 }
 
 QString setAsText(const SheetGrid& set) {
