@@ -60,7 +60,7 @@ SongLine openSongLyrics(const QString& text, QList<SongChord> chords) {
 
 class OpenSongLyrics {
 public:
-    explicit OpenSongLyrics(Song& song) : m_song(song), m_builder(song) {}
+    explicit OpenSongLyrics(Song& song) : m_builder(song) {}
 
     void read(const QString& lyrics) {
         for (const QString& line : linesOfText(lyrics)) readLine(line);
@@ -178,7 +178,6 @@ private:
         }
     }
 
-    Song& m_song;
     SongBuilder m_builder;
     OpenSongSection m_section;
     QList<SongChord> m_chords;

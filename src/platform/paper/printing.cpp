@@ -127,8 +127,8 @@ void PrintSheet(const SheetGrid& grid, int) {
             setStatusText(QStringLiteral("Sent to the printer ") + printer.printerName());
         } else {
             messageBox(QStringLiteral("The printer ") + printer.printerName() +
-                           QStringLiteral(" did not take the pages. Please look whether it "
-                                          "is switched on and print again."),
+                           QStringLiteral(" did not take the pages. Make sure that it is "
+                                          "switched on, then print again."),
                        BoxIcon::Exclamation);
         }
         return;
