@@ -10,6 +10,7 @@
 #include "core/data/paths.h"
 #include "core/shell/frm_about.h"
 #include "core/shell/frm_splash.h"
+#include "exchange/frm_exchange.h"
 #include "mail/frm_email.h"
 #include "maintenance/frm_backup.h"
 #include "maintenance/frm_notes.h"
@@ -121,6 +122,9 @@ void frmMDI::setUpUtilities() {
     mnuBackupFiles.setText(QStringLiteral("Backup Files"));
     mnuCCLI.setText(QStringLiteral("CCLI Report"));
     mnuUtilities.addActions({&mnuSpecialMusic, &mnuImportSet, &mnuBackupFiles, &mnuCCLI});
+    mnuUtilities.addSeparator();
+    mnuExchange.setText(QStringLiteral("Exchange..."));
+    mnuUtilities.addAction(&mnuExchange);
 }
 
 void frmMDI::wireModules() {
@@ -139,6 +143,7 @@ void frmMDI::wireModules() {
     onEvent(this, &mnuImportSet, &QAction::triggered, &frmMDI::mnuImportSet_Click);
     onEvent(this, &mnuBackupFiles, &QAction::triggered, &frmMDI::mnuBackupFiles_Click);
     onEvent(this, &mnuCCLI, &QAction::triggered, &frmMDI::mnuCCLI_Click);
+    onEvent(this, &mnuExchange, &QAction::triggered, &frmMDI::mnuExchange_Click);
 }
 
 void frmMDI::reportFilesNotUpdated() {
@@ -199,6 +204,7 @@ void frmMDI::Command1_Click() {
 
 void frmMDI::mnuBackupFiles_Click() { showModule<frmBackup>(); }
 void frmMDI::mnuCCLI_Click() { showModule<frmCCLI>(); }
+void frmMDI::mnuExchange_Click() { showModule<frmExchange>(); }
 void frmMDI::cmdEmail_Click() { showModule<frmEmail>(); }
 
 void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }
