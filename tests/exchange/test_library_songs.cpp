@@ -122,7 +122,7 @@ private Q_SLOTS:
     void chordsBesideTheWordsKeepTheirDistance() {
         const Song song = readPage([](SheetGrid& chart) {
             chart.SetText(1, 5, u"D"_s);
-            chart.SetText(10, 5, u"softly"_s);
+            chart.SetText(10, 5, u"(softly)"_s);
             chart.SetText(37, 5, u"F#m7"_s);
             chart.SetText(1, 6, u"Amazing grace, how sweet the sound"_s);
             chart.SetText(5, 9, u"G"_s);
@@ -134,6 +134,7 @@ private Q_SLOTS:
         QCOMPARE(lines[0].chords[0].column, 0);
         QVERIFY(lines[0].text.startsWith(u"          "_s));
         QVERIFY(lines[0].chords[1].annotation);
+        QCOMPARE(lines[0].chords[1].name, u"softly"_s);
         QVERIFY(lines[0].chords[2].column > lines[0].text.size() + 10);
         QCOMPARE(shown(lines[1]), u"[G]          [Em7]      [A]"_s);
     }
