@@ -163,7 +163,7 @@ std::vector<PlacedChord> ChartPageReader::chordsOf(int row) {
         const QList<SongChord> several =
             isBracketChord(text) ? QList<SongChord>() : chordsOfLine(text);
         for (const SongChord& chord : several) placed.push_back({left + chord.column, chord.name});
-        // Words among the chords stand in parentheses, which transposing leaves alone.
+        // Words among the chords are in parentheses, which transposing leaves alone.
         const bool words = !isBracketChord(text) && text.size() > 2 && text.startsWith(u'(') &&
                            text.endsWith(u')');
         if (several.isEmpty())

@@ -14,7 +14,7 @@ class SheetGrid;
 class ChartReader {
 public:
     // The song of a chart with all its pages: the first title row as title, the two below it as
-    // authors, key, copyright and the like, then the verses. A chord stands at the character that
+    // authors, key, copyright and the like, then the verses. A chord belongs to the character that
     // is under it in print, at a word's start where one is as near as half a cell. A lyric line
     // that begins right of its first chords begins with blanks. Texts among the chords that are no
     // chords become annotations.

@@ -34,7 +34,7 @@ QStringList titlesOfSetFile(const QString& path);
 
 // The whole song, with the verses of its chart. What the catalogue knows comes before what the
 // chart says; a title of the chart that has its apostrophes comes before the catalogue's, which
-// lost them. `hasChart` tells whether the chart could be loaded.
+// lost them. `hasChart` is whether the chart could be loaded.
 Song wholeSong(const LibrarySong& song, ChartReader& reader, bool& hasChart);
 
 QList<Contact> libraryPeople();

@@ -158,7 +158,7 @@ void BookDrawing::drawRow(const PdfMark& mark, const QRectF& row) {
     const double dot = metrics.horizontalAdvance(u" ."_s);
     const double from = row.left() + metrics.horizontalAdvance(title) + LeaderGap;
     const double to = row.right() - metrics.horizontalAdvance(number) - LeaderGap;
-    // Dots of all rows stand under each other.
+    // The dots of all rows are in line.
     const int first = int(std::ceil((from - row.left()) / dot));
     const int last = int(std::floor((to - row.left()) / dot));
     if (last <= first) return;
