@@ -153,9 +153,11 @@ void SheetMusic::fpSong_DragDrop(QWidget* source, int x, int y) {
 // --- Files and songs ---------------------------------------------------------------------------
 
 void SheetMusic::mnuOpen_Click() {
-    if (!chooseChart(&CommonDialog::ShowOpen)) return;
-    // A chart that cannot be read leaves the grid as it is, without a message.
-    static_cast<void>(fpSong->LoadFromFile(commonDlg().FileName));
+    if (chooseChart(&CommonDialog::ShowOpen)) openChart(commonDlg().FileName);
+}
+
+void SheetMusic::openChart(const QString& path) {
+    static_cast<void>(fpSong->LoadFromFile(path));
     fpSong->EditModeReplace(true);
 }
 

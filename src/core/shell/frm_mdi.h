@@ -39,6 +39,7 @@ public:
     QAction mnuBackupFiles;
     QAction mnuCCLI;
     QAction mnuExchange;
+    QAction mnuFindWords;
 
     // The splash; null after it was closed.
     QPointer<frmSplash> splash;
@@ -68,6 +69,7 @@ private:
     void mnuBackupFiles_Click();
     void mnuCCLI_Click();
     void mnuExchange_Click();
+    void mnuFindWords_Click();
     void cmdEmail_Click();
     void cmdAbout_Click();
     void Command10_Click();
