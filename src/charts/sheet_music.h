@@ -15,6 +15,8 @@
 
 #include <array>
 
+class KeptWork;
+
 class SheetMusic : public Form<SheetMusic>, public Ui::SheetMusic, public Ui::AssignPanel {
 public:
     SheetMusic();
@@ -85,4 +87,6 @@ private:
     void cmdCh_Click();
     void cmdCLRnotes_Click();
     void Command17_Click();
+
+    KeptWork* m_kept = nullptr;
 };
