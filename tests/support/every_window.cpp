@@ -143,6 +143,7 @@ void lookAtExchange(World& world, const Look& look) {
     world.main().mnuExchange.trigger();
     settle();
     frmExchange& w = frmExchange::instance();
+    w.pageBringIn->addPaths({QStringLiteral(SOURCE_TREE "/tests/exchange/samples")});
     look(QStringLiteral("bring in"), &w);
     w.tabPages->setCurrentWidget(w.pageTakeOut);
     settle();
@@ -150,6 +151,9 @@ void lookAtExchange(World& world, const Look& look) {
     w.pageTakeOut->lstForms->setCurrentRow(3);
     settle();
     look(QStringLiteral("song book"), &w);
+    world.sql(
+        QStringLiteral("UPDATE songs SET fileLoco = 'E:\\old\\Amazing Grace.stp' "
+                       "WHERE title = 'Amazing Grace'"));
     w.tabPages->setCurrentWidget(w.pageMendLinks);
     settle();
     look(QStringLiteral("mend file links"), &w);
