@@ -97,6 +97,15 @@ QList<SongLine> rowsOfVerse(const ChartRuler& ruler, const SongVerse& verse) {
     return rows;
 }
 
+// The words are centred by themselves; chords before them keep their distance.
+SongLine withoutIndent(SongLine line) {
+    qsizetype blanks = 0;
+    while (blanks < line.text.size() && line.text[blanks] == QLatin1Char(' ')) ++blanks;
+    line.text.remove(0, blanks);
+    for (SongChord& chord : line.chords) chord.column -= int(blanks);
+    return line;
+}
+
 QString creditsOf(const Song& song) {
     QStringList credits;
     const auto add = [&credits](const char* name, const QString& value) {
@@ -147,10 +156,11 @@ private:
     void writeRow(const SongLine& row) {
         if (m_used == RowsOfPage) addPage();
         const int chordRow = ChartRow::FirstChord + 2 * m_used;
-        const QList<int> columns = m_ruler.columnsOver(row);
+        const SongLine line = withoutIndent(row);
+        const QList<int> columns = m_ruler.columnsOver(line);
         for (qsizetype i = 0; i < columns.size(); ++i)
-            m_chart->SetText(columns[i], chordRow, row.chords[i].name);
-        m_chart->SetText(ChartColumn::Text, chordRow + 1, row.text);
+            m_chart->SetText(columns[i], chordRow, line.chords[i].name);
+        m_chart->SetText(ChartColumn::Text, chordRow + 1, line.text);
         ++m_used;
     }
 

@@ -65,7 +65,8 @@ int ChartRuler::columnsOf(const QString& chord) const {
 double ChartRuler::offset(const QString& lyrics, int position) const {
     const double left = (m_columnWidth * ChartCols - width(lyrics)) / 2;
     const int behind = std::max(0, position - int(lyrics.size()));
-    return left + width(lyrics.left(position)) + behind * width(QStringLiteral(" "));
+    const int blanks = std::min(0, position) + behind;
+    return left + width(lyrics.left(std::max(0, position))) + blanks * width(QStringLiteral(" "));
 }
 
 int ChartRuler::columnAt(double points) const {

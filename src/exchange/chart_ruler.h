@@ -19,7 +19,7 @@ public:
     int columnsOf(const QString& chord) const;
 
     // The column, 1 to 37, over the character of a lyric row that has `position` characters before
-    // it. Positions behind the end count blanks.
+    // it. Positions before the start and behind the end count blanks.
     int columnOver(const QString& lyrics, int position) const;
 
     // The columns of a row's chords, in their order. Each is as near to columnOver as the names
