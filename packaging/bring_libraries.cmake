@@ -26,7 +26,8 @@ set(plugins
     wayland-shell-integration/libxdg-shell.so)
 list(TRANSFORM plugins PREPEND ${qt_plugins}/ OUTPUT_VARIABLE plugin_files)
 
-file(GET_RUNTIME_DEPENDENCIES EXECUTABLES ${FOLDER}/lorvanite LIBRARIES ${plugin_files}
+file(GET_RUNTIME_DEPENDENCIES EXECUTABLES ${FOLDER}/lorvanite
+    ${FOLDER}/lorvanite-exchange LIBRARIES ${plugin_files}
     RESOLVED_DEPENDENCIES_VAR libraries UNRESOLVED_DEPENDENCIES_VAR missing
     PRE_EXCLUDE_REGEXES "^ld-linux" "^lib(c|m|dl|rt|pthread|resolv)\\.so\\."
         "^lib(GLX|EGL)_" "^lib(drm|gbm|vulkan)\\.so")

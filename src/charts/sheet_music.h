@@ -15,6 +15,8 @@
 
 #include <array>
 
+class KeptWork;
+
 class SheetMusic : public Form<SheetMusic>, public Ui::SheetMusic, public Ui::AssignPanel {
 public:
     SheetMusic();
@@ -27,6 +29,10 @@ public:
 
     QString pendingChord;  // goes into the next cell that is clicked; empty for none
     QString importMode;    // "title", "chords", "lyrics" or empty
+
+    // Shows the chart of a file. One that cannot be read leaves the grid as it is, without a
+    // message.
+    void openChart(const QString& path);
 
     // Adds a page at the end and shows it.
     void addPage();
@@ -81,4 +87,6 @@ private:
     void cmdCh_Click();
     void cmdCLRnotes_Click();
     void Command17_Click();
+
+    KeptWork* m_kept = nullptr;
 };

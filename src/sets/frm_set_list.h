@@ -17,6 +17,8 @@
 
 #include <array>
 
+class KeptWork;
+
 class frmSetList : public Form<frmSetList>, public Ui::frmSetList {
 public:
     frmSetList();
@@ -124,9 +126,12 @@ private:
     void imgClose_Click();
     void playerTimer_Timer();
 
+    // What is done before and after other work comes into the set.
     void takeFocusOff();
     bool chooseDesign(void (CommonDialog::*show)());
     void showPlayedDates(const QString& id);
     void movePlaylist(const QString& playlist);
     void pressPlayerButton(QToolButton* pressedLook, const QString& command);
+
+    KeptWork* m_kept = nullptr;
 };
