@@ -94,7 +94,7 @@ QString checkChartImport(const QByteArray& bytes) {
             return QStringLiteral("something was laid out before the refusal");
         return {};
     }
-    if (marksBeyond) return QStringLiteral("a mark beyond row 100 was taken");
+    if (marksBeyond) return QStringLiteral("a mark below row 100 was taken");
     // Titles without number run on over the rows of the chords and the lyrics.
     return titles < ChartRow::FirstLyric ? checkLyrics(chart, lyrics) : QString();
 }

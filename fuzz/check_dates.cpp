@@ -29,7 +29,7 @@ bool isMonthDayYear(const QString& text) {
 QString checkForms(const QString& text, const std::optional<QDate>& date) {
     const QString form = formatDate(text);
     if (!date)
-        return form == text ? QString() : QStringLiteral("a text that is no date is written anew");
+        return form == text ? QString() : QStringLiteral("a text that is no date is changed");
     if (!date->isValid()) return QStringLiteral("a date that no calendar has");
     if (form != formatDate(*date)) return QStringLiteral("two forms of one date");
     if (!isMonthDayYear(form)) return QStringLiteral("no mm/dd/yy: ") + form;

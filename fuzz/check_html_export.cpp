@@ -24,7 +24,7 @@ void needApplication() {
     static QGuiApplication application(count, names);
 }
 
-// A text without what a page of HTML does not keep: controls, and how blanks are told apart.
+// A text without what a page of HTML does not keep: controls, and which kind a blank is.
 QString plain(const QString& text) {
     QString kept;
     for (const QChar c : QString::fromUtf8(text.toUtf8())) {

@@ -157,9 +157,12 @@ void SheetMusic::fpSong_DragDrop(QWidget* source, int x, int y) {
 // --- Files and songs ---------------------------------------------------------------------------
 
 void SheetMusic::mnuOpen_Click() {
-    if (!chooseChart(&CommonDialog::ShowOpen)) return;
+    if (chooseChart(&CommonDialog::ShowOpen)) openChart(commonDlg().FileName);
+}
+
+void SheetMusic::openChart(const QString& path) {
     // A chart that cannot be read leaves the grid as it is, without a message.
-    m_kept->replaceBy([this] { static_cast<void>(fpSong->LoadFromFile(commonDlg().FileName)); });
+    m_kept->replaceBy([&] { static_cast<void>(fpSong->LoadFromFile(path)); });
     fpSong->EditModeReplace(true);
 }
 

@@ -30,6 +30,10 @@ public:
     QString pendingChord;  // goes into the next cell that is clicked; empty for none
     QString importMode;    // "title", "chords", "lyrics" or empty
 
+    // Shows the chart of a file. One that cannot be read leaves the grid as it is, without a
+    // message.
+    void openChart(const QString& path);
+
     // Adds a page at the end and shows it.
     void addPage();
 

@@ -159,7 +159,7 @@ private Q_SLOTS:
                 QCOMPARE(back.titles, QStringList{u"Untitled"_s});
                 continue;
             }
-            // The form has names of its own for other labels.
+            // The form has its own names for other labels.
             for (qsizetype i = 0; i < back.verses.size(); ++i)
                 if (back.verses[i].kind == VerseKind::Other) {
                     back.verses[i].label = song.verses[i].label;

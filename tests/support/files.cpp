@@ -15,7 +15,7 @@ QByteArray bytesOf(const QString& path) {
 }
 
 void answerWithLostFolder(Answers& answers, const QString& folder, const QString& name) {
-    answers.custom(QStringLiteral("folder that goes away"), [folder, name](QWidget* dialog) {
+    answers.custom(QStringLiteral("folder that is removed"), [folder, name](QWidget* dialog) {
         const QString lost = folder + QStringLiteral("/gone");
         QDir().mkpath(lost);
         dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))

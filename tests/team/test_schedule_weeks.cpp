@@ -366,7 +366,7 @@ private Q_SLOTS:
         w.fpSchedule->SetText(ScheduleColumn::Team, dateRowOf(2) + 2, QStringLiteral("R:22"));
         menu(ScheduleColumn::Team, dateRowOf(2), w.mnuDelete);
         QCOMPARE(team(dateRowOf(2), dateRowOf(2) + 2), (QStringList{"", "R:21", "R:22"}));
-        // One row lower, the head of its own week is found first.
+        // One row lower, the week's own head is found first.
         menu(ScheduleColumn::Team, dateRowOf(2) + 1, w.mnuDelete);
         QCOMPARE(team(dateRowOf(2), dateRowOf(2) + 2), (QStringList{"", "R:22", ""}));
     }

@@ -198,7 +198,7 @@ private Q_SLOTS:
 
     void weeksAreCountedOverSundays() {
         addTheLeast();
-        // From a Saturday there is a Sunday up to the performance, from the days of its own week
+        // From a Saturday there is a Sunday up to the performance, from the days of that same week
         // there is none.
         addItem("Carol", "12/23/26", "Yes", "1");
         QCOMPARE(

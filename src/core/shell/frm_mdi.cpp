@@ -10,6 +10,9 @@
 #include "core/data/paths.h"
 #include "core/shell/frm_about.h"
 #include "core/shell/frm_splash.h"
+#include "core/shell/show_song.h"
+#include "exchange/frm_exchange.h"
+#include "exchange/frm_find_words.h"
 #include "mail/frm_email.h"
 #include "maintenance/frm_backup.h"
 #include "maintenance/frm_notes.h"
@@ -121,6 +124,10 @@ void frmMDI::setUpUtilities() {
     mnuBackupFiles.setText(QStringLiteral("Backup Files"));
     mnuCCLI.setText(QStringLiteral("CCLI Report"));
     mnuUtilities.addActions({&mnuSpecialMusic, &mnuImportSet, &mnuBackupFiles, &mnuCCLI});
+    mnuUtilities.addSeparator();
+    mnuExchange.setText(QStringLiteral("Exchange..."));
+    mnuFindWords.setText(QStringLiteral("Find Words\u2026"));
+    mnuUtilities.addActions({&mnuExchange, &mnuFindWords});
 }
 
 void frmMDI::wireModules() {
@@ -139,6 +146,8 @@ void frmMDI::wireModules() {
     onEvent(this, &mnuImportSet, &QAction::triggered, &frmMDI::mnuImportSet_Click);
     onEvent(this, &mnuBackupFiles, &QAction::triggered, &frmMDI::mnuBackupFiles_Click);
     onEvent(this, &mnuCCLI, &QAction::triggered, &frmMDI::mnuCCLI_Click);
+    onEvent(this, &mnuExchange, &QAction::triggered, &frmMDI::mnuExchange_Click);
+    onEvent(this, &mnuFindWords, &QAction::triggered, &frmMDI::mnuFindWords_Click);
 }
 
 void frmMDI::reportFilesNotUpdated() {
@@ -199,6 +208,18 @@ void frmMDI::Command1_Click() {
 
 void frmMDI::mnuBackupFiles_Click() { showModule<frmBackup>(); }
 void frmMDI::mnuCCLI_Click() { showModule<frmCCLI>(); }
+void frmMDI::mnuExchange_Click() { showModule<frmExchange>(); }
+void frmMDI::mnuFindWords_Click() {
+    showModule<frmFindWords>();
+    frmFindWords::onPicked([this](const IndexedChart& chart) {
+        if (!showSong(chart.songID, chart.path)) {
+            cmdSongMgmt_Click();
+            showSong(chart.songID, QString());
+        }
+    });
+    frmFindWords::instance().refresh();
+}
+
 void frmMDI::cmdEmail_Click() { showModule<frmEmail>(); }
 
 void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }

@@ -46,7 +46,7 @@ QString failureOf(const QString& file) {
     return {};
 }
 
-// Runs something in a process of its own. Its exit status, or -1 where it was killed.
+// Runs something in a separate process. Returns its exit status, or -1 if it was killed.
 int statusOf(const std::function<void()>& body) {
     const pid_t child = fork();
     if (child == 0) {

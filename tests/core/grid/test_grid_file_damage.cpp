@@ -154,11 +154,11 @@ private Q_SLOTS:
             sheet("picture " + n, size + "\"cellPictures\":[[1,1," + n + "]]");
             sheet("default " + n, size + "\"default\":" + n);
         }
-        sheet("text beyond the row", size + R"("texts":[[1,2,"a","b","c"]])");
+        sheet("text outside the row", size + R"("texts":[[1,2,"a","b","c"]])");
         sheet("text that is a number", size + R"("texts":[[1,2,7]])");
         sheet("text without text", size + R"("texts":[[1,2]])");
         sheet("texts are no list", size + R"("texts":{})");
-        sheet("format beyond the rows", size + R"("cellFormats":[[2,3,1,1,0]])");
+        sheet("format below the last row", size + R"("cellFormats":[[2,3,1,1,0]])");
         sheet("spans meet", size + R"("spans":[[1,1,2,2],[2,2,2,2]])");
         sheet("span twice", size + R"("spans":[[1,1,2,2],[1,1,2,2]])");
         sheet("span of one cell", size + R"("spans":[[1,1,1,1]])");

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Lorvanite authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Sheets, sizes, texts and what a view is told.
+// Sheets, sizes, texts and the notifications of a view.
 #include "core/grid/sheet_grid.h"
 #include "support/registry.h"
 
@@ -11,7 +11,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// A view that counts how often it is told.
+// A view that counts its notifications.
 class Watched : public SheetGrid {
 public:
     using SheetGrid::takeDirt;

@@ -55,7 +55,7 @@ QStringList quotedIn(QString piece) {
     return texts;
 }
 
-// What a call of messageBox shows, as far as it stands in the source: the quoted texts of the call
+// What a call of messageBox shows, as far as the source has it: the quoted texts of the call
 // and those that its function has put into the variables that the call names.
 QStringList boxTexts(const QString& source, qsizetype call) {
     const QString arguments = pieceFrom(source, call, QLatin1Char(')'));

@@ -48,7 +48,7 @@ void TestSheetViewKeys::activeCellBothWays() {
     view.flush();
     QCOMPARE(view.ActiveRow(), 9);
     QCOMPARE(view.currentIndex().row(), 8);
-    // A head has no focus of its own on the screen.
+    // A head never has the focus on the screen.
     view.SetActiveCell(2, 0);
     view.flush();
     QVERIFY(!view.currentIndex().isValid());

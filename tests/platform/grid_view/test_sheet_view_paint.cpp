@@ -39,7 +39,7 @@ int inked(const QImage& image, const QRect& place) {
     return place.width() * place.height() - most;
 }
 
-// What stands on the screen, without a new painting of it all.
+// What the screen shows, without painting everything again.
 QImage onScreen(QWidget& widget) {
     QCoreApplication::processEvents();
     return widget.screen()->grabWindow(widget.window()->winId()).toImage();
@@ -202,7 +202,7 @@ void TestSheetViewPaint::overflow() {
     image = view.grab().toImage();
     QVERIFY(inked(image, inner(view, 2, 1)) > 20);
     QVERIFY(inked(image, inner(view, 3, 1)) < 12);
-    // To the left where it stands at the right.
+    // Right-aligned text runs over to the left.
     view.SetText(5, 2, QStringLiteral("wide enough for two cells"));
     view.Col(5);
     view.Row(2);
@@ -249,7 +249,7 @@ void TestSheetViewPaint::aChangeRepaintsItsRow() {
     QVERIFY(inked(onScreen(view), inner(view, 3, 1)) == 0);
     view.SetText(2, 1, QString());
     QVERIFY(inked(onScreen(view), inner(view, 3, 1)) > 20);
-    // A part that is painted anew keeps what runs over it.
+    // A part that is painted again keeps the text that runs over it.
     const QImage before = onScreen(view);
     view.viewport()->repaint(inner(view, 2, 1).translated(-view.viewport()->pos()));
     QCOMPARE(onScreen(view), before);

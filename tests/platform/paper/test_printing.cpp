@@ -130,7 +130,7 @@ void TestPrinting::margins() {
     const QRect box = inked(pictures(grid).value(0));
     QVERIFY2(qAbs(box.left() - 2880 / TwipsPerPoint) <= 1, qPrintable(QString::number(box.left())));
     QVERIFY2(qAbs(box.top() - 1440 / TwipsPerPoint) <= 1, qPrintable(QString::number(box.top())));
-    // How many rows stand on a page is what the margins leave of it.
+    // The margins decide how many rows fit on a page.
     SheetGrid tall;
     plain(tall, 100);
     for (int row = 1; row <= 100; ++row) tall.SetText(1, row, QStringLiteral("row %1").arg(row));
@@ -343,7 +343,7 @@ void TestPrinting::footerCodes() {
     QVERIFY(pages[1].contains(QLatin1String("Page 2 Of 2")));
     QVERIFY(pages[1].contains(QLatin1String("Left")));
     QVERIFY(pages[1].contains(QLatin1String("Middle 1/2")));
-    // It stands in the middle, below the cells.
+    // It is centred below the cells.
     grid.MaxRows(1);
     grid.SetText(1, 1, QStringLiteral(" "));
     grid.PrintHeader(QString());
@@ -371,7 +371,7 @@ void TestPrinting::jobName() {
         return bytes;
     };
     QVERIFY(title().contains(utf16(QStringLiteral("Set List For: 10"))));
-    // The first row with a text tells what it is.
+    // The first row with text gives the title.
     grid.ClearRange(1, 1, -1, -1, true);
     grid.SetText(2, 3, QStringLiteral("Third row"));
     QVERIFY(title().contains(utf16(QStringLiteral("Third row"))));
