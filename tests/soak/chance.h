@@ -13,7 +13,7 @@ class Chance {
 public:
     explicit Chance(quint64 seed) : m_seed(seed) {}
 
-    // Begins the n-th command anew: what a command draws does not depend on those before it.
+    // Starts the n-th command: what a command draws does not depend on those before it.
     void begin(int command);
 
     // 0 to below `end`, which is at least 1.

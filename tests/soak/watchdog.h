@@ -11,7 +11,7 @@
 // means, the last 50 commands are printed.
 void startWatchdog(int seconds);
 
-// The n-th command begins; n tells how to come back to it.
+// The n-th command begins; n is how to come back to it.
 void commandBegins(int n);
 
 // What the command turned out to be, for the log; may be called several times.
