@@ -148,12 +148,12 @@ void lookAtExchange(World& world, const Look& look) {
     w.tabPages->setCurrentWidget(w.pageTakeOut);
     settle();
     look(QStringLiteral("take out"), &w);
-    world.sql(
-        QStringLiteral("UPDATE songs SET fileLoco = 'E:\\old\\Amazing Grace.stp' "
-                       "WHERE title = 'Amazing Grace'"));
     w.pageTakeOut->lstForms->setCurrentRow(3);
     settle();
     look(QStringLiteral("song book"), &w);
+    world.sql(
+        QStringLiteral("UPDATE songs SET fileLoco = 'E:\\old\\Amazing Grace.stp' "
+                       "WHERE title = 'Amazing Grace'"));
     w.tabPages->setCurrentWidget(w.pageMendLinks);
     settle();
     look(QStringLiteral("mend file links"), &w);
