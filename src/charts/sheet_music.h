@@ -18,6 +18,7 @@
 class SheetMusic : public Form<SheetMusic>, public Ui::SheetMusic, public Ui::AssignPanel {
 public:
     SheetMusic();
+    ~SheetMusic() override;
 
     // The note maker's lists: root, accidental, kind, number.
     std::array<QListWidget*, 4> notes;
@@ -50,6 +51,8 @@ private:
     void setUpImportList();
     void fillNotes();
 
+    void takeInHand(const QString& chord);
+
     void Form_Resize();
     void mnuNew_Click();
     void mnuOpen_Click();
@@ -81,4 +84,6 @@ private:
     void cmdCh_Click();
     void cmdCLRnotes_Click();
     void Command17_Click();
+
+    QString m_inHand;  // the status text about the chord that waits for its cell
 };

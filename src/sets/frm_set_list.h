@@ -20,6 +20,7 @@
 class frmSetList : public Form<frmSetList>, public Ui::frmSetList {
 public:
     frmSetList();
+    ~frmSetList() override;
 
     OnFailure onFailure() const override { return OnFailure::EndsCommand; }
 
@@ -125,8 +126,12 @@ private:
     void playerTimer_Timer();
 
     void takeFocusOff();
+    void showInHand();
     bool chooseDesign(void (CommonDialog::*show)());
+    void sortSongs(int col);
     void showPlayedDates(const QString& id);
     void movePlaylist(const QString& playlist);
     void pressPlayerButton(QToolButton* pressedLook, const QString& command);
+
+    QString m_inHand;  // the status text about the song that waits for its place
 };
