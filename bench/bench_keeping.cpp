@@ -78,6 +78,7 @@ bool keepingHolds() {
     SheetGrid work;
     fillSchedule(work);
     WorkKeeper keeper(folder.path(), UnsavedKind::Schedule, [&] { return work.fileBytes(); });
+    keeper.setComparison([&] { return work.contentSum(); });
     keeper.workLoaded();
     keeper.setDelay(std::chrono::milliseconds(0));
     int changes = 0;

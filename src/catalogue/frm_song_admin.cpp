@@ -11,6 +11,7 @@
 #include "platform/desktop/common_dialog.h"
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
+#include "platform/grid_view/kept_controls.h"
 
 namespace {
 
@@ -46,6 +47,23 @@ frmSongAdmin::frmSongAdmin() {
     hideColumn(*fpdp, PlayedDateColumn::ID);
     hideColumn(*fpdp, PlayedDateColumn::SongID);
     for (SheetView* grid : {fpSongList2, fpSMsong, fpdp, fpCat}) grid->SetActiveCell(0, 0);
+    keepSong();
+}
+
+// A song that was deleted since can be stored as a new one, without dates.
+void frmSongAdmin::keepSong() {
+    KeptControls controls;
+    controls.add(QStringLiteral("fpSMsong"), fpSMsong);
+    controls.add(QStringLiteral("fpdp"), fpdp);
+    m_kept = keepControls(*this, UnsavedKind::Song, controls, [this] {
+        const QString songID = songValue(*fpSMsong, SongRow::ID);
+        if (songExists(songID)) {
+            matchPlayedDates(*fpdp, songID);
+        } else {
+            fpSMsong->SetText(SongFormColumn::Value, SongRow::ID, QString());
+            clearPlayedDates(*fpdp);
+        }
+    });
 }
 
 void frmSongAdmin::setUpGrids() {
@@ -77,6 +95,7 @@ void frmSongAdmin::wireSongs() {
 }
 
 void frmSongAdmin::loadSongMgmt() {
+    m_kept->leave();
     for (SheetView* grid : {fpSongList2, fpSMsong, fpdp}) grid->SetActiveCell(0, 0);
     clear(*fpSMsong);
     const QStringList categories = categoryNames();
@@ -84,12 +103,15 @@ void frmSongAdmin::loadSongMgmt() {
     txtCats->addItems(categories);
     offerCategories(*fpSMsong, categories);
     clearPlayedDates(*fpdp);
+    m_kept->loaded();
     loadSongList();
 }
 
 void frmSongAdmin::loadSongList() {
+    m_kept->leave();
     setMousePointer(MousePointer::Hourglass);
     clear(*fpSMsong);
+    m_kept->loaded();
     clear(*fpSongList2);
     const int count = loadSongs(*fpSongList2, [](int percent) {
         setStatusText(QStringLiteral("Loading....") + QString::number(percent) +
@@ -110,6 +132,7 @@ void frmSongAdmin::showSong(int col, int row) {
         fpSongList2->SortByHead(col);
         return;
     }
+    m_kept->leave();
     clear(*fpSMsong);
     clearPlayedDates(*fpdp);
     // The list's first columns are the form's first rows.
@@ -118,6 +141,7 @@ void frmSongAdmin::showSong(int col, int row) {
     const QString songID = songValue(*fpSMsong, SongRow::ID);
     showSongFields(*fpSMsong, songID);
     showPlayedDates(*fpdp, songID);
+    m_kept->loaded();
 }
 
 void frmSongAdmin::cmdAdd_Click() {
@@ -129,6 +153,7 @@ void frmSongAdmin::cmdAdd_Click() {
     storeSong(song);
     if (fpdp->MaxRows() > 0) storePlayedDates(*fpdp, song.title, song.id);
     clear(*fpSMsong);
+    m_kept->saved();
     // Deliberate: behaviours 31 and 33. The list and the dates stay.
     hideColumn(*fpSongList2, SongListColumn::ID);
 }
@@ -140,12 +165,15 @@ void frmSongAdmin::cmdDel_Click() {
         return;
     }
     deleteSong(songID);
+    m_kept->saved();
     loadSongList();
     hideColumn(*fpSongList2, SongListColumn::ID);
 }
 
 // Deliberate: behaviour 33.
-void frmSongAdmin::cmdClear_Click() { clear(*fpSMsong); }
+void frmSongAdmin::cmdClear_Click() {
+    m_kept->replaceBy([this] { clear(*fpSMsong); });
+}
 
 void frmSongAdmin::Command12_Click() { loadSongList(); }
 

@@ -9,6 +9,8 @@
 
 #include <QMenu>
 
+class KeptWork;
+
 // The ID in row 1 of fpSMsong is the whole state of the window. If it is empty, "Add/Update" stores
 // a new song, otherwise it updates the song shown.
 class frmSongAdmin : public Form<frmSongAdmin>, public Ui::frmSongAdmin {
@@ -31,6 +33,7 @@ private:
 
     void loadSongList();
     void showSong(int col, int row);
+    void keepSong();
     void chooseFile(int row);
 
     void clearCategory();
@@ -56,4 +59,6 @@ private:
     void Command1_Click();
     void Command4_Click();
     void txtCats_Click();
+
+    KeptWork* m_kept = nullptr;
 };

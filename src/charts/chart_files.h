@@ -7,6 +7,7 @@
 #include "platform/desktop/common_dialog.h"
 #include "ui_assign_panel.h"
 
+class KeptWork;
 class QFrame;
 class SheetGrid;
 
@@ -27,7 +28,7 @@ void sendToBottom(QWidget* panel);
 void setUpAssignPanel(QFrame* frmAssign, Ui::AssignPanel& panel);
 
 // Asks for a file, saves the chart in it, and asks whether to assign it to a song.
-void saveChart(const SheetGrid& chart, QFrame* frmAssign, Ui::AssignPanel& panel);
+void saveChart(const SheetGrid& chart, KeptWork& kept, QFrame* frmAssign, Ui::AssignPanel& panel);
 
 // Adds all songs to the list and raises the panel for the file that the last dialog has left.
 void showAssignPanel(QFrame* frmAssign, Ui::AssignPanel& panel);

@@ -7,6 +7,7 @@
 #include "charts/chart_output.h"
 #include "charts/chart_view.h"
 #include "charts/sheet_music.h"
+#include "platform/grid_view/kept_controls.h"
 #include "platform/theme/theme.h"
 
 namespace {
@@ -31,6 +32,7 @@ frmTranspose::frmTranspose() {
     setUpChartView(*fpPreview);
     setDesignSize(size());
     atEdge(onFailure(), [this] { load(); });
+    kept = keepGrid(*this, UnsavedKind::TransposedChart, *fpPreview);
 }
 
 void frmTranspose::load() { loadRootNotes(); }
@@ -66,6 +68,6 @@ void frmTranspose::cmdEmailSet_Click() { mailChart(*fpPreview, NoteButton::AsItW
 
 void frmTranspose::Command3_Click() { printChart(*fpPreview); }
 
-void frmTranspose::cmdSaveSetList_Click() { saveChart(*fpPreview, frmAssign, *this); }
+void frmTranspose::cmdSaveSetList_Click() { saveChart(*fpPreview, *kept, frmAssign, *this); }
 
 void frmTranspose::cmdSaveAssigned_Click() { saveAssigned(*this); }

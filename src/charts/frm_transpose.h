@@ -10,12 +10,17 @@
 #include "ui_assign_panel.h"
 #include "ui_frm_transpose.h"
 
+class KeptWork;
+
 class frmTranspose : public Form<frmTranspose>,
                      public Ui::frmTranspose,
                      public Ui::AssignPanel,
                      public Transposer {
 public:
     frmTranspose();
+
+    // Keeps the copy while it is not saved.
+    KeptWork* kept = nullptr;
 
     // Transposes the copy, as it is now, by the distance of Slider1. Passes add up.
     void transposePreview();

@@ -13,6 +13,7 @@
 #include "platform/desktop/common_dialog.h"
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
+#include "platform/grid_view/kept_controls.h"
 #include "platform/theme/theme.h"
 
 #include <algorithm>
@@ -42,6 +43,7 @@ SheetMusic::SheetMusic() {
     setMinimumHeight(px(MinimumHeight));
     setDesignSize(QSize(px(WindowWidth), px(WindowHeight)));
     atEdge(onFailure(), [this] { load(); });
+    m_kept = keepGrid(*this, UnsavedKind::Chart, *fpSong);
 }
 
 SheetMusic::~SheetMusic() { clearStatusText(m_inHand); }
@@ -115,7 +117,9 @@ void SheetMusic::addPage() {
 }
 
 // Deliberate: behaviour 126.
-void SheetMusic::mnuNew_Click() { clearChartPage(*fpSong); }
+void SheetMusic::mnuNew_Click() {
+    m_kept->replaceBy([this] { clearChartPage(*fpSong); });
+}
 
 void SheetMusic::mnuDelPage_Click() {
     if (messageBox(QStringLiteral("Delete the selected page?"), BoxIcon::None,
@@ -165,13 +169,16 @@ void SheetMusic::fpSong_DragDrop(QWidget* source, int x, int y) {
 // --- Files and songs ---------------------------------------------------------------------------
 
 void SheetMusic::mnuOpen_Click() {
-    if (!chooseChart(&CommonDialog::ShowOpen)) return;
+    if (chooseChart(&CommonDialog::ShowOpen)) openChart(commonDlg().FileName);
+}
+
+void SheetMusic::openChart(const QString& path) {
     // A chart that cannot be read leaves the grid as it is, without a message.
-    static_cast<void>(fpSong->LoadFromFile(commonDlg().FileName));
+    m_kept->replaceBy([this, path] { static_cast<void>(fpSong->LoadFromFile(path)); });
     fpSong->EditModeReplace(true);
 }
 
-void SheetMusic::mnuSave_Click() { saveChart(*fpSong, frmAssign, *this); }
+void SheetMusic::mnuSave_Click() { saveChart(*fpSong, *m_kept, frmAssign, *this); }
 
 void SheetMusic::mnuAttachToDB_Click() { showAssignPanel(frmAssign, *this); }
 
@@ -213,8 +220,11 @@ void SheetMusic::formatPreviewPages() {
 // The slider keeps its position. Deliberate: behaviour 143.
 void SheetMusic::copyToTranspose() {
     frmTranspose& window = frmTranspose::instance();
-    const bool copied = copyChart(
-        *fpSong, *window.fpPreview, [this] { formatPreviewPages(); },
-        [](const QString& text) { messageBox(text); });
+    bool copied = false;
+    window.kept->replaceBy([&] {
+        copied = copyChart(
+            *fpSong, *window.fpPreview, [this] { formatPreviewPages(); },
+            [](const QString& text) { messageBox(text); });
+    });
     if (copied) window.Show();
 }

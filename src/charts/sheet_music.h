@@ -15,6 +15,8 @@
 
 #include <array>
 
+class KeptWork;
+
 class SheetMusic : public Form<SheetMusic>, public Ui::SheetMusic, public Ui::AssignPanel {
 public:
     SheetMusic();
@@ -28,6 +30,10 @@ public:
 
     QString pendingChord;  // goes into the next cell that is clicked; empty for none
     QString importMode;    // "title", "chords", "lyrics" or empty
+
+    // Shows the chart of a file. One that cannot be read leaves the grid as it is, without a
+    // message.
+    void openChart(const QString& path);
 
     // Adds a page at the end and shows it.
     void addPage();
@@ -86,4 +92,5 @@ private:
     void Command17_Click();
 
     QString m_inHand;  // the status text about the chord that waits for its cell
+    KeptWork* m_kept = nullptr;
 };

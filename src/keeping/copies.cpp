@@ -22,6 +22,7 @@ namespace {
 
 constexpr int DaysKept = 10;
 constexpr int MonthsKept = 12;
+constexpr size_t SetAsideKept = 10;
 constexpr int WaitForOther = 60'000;  // milliseconds
 constexpr int WaitPiece = 100;
 
@@ -115,6 +116,12 @@ void removeOldCopies(const QString& folder, const QDate& today) {
         if (!kept.contains(copy.day)) removeCopy(copy.path);
 }
 
+void removeOldSetAside(const QString& folder) {
+    std::vector<CopyFolder> copies = complete(folder);
+    std::erase_if(copies, [](const CopyFolder& copy) { return copy.ofDay; });
+    for (size_t i = SetAsideKept; i < copies.size(); ++i) removeCopy(copies[i].path);
+}
+
 // Makes the copy beside its place and puts it there. False if `step` has ended it.
 bool makeCopy(const QString& folder, const QString& name, const CopyStep& step) {
     const QString copies = copiesFolder(folder);
@@ -143,6 +150,8 @@ QLatin1String words(SetAsideReason reason) {
             return QLatin1String("before restore");
         case SetAsideReason::BeforeReset:
             return QLatin1String("before reset");
+        case SetAsideReason::BeforeMend:
+            return QLatin1String("before mending links");
         case SetAsideReason::BeforeImport:
             break;
     }
@@ -174,6 +183,7 @@ QString setAside(const QString& folder, const QDate& day, SetAsideReason reason)
     for (int n = 2; QFileInfo::exists(copies + name); ++n)
         name = QStringLiteral("%1 (%2)").arg(first, QString::number(n));
     makeCopy(folder, name, {});
+    removeOldSetAside(folder);
     return copies + name;
 }
 

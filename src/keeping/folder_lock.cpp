@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QLocalServer>
 #include <QLocalSocket>
+#include <QSysInfo>
 #include <QThread>
 
 #include <unistd.h>
@@ -44,6 +45,9 @@ FolderLock::Result FolderLock::acquire(int patience) {
     const QDeadlineTimer deadline(patience);
     while (!m_lock.tryLock()) {
         if (m_lock.error() != QLockFile::LockFailedError) return Result::NotPossible;
+        // Nobody there can be called.
+        const std::optional<QString> owner = host();
+        if (owner && *owner != QSysInfo::machineHostName()) return Result::OutOfReach;
         if (isLeftEmpty() && replaceLock(&FolderLock::isLeftEmpty)) break;
         // The owner may not listen yet, or may just have ended: both are tried again.
         if (callOwner(deadline)) return Result::OwnerCalled;

@@ -6,6 +6,7 @@
 #include "core/data/run_time_error.h"
 
 #include <QCryptographicHash>
+#include <QFile>
 #include <QThreadPool>
 
 #include <algorithm>
@@ -15,6 +16,9 @@
 namespace {
 
 constexpr std::chrono::seconds KeepDelay(30);
+
+// Often enough for a mark in a title, and seldom enough for a large chart while typing.
+constexpr std::chrono::milliseconds TellDelay(250);
 
 // One thread for all, so that writes come in the order of their calls.
 QThreadPool& writer() {
@@ -51,6 +55,9 @@ WorkKeeper::WorkKeeper(const QString& programFolder, UnsavedKind kind, Content c
     m_timer.setSingleShot(true);
     m_timer.setInterval(KeepDelay);
     connect(&m_timer, &QTimer::timeout, this, &WorkKeeper::keep);
+    m_tellTimer.setSingleShot(true);
+    m_tellTimer.setInterval(TellDelay);
+    connect(&m_tellTimer, &QTimer::timeout, this, &WorkKeeper::tellUnsavedWork);
     keepers().push_back(this);
 }
 
@@ -59,10 +66,27 @@ WorkKeeper::~WorkKeeper() {
     writer().waitForDone();
 }
 
+QByteArray WorkKeeper::sumNow() const { return m_comparison ? m_comparison() : sumOf(m_content()); }
+
 void WorkKeeper::takeBaseline() {
     m_timer.stop();
     m_changed = false;
-    m_baseline = sumOf(m_content());
+    m_baseline = sumNow();
+    tellUnsavedWork();
+}
+
+void WorkKeeper::tellUnsavedWork() {
+    m_tellTimer.stop();
+    const bool isUnsaved = hasUnsavedWork();
+    if (std::exchange(m_wasUnsaved, isUnsaved) != isUnsaved) Q_EMIT unsavedWorkChanged(isUnsaved);
+}
+
+void WorkKeeper::workLeft() {
+    keepNow();
+    *m_kept = {};
+    // If the other work fails to load, what is on view then is nobody's.
+    m_changed = false;
+    tellUnsavedWork();
 }
 
 void WorkKeeper::workLoaded() {
@@ -83,36 +107,47 @@ void WorkKeeper::workChanged() {
     m_changed = true;
     // Not again at each change: typing without a pause is kept too.
     if (!m_timer.isActive()) m_timer.start();
+    if (!m_tellTimer.isActive()) m_tellTimer.start();
 }
 
 void WorkKeeper::workBroughtBack(const UnsavedEntry& entry) {
+    m_timer.stop();
     m_changed = true;
-    writer().start([kept = m_kept, path = entry.path] { *kept = {path, {}}; });
+    // The entry is as the work on view is, unless it was removed as one too many since.
+    writer().start([kept = m_kept, path = entry.path, sum = sumNow()] {
+        *kept = {path, QFile::exists(path) ? sum : QByteArray()};
+    });
+    tellUnsavedWork();
+}
+
+QString WorkKeeper::entryOnView() const {
+    writer().waitForDone();
+    return m_kept->path;
 }
 
 void WorkKeeper::keep() {
     m_timer.stop();
     if (!m_changed) return;
-    const QByteArray content = m_content();
-    if (content.isEmpty()) return;
-    writer().start(
-        [this, store = m_store, kind = m_kind, kept = m_kept, baseline = m_baseline, content] {
-            const QByteArray sum = sumOf(content);
-            if (sum == baseline) {
-                store.discard(kept->path);
-                *kept = {};
-            } else if (sum != kept->sum) {
-                try {
-                    *kept = {store.keep(kind, content, kept->path), sum};
-                } catch (const RunTimeError& error) {
-                    // The destructor waits for the writing, so this keeper is there.
-                    if (!std::exchange(kept->failed, true))
-                        QMetaObject::invokeMethod(
-                            this, [this, why = error.description()] { Q_EMIT failed(why); },
-                            Qt::QueuedConnection);
-                }
+    const QByteArray sum = sumNow();
+    const bool isUnsaved = sum != m_baseline;
+    const QByteArray content = isUnsaved ? m_content() : QByteArray();
+    if (isUnsaved && content.isEmpty()) return;
+    writer().start([this, store = m_store, kind = m_kind, kept = m_kept, sum, content] {
+        if (content.isEmpty()) {
+            store.discard(kept->path);
+            *kept = {};
+        } else if (sum != kept->sum) {
+            try {
+                *kept = {store.keep(kind, content, kept->path), sum};
+            } catch (const RunTimeError& error) {
+                // The destructor waits for the writing, so this keeper is there.
+                if (!std::exchange(kept->failed, true))
+                    QMetaObject::invokeMethod(
+                        this, [this, why = error.description()] { Q_EMIT failed(why); },
+                        Qt::QueuedConnection);
             }
-        });
+        }
+    });
 }
 
 bool WorkKeeper::keepNow() {

@@ -13,6 +13,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <utility>
 
 // One for each piece of work on view. The window reports what happens; the keeper writes the work
 // into the store 30 seconds after a change, so that never more than that is lost. Only the taking
@@ -30,6 +31,17 @@ public:
 
     // Waits for what is being written, and keeps nothing more: call keepNow at the closing.
     ~WorkKeeper() override;
+
+    // Sets what decides whether the work has changed, a check sum for example, instead of the
+    // bytes: SheetGrid::contentSum for a grid, whose bytes hold the page on view too. To be set
+    // before workLoaded. Raises nothing.
+    void setComparison(Content comparison) { m_comparison = std::move(comparison); }
+
+    // Whether the work on view differs from what was loaded or saved last.
+    bool hasUnsavedWork() const { return m_changed && sumNow() != m_baseline; }
+
+    // Other work is about to come on view: keeps the work like keepNow, and its entry stays.
+    void workLeft();
 
     // Other work is on view now, unchanged: a file or record was loaded, or the form was emptied.
     // What was kept of the work before stays.
@@ -49,6 +61,9 @@ public:
     // changed back to what was loaded or saved is kept no longer. False if it cannot be written.
     bool keepNow();
 
+    // The path of the entry that the work on view is kept in; empty if it is not kept.
+    QString entryOnView() const;
+
     // keepNow for all keepers there are, for the end of the program by an error or a signal.
     static void keepAllNow();
 
@@ -56,6 +71,9 @@ public:
     void setDelay(std::chrono::milliseconds delay) { m_timer.setInterval(delay); }
 
 Q_SIGNALS:
+    // hasUnsavedWork has become another; comes shortly after a change of the work.
+    void unsavedWorkChanged(bool hasUnsavedWork);
+
     // The work could not be written; `why` is a sentence for the user. Comes once for a row of
     // failures.
     void failed(const QString& why);
@@ -65,12 +83,17 @@ private:
 
     void keep();
     void takeBaseline();
+    void tellUnsavedWork();
+    QByteArray sumNow() const;
 
     UnsavedStore m_store;
     UnsavedKind m_kind;
     Content m_content;
+    Content m_comparison;
     QTimer m_timer{this};
+    QTimer m_tellTimer;
     QByteArray m_baseline;  // a check sum
     bool m_changed = false;
+    bool m_wasUnsaved = false;
     std::shared_ptr<Kept> m_kept;
 };

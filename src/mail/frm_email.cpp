@@ -6,6 +6,7 @@
 #include "mail/rules/attachments.h"
 #include "platform/desktop/common_dialog.h"
 #include "platform/desktop/desktop.h"
+#include "platform/grid_view/kept_controls.h"
 #include "platform/theme/theme.h"
 
 #include <QCloseEvent>
@@ -29,6 +30,21 @@ frmEmail::frmEmail() {
     connectLibrary();
     setDesignSize(size());
     atEdge(onFailure(), [this] { load(); });
+    keepMessage();
+}
+
+void frmEmail::keepMessage() {
+    KeptControls controls;
+    controls.add(QStringLiteral("fpTo"), fpTo);
+    controls.add(QStringLiteral("txtSubject"), txtSubject);
+    controls.add(QStringLiteral("txtAttach"), txtAttach);
+    controls.add(QStringLiteral("txtMsg"), txtMsg);
+    controls.add(QStringLiteral("txtNote"), txtNote);
+    m_kept = keepControls(*this, UnsavedKind::Message, controls);
+}
+
+void frmEmail::loadMessage(const QString& text) {
+    m_kept->replaceBy([&] { txtMsg->setPlainText(text); });
 }
 
 void frmEmail::connectControls() {

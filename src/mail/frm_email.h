@@ -10,6 +10,8 @@
 #include "platform/grid_view/sheet_view.h"
 #include "ui_frm_email.h"
 
+class KeptWork;
+
 class frmEmail : public Form<frmEmail>, public Ui::frmEmail {
 public:
     frmEmail();
@@ -28,6 +30,9 @@ public:
     void addNote();
     void clearNote();
 
+    // Writes a prepared body into txtMsg. The message before it is kept if it was not sent.
+    void loadMessage(const QString& text);
+
     // Sends the message to all recipients and returns when the outcome has been shown.
     void sendMail();
 
@@ -44,6 +49,7 @@ private:
     void setUpGrids();
     void load();
     void placePanels();
+    void keepMessage();
     void applyAuthentication();
     void restage(const QStringList& lines);
     void fillLibrary(const MailingList& list);
@@ -70,6 +76,8 @@ private:
     void poSendMail_SendSuccesful();
     void poSendMail_SendFailed(const QString& explanation);
 
+    KeptWork* m_kept = nullptr;
     bool m_isClosed = false;
+    bool m_wasSent = false;
     bool m_isWaiting = false;  // for the server's answer to the complete message
 };

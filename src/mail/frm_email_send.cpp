@@ -7,11 +7,14 @@
 #include "mail/rules/mail_preferences.h"
 #include "mail/rules/typed_text.h"
 #include "platform/desktop/desktop.h"
+#include "platform/desktop/kept_work.h"
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/raw_text.h"
 
 #include <QMainWindow>
 #include <QScrollBar>
+
+#include <utility>
 
 void frmEmail::loadSettings() {
     txtServer->setText(poSendMail.SMTPHost);
@@ -106,6 +109,7 @@ void frmEmail::sendMail() {
     // A text that was typed or handed over during the send is kept.
     if (!txtTemp->document()->isEmpty() && rawTextOf(*txtMsg->document()) == poSendMail.Message)
         txtMsg->setPlainText(rawTextOf(*txtTemp->document()));
+    if (std::exchange(m_wasSent, false)) m_kept->saved();
     cmdSend->setEnabled(true);
 }
 
@@ -166,6 +170,7 @@ void frmEmail::endWait() {
 
 void frmEmail::poSendMail_SendSuccesful() {
     endWait();
+    m_wasSent = true;
     messageBox(QStringLiteral("Send Successful!"), BoxIcon::None, QStringLiteral("Success"));
     lblProgress->clear();
 }

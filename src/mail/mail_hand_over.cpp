@@ -8,7 +8,7 @@
 
 void fillMail(const QString& html, NoteButton note) {
     frmEmail& mail = frmEmail::instance();
-    mail.txtMsg->setPlainText(html);
+    mail.loadMessage(html);
     // Deliberate: behaviour 166.
     mail.txtMsg->setFocusPolicy(Qt::ClickFocus);
     if (note == NoteButton::Shown) mail.cmdAddNote->setVisible(true);

@@ -8,6 +8,7 @@
 #include "maintenance/rules/notes.h"
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/raw_text.h"
+#include "platform/grid_view/kept_controls.h"
 
 frmNotes::frmNotes() {
     setupUi(this);
@@ -19,6 +20,19 @@ frmNotes::frmNotes() {
     onEvent(this, chkReminder, &QCheckBox::clicked, &frmNotes::chkReminder_Click);
     setDesignSize(size());
     load();
+    keepNote();
+}
+
+// A note that was deleted since can be stored as a new one.
+void frmNotes::keepNote() {
+    KeptControls controls;
+    controls.add(QStringLiteral("txtNote"), txtNote);
+    controls.add(QStringLiteral("chkNotify"), chkNotify);
+    controls.add(QStringLiteral("fpNotifyUntil"), fpNotifyUntil);
+    controls.add(QStringLiteral("hidID"), hidID);
+    m_kept = keepControls(*this, UnsavedKind::Note, controls, [this] {
+        if (fpNotes->SearchCol(NoteColumn::ID, 1, -1, hidID->text()) < 1) hidID->clear();
+    });
 }
 
 void frmNotes::setUpGrids() {
@@ -66,6 +80,10 @@ void frmNotes::fpNotes_Click(int col, int row) {
         fpNotes->SortByHead(col);
         return;
     }
+    m_kept->replaceBy([&] { showNote(row); });
+}
+
+void frmNotes::showNote(int row) {
     clearEditor();
     hidID->setText(fpNotes->GetText(NoteColumn::ID, row));
     txtNote->setPlainText(fpNotes->GetText(NoteColumn::Note, row));
@@ -88,7 +106,8 @@ void frmNotes::cmdAdd_Click() {
         addNote(note, until);
     else
         updateNote(hidID->text(), note, until);
-    loadNotes();
+    m_kept->saved();
+    m_kept->replaceBy([this] { loadNotes(); });
 }
 
 void frmNotes::cmdDelete_Click() {
@@ -99,10 +118,12 @@ void frmNotes::cmdDelete_Click() {
         return;
     }
     deleteNote(id);
-    loadNotes();
+    m_kept->replaceBy([this] { loadNotes(); });
 }
 
-void frmNotes::cmdClr_Click() { clearEditor(); }
+void frmNotes::cmdClr_Click() {
+    m_kept->replaceBy([this] { clearEditor(); });
+}
 
 void frmNotes::chkReminder_Click() {
     const QString wanted =

@@ -8,6 +8,8 @@
 #include "platform/grid_view/sheet_view.h"
 #include "ui_frm_notes.h"
 
+class KeptWork;
+
 class frmNotes : public Form<frmNotes>, public Ui::frmNotes {
 public:
     // Raises what a failing statement raises, and RunTimeError::NoCurrentRecord if prefs has no row
@@ -28,5 +30,9 @@ private:
     void cmdClr_Click();
     void chkReminder_Click();
 
+    void showNote(int row);
     void clearEditor();
+    void keepNote();
+
+    KeptWork* m_kept = nullptr;
 };

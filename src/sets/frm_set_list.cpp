@@ -5,6 +5,7 @@
 
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/item_completion.h"
+#include "platform/grid_view/kept_controls.h"
 #include "platform/theme/theme.h"
 #include "sets/rules/set_grid.h"
 #include "sets/rules/song_picker.h"
@@ -25,6 +26,11 @@ frmSetList::frmSetList() {
     cmdPersonellAvail->setIcon(themedIcon(QStringLiteral("people")));
     setDesignSize(size());
     atEdge(onFailure(), [this] { load(); });
+    m_kept = keepGrid(*this, UnsavedKind::Set, *fpSet, [this] {
+        setUpDateCell(*fpSet);
+        setUpSetWidths(*fpSet);
+        forgetRows();
+    });
 }
 
 frmSetList::~frmSetList() { clearStatusText(m_inHand); }
@@ -101,7 +107,7 @@ void frmSetList::setUpGrids() {
     fpSet->setLocked([this](int col, int row) { return isDateLabel(*fpSet, col, row); });
 }
 
-// Deliberate: behaviour 65. The set of the window closed before is gone.
+// Deliberate: behaviour 65. The set of the window closed before is offered, not shown.
 void frmSetList::load() {
     takeFocusOff();
     forgetRows();

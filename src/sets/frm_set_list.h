@@ -17,6 +17,8 @@
 
 #include <array>
 
+class KeptWork;
+
 class frmSetList : public Form<frmSetList>, public Ui::frmSetList {
 public:
     frmSetList();
@@ -125,6 +127,7 @@ private:
     void imgClose_Click();
     void playerTimer_Timer();
 
+    // What is done before and after other work comes into the set.
     void takeFocusOff();
     void showInHand();
     bool chooseDesign(void (CommonDialog::*show)());
@@ -134,4 +137,5 @@ private:
     void pressPlayerButton(QToolButton* pressedLook, const QString& command);
 
     QString m_inHand;  // the status text about the song that waits for its place
+    KeptWork* m_kept = nullptr;
 };

@@ -7,6 +7,7 @@
 #include "core/data/texts.h"
 #include "platform/desktop/common_dialog.h"
 #include "platform/desktop/desktop.h"
+#include "platform/desktop/kept_work.h"
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/program_files.h"
 #include "sets/frm_set_list.h"
@@ -81,22 +82,24 @@ void frmSetList::designSave() {
 void frmSetList::designLoad() {
     takeFocusOff();
     if (!chooseDesign(&CommonDialog::ShowOpen)) return;
-    loadSetFile(*fpSet, commonDlg().FileName);
+    m_kept->replaceBy([this] { loadSetFile(*fpSet, commonDlg().FileName); });
 }
 
-void frmSetList::designClear() { clearDesign(*fpSet); }
+void frmSetList::designClear() {
+    m_kept->replaceBy([this] { clearDesign(*fpSet); });
+}
 
 void frmSetList::designSetDefault() {
     if (!chooseDesign(&CommonDialog::ShowOpen)) return;
     const QString name = commonDlg().FileName;
     storePreference(QStringLiteral("DefaultSetList"), name);
-    loadSetFile(*fpSet, name);
+    m_kept->replaceBy([&] { loadSetFile(*fpSet, name); });
     takeFocusOff();
 }
 
 void frmSetList::clearSet() {
     takeFocusOff();
-    clearSetGrid(*fpSet);
+    m_kept->replaceBy([this] { clearSetGrid(*fpSet); });
 }
 
 void frmSetList::Command9_Click() { clearSet(); }

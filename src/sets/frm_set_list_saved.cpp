@@ -4,13 +4,12 @@
 // Saving the set, recording what was played, loading a saved set.
 #include "platform/desktop/common_dialog.h"
 #include "platform/desktop/desktop.h"
+#include "platform/desktop/kept_work.h"
 #include "platform/desktop/message_box.h"
 #include "sets/frm_set_list.h"
 #include "sets/rules/set_grid.h"
 #include "sets/rules/set_record.h"
 #include "sets/set_folder.h"
-
-#include <tuple>
 
 void frmSetList::saveSet() {
     takeFocusOff();
@@ -36,8 +35,8 @@ void frmSetList::saveSet() {
     dialog.InitDir = savedSetsFolder();
     dialog.FileName = defaultSetName(date);
     // Deliberate: behaviours 71 and 72.
-    if (dialog.chosen(&CommonDialog::ShowSave))
-        std::ignore = fpSet->SaveToFile(dialog.FileName, false);
+    if (dialog.chosen(&CommonDialog::ShowSave) && fpSet->SaveToFile(dialog.FileName, false))
+        m_kept->saved();
 }
 
 void frmSetList::cmdSaveSetList_Click() { saveSet(); }
@@ -49,9 +48,11 @@ void frmSetList::loadSet() {
     dialog.InitDir = savedSetsFolder() + QLatin1Char('\\');
     dialog.FileName = QString();
     if (!dialog.chosen(&CommonDialog::ShowOpen)) return;
-    loadSetFile(*fpSet, dialog.FileName);
-    setUpDateCell(*fpSet);
-    setUpSetWidths(*fpSet);
+    m_kept->replaceBy([&] {
+        loadSetFile(*fpSet, dialog.FileName);
+        setUpDateCell(*fpSet);
+        setUpSetWidths(*fpSet);
+    });
 }
 
 void frmSetList::Command13_Click() { loadSet(); }

@@ -3,6 +3,7 @@
 
 #include "team/frm_schedule.h"
 
+#include "platform/grid_view/kept_controls.h"
 #include "platform/theme/theme.h"
 #include "team/rules/personnel.h"
 #include "team/rules/schedule_grid.h"
@@ -18,6 +19,10 @@ frmSchedule::frmSchedule() {
     cmdRefresh->setIcon(themedIcon(QStringLiteral("reload")));
     setDesignSize(size());
     atEdge(onFailure(), [this] { load(); });
+    m_keptSchedule = keepGrid(
+        *this, UnsavedKind::Schedule, *fpSchedule, [this] { showSchedule(true); },
+        [this] { return !m_isCompacted; });
+    keepPerson();
 }
 
 void frmSchedule::wire() {

@@ -15,6 +15,7 @@
 
 #include <optional>
 
+class KeptWork;
 struct RowRange;
 
 class frmSchedule : public Form<frmSchedule>, public Ui::frmSchedule {
@@ -85,6 +86,7 @@ private:
     void cmdPrintRoster_Click();
     QStringList readFields();
     void selectShownPerson();
+    void keepPerson();
 
     // Weeks and files: frm_schedule_weeks.cpp
     void cmdLoadDates_Click();
@@ -109,5 +111,10 @@ private:
     void placeChooseEmail();
     void hideForOutput();
     void restoreAfterOutput();
+    void endOutput();
     std::optional<RowRange> findWeeks(bool letsEventsThrough);
+
+    KeptWork* m_keptSchedule = nullptr;
+    KeptWork* m_keptPerson = nullptr;
+    bool m_isCompacted = false;  // for output
 };

@@ -10,6 +10,7 @@
 #include "mail/mail_hand_over.h"
 #include "platform/desktop/common_dialog.h"
 #include "platform/desktop/desktop.h"
+#include "platform/desktop/kept_work.h"
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/program_files.h"
 #include "platform/paper/printing.h"
@@ -19,8 +20,10 @@
 
 #include <QFile>
 #include <QKeyEvent>
+#include <QScopeGuard>
 
 #include <tuple>
+#include <utility>
 
 namespace {
 
@@ -78,6 +81,7 @@ void frmSchedule::keyPressEvent(QKeyEvent* event) {
 }
 
 void frmSchedule::cmdSend_Click() {
+    const auto end = qScopeGuard([this] { endOutput(); });
     if (frmChooseEmail->output() == ChooseEmailPanel::Output::Mail)
         mailSchedule();
     else
@@ -98,7 +102,11 @@ bool frmSchedule::compactForOutput() {
     const bool wasShown = !fpSchedule->isHidden();
     hideForOutput();
     const bool saved = fpSchedule->SaveToFile(scratchFile(), false);
-    if (saved) deleteBlankRows(*fpSchedule);
+    if (saved) {
+        m_keptSchedule->keeper().keepNow();
+        m_isCompacted = true;
+        deleteBlankRows(*fpSchedule);
+    }
     showSchedule(saved || wasShown);
     if (!saved)
         messageBox(
@@ -113,6 +121,7 @@ bool frmSchedule::compactForOutput() {
 
 void frmSchedule::restoreAfterOutput() {
     const bool loaded = fpSchedule->LoadFromFile(scratchFile());
+    m_isCompacted = !loaded;
     showSchedule(true);
     if (loaded)
         QFile::remove(resolvedPath(scratchFile()));
@@ -122,6 +131,11 @@ void frmSchedule::restoreAfterOutput() {
                                   "blank rows.\r\rDo not save it in this form. Use \"Load Past\" "
                                   "to load a saved schedule."),
                    BoxIcon::Exclamation);
+}
+
+// A grid that stays compacted is other work; the whole one was kept.
+void frmSchedule::endOutput() {
+    if (std::exchange(m_isCompacted, false)) m_keptSchedule->loaded();
 }
 
 // The rows of the range of weeks; none, after a message, if one of its dates is not found.
@@ -196,6 +210,7 @@ void frmSchedule::printSchedule() {
 // --- A page of HTML ----------------------------------------------------------------------------
 
 void frmSchedule::cmdExportText_Click() {
+    const auto end = qScopeGuard([this] { endOutput(); });
     if (!compactForOutput()) return;
     // Deliberate: behaviour 107.
     if (!chooseFileIn(QStringLiteral("schedules"), commonDlg(), &CommonDialog::ShowSave,

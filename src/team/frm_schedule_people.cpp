@@ -5,6 +5,7 @@
 #include "core/data/database.h"
 #include "core/data/texts.h"
 #include "platform/desktop/message_box.h"
+#include "platform/grid_view/kept_controls.h"
 #include "platform/paper/printing.h"
 #include "team/frm_schedule.h"
 #include "team/rules/personnel.h"
@@ -27,6 +28,20 @@ void frmSchedule::selectShownPerson() {
     cmbPersonell->setCurrentIndex(id.isEmpty() ? -1 : cmbPersonell->findData(toLong(id)));
 }
 
+// A person who was deleted since can be stored as a new one.
+void frmSchedule::keepPerson() {
+    KeptControls controls;
+    controls.add(QStringLiteral("fpPerson"), fpPerson);
+    controls.add(QStringLiteral("fpVacation"), fpVacation);
+    controls.add(QStringLiteral("chkExclude"), chkExclude);
+    controls.add(QStringLiteral("lblHidPersonID"), lblHidPersonID);
+    m_keptPerson = keepControls(*this, UnsavedKind::Person, controls, [this] {
+        const QString id = lblHidPersonID->text();
+        if (!id.isEmpty() && !readPerson(toLong(id))) lblHidPersonID->clear();
+        selectShownPerson();
+    });
+}
+
 void frmSchedule::showPerson(int id) {
     clearShownPerson(*fpPerson, *fpVacation);
     const auto person = readPerson(id);
@@ -43,7 +58,9 @@ void frmSchedule::stripApostrophes(const QString& text) {
         if (c != QLatin1Char('\'')) cleaned += c;
 }
 
-void frmSchedule::cmbPersonell_Click(int item) { showPerson(cmbPersonell->itemData(item).toInt()); }
+void frmSchedule::cmbPersonell_Click(int item) {
+    m_keptPerson->replaceBy([&] { showPerson(cmbPersonell->itemData(item).toInt()); });
+}
 
 // In the order of PersonFields.
 QStringList frmSchedule::readFields() {
@@ -69,12 +86,14 @@ void frmSchedule::cmdAddPlayer_Click() {
         insertPerson(person);
     else
         updatePerson(toLong(id), person);
+    m_keptPerson->saved();
     renameFinalised(oldName, person.fullName());
     loadPersonnelList();
     // The number of a new person is not known here.
     // Deliberate: behaviour 84.
     if (id.isEmpty()) return;
     showPerson(toLong(id));
+    m_keptPerson->loaded();
     refreshAvailability();
 }
 
@@ -82,6 +101,7 @@ void frmSchedule::cmdDeletePlayer_Click() {
     const QString id = lblHidPersonID->text();
     if (id.isEmpty()) return;
     deletePerson(toLong(id));
+    m_keptPerson->saved();
     cmdClrPlayer_Click();
     loadPersonnelList();
 }
@@ -89,10 +109,12 @@ void frmSchedule::cmdDeletePlayer_Click() {
 // chkExclude is left as it is.
 // Deliberate: behaviour 85.
 void frmSchedule::cmdClrPlayer_Click() {
+    m_keptPerson->leave();
     fpPerson->ClearRange(1, 1, 1, fpPerson->MaxRows(), true);
     fpVacation->ClearRange(1, 1, -1, -1, true);
     lblHidPersonID->setText(QString());
     selectShownPerson();
+    m_keptPerson->loaded();
 }
 
 void frmSchedule::cmdPrintRoster_Click() {

@@ -6,6 +6,7 @@
 #include "core/data/run_time_error.h"
 #include "platform/desktop/common_dialog.h"
 #include "platform/desktop/desktop.h"
+#include "platform/desktop/kept_work.h"
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/program_files.h"
 #include "team/frm_schedule.h"
@@ -51,7 +52,7 @@ void frmSchedule::cmdLoadDates_Click() {
         return;
     }
     // Deliberate: behaviour 98.
-    makeSchedule(*fpSchedule, fpTemp, start, weeks);
+    m_keptSchedule->replaceBy([&] { makeSchedule(*fpSchedule, fpTemp, start, weeks); });
     showSchedule(true);
 }
 
@@ -95,11 +96,15 @@ void frmSchedule::cmdSaveSched_Click() {
             BoxButtons::YesNo) == BoxAnswer::Yes)
         finaliseSchedule(*fpSchedule);
     if (!chooseSchedule(&CommonDialog::ShowSave, proposedScheduleName(*fpSchedule))) return;
-    if (!fpSchedule->SaveToFile(commonDlg().FileName, false)) tellNotSaved();
+    if (fpSchedule->SaveToFile(commonDlg().FileName, false))
+        m_keptSchedule->saved();
+    else
+        tellNotSaved();
 }
 
 void frmSchedule::cmdLoadSched_Click() {
     if (!chooseSchedule(&CommonDialog::ShowOpen, QString())) return;
+    m_keptSchedule->leave();
     // No failure stops the load.
     // Deliberate: behaviour 105.
     fpSchedule->LoadFromFile(commonDlg().FileName);
@@ -110,11 +115,12 @@ void frmSchedule::cmdLoadSched_Click() {
     } catch (const RunTimeError&) {
     }
     refreshSetLists(*fpSchedule);
+    m_keptSchedule->loaded();
     showSchedule(true);
 }
 
 void frmSchedule::cmdClearSched_Click() {
-    clearSchedule(*fpSchedule);
+    m_keptSchedule->replaceBy([this] { clearSchedule(*fpSchedule); });
     showSchedule(false);
 }
 
@@ -136,10 +142,10 @@ void frmSchedule::chkShow_MouseUp(bool ticked) {
                           BoxButtons::YesNo) == BoxAnswer::Yes) {
         if (!chooseSchedule(&CommonDialog::ShowOpen, QString())) return;
         const QString path = commonDlg().FileName;
-        showFile(path);
+        m_keptSchedule->replaceBy([&] { showFile(path); });
         storePreference(QStringLiteral("ScedToUse"), path);
     } else {
-        showFile(scheduleToUse());
+        m_keptSchedule->replaceBy([this] { showFile(scheduleToUse()); });
     }
     storePreference(QStringLiteral("SchedOnStartUp"),
                     ticked ? QStringLiteral("true") : QStringLiteral("false"));

@@ -233,6 +233,17 @@ private Q_SLOTS:
         QCOMPARE(roundOf(path("copies/2026-11-21 before import")), 3);
     }
 
+    void tenNewestOfThoseSetAsideStay() {
+        copy(-20);
+        for (int i = 0; i < 12; ++i)
+            setAside(folder(), day.addDays(i), SetAsideReason::BeforeImport);
+        const QStringList left = names();
+        QCOMPARE(left.filter("before import").size(), 10);
+        QVERIFY(!left.contains("2026-11-22 before import"));
+        QVERIFY(left.contains("2026-11-23 before import"));
+        QVERIFY(left.contains(day.addDays(-20).toString(Qt::ISODate)));
+    }
+
     void setAsideWhileTheProgramReadsAndWritesIsWhole() {
         Connection connection;
         connection.Open(path("db1.mdb"));

@@ -346,6 +346,54 @@ private Q_SLOTS:
         QCOMPARE(keptContents(), Contents{"b"});
     }
 
+    void unsavedWorkIsReportedWhenItBeginsAndEnds() {
+        auto one = keeper();
+        QSignalSpy reported(one.get(), &WorkKeeper::unsavedWorkChanged);
+        QVERIFY(!one->hasUnsavedWork());
+        change(*one, "changed");
+        QVERIFY(one->hasUnsavedWork());
+        QVERIFY(reported.wait());
+        QCOMPARE(reported.takeFirst()[0].toBool(), true);
+        change(*one, "changed more");
+        change(*one, "loaded");
+        QVERIFY(!one->hasUnsavedWork());
+        QVERIFY(reported.wait());
+        QCOMPARE(reported.takeFirst()[0].toBool(), false);
+        change(*one, "changed");
+        QVERIFY(reported.wait());
+        one->workSaved();
+        QCOMPARE(reported.size(), 2);
+        QVERIFY(!one->hasUnsavedWork());
+    }
+
+    void whatIsNoPartOfTheWorkMakesItNotUnsaved() {
+        SheetGrid grid;
+        grid.SetText(2, 1, "11/22/26");
+        WorkKeeper one(m_dir->path(), UnsavedKind::Set, [&] { return grid.fileBytes(); });
+        one.setComparison([&] { return grid.contentSum(); });
+        one.workLoaded();
+        grid.ColWidth(2, 40);
+        grid.EditModeReplace(true);
+        one.workChanged();
+        QVERIFY(!one.hasUnsavedWork());
+        QVERIFY(one.keepNow());
+        QVERIFY(names().isEmpty());
+        grid.SetText(2, 2, "Abide");
+        QVERIFY(one.hasUnsavedWork());
+        grid.SetText(2, 2, QString());
+        QVERIFY(!one.hasUnsavedWork());
+    }
+
+    void workThatIsLeftKeepsItsEntryWhateverComesNext() {
+        auto one = keeper();
+        change(*one, "changed");
+        one->workLeft();
+        // The other work fails to load halfway.
+        change(*one, "half");
+        QVERIFY(one->keepNow());
+        QCOMPARE(keptContents(), (Contents{"half", "changed"}));
+    }
+
     void gridComesBackFromItsOwnForm() {
         SheetGrid grid;
         grid.SetText(2, 1, "11/22/26");

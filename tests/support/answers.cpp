@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QPointer>
+#include <QProgressDialog>
 #include <QTest>
 
 namespace {
@@ -127,7 +128,8 @@ void Answers::custom(const QString& what, std::function<void(QWidget*)> act) {
 
 void Answers::look() {
     QWidget* modal = QApplication::activeModalWidget();
-    if (!modal || !modal->isVisible()) {
+    // Progress closes by itself.
+    if (!modal || !modal->isVisible() || qobject_cast<QProgressDialog*>(modal)) {
         m_answered = m_seen = nullptr;
         return;
     }

@@ -4,10 +4,12 @@
 // lorvanite_tests NAME [QtTest's options]    runs the tests of the file NAME.cpp
 // lorvanite_tests --save-for-ever FOLDER     saves sets until it is killed
 // lorvanite_tests --run-and-close FOLDER ACTIVITY    runs the program until its user closes it
+// lorvanite_tests --work-and-end FOLDER END  runs the program with work in all its windows
 // lorvanite_tests --copy-for-ever FOLDER     makes copies of a folder until it is killed
 // lorvanite_tests --want-folder FOLDER       owns a folder, or calls its owner
 #include "keeping/copies_hands.h"
 #include "keeping/folder_lock_hands.h"
+#include "keeping/program_hands.h"
 #include "support/endless_saver.h"
 #include "support/program_process.h"
 #include "support/registry.h"
@@ -57,6 +59,9 @@ int main(int argc, char** argv) {
     if (name == QLatin1String("--run-and-close") && argc == 3)
         return runAndClose(argc, argv, QString::fromLocal8Bit(argv[1]),
                            QString::fromLocal8Bit(argv[2]));
+    if (name == QLatin1String("--work-and-end") && argc == 3)
+        return workAndEnd(argc, argv, QString::fromLocal8Bit(argv[1]),
+                          QString::fromLocal8Bit(argv[2]));
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Lorvanite"));
     const QString folder = QString::fromLocal8Bit(argc > 1 ? argv[1] : ".");

@@ -4,9 +4,14 @@
 #include "catalogue/rules/played_dates.h"
 
 #include "core/data/database.h"
+#include "core/data/dates.h"
 #include "core/data/run_time_error.h"
 #include "core/data/texts.h"
 #include "core/grid/sheet_grid.h"
+
+#include <algorithm>
+#include <map>
+#include <vector>
 
 namespace {
 
@@ -48,6 +53,24 @@ void showPlayedDates(SheetGrid& dates, const QString& songID) {
     // Deliberate: behaviour 38.
     dates.SetText(PlayedDateColumn::Date, 0, QStringLiteral("Last Played"));
     offerSpareRow(dates);
+}
+
+void matchPlayedDates(SheetGrid& dates, const QString& songID) {
+    std::map<QString, QString> stored;  // dates by their IDs
+    Recordset rs = select(QStringLiteral("SELECT * FROM played_on WHERE songID = ") + songID);
+    for (; !rs.EOF_(); rs.MoveNext()) stored[rs.Fields("ID")] = rs.Fields("played_date");
+    rs.Close();
+    std::vector<int> lost;
+    for (int row = 1; row <= dates.MaxRows(); ++row)
+        if (stored.erase(dates.GetText(PlayedDateColumn::ID, row)) == 0) lost.push_back(row);
+    for (const int row : lost) {
+        const QString date = dates.GetText(PlayedDateColumn::Date, row);
+        const auto same = std::find_if(stored.begin(), stored.end(), [&](const auto& entry) {
+            return !date.isEmpty() && formatDate(entry.second) == formatDate(date);
+        });
+        dates.SetText(PlayedDateColumn::ID, row, same == stored.end() ? QString() : same->first);
+        if (same != stored.end()) stored.erase(same);
+    }
 }
 
 void offerSpareRow(SheetGrid& dates) {

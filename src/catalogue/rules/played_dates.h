@@ -21,6 +21,10 @@ void clearPlayedDates(SheetGrid& dates);
 // Fills an empty grid with the dates of a song in the table's order, and offers a spare row.
 void showPlayedDates(SheetGrid& dates, const QString& songID);
 
+// Gives rows that come from an earlier time the IDs that their dates have now; a date that is no
+// longer there gets none. Raises what a failing statement raises.
+void matchPlayedDates(SheetGrid& dates, const QString& songID);
+
 // Adds an empty row for a further date unless the last row is empty.
 void offerSpareRow(SheetGrid& dates);
 

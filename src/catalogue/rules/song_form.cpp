@@ -4,6 +4,7 @@
 #include "catalogue/rules/song_form.h"
 
 #include "core/data/database.h"
+#include "core/data/texts.h"
 #include "core/grid/sheet_grid.h"
 
 #include <QStringList>
@@ -101,6 +102,12 @@ SongRecord readSong(const SheetGrid& form) {
 bool isSongComplete(const SheetGrid& form) {
     return !songValue(form, SongRow::Title).isEmpty() &&
            !songValue(form, SongRow::Category1).isEmpty();
+}
+
+bool songExists(const QString& songID) {
+    return !songID.isEmpty() && !select(QStringLiteral("SELECT ID FROM songs WHERE ID = ") +
+                                        QString::number(toLong(songID)))
+                                     .EOF_();
 }
 
 void storeSong(const SongRecord& song) {

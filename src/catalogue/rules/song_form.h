@@ -67,5 +67,8 @@ bool isSongComplete(const SheetGrid& form);
 // apostrophe is left in a value.
 void storeSong(const SongRecord& song);
 
+// Whether there is a song of that ID. An empty ID is none.
+bool songExists(const QString& songID);
+
 // Deletes a song; its dates stay in played_on.
 void deleteSong(const QString& songID);

@@ -23,9 +23,12 @@ int collate(void*, int sizeA, const void* a, int sizeB, const void* b) {
                         {static_cast<const char*>(b), static_cast<size_t>(sizeB)});
 }
 
-// Statements may read and write rows and do nothing else.
-int authorize(void*, int action, const char*, const char*, const char*, const char*) {
+// Statements may read and write rows and do nothing else. `allowsTransactions` is the connection's.
+int authorize(void* allowsTransactions, int action, const char*, const char*, const char*,
+              const char*) {
     switch (action) {
+        case SQLITE_TRANSACTION:
+            return *static_cast<const bool*>(allowsTransactions) ? SQLITE_OK : SQLITE_DENY;
         case SQLITE_SELECT:
         case SQLITE_READ:
         case SQLITE_INSERT:
@@ -93,7 +96,7 @@ void check(sqlite3* handle, int result) {
     if (result != SQLITE_OK) failStore(handle);
 }
 
-void setUp(sqlite3* handle) {
+void setUp(sqlite3* handle, bool& allowsTransactions) {
     check(handle, sqlite3_busy_timeout(handle, LockWait));
     check(handle,
           sqlite3_create_collation_v2(handle, "NOCASE", SQLITE_UTF8, nullptr, collate, nullptr));
@@ -103,7 +106,7 @@ void setUp(sqlite3* handle) {
     check(handle, sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr));
     // A text between double quotes is no text, but a name that does not exist.
     check(handle, sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr));
-    check(handle, sqlite3_set_authorizer(handle, authorize, nullptr));
+    check(handle, sqlite3_set_authorizer(handle, authorize, &allowsTransactions));
 }
 
 }  // namespace
@@ -115,7 +118,7 @@ void Connection::Open(const QString& path) {
     const QString file = resolvedPath(path);
     try {
         StoreHandle handle = openStore(file.toUtf8().constData(), SQLITE_OPEN_READWRITE);
-        setUp(handle.get());
+        setUp(handle.get(), m_allowsTransactions);
         m_handle = handle.release();
     } catch (const RunTimeError& error) {
         failToOpen(file, error.description());

@@ -19,7 +19,8 @@ enum class LockType { ReadOnly = 1, Optimistic = 3, BatchOptimistic = 4 };
 // A connection to a database file. Every statement commits on its own, and is on the disk when its
 // call returns. Comparisons and ORDER BY of texts ignore case for all of Unicode and follow the
 // English alphabet. Statements may read and write rows; those that attach files, set pragmas, begin
-// transactions or change the tables are refused. Deliberate: behaviour 6.
+// transactions or change the tables are refused; the class Transaction begins one. Deliberate:
+// behaviour 6.
 class Connection {
 public:
     using StatementCallback =
@@ -47,7 +48,9 @@ public:
 
 private:
     friend class Recordset;
+    friend class Transaction;
     sqlite3* m_handle = nullptr;
+    bool m_allowsTransactions = false;
     StatementCallback m_callback;
 };
 

@@ -18,6 +18,9 @@ enum class FolderCopy {
     Replace,
     // Copies only what is missing in the target. Leaves out hidden files and executables.
     FillIn,
+    // Like Replace, but the target changes as a whole once everything is copied: if the copy fails
+    // or the process is killed, it is as it was.
+    AsOne,
 };
 
 // Copies the content of a folder with all its subfolders into another folder, which is created
@@ -27,3 +30,7 @@ enum class FolderCopy {
 // target lies (FillIn creates it), PermissionDenied if the target lies in the source or a file
 // cannot be read or written. Files that were copied before the error stay.
 void copyFolder(const QString& source, const QString& target, FolderCopy how = FolderCopy::Replace);
+
+// Ends a copy into a folder with AsOne that was killed: the folder is as it was before or as it
+// would have been after, and nothing else is left beside it.
+void finishFolderCopy(const QString& target);

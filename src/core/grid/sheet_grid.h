@@ -316,6 +316,10 @@ public:
     // million cells.
     QByteArray fileBytes() const;
 
+    // A check sum of the sizes, texts and pictures of all sheets. Looks, widths and the page on
+    // view do not count.
+    QByteArray contentSum() const;
+
     // Replaces the whole grid by the one in a file. Its ActiveSheet becomes `Sheet`, and no cell is
     // active; Col, Row and BlockMode do not change. Returns false and leaves the grid as it was if
     // the file is missing, damaged, larger than its own numbers say or of a later version.

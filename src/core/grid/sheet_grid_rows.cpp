@@ -4,6 +4,7 @@
 #include "core/data/paths.h"
 #include "core/grid/grid_file.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 
@@ -149,6 +150,31 @@ bool SheetGrid::SaveToFile(const QString& path, bool dataOnly) const {
 }
 
 QByteArray SheetGrid::fileBytes() const { return writeGridFile(d->data, false); }
+
+QByteArray SheetGrid::contentSum() const {
+    QCryptographicHash sum(QCryptographicHash::Sha1);
+    const auto add = [&](int number) {
+        sum.addData(QByteArrayView(reinterpret_cast<const char*>(&number), sizeof number));
+    };
+    for (const SheetData& sheet : d->data.sheets) {
+        add(sheet.maxCols);
+        add(sheet.maxRows);
+        for (size_t row = 0; row < sheet.rows.size(); ++row) {
+            for (size_t col = 0; col < sheet.rows[row].size(); ++col) {
+                const GridCell& cell = sheet.rows[row][col];
+                if (cell.text.isEmpty() && cell.picture < 0) continue;
+                add(int(row));
+                add(int(col));
+                add(int(cell.text.size()));
+                sum.addData(QByteArrayView(reinterpret_cast<const char*>(cell.text.constData()),
+                                           cell.text.size() * qsizetype(sizeof(QChar))));
+                if (cell.picture >= 0) sum.addData(sheet.pictures[size_t(cell.picture)]);
+            }
+        }
+        add(-1);  // between the sheets
+    }
+    return sum.result();
+}
 
 bool SheetGrid::LoadFromFile(const QString& path) {
     QFile file(resolvedPath(path));

@@ -10,6 +10,9 @@
 #include "core/data/paths.h"
 #include "core/shell/frm_about.h"
 #include "core/shell/frm_splash.h"
+#include "core/shell/show_song.h"
+#include "exchange/frm_exchange.h"
+#include "exchange/frm_find_words.h"
 #include "mail/frm_email.h"
 #include "maintenance/frm_backup.h"
 #include "maintenance/frm_notes.h"
@@ -24,10 +27,12 @@
 #include "team/frm_schedule.h"
 #include "team/frm_special_music.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QMdiSubWindow>
 #include <QScreen>
 #include <QStyle>
+#include <QTimer>
 
 #include <algorithm>
 #include <iterator>
@@ -39,6 +44,8 @@ frmMDI* g_instance = nullptr;
 constexpr int UtilitiesLeft = 11505;  // twips
 constexpr int AboutMargin = 150;      // twips
 constexpr int FrameWidth = 8;         // of the main window, about, in pixels
+
+constexpr int IconDelay = 200;  // milliseconds until the window's own icon, for the task bar
 
 // The width of a button of the bar in pixels, as a rule and without its caption.
 constexpr int UsualButton = 92;
@@ -110,7 +117,9 @@ void frmMDI::dressButtons() {
         {Command11, "help"},
     };
     for (const auto& look : looks) look.button->setIcon(themedIcon(QLatin1String(look.icon)));
-    setWindowIcon(themedIcon(QStringLiteral("app")));
+    // Drawing it in every size takes longer than all the buttons do.
+    QTimer::singleShot(IconDelay, this,
+                       [] { QApplication::setWindowIcon(themedIcon(QStringLiteral("app"))); });
     mdiArea->setBackground(palette().brush(QPalette::Window));
 }
 
@@ -121,6 +130,10 @@ void frmMDI::setUpUtilities() {
     mnuBackupFiles.setText(QStringLiteral("Backup Files"));
     mnuCCLI.setText(QStringLiteral("CCLI Report"));
     mnuUtilities.addActions({&mnuSpecialMusic, &mnuImportSet, &mnuBackupFiles, &mnuCCLI});
+    mnuUtilities.addSeparator();
+    mnuExchange.setText(QStringLiteral("Exchange..."));
+    mnuFindWords.setText(QStringLiteral("Find Words\u2026"));
+    mnuUtilities.addActions({&mnuExchange, &mnuFindWords});
 }
 
 void frmMDI::wireModules() {
@@ -139,6 +152,8 @@ void frmMDI::wireModules() {
     onEvent(this, &mnuImportSet, &QAction::triggered, &frmMDI::mnuImportSet_Click);
     onEvent(this, &mnuBackupFiles, &QAction::triggered, &frmMDI::mnuBackupFiles_Click);
     onEvent(this, &mnuCCLI, &QAction::triggered, &frmMDI::mnuCCLI_Click);
+    onEvent(this, &mnuExchange, &QAction::triggered, &frmMDI::mnuExchange_Click);
+    onEvent(this, &mnuFindWords, &QAction::triggered, &frmMDI::mnuFindWords_Click);
 }
 
 void frmMDI::reportFilesNotUpdated() {
@@ -199,6 +214,18 @@ void frmMDI::Command1_Click() {
 
 void frmMDI::mnuBackupFiles_Click() { showModule<frmBackup>(); }
 void frmMDI::mnuCCLI_Click() { showModule<frmCCLI>(); }
+void frmMDI::mnuExchange_Click() { showModule<frmExchange>(); }
+void frmMDI::mnuFindWords_Click() {
+    showModule<frmFindWords>();
+    frmFindWords::onPicked([this](const IndexedChart& chart) {
+        if (!showSong(chart.songID, chart.path)) {
+            cmdSongMgmt_Click();
+            showSong(chart.songID, QString());
+        }
+    });
+    frmFindWords::instance().refresh();
+}
+
 void frmMDI::cmdEmail_Click() { showModule<frmEmail>(); }
 
 void frmMDI::cmdAbout_Click() { showModule<frmAbout>(); }

@@ -38,6 +38,8 @@ public:
     QAction mnuImportSet;
     QAction mnuBackupFiles;
     QAction mnuCCLI;
+    QAction mnuExchange;
+    QAction mnuFindWords;
 
     // The splash; null after it was closed.
     QPointer<frmSplash> splash;
@@ -66,6 +68,8 @@ private:
     void Command1_Click();
     void mnuBackupFiles_Click();
     void mnuCCLI_Click();
+    void mnuExchange_Click();
+    void mnuFindWords_Click();
     void cmdEmail_Click();
     void cmdAbout_Click();
     void Command10_Click();

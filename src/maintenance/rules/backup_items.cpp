@@ -44,7 +44,13 @@ void restoreItem(const BackupItem& item, const QString& folder) {
     if (item.isDatabase())
         restoreDatabase(dbConn, databaseIn(folder));  // Deliberate: behaviour 186.
     else
-        copyFolder(folder, programFolderOf(item));  // Deliberate: behaviours 182 and 185.
+        copyFolder(folder, programFolderOf(item),
+                   FolderCopy::AsOne);  // Deliberate: behaviours 182 and 185.
+}
+
+void finishRestores() {
+    for (const BackupItem& item : BackupItems)
+        if (!item.isDatabase()) finishFolderCopy(programFolderOf(item));
 }
 
 void emptyDatabase() {

@@ -34,9 +34,13 @@ extern const std::array<BackupItem, BackupIndex::Count> BackupItems;
 // raise.
 void backUpItem(const BackupItem& item, const QString& folder);
 
-// Copies an item back from a folder of the user's choice. Raises what restoreDatabase and
+// Copies an item back from a folder of the user's choice. If it fails or the process is killed, the
+// item is as it was. Raises what restoreDatabase and
 // copyFolder raise.
 void restoreItem(const BackupItem& item, const QString& folder);
+
+// Tidies up after a restore that was killed. To be called at the start of the program.
+void finishRestores();
 
 // Empties the tables of songs, categories, dates and people. Raises what a failing statement
 // raises; the tables before it stay empty.

@@ -4,16 +4,19 @@
 #include "platform/desktop/form.h"
 
 #include "core/data/run_time_error.h"
+#include "keeping/work_keeper.h"
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
 
 #include <QApplication>
+#include <QBoxLayout>
 #include <QCloseEvent>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -27,13 +30,16 @@ class FormFrame : public QMdiSubWindow {
 public:
     explicit FormFrame(FormBase* form) : m_form(form) {
         setWidget(form);
+        layout()->setSpacing(0);
         setAttribute(Qt::WA_DeleteOnClose);
     }
 
 protected:
     void closeEvent(QCloseEvent* event) override {
         QMdiSubWindow::closeEvent(event);
-        if (event->isAccepted()) m_form->released();
+        if (!event->isAccepted()) return;
+        m_form->keepWork();
+        m_form->released();
     }
 
 private:
@@ -44,6 +50,8 @@ void atEdge(OnFailure onFailure, const std::function<void()>& body) {
     try {
         body();
     } catch (const RunTimeError& error) {
+        // The box may stay for long, or its end may never come.
+        if (onFailure == OnFailure::EndsProgram) WorkKeeper::keepAllNow();
         setMousePointer(MousePointer::Arrow);
         messageBox(QStringLiteral("Run-time error '%1':\r\r%2")
                        .arg(QString::number(error.number()), error.description()),
@@ -63,7 +71,33 @@ QMdiSubWindow* FormBase::frame() {
     m_frame->setWindowIcon(windowIcon());
     if (formArea()) formArea()->addSubWindow(m_frame);
     m_frame->resize(m_frame->sizeHint());
+    for (QWidget* strip : std::exchange(m_strips, {})) showStrip(strip, true);
     return m_frame;
+}
+
+void FormBase::showStrip(QWidget* strip, bool on) {
+    const bool isOn = m_strips.contains(strip);
+    if (on == isOn) return;
+    if (on)
+        m_strips.append(strip);
+    else
+        m_strips.removeOne(strip);
+    strip->setVisible(on && m_frame);
+    if (!m_frame) return;
+    auto* rows = static_cast<QBoxLayout*>(m_frame->layout());
+    if (on)
+        rows->insertWidget(int(m_strips.size()) - 1, strip);
+    else
+        rows->removeWidget(strip);
+    strip->setVisible(on);
+    if (m_frame->isMaximized() || m_frame->isMinimized()) return;
+    const int height = strip->sizeHint().height();
+    m_frame->resize(m_frame->width(), m_frame->height() + (on ? height : -height));
+    keepInside();
+}
+
+void FormBase::keepWork() {
+    for (WorkKeeper* keeper : findChildren<WorkKeeper*>()) keeper->keepNow();
 }
 
 void FormBase::Show() {

@@ -4,6 +4,7 @@
 // The base of all module windows, and the place where errors of event handlers are caught.
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QWidget>
 
@@ -46,6 +47,10 @@ public:
 
     virtual OnFailure onFailure() const { return OnFailure::EndsProgram; }
 
+    // Shows a strip above the content, or hides it; it is hidden at first. The window becomes as
+    // much higher or lower as the strip is high. The window owns the strip.
+    void showStrip(QWidget* strip, bool on);
+
     // The size of the design.
     QSize sizeHint() const override;
 
@@ -61,8 +66,10 @@ protected:
 private:
     friend class FormFrame;
     void keepInside();
+    void keepWork();
 
     QMdiSubWindow* m_frame = nullptr;
+    QList<QWidget*> m_strips;  // above the content
     QSize m_designSize;
 };
 

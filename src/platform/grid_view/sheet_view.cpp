@@ -178,8 +178,11 @@ void SheetView::flush() {
         }
     }
     if (leaves) commitEdit();
-    const QScopedValueRollback applying(m->applying, true);
-    applyActiveCell();
+    {
+        const QScopedValueRollback applying(m->applying, true);
+        applyActiveCell();
+    }
+    if (dirt.layout || dirt.firstRow <= dirt.lastRow) Q_EMIT ContentChanged();
 }
 
 void SheetView::applyLayout() {

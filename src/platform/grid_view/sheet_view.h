@@ -82,6 +82,9 @@ Q_SIGNALS:
     void Click(int col, int row);
     // The user has changed a cell's text by typing, picking, pasting, deleting, undo or redo.
     void Change(int col, int row);
+    // What the grid shows may have changed, by the user or by the program. Comes once for all
+    // changes that are shown together.
+    void ContentChanged();
     // A button cell, or the button of a cell that carries one, was pressed.
     void ButtonClicked(int col, int row, bool buttonDown);
     // Right click or menu key; x and y in pixels in this widget.

@@ -292,13 +292,21 @@ void SheetDrawing::drawLine(const QString& codes, int number, double middle) {
 bool drawSheet(QPagedPaintDevice& device, const SheetGrid& grid) {
     QPainter painter;
     if (!painter.begin(&device)) return false;
+    return drawSheet(painter, device, grid, [] {}) && painter.end();
+}
+
+bool drawSheet(QPainter& painter, QPagedPaintDevice& device, const SheetGrid& grid,
+               const std::function<void()>& pageDrawn) {
     const double scale = double(device.logicalDpiX()) / TwipsPerInch;
-    painter.scale(scale, scale);
     const QSizeF paper = device.pageLayout().fullRect(QPageLayout::Inch).size() * TwipsPerInch;
     SheetDrawing drawing(painter, grid, paper);
     for (int number = 1; number <= drawing.pageCount(); ++number) {
         if (number > 1 && !device.newPage()) return false;
+        painter.save();
+        painter.scale(scale, scale);
         drawing.draw(number);
+        painter.restore();
+        pageDrawn();
     }
-    return painter.end();
+    return true;
 }

@@ -309,8 +309,8 @@ void TestHtmlExport::noLogIsWritten() {
     QVERIFY(QDir::setCurrent(folder.path()));
     SheetGrid grid;
     grid.SetText(1, 1, QStringLiteral("text"));
-    const bool written = grid.ExportRangeToHTML(1, 1, 1, 1, folder.filePath(u"a.html"_s), false,
-                                                QStringLiteral("lsl"));
+    const bool written = grid.ExportRangeToHTML(
+        1, 1, 1, 1, folder.filePath(QStringLiteral("a.html")), false, QStringLiteral("lsl"));
     QVERIFY(QDir::setCurrent(before));
     QVERIFY(written);
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{"a.html"});

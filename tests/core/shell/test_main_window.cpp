@@ -299,7 +299,9 @@ private Q_SLOTS:
         QStringList items;
         for (const QAction* item : main.mnuUtilities.actions()) items.append(item->text());
         QCOMPARE(items,
-                 (QStringList{"Special Music", "Import Set List", "Backup Files", "CCLI Report"}));
+                 (QStringList{"Special Music", "Import Set List", "Backup Files", "CCLI Report",
+                              QString(), "Exchange...", QStringLiteral("Find Words\u2026")}));
+        QVERIFY(main.mnuUtilities.actions().at(4)->isSeparator());
         main.mnuUtilities.close();
     }
 

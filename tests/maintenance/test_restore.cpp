@@ -1,0 +1,303 @@
+// SPDX-FileCopyrightText: The Lorvanite authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// Restore and reset: what they set aside first, where they start, and what an interruption leaves.
+#include "core/data/dates.h"
+#include "core/data/file_copy.h"
+#include "core/data/run_time_error.h"
+#include "keeping/copies.h"
+#include "maintenance/frm_backup.h"
+#include "platform/desktop/desktop.h"
+#include "support/files.h"
+#include "support/full_disk.h"
+#include "support/other_process.h"
+#include "support/registry.h"
+#include "support/world.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QElapsedTimer>
+#include <QFile>
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+const QString AllDone = QStringLiteral("Copy(s) Sucessfull!");
+
+void writeTo(const QString& path, const QByteArray& content) {
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
+    file.write(content);
+}
+
+// What a folder holds, file by file.
+QMap<QString, QByteArray> contentOfFolder(const QString& folder) {
+    QMap<QString, QByteArray> content;
+    QDirIterator files(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString path = files.next();
+        content[QDir(folder).relativeFilePath(path)] = bytesOf(path);
+    }
+    return content;
+}
+
+}  // namespace
+
+class TestRestore : public WindowTest {
+    Q_OBJECT
+
+    QTemporaryDir m_stick;
+
+    frmBackup& open() {
+        if (!world->isRunning()) world->start();
+        click(world->main().Command10);
+        pickMenuItem(world->main().mnuUtilities, world->main().mnuBackupFiles);
+        return frmBackup::instance();
+    }
+
+    void tick(std::initializer_list<int> boxes) {
+        for (const int box : boxes) {
+            QCheckBox* check = frmBackup::instance().ckBU[size_t(box)];
+            QTest::mouseClick(check, Qt::LeftButton, {}, QPoint(8, check->height() / 2));
+        }
+    }
+
+    void addSong(const QString& title) {
+        world->sql(QStringLiteral("INSERT INTO songs (title) VALUES ('%1')").arg(title));
+    }
+    QStringList titles() { return world->rows("SELECT title FROM songs ORDER BY ID"); }
+
+    void expectDone() {
+        world->answers.custom("the report", [](QWidget* modal) {
+            auto* box = qobject_cast<QMessageBox*>(modal);
+            QVERIFY(box);
+            QCOMPARE(box->windowTitle(), AllDone);
+            box->accept();
+        });
+    }
+
+private Q_SLOTS:
+    void restoreSetsAsideOnceWhatItReplaces() {
+        addSong("Now");
+        writeTo(world->path("saved sets/a.set"), "now");
+        const QString copy = m_stick.filePath("copy");
+        QVERIFY(QDir().mkpath(copy));
+        QVERIFY(QFile::copy(world->path("db1.mdb"), copy + "/db1.mdb"));
+        writeTo(copy + "/saved sets/a.set", "then");
+        addSong("Later");
+        const frmBackup& w = open();
+        tick({BackupIndex::Database, BackupIndex::SavedSets});
+        world->answers.file(copy + "/Restore Database From");
+        world->answers.file(copy + "/saved sets/Restore Saved Sets From");
+        expectDone();
+        click(w.cmdRestore);
+        QCOMPARE(titles(), QStringList{"Now"});
+        QCOMPARE(bytesOf(world->path("saved sets/a.set")), QByteArray("then"));
+        const QStringList aside = copiesIn(world->folder());
+        QCOMPARE(aside, QStringList{world->path("copies/2026-11-21 before restore")});
+        QCOMPARE(bytesOf(aside[0] + "/saved sets/a.set"), QByteArray("now"));
+        // What was set aside undoes the restore: the dialogs start there.
+        world->answers.fileAsProposed();
+        world->answers.fileAsProposed();
+        expectDone();
+        click(w.cmdRestore);
+        QCOMPARE(titles(), (QStringList{"Now", "Later"}));
+        QCOMPARE(bytesOf(world->path("saved sets/a.set")), QByteArray("now"));
+    }
+
+    void cancelledRestoreSetsNothingAside() {
+        const frmBackup& w = open();
+        tick({BackupIndex::Database, BackupIndex::SavedSets});
+        world->answers.cancelFile();
+        world->answers.cancelFile();
+        click(w.cmdRestore);
+        QCOMPARE(copiesIn(world->folder()), QStringList());
+    }
+
+    void wholeCopyOfADayRestoresByTheProposals() {
+        addSong("Then");
+        const QStringList files{"saved sets/a.set", "set designs/b.sdl", "schedules/c.scd"};
+        for (const QString& file : files) writeTo(world->path(file), "then");
+        makeDailyCopy(world->folder(), today());
+        for (const QString& file : files) writeTo(world->path(file), "now");
+        world->sql("DELETE FROM songs");
+        const frmBackup& w = open();
+        commonDlg().InitDir = "as it was";
+        tick({BackupIndex::Database, BackupIndex::SavedSets, BackupIndex::SetDesigns,
+              BackupIndex::Schedules});
+        for (int i = 0; i < BackupIndex::Count; ++i) world->answers.fileAsProposed();
+        expectDone();
+        click(w.cmdRestore);
+        QCOMPARE(titles(), QStringList{"Then"});
+        for (const QString& file : files) QCOMPARE(bytesOf(world->path(file)), QByteArray("then"));
+        QCOMPARE(commonDlg().InitDir, QString("as it was"));
+    }
+
+    void backupStartsWhereItDidBefore() {
+        makeDailyCopy(world->folder(), today());
+        const frmBackup& w = open();
+        commonDlg().InitDir = m_stick.path();
+        tick({BackupIndex::Database});
+        world->answers.cancelFile();
+        click(w.cmdBack);
+        QCOMPARE(world->answers.fileDialogs().back().folder, m_stick.path());
+        QCOMPARE(copiesIn(world->folder()).size(), 1);
+    }
+
+    void damagedDatabaseIsNoReasonNotToRestore() {
+        addSong("Then");
+        QVERIFY(QFile::copy(world->path("db1.mdb"), m_stick.filePath("db1.mdb")));
+        const frmBackup& w = open();
+        // Nothing can be set aside here.
+        writeTo(world->path("copies"), "in the way");
+        world->sql("DELETE FROM songs");
+        tick({BackupIndex::Database});
+        world->answers.file(m_stick.filePath("Restore Database From"));
+        expectDone();
+        click(w.cmdRestore);
+        QCOMPARE(titles(), QStringList{"Then"});
+        QVERIFY(
+            world->main().SB->SimpleText().startsWith("What is replaced could not be set aside. "));
+    }
+
+    void resetSetsAsideWhatItErases() {
+        addSong("Kept");
+        const frmBackup& w = open();
+        world->answers.question(
+            "Clicking 'YES' below will erase all the information in the database.\r\r"
+            "PROCEED WITH CAUTION",
+            QMessageBox::Yes, "WARNING!");
+        world->answers.box("Your database is empty.", QMessageBox::Information);
+        click(w.lblReformatDB);
+        QCOMPARE(titles(), QStringList());
+        QCOMPARE(copiesIn(world->folder()),
+                 QStringList{world->path("copies/2026-11-21 before reset")});
+        tick({BackupIndex::Database});
+        world->answers.fileAsProposed();
+        expectDone();
+        click(w.cmdRestore);
+        QCOMPARE(titles(), QStringList{"Kept"});
+    }
+
+    void resetThatCannotSetAsideErasesNothing() {
+        addSong("Kept");
+        const frmBackup& w = open();
+        writeTo(world->path("copies"), "in the way");
+        world->answers.question(
+            "Clicking 'YES' below will erase all the information in the database.\r\r"
+            "PROCEED WITH CAUTION",
+            QMessageBox::Yes, "WARNING!");
+        world->answers.custom("the reason", [](QWidget* modal) {
+            auto* box = qobject_cast<QMessageBox*>(modal);
+            QVERIFY(box);
+            QVERIFY(box->text().startsWith(
+                "The database was not emptied, because it could not be copied first.\n\n"));
+            box->accept();
+        });
+        click(w.lblReformatDB);
+        QCOMPARE(titles(), QStringList{"Kept"});
+        QCOMPARE(world->endStatus, -1);
+    }
+
+    // --- Folders as one
+
+    void interruptedRestoreLeavesTheOldOrTheNewFolder() {
+        const QString source = m_stick.filePath("source");
+        const QString target = world->path("saved sets");
+        for (int i = 0; i < 20; ++i) {
+            const QString name = QStringLiteral("/years/%1/a.set").arg(i);
+            writeTo(source + name, QByteArray("new").repeated(20'000));
+            if (i % 2) writeTo(target + name, QByteArray("old").repeated(20'000));
+        }
+        writeTo(target + "/only here.set", "old");
+        const auto before = contentOfFolder(target);
+        auto after = before;
+        after.insert(contentOfFolder(source));
+        const auto putBack = [&] {
+            QDir(target).removeRecursively();
+            for (auto file = before.cbegin(); file != before.cend(); ++file)
+                writeTo(target + '/' + file.key(), file.value());
+        };
+        QElapsedTimer time;
+        time.start();
+        copyFolder(source, target, FolderCopy::AsOne);
+        const auto whole = useconds_t(time.nsecsElapsed() / 1000);
+        QVERIFY(contentOfFolder(target) == after);
+        putBack();
+        int oldSeen = 0;
+        int newSeen = 0;
+        constexpr useconds_t Rounds = 30;
+        for (useconds_t round = 0; round < Rounds; ++round) {
+            const pid_t child = fork();
+            if (child == 0) {
+                copyFolder(source, target, FolderCopy::AsOne);
+                _exit(0);
+            }
+            // The last one comes to its end.
+            if (round + 1 < Rounds) {
+                usleep(whole * round / (Rounds * 3 / 4));
+                kill(child, SIGKILL);
+            }
+            waitpid(child, nullptr, 0);
+            finishFolderCopy(target);
+            const auto found = contentOfFolder(target);
+            QVERIFY(found == before || found == after);
+            ++(found == before ? oldSeen : newSeen);
+            QCOMPARE(QDir(world->folder()).entryList({".saved sets*"}, QDir::Dirs | QDir::Hidden),
+                     QStringList());
+            if (found != before) putBack();
+        }
+        QVERIFY(oldSeen > 0);
+        QVERIFY(newSeen > 0);
+    }
+
+    void failedRestoreLeavesTheOldFolder() {
+        const QString source = m_stick.filePath("full");
+        const QString target = world->path("saved sets");
+        writeTo(source + "/a.set", "new");
+        writeTo(source + "/z.set", QByteArray("large").repeated(10'000));
+        writeTo(target + "/a.set", "old");
+        QCOMPARE(inOtherProcess([&] {
+                     const FullDisk full(4096);
+                     try {
+                         copyFolder(source, target, FolderCopy::AsOne);
+                     } catch (const RunTimeError& error) {
+                         return error.number();
+                     }
+                     return 0;
+                 }),
+                 int(RunTimeError::PermissionDenied));
+        QCOMPARE(contentOfFolder(target), (QMap<QString, QByteArray>{{"a.set", "old"}}));
+        QCOMPARE(QDir(world->folder()).entryList({".saved sets*"}, QDir::Dirs | QDir::Hidden),
+                 QStringList());
+    }
+
+    void restoredFilesKeepTheirTimesAndLinksStayLinks() {
+        const QString source = m_stick.filePath("times");
+        const QString target = world->path("saved sets");
+        writeTo(source + "/a.set", "new");
+        const QDateTime time(QDate(2020, 2, 2), QTime(12, 0));
+        QFile file(source + "/a.set");
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
+        file.close();
+        // The user keeps the sets elsewhere.
+        const QString elsewhere = m_stick.filePath("elsewhere");
+        writeTo(elsewhere + "/b.set", "old");
+        QVERIFY(QFile::link("b.set", elsewhere + "/link.set"));
+        QVERIFY(QDir(target).removeRecursively());
+        QVERIFY(QFile::link(elsewhere, target));
+        copyFolder(source, target, FolderCopy::AsOne);
+        QCOMPARE(QFileInfo(target + "/a.set").lastModified(), time);
+        QVERIFY(QFileInfo(target).isSymLink());
+        QVERIFY(QFileInfo(elsewhere + "/link.set").isSymLink());
+        QCOMPARE(bytesOf(elsewhere + "/link.set"), QByteArray("old"));
+    }
+};
+
+LORVANITE_TEST(TestRestore)
+#include "test_restore.moc"
