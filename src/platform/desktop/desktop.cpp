@@ -36,6 +36,10 @@ void setStatusText(const QString& text) {
     if (g_window) g_parts.status->SimpleText(text);
 }
 
+void clearStatusText(const QString& text) {
+    if (g_window && g_parts.status->SimpleText() == text) g_parts.status->SimpleText(QString());
+}
+
 void setMousePointer(MousePointer pointer) {
     while (QApplication::overrideCursor()) QApplication::restoreOverrideCursor();
     if (pointer == MousePointer::Hourglass) QApplication::setOverrideCursor(Qt::WaitCursor);

@@ -34,6 +34,9 @@ CommonDialog& commonDlg();
 // Shows a text in the status bar; does nothing if there is no main window.
 void setStatusText(const QString& text);
 
+// Clears the status bar if it still has this text.
+void clearStatusText(const QString& text);
+
 enum class MousePointer { Arrow = 1, Hourglass = 11 };
 
 // Sets the mouse pointer over all windows of the program.
