@@ -8,6 +8,7 @@
 #include "charts/sheet_music.h"
 #include "core/shell/frm_about.h"
 #include "exchange/frm_exchange.h"
+#include "exchange/frm_find_words.h"
 #include "mail/frm_email.h"
 #include "maintenance/frm_backup.h"
 #include "maintenance/frm_notes.h"
@@ -147,6 +148,9 @@ void lookAtExchange(World& world, const Look& look) {
     w.tabPages->setCurrentWidget(w.pageTakeOut);
     settle();
     look(QStringLiteral("take out"), &w);
+    w.pageTakeOut->lstForms->setCurrentRow(3);
+    settle();
+    look(QStringLiteral("song book"), &w);
     world.sql(
         QStringLiteral("UPDATE songs SET fileLoco = 'E:\\old\\Amazing Grace.stp' "
                        "WHERE title = 'Amazing Grace'"));
@@ -154,6 +158,13 @@ void lookAtExchange(World& world, const Look& look) {
     settle();
     look(QStringLiteral("mend file links"), &w);
     w.Unload();
+    world.main().mnuFindWords.trigger();
+    settle();
+    frmFindWords& words = frmFindWords::instance();
+    QTest::keyClicks(words.txtWords, QStringLiteral("grace how"));
+    settle();
+    look(QStringLiteral("find words"), &words);
+    words.Unload();
     settle();
 }
 
