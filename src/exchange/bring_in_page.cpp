@@ -39,10 +39,10 @@ void setUpPreview(SheetView& preview) {
         const char* head;
         double width;
     } columns[] = {{PreviewColumn::Kind, "What", 7},
-                   {PreviewColumn::Name, "Name", 24},
-                   {PreviewColumn::Outcome, "Result", 12},
+                   {PreviewColumn::Name, "Name", 22},
+                   {PreviewColumn::Outcome, "Result", 14},
                    {PreviewColumn::Details, "Details", 30},
-                   {PreviewColumn::File, "File", 20}};
+                   {PreviewColumn::File, "File", 16}};
     for (const auto& column : columns) {
         preview.SetText(column.col, 0, QLatin1String(column.head));
         preview.ColWidth(column.col, column.width);

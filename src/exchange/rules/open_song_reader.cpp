@@ -91,7 +91,8 @@ private:
         } else if (mark == u';') {
             flushChords();
             comment(line.mid(1));
-        } else if (mark == u'-' && (line.startsWith("--"_L1) || line.startsWith("-!"_L1))) {
+        } else if (mark == u'-' &&
+                   (line.size() == 1 || line.startsWith("--"_L1) || line.startsWith("-!"_L1))) {
             flushChords();
         } else {
             lyrics(line, mark);
