@@ -56,6 +56,10 @@ private:
     void setUpImportList();
     void fillNotes();
 
+    void setImportMode(const QString& mode);
+    void showImportNotes();
+    void closeImport();
+
     void Form_Resize();
     void mnuNew_Click();
     void mnuOpen_Click();
@@ -83,6 +87,7 @@ private:
     void FlatBttn1_Click();
     void Command11_Click();
     void cmdDone_Click();
+    void cmdCancelImport_Click();
     void notes_Click(int index);
     void cmdCh_Click();
     void cmdCLRnotes_Click();
