@@ -37,6 +37,7 @@ frmSongAdmin::frmSongAdmin() {
     showPanel(false);
     wireSongs();
     wireCategories();
+    for (QPushButton* button : {cmdAdd, cmdAddCat}) addKey(button, QKeySequence::Save);
     setDesignSize(size());
 
     fpSMsong->Row(SongRow::ID);
@@ -156,6 +157,13 @@ void frmSongAdmin::cmdAdd_Click() {
     m_kept->saved();
     // Deliberate: behaviours 31 and 33. The list and the dates stay.
     hideColumn(*fpSongList2, SongListColumn::ID);
+    setStatusText(QStringLiteral("Stored: %1. Reload shows it in the list.").arg(song.title));
+    startSong();
+}
+
+void frmSongAdmin::startSong() {
+    fpSMsong->setFocus();
+    fpSMsong->SetActiveCell(SongFormColumn::Value, SongRow::Title);
 }
 
 void frmSongAdmin::cmdDel_Click() {
@@ -173,6 +181,7 @@ void frmSongAdmin::cmdDel_Click() {
 // Deliberate: behaviour 33.
 void frmSongAdmin::cmdClear_Click() {
     m_kept->replaceBy([this] { clear(*fpSMsong); });
+    startSong();
 }
 
 void frmSongAdmin::Command12_Click() { loadSongList(); }

@@ -36,6 +36,10 @@ private:
     void keepSong();
     void chooseFile(int row);
 
+    // Puts the cursor where the next song or category is typed.
+    void startSong();
+    void startCategory();
+
     void clearCategory();
     void showPanel(bool on);
 

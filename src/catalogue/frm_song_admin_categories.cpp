@@ -5,6 +5,7 @@
 #include "catalogue/frm_song_admin.h"
 #include "catalogue/rules/categories.h"
 #include "catalogue/rules/song_list.h"
+#include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
 
 namespace {
@@ -20,6 +21,9 @@ void frmSongAdmin::wireCategories() {
     onEvent(this, cmdDelCat, &QPushButton::clicked, &frmSongAdmin::cmdDelCat_Click);
     onEvent(this, Command1, &QPushButton::clicked, &frmSongAdmin::Command1_Click);
     onEvent(this, Command4, &QPushButton::clicked, &frmSongAdmin::Command4_Click);
+    for (QLineEdit* box : {txtName, txtDesc})
+        onEvent(this, box, &QLineEdit::returnPressed, &frmSongAdmin::cmdAddCat_Click);
+    onEscape(this, frmCat, &frmSongAdmin::Command4_Click);
     onEvent(this, txtCats, &PopUpList::Click, &frmSongAdmin::txtCats_Click);
 }
 
@@ -35,8 +39,10 @@ void frmSongAdmin::cmdDefineCat_Click() {
     fpCat->ColHidden(true);
     listCategories(*fpCat);
     showPanel(frmCat->isHidden());
-    if (!frmCat->isHidden()) txtName->setFocus();
+    if (!frmCat->isHidden()) startCategory();
 }
+
+void frmSongAdmin::startCategory() { txtName->setFocus(); }
 
 void frmSongAdmin::fpCat_Click(int col, int row) {
     if (row == 0) fpCat->SortByHead(col);
@@ -59,10 +65,12 @@ void frmSongAdmin::cmdAddCat_Click() {
     removeApostrophes(*txtName);
     removeApostrophes(*txtDesc);
     storeCategory({lblID->text(), txtName->text(), txtDesc->text()}, lblOldName->text());
+    setStatusText(QStringLiteral("Stored: ") + txtName->text());
     txtName->clear();
     txtDesc->clear();
     lblID->clear();
     listCategories(*fpCat);
+    startCategory();
 }
 
 void frmSongAdmin::cmdDelCat_Click() {
@@ -91,7 +99,10 @@ void frmSongAdmin::clearCategory() {
     txtDesc->clear();
 }
 
-void frmSongAdmin::Command1_Click() { clearCategory(); }
+void frmSongAdmin::Command1_Click() {
+    clearCategory();
+    startCategory();
+}
 
 void frmSongAdmin::Command4_Click() {
     showPanel(false);

@@ -7,6 +7,7 @@
 #include "core/data/run_time_error.h"
 #include "platform/desktop/common_dialog.h"
 #include "platform/desktop/desktop.h"
+#include "platform/desktop/form.h"
 #include "platform/desktop/kept_work.h"
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/program_files.h"
@@ -65,14 +66,18 @@ void setUpAssignPanel(QFrame* frmAssign, Ui::AssignPanel& panel) {
     sendToBottom(frmAssign);
 }
 
-void saveChart(const SheetGrid& chart, KeptWork& kept, QFrame* frmAssign, Ui::AssignPanel& panel) {
+void saveChart(const SheetGrid& chart, FormBase& window, KeptWork& kept, QFrame* frmAssign,
+               Ui::AssignPanel& panel) {
     if (!chooseChart(&CommonDialog::ShowSave)) return;
     const QString file = commonDlg().FileName;
     // Deliberate: behaviour 127.
-    if (chart.SaveToFile(file, false))
+    if (chart.SaveToFile(file, false)) {
         kept.saved();
-    else
+        window.nameFile(file);
+        tellSaved(file);
+    } else {
         tellNotSaved();
+    }
     if (messageBox(
             QStringLiteral("Would you like to associate this music to a song in the database?"),
             BoxIcon::None, QStringLiteral("Lorvanite"), BoxButtons::YesNo) == BoxAnswer::No)

@@ -7,6 +7,7 @@
 #include "platform/desktop/common_dialog.h"
 #include "ui_assign_panel.h"
 
+class FormBase;
 class KeptWork;
 class QFrame;
 class SheetGrid;
@@ -27,8 +28,10 @@ void sendToBottom(QWidget* panel);
 // Sets up the panel's list of songs and lowers the panel.
 void setUpAssignPanel(QFrame* frmAssign, Ui::AssignPanel& panel);
 
-// Asks for a file, saves the chart in it, and asks whether to assign it to a song.
-void saveChart(const SheetGrid& chart, KeptWork& kept, QFrame* frmAssign, Ui::AssignPanel& panel);
+// Asks for a file, saves the chart in it, and asks whether to assign it to a song. `window` gets
+// the name of the file.
+void saveChart(const SheetGrid& chart, FormBase& window, KeptWork& kept, QFrame* frmAssign,
+               Ui::AssignPanel& panel);
 
 // Adds all songs to the list and raises the panel for the file that the last dialog has left.
 void showAssignPanel(QFrame* frmAssign, Ui::AssignPanel& panel);

@@ -64,7 +64,10 @@ void printChart(SheetGrid& chart) {
 // Deliberate: behaviour 121.
 void exportChart(SheetGrid& chart) {
     if (!chooseExport(chart, QStringLiteral(".htm"), QStringLiteral("HTML Files|*.htm"))) return;
-    if (!writePageAsHtml(chart, commonDlg().FileName)) tellNotSaved();
+    if (writePageAsHtml(chart, commonDlg().FileName))
+        tellSaved(commonDlg().FileName);
+    else
+        tellNotSaved();
     showGridLines(chart, true);
 }
 
@@ -91,7 +94,9 @@ void saveLyricSheet(SheetGrid& chart, QTextEdit& rtb) {
     setLyricFormat(*rtb.document());
     // Once the dialog has been shown, errors do not stop this command.
     const QString file = commonDlg().FileName;
-    if (!replaceFile(file, rtfOf(*rtb.document())))
+    if (replaceFile(file, rtfOf(*rtb.document())))
+        tellSaved(file);
+    else
         setStatusText(QStringLiteral("The lyric sheet could not be written to ") + file);
     showGridLines(chart, true);
 }

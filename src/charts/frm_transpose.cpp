@@ -30,6 +30,8 @@ frmTranspose::frmTranspose() {
     Image1->setPixmap(themedIcon(QStringLiteral("transpose")).pixmap(Image1->size()));
     setWindowIcon(themedIcon(QStringLiteral("transpose")));
     setUpChartView(*fpPreview);
+    addKey(cmdSaveSetList, QKeySequence::Save);
+    addKey(Command3, QKeySequence::Print);
     setDesignSize(size());
     atEdge(onFailure(), [this] { load(); });
     kept = keepGrid(*this, UnsavedKind::TransposedChart, *fpPreview);
@@ -68,6 +70,6 @@ void frmTranspose::cmdEmailSet_Click() { mailChart(*fpPreview, NoteButton::AsItW
 
 void frmTranspose::Command3_Click() { printChart(*fpPreview); }
 
-void frmTranspose::cmdSaveSetList_Click() { saveChart(*fpPreview, *kept, frmAssign, *this); }
+void frmTranspose::cmdSaveSetList_Click() { saveChart(*fpPreview, *this, *kept, frmAssign, *this); }
 
 void frmTranspose::cmdSaveAssigned_Click() { saveAssigned(*this); }

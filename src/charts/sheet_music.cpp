@@ -64,6 +64,10 @@ void SheetMusic::wireMenus() {
     onEvent(this, mnuNoteMaker, &QAction::triggered, &SheetMusic::mnuNoteMaker_Click);
     onEvent(this, mnuTranspose, &QAction::triggered, &SheetMusic::copyToTranspose);
     onEvent(this, &mnuSubMove, &QAction::triggered, &SheetMusic::mnuSubMove_Click);
+    mnuNew->setShortcut(QKeySequence::New);
+    mnuOpen->setShortcut(QKeySequence::Open);
+    mnuSave->setShortcut(QKeySequence::Save);
+    mnuPrint->setShortcut(QKeySequence::Print);
 }
 
 void SheetMusic::wireGrid() {
@@ -72,6 +76,7 @@ void SheetMusic::wireGrid() {
     onEvent(this, fpAttach, &SheetView::Click, &SheetMusic::fpAttach_Click);
     onEvent(this, cmdSaveAssigned, &QToolButton::clicked, &SheetMusic::cmdSaveAssigned_Click);
     onEvent(this, cmdCloseAssign, &QToolButton::clicked, &SheetMusic::cmdCloseAssign_Click);
+    onEscape(this, frmAssign, &SheetMusic::cmdCloseAssign_Click);
 }
 
 void SheetMusic::dressButtons() {
@@ -119,6 +124,8 @@ void SheetMusic::addPage() {
 // Deliberate: behaviour 126.
 void SheetMusic::mnuNew_Click() {
     m_kept->replaceBy([this] { clearChartPage(*fpSong); });
+    // A chart of several pages still has the others.
+    if (fpSong->SheetCount() == 1) nameFile(QString());
 }
 
 void SheetMusic::mnuDelPage_Click() {
@@ -174,11 +181,13 @@ void SheetMusic::mnuOpen_Click() {
 
 void SheetMusic::openChart(const QString& path) {
     // A chart that cannot be read leaves the grid as it is, without a message.
-    m_kept->replaceBy([this, path] { static_cast<void>(fpSong->LoadFromFile(path)); });
+    m_kept->replaceBy([this, path] {
+        if (fpSong->LoadFromFile(path)) nameFile(path);
+    });
     fpSong->EditModeReplace(true);
 }
 
-void SheetMusic::mnuSave_Click() { saveChart(*fpSong, *m_kept, frmAssign, *this); }
+void SheetMusic::mnuSave_Click() { saveChart(*fpSong, *this, *m_kept, frmAssign, *this); }
 
 void SheetMusic::mnuAttachToDB_Click() { showAssignPanel(frmAssign, *this); }
 

@@ -58,6 +58,9 @@ private:
     void fillNotes();
 
     void takeInHand(const QString& chord);
+    void setImportMode(const QString& mode);
+    void showImportNotes();
+    void closeImport();
 
     void Form_Resize();
     void mnuNew_Click();
@@ -86,6 +89,7 @@ private:
     void FlatBttn1_Click();
     void Command11_Click();
     void cmdDone_Click();
+    void cmdCancelImport_Click();
     void notes_Click(int index);
     void cmdCh_Click();
     void cmdCLRnotes_Click();

@@ -9,15 +9,31 @@
 #include "platform/desktop/common_dialog.h"
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
+#include "platform/grid_view/cell_look.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <utility>
 
 namespace {
 
 constexpr int NoteHeight = 26;  // pixels
+constexpr int MarkSide = 12;    // pixels
+constexpr int MarkGap = 4;      // pixels
 
 // The text of the item selected in a list; empty if none is.
 QString pickOf(const QListWidget* list) {
     const QList<QListWidgetItem*> picked = list->selectedItems();
     return picked.isEmpty() ? QString() : picked.first()->text();
+}
+
+// A small square in the colour of a mark, with room before the caption.
+QIcon markIcon(int colour) {
+    QPixmap square(MarkSide + MarkGap, MarkSide);
+    square.fill(Qt::transparent);
+    QPainter(&square).fillRect(0, 0, MarkSide, MarkSide, screenColour(colour));
+    return QIcon(square);
 }
 
 }  // namespace
@@ -32,6 +48,11 @@ void SheetMusic::wireImport() {
     onEvent(this, FlatBttn1, &QPushButton::clicked, &SheetMusic::FlatBttn1_Click);
     onEvent(this, Command11, &QToolButton::clicked, &SheetMusic::Command11_Click);
     onEvent(this, cmdDone, &QPushButton::clicked, &SheetMusic::cmdDone_Click);
+    onEvent(this, cmdCancelImport, &QPushButton::clicked, &SheetMusic::cmdCancelImport_Click);
+    onEscape(this, frmImport, &SheetMusic::cmdCancelImport_Click);
+    const std::pair<QPushButton*, int> marks[] = {
+        {Command2, TitleMark}, {Command3, ChordMark}, {FlatBttn2, LyricMark}};
+    for (const auto& [button, colour] : marks) button->setIcon(markIcon(colour));
 }
 
 void SheetMusic::setUpImportList() {
@@ -57,20 +78,43 @@ void SheetMusic::mnuImport_Click() {
                          &CommonDialog::ShowOpen))
         return;
     listLines(*fpLoad, commonDlg().FileName);
+    fpLoad->scrollToTop();
+    setImportMode(importMode);
+    showImportNotes();
     raisePanel(frmImport);
 }
 
-void SheetMusic::fpLoad_Click(int col, int row) { markLine(*fpLoad, col, row, importMode); }
+void SheetMusic::setImportMode(const QString& mode) {
+    importMode = mode;
+    Command2->setChecked(mode == QLatin1String("title"));
+    Command3->setChecked(mode == QLatin1String("chords"));
+    FlatBttn2->setChecked(mode == QLatin1String("lyrics"));
+}
 
-void SheetMusic::Command2_Click() { importMode = QStringLiteral("title"); }
+void SheetMusic::showImportNotes() {
+    QStringList notes = importNotes(*fpLoad);
+    if (fpSong->DataRowCnt() > 0)
+        notes.append(
+            QStringLiteral("This page is not empty. The import writes over what is in its place."));
+    lblImport->setText(notes.join(QLatin1Char('\n')));
+    lblImport->setHidden(notes.isEmpty());
+}
 
-void SheetMusic::Command3_Click() { importMode = QStringLiteral("chords"); }
+void SheetMusic::fpLoad_Click(int col, int row) {
+    markLine(*fpLoad, col, row, importMode);
+    showImportNotes();
+}
 
-void SheetMusic::FlatBttn2_Click() { importMode = QStringLiteral("lyrics"); }
+void SheetMusic::Command2_Click() { setImportMode(QStringLiteral("title")); }
+
+void SheetMusic::Command3_Click() { setImportMode(QStringLiteral("chords")); }
+
+void SheetMusic::FlatBttn2_Click() { setImportMode(QStringLiteral("lyrics")); }
 
 void SheetMusic::FlatBttn1_Click() {
     clearMarks(*fpLoad);
-    importMode.clear();
+    setImportMode(QString());
+    showImportNotes();
 }
 
 void SheetMusic::Command11_Click() {
@@ -86,6 +130,12 @@ void SheetMusic::Command11_Click() {
 
 void SheetMusic::cmdDone_Click() {
     layMarkedLines(*fpLoad, *fpSong, [this] { addPage(); });
+    closeImport();
+}
+
+void SheetMusic::cmdCancelImport_Click() { closeImport(); }
+
+void SheetMusic::closeImport() {
     sendToBottom(frmImport);
     fpSong->setFocus();
 }
@@ -101,6 +151,7 @@ void SheetMusic::wirePalette() {
     onEvent(this, cmdCh, &QToolButton::clicked, &SheetMusic::cmdCh_Click);
     onEvent(this, cmdCLRnotes, &QToolButton::clicked, &SheetMusic::cmdCLRnotes_Click);
     onEvent(this, Command17, &QToolButton::clicked, &SheetMusic::Command17_Click);
+    onEscape(this, picChord, &SheetMusic::Command17_Click);
 }
 
 void SheetMusic::fillNotes() {
@@ -114,9 +165,22 @@ void SheetMusic::fillNotes() {
     picChord->hide();
 }
 
-void SheetMusic::mnuNoteMaker_Click() { picChord->show(); }
+void SheetMusic::mnuNoteMaker_Click() {
+    picChord->show();
+    // It may have been dropped outside, or lie behind another panel or below a lower window.
+    const QPoint farthest(width() - picChord->width(), height() - picChord->height());
+    const QPoint most(std::max(farthest.x(), 0), std::max(farthest.y(), fpSong->y()));
+    picChord->move(std::clamp(picChord->x(), 0, most.x()),
+                   std::clamp(picChord->y(), fpSong->y(), most.y()));
+    picChord->raise();
+    notes[0]->setFocus();
+}
 
-void SheetMusic::Command17_Click() { picChord->hide(); }
+void SheetMusic::Command17_Click() {
+    const bool hadFocus = picChord->isAncestorOf(focusWidget());
+    picChord->hide();
+    if (hadFocus) fpSong->setFocus();
+}
 
 void SheetMusic::notes_Click(int index) {
     QListWidget* list = notes.at(size_t(index));

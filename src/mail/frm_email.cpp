@@ -58,6 +58,8 @@ void frmEmail::connectControls() {
     onEvent(this, cmdCancelNote, &QPushButton::clicked, &frmEmail::hideNote);
     onEvent(this, cmdCloseNote, &QToolButton::clicked, &frmEmail::hideNote);
     onEvent(this, cmdConfig, &QPushButton::clicked, &frmEmail::cmdConfig_Click);
+    onEscape(this, frmNote, &frmEmail::hideNote);
+    onEscape(this, frmConfig, &frmEmail::cmdCloseConfig_Click);
     onEvent(this, cmdCloseConfig, &QPushButton::clicked, &frmEmail::cmdCloseConfig_Click);
     // The mouse and the keyboard press a box before its state changes.
     onEvent(this, optAuthentication, &QCheckBox::pressed, &frmEmail::optAuthentication_MouseDown);

@@ -8,37 +8,46 @@
 #include "core/data/run_time_error.h"
 #include "keeping/copies.h"
 #include "platform/desktop/common_dialog.h"
-#include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <QSettings>
 
 #include <utility>
 
 namespace {
 
-// Asks for a folder by the save dialog, which starts in `start` or, if that is empty, where it was
-// last. False if the dialog was cancelled.
-bool chooseFolder(const QString& proposal, const QString& start, QString& folder) {
-    CommonDialog& dialog = commonDlg();
-    dialog.Filter.clear();
-    dialog.FileName = proposal;
-    // Other windows rely on what they find.
-    const QString last = dialog.InitDir;
-    if (!start.isEmpty()) dialog.InitDir = start;
-    const bool isChosen = dialog.chosen(&CommonDialog::ShowSave);
-    dialog.InitDir = last;
-    if (!isChosen) return false;
-    // Deliberate: behaviour 180.
-    folder = folderOf(dialog.FileName);
-    return true;
-}
+// Where the user keeps the copies. Before the first one it is the folder in which the last dialog
+// began, or else the home folder.
+class CopyPlace {
+public:
+    QString folder() const {
+        for (const QString& place : {m_settings.value(Key).toString(), commonDlg().InitDir})
+            if (!place.isEmpty() && QFileInfo(resolvedPath(place)).isDir()) return place;
+        return QDir::homePath();
+    }
+
+    // Remembers a chosen folder, or the one above it if it is the copy of an item.
+    void remember(const BackupItem& item, const QString& chosen) {
+        const QFileInfo info(chosen);
+        const bool isCopy =
+            !item.isDatabase() && info.fileName() == fileNameOf(QLatin1String(item.folder));
+        m_settings.setValue(Key, isCopy ? info.path() : chosen);
+    }
+
+private:
+    const QString Key = QStringLiteral("Backup/Folder");
+    QSettings m_settings{programFolder() + QStringLiteral("/config/places.ini"),
+                         QSettings::IniFormat};
+};
 
 // What distinguishes the two commands.
 struct CopyCommand {
     bool restores;
     BackupTexts BackupItem::*texts;
     void (*copy)(const BackupItem& item, const QString& folder);
+    const char* button;       // of the dialog
     const char* description;  // ahead of the description of a failure
     BoxIcon icon;             // of a failure
 };
@@ -54,10 +63,20 @@ void setAsideForRestore() {
     }
 }
 
-// The folder in which the dialog of a restore starts: the item's in the newest copy.
-QString proposedSource(const BackupItem& item, const QString& copy) {
-    const QString folder = copy + QLatin1String(item.folder);
-    return copy.isEmpty() || !QFileInfo(resolvedPath(folder)).isDir() ? copy : folder;
+// Asks for a folder. A restore begins in the newest copy, in the item's own folder. Empty if the
+// dialog was cancelled.
+QString chooseFolder(const BackupItem& item, const CopyCommand& command,
+                     const QString& newestCopy) {
+    CopyPlace place;
+    QString start = newestCopy.isEmpty() ? place.folder() : newestCopy;
+    const QString copied = resolvedPath(start + QLatin1String(item.folder));
+    if (command.restores && QFileInfo(copied).isDir()) start = copied;
+    const QString folder =
+        CommonDialog::chosenFolder(QLatin1String((item.*command.texts).title),
+                                   QLatin1String(command.button), resolvedPath(start));
+    // The program's own copies are found without.
+    if (!folder.isEmpty() && newestCopy.isEmpty()) place.remember(item, folder);
+    return folder;
 }
 
 void copyTicked(const frmBackup::Boxes& boxes, const CopyCommand& command) {
@@ -67,15 +86,14 @@ void copyTicked(const frmBackup::Boxes& boxes, const CopyCommand& command) {
     bool isSetAside = !command.restores;
     try {
         for (size_t i = 0; i < boxes.size(); ++i) {
-            const BackupTexts& texts = BackupItems[i].*command.texts;
-            QString folder;
-            if (!boxes[i]->isChecked() ||
-                !chooseFolder(QLatin1String(texts.proposal), proposedSource(BackupItems[i], copy),
-                              folder))
-                continue;
+            if (!boxes[i]->isChecked()) continue;
+            const BackupItem& item = BackupItems[i];
+            // Deliberate: behaviour 180.
+            const QString folder = chooseFolder(item, command, copy);
+            if (folder.isEmpty()) continue;
             if (!std::exchange(isSetAside, true)) setAsideForRestore();
-            command.copy(BackupItems[i], folder);
-            report += QLatin1String(texts.report) + folder + QStringLiteral("\r\r");
+            command.copy(item, folder);
+            report += QLatin1String((item.*command.texts).report) + folder + QStringLiteral("\r\r");
         }
     } catch (const RunTimeError& error) {
         // Deliberate: behaviour 184.
@@ -101,12 +119,14 @@ frmBackup::frmBackup() {
 }
 
 void frmBackup::cmdBack_Click() {
-    copyTicked(ckBU, {false, &BackupItem::backup, backUpItem, "Description: ", BoxIcon::Critical});
+    copyTicked(ckBU, {false, &BackupItem::backup, backUpItem, "Back Up",
+                      "Description: ", BoxIcon::Critical});
 }
 
 void frmBackup::cmdRestore_Click() {
     // Deliberate: behaviour 183.
-    copyTicked(ckBU, {true, &BackupItem::restore, restoreItem, "Description ", BoxIcon::None});
+    copyTicked(ckBU,
+               {true, &BackupItem::restore, restoreItem, "Restore", "Description ", BoxIcon::None});
 }
 
 void frmBackup::lblReformatDB_Click() { reformatDatabase(); }

@@ -6,6 +6,7 @@
 #include "core/data/database.h"
 #include "core/grid/sheet_grid_dates.h"
 #include "maintenance/rules/notes.h"
+#include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/raw_text.h"
 #include "platform/grid_view/kept_controls.h"
@@ -18,6 +19,7 @@ frmNotes::frmNotes() {
     onEvent(this, cmdDelete, &QPushButton::clicked, &frmNotes::cmdDelete_Click);
     onEvent(this, cmdClr, &QPushButton::clicked, &frmNotes::cmdClr_Click);
     onEvent(this, chkReminder, &QCheckBox::clicked, &frmNotes::chkReminder_Click);
+    addKey(cmdAdd, QKeySequence::Save);
     setDesignSize(size());
     load();
     keepNote();
@@ -108,6 +110,7 @@ void frmNotes::cmdAdd_Click() {
         updateNote(hidID->text(), note, until);
     m_kept->saved();
     m_kept->replaceBy([this] { loadNotes(); });
+    setStatusText(QStringLiteral("The note is stored."));
 }
 
 void frmNotes::cmdDelete_Click() {

@@ -18,6 +18,7 @@ frmCCLI::frmCCLI() {
     onEvent(this, fpSelectSong, &SheetView::Click, &frmCCLI::fpSelectSong_Click);
     onEvent(this, cmdPrintReport, &QPushButton::clicked, &frmCCLI::cmdPrintReport_Click);
     onEvent(this, FlatBttn1, &QPushButton::clicked, &frmCCLI::FlatBttn1_Click);
+    addKey(cmdPrintReport, QKeySequence::Print);
     setDesignSize(size());
 }
 

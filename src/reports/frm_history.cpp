@@ -9,14 +9,6 @@
 
 #include <QtMath>
 
-namespace {
-
-void showProgress(int done, int total) {
-    setStatusText(QStringLiteral("Loading.... %1% Complete").arg(qRound(100.0 * done / total)));
-}
-
-}  // namespace
-
 frmHistory::frmHistory() {
     setupUi(this);
     bar = {bar_0, bar_1, bar_2, bar_3, bar_4, bar_5, bar_6, bar_7, bar_8, bar_9, bar_10, bar_11};
@@ -59,7 +51,10 @@ void frmHistory::resetBars(int foot) {
 }
 
 void frmHistory::loadYear() {
-    listYear(*fpH, cmbYear->currentText(), showProgress);
+    listYear(*fpH, cmbYear->currentText(), [this](int done, int total) {
+        setStatusText(QStringLiteral("Loading.... %1% Complete").arg(qRound(100.0 * done / total)),
+                      this);
+    });
     // Deliberate: behaviour 154.
     resetBars(HistoryChart::FootAtRest);
 }

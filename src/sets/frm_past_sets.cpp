@@ -15,12 +15,15 @@ frmPastSets::frmPastSets() {
     Drive1 = browser->Drive1;
     Dir1 = browser->Dir1;
     File1 = browser->File1;
+    browser->chkNewest->show();
+    browser->followFolder();
     setUpSet(*fpSetPast);
     fpSetPast->setReadOnly(true);
     fpSetPast->setFillColumn(SheetView::AllColumns);
     onEvent(this, browser, &FolderBrowser::FileClick, &frmPastSets::File1_Click);
     onEvent(this, cmdPrintPast, &QPushButton::clicked, &frmPastSets::cmdPrintPast_Click);
     onEvent(this, cmdEpastSet, &QPushButton::clicked, &frmPastSets::cmdEpastSet_Click);
+    addKey(cmdPrintPast, QKeySequence::Print);
     setDesignSize(size());
     atEdge(onFailure(), [this] { load(); });
 }

@@ -23,6 +23,9 @@ frmSetList::frmSetList() {
     wirePicker();
     wireSet();
     setUpPlayer();
+    addKey(cmdSaveSetList, QKeySequence::Save);
+    addKey(Command13, QKeySequence::Open);
+    addKey(Command3, QKeySequence::Print);
     cmdPersonellAvail->setIcon(themedIcon(QStringLiteral("people")));
     setDesignSize(size());
     atEdge(onFailure(), [this] { load(); });

@@ -125,6 +125,7 @@ private:
     void imgPause_Click();
     void imgS_Click();
     void imgClose_Click();
+    void closePlayer();
     void playerTimer_Timer();
 
     // What is done before and after other work comes into the set.

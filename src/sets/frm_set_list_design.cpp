@@ -76,17 +76,22 @@ bool frmSetList::chooseDesign(void (CommonDialog::*show)()) {
 void frmSetList::designSave() {
     takeFocusOff();
     if (!chooseDesign(&CommonDialog::ShowSave)) return;
-    if (!fpSet->SaveToFile(commonDlg().FileName, false)) tellNotSaved();
+    if (fpSet->SaveToFile(commonDlg().FileName, false))
+        tellSaved(commonDlg().FileName);
+    else
+        tellNotSaved();
 }
 
 void frmSetList::designLoad() {
     takeFocusOff();
     if (!chooseDesign(&CommonDialog::ShowOpen)) return;
     m_kept->replaceBy([this] { loadSetFile(*fpSet, commonDlg().FileName); });
+    nameFile(QString());
 }
 
 void frmSetList::designClear() {
     m_kept->replaceBy([this] { clearDesign(*fpSet); });
+    nameFile(QString());
 }
 
 void frmSetList::designSetDefault() {
@@ -94,12 +99,15 @@ void frmSetList::designSetDefault() {
     const QString name = commonDlg().FileName;
     storePreference(QStringLiteral("DefaultSetList"), name);
     m_kept->replaceBy([&] { loadSetFile(*fpSet, name); });
+    nameFile(QString());
+    setStatusText(QStringLiteral("The window opens with this design: ") + nameOfFile(name));
     takeFocusOff();
 }
 
 void frmSetList::clearSet() {
     takeFocusOff();
     m_kept->replaceBy([this] { clearSetGrid(*fpSet); });
+    nameFile(QString());
 }
 
 void frmSetList::Command9_Click() { clearSet(); }

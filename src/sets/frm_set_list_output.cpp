@@ -7,13 +7,12 @@
 #include "platform/desktop/common_dialog.h"
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
+#include "platform/desktop/program_files.h"
 #include "platform/paper/printing.h"
 #include "sets/frm_set_list.h"
 #include "sets/frm_song_collection.h"
 #include "sets/rules/set_grid.h"
 #include "sets/rules/song_collection.h"
-
-#include <tuple>
 
 void frmSetList::printSet() {
     takeFocusOff();
@@ -37,7 +36,7 @@ void frmSetList::exportSetAsText() {
     dialog.FileName = defaultSetName(date);
     if (!dialog.chosen(&CommonDialog::ShowSave)) return;
     // Deliberate: behaviour 71.
-    std::ignore = replaceFile(dialog.FileName, setAsText(*fpSet).toUtf8());
+    if (replaceFile(dialog.FileName, setAsText(*fpSet).toUtf8())) tellSaved(dialog.FileName);
 }
 
 void frmSetList::cmdExportText_Click() { exportSetAsText(); }

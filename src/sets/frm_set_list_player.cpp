@@ -37,6 +37,7 @@ void frmSetList::setUpPlayer() {
     onEvent(this, imgPause, &QToolButton::clicked, &frmSetList::imgPause_Click);
     onEvent(this, imgS, &QToolButton::clicked, &frmSetList::imgS_Click);
     onEvent(this, imgClose, &QToolButton::clicked, &frmSetList::imgClose_Click);
+    onEscape(this, this, &frmSetList::closePlayer);
     onEvent(this, &playerTimer, &QTimer::timeout, &frmSetList::playerTimer_Timer);
     playerTimer.setInterval(PressedLookTime);
     mm.Command(QStringLiteral("close"));
@@ -70,6 +71,11 @@ void frmSetList::playerTimer_Timer() {
     imgPlay2->setVisible(false);
     imgS2->setVisible(false);
     imgPause2->setVisible(false);
+}
+
+// Escape, wherever the keyboard focus is: the player opens without taking it.
+void frmSetList::closePlayer() {
+    if (picPlayer->isVisible()) imgClose_Click();
 }
 
 void frmSetList::imgClose_Click() {

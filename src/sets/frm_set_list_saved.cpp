@@ -6,6 +6,7 @@
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/kept_work.h"
 #include "platform/desktop/message_box.h"
+#include "platform/desktop/program_files.h"
 #include "sets/frm_set_list.h"
 #include "sets/rules/set_grid.h"
 #include "sets/rules/set_record.h"
@@ -35,8 +36,11 @@ void frmSetList::saveSet() {
     dialog.InitDir = savedSetsFolder();
     dialog.FileName = defaultSetName(date);
     // Deliberate: behaviours 71 and 72.
-    if (dialog.chosen(&CommonDialog::ShowSave) && fpSet->SaveToFile(dialog.FileName, false))
-        m_kept->saved();
+    if (!dialog.chosen(&CommonDialog::ShowSave) || !fpSet->SaveToFile(dialog.FileName, false))
+        return;
+    m_kept->saved();
+    nameFile(dialog.FileName);
+    tellSaved(dialog.FileName);
 }
 
 void frmSetList::cmdSaveSetList_Click() { saveSet(); }
@@ -53,6 +57,7 @@ void frmSetList::loadSet() {
         setUpDateCell(*fpSet);
         setUpSetWidths(*fpSet);
     });
+    nameFile(dialog.FileName);
 }
 
 void frmSetList::Command13_Click() { loadSet(); }

@@ -32,6 +32,7 @@ frmSongCollection::frmSongCollection() {
     watchActivation();
     onEvent(this, cmdPrint, &QPushButton::clicked, &frmSongCollection::cmdPrint_Click);
     onEvent(this, Command1, &QPushButton::clicked, &frmSongCollection::Command1_Click);
+    addKey(cmdPrint, QKeySequence::Print);
     setDesignSize(QSize(px(WindowWidth), px(WindowHeight)));
     centre();
 }

@@ -16,6 +16,10 @@ frmSchedule::frmSchedule() {
     setUpMenu();
     setUpGrids();
     wire();
+    addKey(cmdLoadDates, QKeySequence::New);
+    addKey(cmdLoadSched, QKeySequence::Open);
+    addKey(cmdSaveSched, QKeySequence::Save);
+    addKey(cmdPrintSched, QKeySequence::Print);
     cmdRefresh->setIcon(themedIcon(QStringLiteral("reload")));
     setDesignSize(size());
     atEdge(onFailure(), [this] { load(); });

@@ -87,6 +87,7 @@ private:
     QStringList readFields();
     void selectShownPerson();
     void keepPerson();
+    void startPerson();
 
     // Weeks and files: frm_schedule_weeks.cpp
     void cmdLoadDates_Click();

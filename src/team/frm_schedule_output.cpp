@@ -216,8 +216,10 @@ void frmSchedule::cmdExportText_Click() {
     if (!chooseFileIn(QStringLiteral("schedules"), commonDlg(), &CommonDialog::ShowSave,
                       proposedExportName(*fpSchedule), QStringLiteral("HTML Files|*.html")))
         return;
-    if (!fpSchedule->ExportRangeToHTML(1, 1, fpSchedule->MaxCols(), fpSchedule->DataRowCnt(),
-                                       commonDlg().FileName, false, QStringLiteral("lsl")))
+    if (fpSchedule->ExportRangeToHTML(1, 1, fpSchedule->MaxCols(), fpSchedule->DataRowCnt(),
+                                      commonDlg().FileName, false, QStringLiteral("lsl")))
+        tellSaved(commonDlg().FileName);
+    else
         tellNotSaved();
     restoreAfterOutput();
 }

@@ -4,6 +4,7 @@
 // The people: picking, showing, storing and deleting a record, and printing the roster.
 #include "core/data/database.h"
 #include "core/data/texts.h"
+#include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
 #include "platform/grid_view/kept_controls.h"
 #include "platform/paper/printing.h"
@@ -91,10 +92,19 @@ void frmSchedule::cmdAddPlayer_Click() {
     loadPersonnelList();
     // The number of a new person is not known here.
     // Deliberate: behaviour 84.
-    if (id.isEmpty()) return;
-    showPerson(toLong(id));
-    m_keptPerson->loaded();
-    refreshAvailability();
+    if (!id.isEmpty()) {
+        showPerson(toLong(id));
+        m_keptPerson->loaded();
+        refreshAvailability();
+    }
+    setStatusText(QStringLiteral("Stored: ") + person.fullName().trimmed());
+    startPerson();
+}
+
+// Puts the cursor where the next person is typed.
+void frmSchedule::startPerson() {
+    fpPerson->setFocus();
+    fpPerson->SetActiveCell(1, 1);
 }
 
 void frmSchedule::cmdDeletePlayer_Click() {
@@ -115,6 +125,7 @@ void frmSchedule::cmdClrPlayer_Click() {
     lblHidPersonID->setText(QString());
     selectShownPerson();
     m_keptPerson->loaded();
+    startPerson();
 }
 
 void frmSchedule::cmdPrintRoster_Click() {

@@ -53,6 +53,7 @@ void frmSchedule::cmdLoadDates_Click() {
     }
     // Deliberate: behaviour 98.
     m_keptSchedule->replaceBy([&] { makeSchedule(*fpSchedule, fpTemp, start, weeks); });
+    nameFile(QString());
     showSchedule(true);
 }
 
@@ -96,10 +97,13 @@ void frmSchedule::cmdSaveSched_Click() {
             BoxButtons::YesNo) == BoxAnswer::Yes)
         finaliseSchedule(*fpSchedule);
     if (!chooseSchedule(&CommonDialog::ShowSave, proposedScheduleName(*fpSchedule))) return;
-    if (fpSchedule->SaveToFile(commonDlg().FileName, false))
-        m_keptSchedule->saved();
-    else
+    if (!fpSchedule->SaveToFile(commonDlg().FileName, false)) {
         tellNotSaved();
+        return;
+    }
+    m_keptSchedule->saved();
+    nameFile(commonDlg().FileName);
+    tellSaved(commonDlg().FileName);
 }
 
 void frmSchedule::cmdLoadSched_Click() {
@@ -107,7 +111,7 @@ void frmSchedule::cmdLoadSched_Click() {
     m_keptSchedule->leave();
     // No failure stops the load.
     // Deliberate: behaviour 105.
-    fpSchedule->LoadFromFile(commonDlg().FileName);
+    if (fpSchedule->LoadFromFile(commonDlg().FileName)) nameFile(commonDlg().FileName);
     fpSchedule->EditModeReplace(true);
     setPastScheduleWidths(*fpSchedule);
     try {
@@ -121,6 +125,7 @@ void frmSchedule::cmdLoadSched_Click() {
 
 void frmSchedule::cmdClearSched_Click() {
     m_keptSchedule->replaceBy([this] { clearSchedule(*fpSchedule); });
+    nameFile(QString());
     showSchedule(false);
 }
 
@@ -128,7 +133,7 @@ void frmSchedule::cmdClearSched_Click() {
 
 void frmSchedule::showFile(const QString& path) {
     // Deliberate: behaviour 103.
-    fpSchedule->LoadFromFile(path);
+    if (fpSchedule->LoadFromFile(path)) nameFile(path);
     fpSchedule->EditModeReplace(true);
     showSchedule(true);
     fpSchedule->SetActiveCell(0, 0);

@@ -6,6 +6,7 @@
 #include "core/data/dates.h"
 #include "core/data/texts.h"
 #include "core/grid/sheet_grid_dates.h"
+#include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
 #include "team/rules/special_music.h"
 
@@ -22,6 +23,7 @@ frmSpecialMusic::frmSpecialMusic() {
     setupUi(this);
     setUpGrids();
     wire();
+    addKey(cmdAddCat, QKeySequence::Save);
     setDesignSize(size());
     atEdge(onFailure(), [this] { loadSpecialMusic(); });
 }
@@ -102,6 +104,7 @@ void frmSpecialMusic::cmdAddCat_Click() {
     else
         updateSpecialMusic(item);
     loadSpecialMusic();
+    setStatusText(QStringLiteral("Stored: ") + txtTitle->text());
     // The fields and lblHidID are left as they are.
     // Deliberate: behaviour 119.
 }

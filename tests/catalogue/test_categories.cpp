@@ -57,6 +57,37 @@ class TestCategories : public SongAdminTest {
     }
 
 private Q_SLOTS:
+    void enterStoresACategoryAndTheNextOneCanBeTyped() {
+        frmSongAdmin& w = openPanel();
+        const auto type = [](const QString& text) {
+            QTest::keyClicks(QApplication::focusWidget(), text);
+        };
+        for (const char* name : {"Praise", "Advent"}) {
+            type(name);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            type("described");
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+            settle();
+            QVERIFY(w.txtName->hasFocus());
+        }
+        QCOMPARE(world->rows("SELECT name, description FROM categories ORDER BY ID"),
+                 (QStringList{"Praise|described", "Advent|described"}));
+        click(w.Command1);
+        QVERIFY(w.txtName->hasFocus());
+    }
+
+    void escapeClosesThePanelButFirstTheSearchInIt() {
+        frmSongAdmin& w = openPanel();
+        w.fpCat->setFocus();
+        QTest::keyClick(w.fpCat, Qt::Key_F, Qt::ControlModifier);
+        QVERIFY(QApplication::focusWidget() != w.fpCat);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        QVERIFY(w.frmCat->isVisible());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        QVERIFY(!w.frmCat->isVisible());
+        QVERIFY(w.songPane->isVisible());
+    }
+
     void buttonOpensAndClosesThePanel() {
         world->sql(
             "INSERT INTO categories (ID, name, description) VALUES (3, 'Praise', 'loud'), "

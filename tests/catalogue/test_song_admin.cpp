@@ -25,6 +25,25 @@ class TestSongAdmin : public SongAdminTest {
     Q_OBJECT
 
 private Q_SLOTS:
+    void nextSongIsTypedRightAfterTheLastOne() {
+        frmSongAdmin& w = open();
+        typeInSong(SongRow::Title, "Abide With Me");
+        typeInSong(SongRow::Category1, "Praise");
+        click(w.cmdAdd);
+        for (const char* key : {"Be Thou My Vision", "", "", "Praise"}) {
+            typeKeys(QLatin1String(key));
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        }
+        click(w.cmdAdd);
+        QCOMPARE(world->rows("SELECT title, cat1 FROM songs ORDER BY ID"),
+                 (QStringList{"Abide With Me|Praise", "Be Thou My Vision|Praise"}));
+        // Also after "Clear".
+        click(w.cmdClear);
+        typeKeys("Come");
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(songValue(SongRow::Title), QStringLiteral("Come"));
+    }
+
     void windowOpensWithItsHeadsAndHiddenCells() {
         frmSongAdmin& w = open();
         QVERIFY(w.isVisible());

@@ -71,6 +71,83 @@ private Q_SLOTS:
                  QStringLiteral("Text Files(*.txt, *.rtf)|*.txt;*.rtf"));
     }
 
+    void panelShowsTheActiveMark() {
+        SheetMusic& w = openWith(numbered("line", 1, 3));
+        const auto shown = [&] {
+            return QList<bool>{w.Command2->isChecked(), w.Command3->isChecked(),
+                               w.FlatBttn2->isChecked()};
+        };
+        QCOMPARE(shown(), (QList<bool>{false, false, false}));
+        click(w.Command3);
+        QCOMPARE(shown(), (QList<bool>{false, true, false}));
+        // A second click on the same button keeps the mark.
+        click(w.Command3);
+        QCOMPARE(shown(), (QList<bool>{false, true, false}));
+        QCOMPARE(w.importMode, QStringLiteral("chords"));
+        click(w.FlatBttn2);
+        QCOMPARE(shown(), (QList<bool>{false, false, true}));
+        click(w.cmdDone);
+        // The mark is still active at the next import.
+        import(w, numbered("line", 1, 3));
+        QCOMPARE(shown(), (QList<bool>{false, false, true}));
+        click(w.FlatBttn1);
+        QCOMPARE(shown(), (QList<bool>{false, false, false}));
+    }
+
+    void cancelClosesThePanelAndKeepsTheChart() {
+        for (const bool byKey : {false, true}) {
+            SheetMusic& w = openWith("one\ntwo\n");
+            w.fpSong->SetText(ChartColumn::Text, ChartRow::FirstLyric, "mine");
+            mark(w, w.FlatBttn2, {1, 2});
+            QApplication::setActiveWindow(w.window());  // the dialog has taken it
+            if (byKey)
+                QTest::keyClick(w.focusWidget(), Qt::Key_Escape);
+            else
+                click(w.cmdCancelImport);
+            QVERIFY(!isOnTop(w.frmImport));
+            QCOMPARE(w.focusWidget(), w.fpSong);
+            QCOMPARE(lyricsOf(w.fpSong, 1), QStringList{"mine"});
+            w.Unload();
+            settle();
+        }
+    }
+
+    void panelSaysWhenThePageIsNotEmpty() {
+        SheetMusic& w = openWith("one\n");
+        QVERIFY(!w.lblImport->isVisible());
+        mark(w, w.FlatBttn2, {1});
+        click(w.cmdDone);
+        import(w, "two\n");
+        QVERIFY(w.lblImport->isVisible());
+        QVERIFY(w.lblImport->text().contains("not empty"));
+        // Deliberate: behaviour 133. The import writes over it all the same.
+        click(w.cmdDone);
+        QCOMPARE(lyricsOf(w.fpSong, 1), QStringList{"two"});
+    }
+
+    void panelSaysWhatCannotBeImported() {
+        SheetMusic& w = openWith(numbered("line", 1, 101) + QByteArray("C ").repeated(31) + "\n");
+        const auto markLyric = [&](int row) {
+            w.fpLoad->scrollTo(w.fpLoad->model()->index(row - 1, 0));
+            mark(w, w.FlatBttn2, {row});
+        };
+        markLyric(100);
+        QVERIFY(!w.lblImport->isVisible());
+        markLyric(101);
+        QVERIFY2(w.lblImport->text().contains("Line 101 is marked"),
+                 qPrintable(w.lblImport->text()));
+        markLyric(101);
+        QVERIFY(!w.lblImport->isVisible());
+        import(w, "C D\n" + QByteArray("C ").repeated(31) + "\n");
+        mark(w, w.Command3, {1});
+        QVERIFY(!w.lblImport->isVisible());
+        mark(w, w.Command3, {2});
+        QVERIFY2(w.lblImport->text().contains("Line 2 has 31 chords"),
+                 qPrintable(w.lblImport->text()));
+        click(w.FlatBttn1);
+        QVERIFY(!w.lblImport->isVisible());
+    }
+
     void markedLinesGoToTheirRows() {
         SheetMusic& w = openWith(
             "Abide with me\n  words: Lyte  \nD  A7/C#   Bm\nAbide with me\n"

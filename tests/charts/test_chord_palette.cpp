@@ -45,6 +45,29 @@ private Q_SLOTS:
         }
     }
 
+    void commandBringsTheMakerBackIntoView() {
+        SheetMusic& w = openMaker();
+        w.picChord->move(w.width() - 20, w.height() - 10);
+        pick(w.mnuView, w.mnuNoteMaker);
+        QVERIFY(w.rect().contains(w.picChord->geometry()));
+        // Where it is in view it stays.
+        w.picChord->move(50, 60);
+        pick(w.mnuView, w.mnuNoteMaker);
+        QCOMPARE(w.picChord->pos(), QPoint(50, 60));
+        // It also comes to the front of a panel.
+        pick(w.mnuFile, w.mnuAttachToDB);
+        pick(w.mnuView, w.mnuNoteMaker);
+        QVERIFY(w.children().indexOf(w.picChord) > w.children().indexOf(w.frmAssign));
+        QVERIFY(w.notes[0]->hasFocus());
+    }
+
+    void escapeClosesTheMaker() {
+        SheetMusic& w = openMaker();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        QVERIFY(!w.picChord->isVisible());
+        QVERIFY(w.fpSong->hasFocus());
+    }
+
     void chordIsMadeAndPlaced() {
         SheetMusic& w = openMaker();
         take(w.notes[0], "G");

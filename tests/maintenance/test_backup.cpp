@@ -73,9 +73,9 @@ class TestBackup : public WindowTest {
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
     }
 
-    // The user opens a folder and accepts the proposed name.
-    void chooseIn(const QString& folder, const QString& proposal) {
-        world->answers.file(folder + QLatin1Char('/') + proposal);
+    // The user chooses a folder in a dialog of this title.
+    void chooseIn(const QString& folder, const QString& title) {
+        world->answers.folder(folder, title);
     }
 
     void addSong(const QString& title) {
@@ -146,16 +146,19 @@ private Q_SLOTS:
             click(button);
             QVERIFY(world->answers.isEmpty());
         }
-        QStringList proposals;
+        QStringList titles;
+        QStringList buttons;
         for (const auto& dialog : world->answers.fileDialogs()) {
-            proposals.append(dialog.proposed);
-            QVERIFY(dialog.saves);
-            QVERIFY(dialog.filters.join(QString()).contains(QLatin1Char('*')));
+            titles.append(dialog.title);
+            buttons.append(dialog.button);
+            QVERIFY(dialog.choosesFolder);
         }
-        QCOMPARE(proposals, (QStringList{"Copy Database Here", "Copy Saved Sets Here",
-                                         "Copy Set Designs Here", "Copy Schedules Here",
-                                         "Restore Database From", "Restore Saved Sets From",
-                                         "Restore Set Designs From", "Restore Schedules From"}));
+        QCOMPARE(buttons, (QStringList{"Back Up", "Back Up", "Back Up", "Back Up", "Restore",
+                                       "Restore", "Restore", "Restore"}));
+        QCOMPARE(titles, (QStringList{"Copy Database Here", "Copy Saved Sets Here",
+                                      "Copy Set Designs Here", "Copy Schedules Here",
+                                      "Restore Database From", "Restore Saved Sets From",
+                                      "Restore Set Designs From", "Restore Schedules From"}));
         QVERIFY(QDir(stick()).isEmpty());
     }
 
@@ -236,15 +239,42 @@ private Q_SLOTS:
         QCOMPARE(read(stick("/saved sets/a.set")), QByteArray("a"));
     }
 
-    void enteredNameIsIgnored() {
-        // Deliberate: behaviour 180.
-        const frmBackup& w = open();
-        tick({Database});
-        world->answers.file(stick("/my own name.txt"));
+    void dialogsBeginWhereTheLastCopiesAre() {
+        write(world->path("saved sets/a.set"), "a");
+        const frmBackup* w = &open();
+        tick({Database, SavedSets});
+        chooseIn(stick(), "Copy Database Here");
+        world->answers.cancelFile();
         world->answers.box(QStringLiteral("Copied Database To: %1\r\r").arg(stick()),
                            QMessageBox::NoIcon, Done);
-        click(w.cmdBack);
-        QCOMPARE(QDir(stick()).entryList(QDir::Files), QStringList{"db1.mdb"});
+        click(w->cmdBack);
+        QCOMPARE(world->answers.fileDialogs().at(0).folder, QDir::homePath());
+        QCOMPARE(world->answers.fileDialogs().at(1).folder, stick());
+        // Also after the program was closed. Nothing is typed: the folder that is open is meant.
+        world->stop();
+        w = &open();
+        tick({SavedSets});
+        world->answers.fileAsProposed();
+        world->answers.box(QStringLiteral("Copied Saved Sets To: %1\r\r").arg(stick()),
+                           QMessageBox::NoIcon, Done);
+        click(w->cmdBack);
+        QCOMPARE(read(stick("/saved sets/a.set")), QByteArray("a"));
+        // A restore begins in the copied folder itself, and the next dialog not in it, as long as
+        // there is no copy of the program's own.
+        write(world->path("saved sets/a.set"), "spoiled");
+        tick({Database});
+        chooseIn(stick(), "Restore Database From");
+        world->answers.fileAsProposed();
+        world->answers.box(QStringLiteral("Restored Database To: %1\r\r"
+                                          "Restored Saved Sets To: %1/saved sets\r\r")
+                               .arg(stick()),
+                           QMessageBox::NoIcon, Done);
+        click(w->cmdRestore);
+        QCOMPARE(read(world->path("saved sets/a.set")), QByteArray("a"));
+        world->answers.cancelFile();
+        world->answers.cancelFile();
+        click(w->cmdBack);
+        QCOMPARE(world->answers.fileDialogs().back().folder, stick());
     }
 
     void restoredSetsOverwriteAndOtherFilesStay() {

@@ -91,8 +91,8 @@ private Q_SLOTS:
         addSong("Later");
         const frmBackup& w = open();
         tick({BackupIndex::Database, BackupIndex::SavedSets});
-        world->answers.file(copy + "/Restore Database From");
-        world->answers.file(copy + "/saved sets/Restore Saved Sets From");
+        world->answers.folder(copy, "Restore Database From");
+        world->answers.folder(copy + "/saved sets", "Restore Saved Sets From");
         expectDone();
         click(w.cmdRestore);
         QCOMPARE(titles(), QStringList{"Now"});
@@ -156,7 +156,7 @@ private Q_SLOTS:
         writeTo(world->path("copies"), "in the way");
         world->sql("DELETE FROM songs");
         tick({BackupIndex::Database});
-        world->answers.file(m_stick.filePath("Restore Database From"));
+        world->answers.folder(m_stick.path(), "Restore Database From");
         expectDone();
         click(w.cmdRestore);
         QCOMPARE(titles(), QStringList{"Then"});

@@ -94,14 +94,66 @@ private Q_SLOTS:
                                                                 : QStringLiteral("Beta"));
     }
 
+    void arrowKeysShowTheSetTheyMark() {
+        makeSet("saved sets/a.set", "10/05/03", {"Alpha"});
+        makeSet("saved sets/b.set", "10/12/03", {"Beta"});
+        frmPastSets& w = open();
+        w.Dir1->setFocus();
+        QTest::keyClick(w.Dir1, Qt::Key_Tab);
+        QVERIFY(w.File1->hasFocus());
+        const auto shown = [&] { return w.fpSetPast->GetText(SetColumn::Title, 2); };
+        QCOMPARE(shown(), QString());
+        QTest::keyClick(w.File1, Qt::Key_Down);
+        QCOMPARE(shown(), QStringLiteral("Alpha"));
+        QTest::keyClick(w.File1, Qt::Key_Down);
+        QCOMPARE(shown(), QStringLiteral("Beta"));
+        QTest::keyClick(w.File1, Qt::Key_Home);
+        QCOMPARE(shown(), QStringLiteral("Alpha"));
+        QCOMPARE(w.browser->FileName(), QStringLiteral("a.set"));
+    }
+
+    void listFollowsASaveAndKeepsTheMark() {
+        makeSet("saved sets/b.set", "10/12/03", {"Beta"});
+        frmPastSets& w = open();
+        clickFile(w.File1, "b.set");
+        makeSet("saved sets/a.set", "10/05/03", {"Alpha"});
+        QTRY_COMPARE_WITH_TIMEOUT(filesOf(w.File1), (QStringList{"a.set", "b.set"}), 60'000);
+        QCOMPARE(w.browser->FileName(), QStringLiteral("b.set"));
+        QCOMPARE(w.File1->selectedItems().size(), 1);
+        QCOMPARE(w.fpSetPast->GetText(SetColumn::Title, 2), QStringLiteral("Beta"));
+    }
+
+    void newestSetComesFirstOnRequest() {
+        for (const char* name :
+             {"Set For 01_03_27.set", "Set For 11_22_26.set", "Easter.set", "Set For 12_25_25.set"})
+            makeSet(QStringLiteral("saved sets/") + name, "10/05/03", {"Alpha"});
+        QFile easter(world->path("saved sets/Easter.set"));
+        QVERIFY(easter.open(QIODevice::ReadWrite));
+        QVERIFY(easter.setFileTime(QDateTime(QDate(2026, 4, 5), QTime(9, 0)),
+                                   QFileDevice::FileModificationTime));
+        easter.close();
+        frmPastSets& w = open();
+        QCOMPARE(filesOf(w.File1), (QStringList{"Easter.set", "Set For 01_03_27.set",
+                                                "Set For 11_22_26.set", "Set For 12_25_25.set"}));
+        w.File1->setFocus();
+        QTest::keyClick(w.File1, Qt::Key_N, Qt::AltModifier);
+        QTRY_COMPARE_WITH_TIMEOUT(filesOf(w.File1),
+                                  (QStringList{"Set For 01_03_27.set", "Set For 11_22_26.set",
+                                               "Easter.set", "Set For 12_25_25.set"}),
+                                  60'000);
+        QCheckBox* newest = w.browser->chkNewest;
+        QTest::mouseClick(newest, Qt::LeftButton, {}, QPoint(8, newest->height() / 2));
+        QCOMPARE(filesOf(w.File1).first(), QStringLiteral("Easter.set"));
+    }
+
     void tabGoesThroughTheWindowInReadingOrder() {
         makeSet("saved sets/a.set", "10/05/03", {"Alpha"});
         frmPastSets& w = open();
         w.Drive1->setFocus();
         for (QWidget* next :
              {static_cast<QWidget*>(w.Dir1), static_cast<QWidget*>(w.File1),
-              static_cast<QWidget*>(w.fpSetPast), static_cast<QWidget*>(w.cmdPrintPast),
-              static_cast<QWidget*>(w.cmdEpastSet)}) {
+              static_cast<QWidget*>(w.browser->chkNewest), static_cast<QWidget*>(w.fpSetPast),
+              static_cast<QWidget*>(w.cmdPrintPast), static_cast<QWidget*>(w.cmdEpastSet)}) {
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
             QCOMPARE(QApplication::focusWidget(), next);
             QVERIFY(!next->accessibleName().isEmpty());

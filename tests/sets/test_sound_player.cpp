@@ -51,6 +51,16 @@ class TestSoundPlayer : public SetListTest {
     }
 
 private Q_SLOTS:
+    void escapeClosesThePlayer() {
+        frmSetList& w = playing();
+        QVERIFY(w.picPlayer->isVisible());
+        w.fpSet->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        settle();
+        QVERIFY(!w.picPlayer->isVisible());
+        QTRY_COMPARE_WITH_TIMEOUT(w.mm.state(), State::Closed, Patience);
+    }
+
     void songWithoutASoundFileHasNoPictureAndAClickOpensNothing() {
         addSong({.title = "Mute", .cat1 = "Praise"});
         frmSetList& w = listed();

@@ -49,6 +49,11 @@ QString pressIn(QWidget* modal, QMessageBox::StandardButton press) {
     return {};
 }
 
+void enterName(QFileDialog* dialog, const QString& name) {
+    dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(name);
+    QMetaObject::invokeMethod(dialog, "accept");
+}
+
 }  // namespace
 
 Answers::Answers() {
@@ -85,25 +90,35 @@ void Answers::runTimeError(int number, const QString& part) {
                        }});
 }
 
-void Answers::expectFile(const QString& what, std::function<void(QFileDialog*)> act) {
+void Answers::expectFile(const QString& what, std::function<void(QFileDialog*)> act,
+                         const QString& folderTitle) {
     m_queue.push_back(
-        {what, [this, act](QWidget* modal) -> QString {
+        {what, [this, act, folderTitle](QWidget* modal) -> QString {
              auto* dialog = qobject_cast<QFileDialog*>(modal);
              if (!dialog) return describe(modal);
+             if (!folderTitle.isEmpty() && (dialog->windowTitle() != folderTitle ||
+                                            dialog->fileMode() != QFileDialog::Directory))
+                 return describe(modal);
              const auto* edit = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-             m_fileDialogs.push_back({dialog->windowTitle(), dialog->directory().path(),
-                                      edit->text(), dialog->nameFilters(),
-                                      dialog->acceptMode() == QFileDialog::AcceptSave});
+             m_fileDialogs.push_back(
+                 {dialog->windowTitle(), dialog->directory().path(), edit->text(),
+                  dialog->nameFilters(), dialog->acceptMode() == QFileDialog::AcceptSave,
+                  dialog->fileMode() == QFileDialog::Directory,
+                  dialog->labelText(QFileDialog::Accept).remove(QLatin1Char('&'))});
              QTimer::singleShot(0, dialog, [dialog, act] { act(dialog); });
              return {};
          }});
 }
 
 void Answers::file(const QString& path) {
-    expectFile(QStringLiteral("file ") + path, [path](QFileDialog* dialog) {
-        dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(path);
-        QMetaObject::invokeMethod(dialog, "accept");
-    });
+    expectFile(QStringLiteral("file ") + path,
+               [path](QFileDialog* dialog) { enterName(dialog, path); });
+}
+
+void Answers::folder(const QString& path, const QString& title) {
+    expectFile(
+        QStringLiteral("folder ") + path, [path](QFileDialog* dialog) { enterName(dialog, path); },
+        title);
 }
 
 void Answers::fileAsProposed() {

@@ -42,6 +42,9 @@ public:
     // Expects a file dialog, types `path` and accepts. fileDialogs() has what the dialog proposed.
     void file(const QString& path);
 
+    // Expects a folder dialog of this title, types `path` and accepts.
+    void folder(const QString& path, const QString& title);
+
     // Expects a file dialog and accepts the proposed name.
     void fileAsProposed();
 
@@ -58,6 +61,8 @@ public:
         QString proposed;
         QStringList filters;
         bool saves = false;
+        bool choosesFolder = false;
+        QString button;  // the caption of the button that accepts, without "&"
     };
     const std::vector<SeenFileDialog>& fileDialogs() const { return m_fileDialogs; }
 
@@ -78,7 +83,8 @@ private:
         std::function<QString(QWidget*)> act;  // returns what was wrong; empty if nothing was
     };
 
-    void expectFile(const QString& what, std::function<void(class QFileDialog*)> act);
+    void expectFile(const QString& what, std::function<void(class QFileDialog*)> act,
+                    const QString& folderTitle = QString());
     void look();
     void unexpected(QWidget* modal, const QString& why);
 

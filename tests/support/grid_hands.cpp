@@ -50,6 +50,12 @@ void typeInCell(SheetView* grid, int col, int row, const QString& text) {
     settle();
 }
 
+void typeKeys(const QString& text) {
+    for (const char32_t c : text.toUcs4())
+        QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key_unknown,
+                            QString::fromUcs4(&c, 1), Qt::NoModifier);
+}
+
 void tryToChange(SheetView* grid, int col, int row) {
     grid->activateWindow();
     settle();

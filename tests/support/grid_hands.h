@@ -16,6 +16,9 @@ void clickCell(SheetView* grid, int col, int row, Qt::MouseButton button = Qt::L
 // Replaces the text of a cell with keys, and leaves the cell with Enter.
 void typeInCell(SheetView* grid, int col, int row, const QString& text);
 
+// Types a text, one key after the other, into what has the keyboard focus.
+void typeKeys(const QString& text);
+
 // Tries to change a cell in all the ways a person has: typing, F2, a double click, Delete, cutting
 // and pasting.
 void tryToChange(SheetView* grid, int col, int row);

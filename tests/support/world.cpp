@@ -12,6 +12,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 
 #include <sqlite3.h>
@@ -60,7 +61,9 @@ private:
 
 }  // namespace
 
-World::World(WorldTree tree) : m_folder(m_dir.filePath(QStringLiteral("program"))) {
+World::World(WorldTree tree, const QString& folder_)
+    : m_folder(folder_.isEmpty() ? m_dir.filePath(QStringLiteral("program")) : folder_) {
+    if (QFileInfo::exists(m_folder)) qFatal("%s exists", qPrintable(m_folder));
     QDir().mkpath(m_folder);
     if (tree == WorldTree::Sample)
         makeSample(folder());
@@ -81,6 +84,7 @@ World::~World() {
     dbConn.onStatement({});
     setToday({});
     setProgramFolder({});
+    QDir(m_folder).removeRecursively();
 }
 
 void World::start() {

@@ -19,9 +19,9 @@ enum class WorldTree { Delivered, Sample };
 
 class World {
 public:
-    // Creates a temporary program folder, as delivered or with the sample. Today is Saturday,
-    // 11/21/2026.
-    explicit World(WorldTree tree = WorldTree::Delivered);
+    // Creates a temporary program folder, as delivered or with the sample, or one of this path,
+    // which must not exist. Today is Saturday, 11/21/2026.
+    explicit World(WorldTree tree = WorldTree::Delivered, const QString& folder = QString());
 
     // Ends the program and fails the test for answers that were not used.
     ~World();

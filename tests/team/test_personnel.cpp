@@ -42,6 +42,25 @@ private Q_SLOTS:
         QVERIFY(!w.frmChooseEmail->isVisible());
     }
 
+    void nextPersonIsTypedRightAfterTheLastOne() {
+        addTheLeast();
+        frmSchedule& w = open();
+        typePerson({{PersonRow::FirstName, "Anna"}, {PersonRow::Role1, "Piano"}});
+        click(w.cmdAddPlayer);
+        // The fields of the last one stay until they are replaced.
+        for (const char* text : {"Ben", "Cole", "Bass"}) {
+            typeKeys(QLatin1String(text));
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        }
+        click(w.cmdAddPlayer);
+        QCOMPARE(world->rows("SELECT fName, lName, role FROM personell ORDER BY ID").mid(1),
+                 (QStringList{"Anna||Piano", "Ben|Cole|Bass"}));
+        click(w.cmdClrPlayer);
+        typeKeys("Cora");
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(w.fpPerson->GetText(1, PersonRow::FirstName), QStringLiteral("Cora"));
+    }
+
     void openingRunsItsStatementsInOrder() {
         addTheLeast();
         world->start();

@@ -3,7 +3,8 @@
 
 // The tour: follows a set through the real windows, from choosing its songs to mailing it, with the
 // sample data. It leaves a picture of each window in build/tour, the printed pages as PDF, the
-// exported files and the messages that a mail server received.
+// exported files and the messages that a mail server received. LORVANITE_TOUR_FOLDER may name the
+// program folder that the pictures show; it must not exist.
 #include "catalogue/frm_song_admin.h"
 #include "charts/frm_transpose.h"
 #include "charts/rules/chart_page.h"
@@ -128,7 +129,8 @@ private Q_SLOTS:
     void initTestCase() {
         applyTheme(*qApp);
         QDir(QStringLiteral(SOURCE_TREE "/build/tour")).removeRecursively();
-        world = std::make_unique<World>(WorldTree::Sample);
+        world = std::make_unique<World>(WorldTree::Sample,
+                                        qEnvironmentVariable("LORVANITE_TOUR_FOLDER"));
         world->answers.beforeAnswer(
             [this](QWidget* modal) { picture(modal, QStringLiteral("question")); });
     }

@@ -76,9 +76,13 @@ RowKinds kindsOf(SheetGrid& list) {
 }
 
 // The chords of a line, without their positions. Deliberate: behaviour 135.
-QStringList chordTokens(QString line) {
+QStringList splitChords(QString line) {
     line.replace(QLatin1Char(' '), QLatin1Char(':')).replace(QLatin1Char('\t'), QLatin1Char(':'));
-    QStringList tokens = line.split(QLatin1Char(':'), Qt::SkipEmptyParts);
+    return line.split(QLatin1Char(':'), Qt::SkipEmptyParts);
+}
+
+QStringList chordTokens(const QString& line) {
+    QStringList tokens = splitChords(line);
     if (size_t(tokens.size()) > MaxChords) throw RunTimeError(RunTimeError::SubscriptOutOfRange);
     return tokens;
 }
@@ -116,6 +120,32 @@ void clearMarks(SheetGrid& list) {
         list.Row(row);
         list.BackColor(White);
     }
+}
+
+QStringList importNotes(SheetGrid& list) {
+    QStringList notes;
+    for (int i = 1; i <= list.DataRowCnt(); ++i) {
+        const int colour = colourOf(list, ImportColumn::Line, i);
+        const bool isMarked =
+            std::any_of(LineKinds.begin(), LineKinds.end(),
+                        [&](const LineKind& kind) { return kind.colour == colour; });
+        if (isMarked && size_t(i) > MaxMarkedRow) {
+            notes.append(QStringLiteral("Line %1 is marked, but only the first %2 lines can be "
+                                        "imported. Remove its mark first.")
+                             .arg(i)
+                             .arg(MaxMarkedRow));
+            break;
+        }
+        if (colour != ChordMark) continue;
+        const auto chords = splitChords(list.GetText(ImportColumn::Line, i).trimmed()).size();
+        if (size_t(chords) > MaxChords)
+            notes.append(QStringLiteral("Line %1 has %2 chords, but only %3 can be imported. "
+                                        "Remove its mark first.")
+                             .arg(i)
+                             .arg(chords)
+                             .arg(MaxChords));
+    }
+    return notes;
 }
 
 void layMarkedLines(SheetGrid& list, SheetGrid& chart, const std::function<void()>& addPage) {

@@ -31,6 +31,10 @@ void markLine(SheetGrid& list, int col, int row, const QString& importMode);
 // Removes the marks of the rows that hold a line.
 void clearMarks(SheetGrid& list);
 
+// What the user has to know before the import: a sentence for the first marked line below row 100,
+// and for each line marked as chords that has more than 30. Empty if everything can be imported.
+QStringList importNotes(SheetGrid& list);
+
 // Writes the marked lines to the page `Sheet` of the chart and to the pages that `addPage` adds and
 // shows. Raises RunTimeError::SubscriptOutOfRange for a mark below row 100, before anything is
 // written, and for more than 30 chords in a line.

@@ -230,6 +230,15 @@ void execute(const QString& source, LockType lock) {
     Recordset().Open(source, dbConn, CursorType::Dynamic, lock);
 }
 
+bool hasRows(const char* table) {
+    sqlite3_stmt* statement = nullptr;
+    const QByteArray source = QByteArrayLiteral("SELECT 1 FROM ") + table + " LIMIT 1";
+    sqlite3_prepare_v2(dbConn.handle(), source.constData(), -1, &statement, nullptr);
+    const bool found = sqlite3_step(statement) == SQLITE_ROW;
+    sqlite3_finalize(statement);
+    return found;
+}
+
 QString preference(const QString& name) {
     return select(QStringLiteral("SELECT * FROM prefs WHERE var_name = '") + name +
                   QLatin1Char('\''))

@@ -112,6 +112,10 @@ private:
 // Runs an INSERT, UPDATE or DELETE on dbConn. Raises like Recordset::Open.
 void execute(const QString& source, LockType lock = LockType::Optimistic);
 
+// Whether a table has a row; false if it is missing. This is the program's own look at the store,
+// and it is not logged.
+bool hasRows(const char* table);
+
 // Reads one value of the table prefs. Raises RunTimeError::NoCurrentRecord if the table has no row
 // of that name.
 QString preference(const QString& name);

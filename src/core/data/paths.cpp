@@ -97,6 +97,8 @@ QString resolvedPath(const QString& path) {
 
 QString fileNameOf(const QString& path) { return path.mid(lastSeparator(path) + 1); }
 
+QString nameOfFile(const QString& path) { return QFileInfo(fileNameOf(path)).completeBaseName(); }
+
 QString folderOf(const QString& path) {
     return path.left(std::max<qsizetype>(lastSeparator(path), 0));
 }

@@ -29,6 +29,9 @@ QString resolvedPath(const QString& path);
 // The part of a path after its last separator.
 QString fileNameOf(const QString& path);
 
+// The part of a path after its last separator, without the extension.
+QString nameOfFile(const QString& path);
+
 // The part of a path before its last separator; empty if it has none.
 QString folderOf(const QString& path);
 

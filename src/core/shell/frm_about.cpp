@@ -9,6 +9,7 @@
 frmAbout::frmAbout() {
     setupUi(this);
     onEvent(this, cmdOK, &QPushButton::clicked, &frmAbout::cmdOK_Click);
+    onEscape(this, this, &frmAbout::cmdOK_Click);
     Image1->setPixmap(themedIcon(QStringLiteral("app")).pixmap(Image1->minimumSize()));
     lblVersion->setText(QStringLiteral("Version: ") + programVersion());
     setDesignSize(size());

@@ -8,9 +8,11 @@
 #include "core/data/database.h"
 #include "core/data/dates.h"
 #include "core/data/paths.h"
+#include "core/shell/bar_keys.h"
 #include "core/shell/frm_about.h"
 #include "core/shell/frm_splash.h"
 #include "core/shell/show_song.h"
+#include "core/shell/welcome_links.h"
 #include "exchange/frm_exchange.h"
 #include "exchange/frm_find_words.h"
 #include "mail/frm_email.h"
@@ -36,6 +38,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -78,8 +81,10 @@ frmMDI::frmMDI() {
     m_registration.emplace(*this);
     dressButtons();
     setUpUtilities();
+    setUpKeys();
     wireModules();
     openDatabase();
+    offerFirstSteps();
     placeOnScreen(*this);
     splash = new frmSplash(this);
     splash->show();
@@ -136,6 +141,15 @@ void frmMDI::setUpUtilities() {
     mnuUtilities.addActions({&mnuExchange, &mnuFindWords});
 }
 
+void frmMDI::setUpKeys() {
+    auto* keys = new BarKeys(this, picButHold, mdiArea);
+    const std::pair<QToolButton*, char16_t> letters[] = {
+        {cmdSetList, u'S'},    {cmdSongMgmt, u'A'}, {cmdHistory, u'H'},    {cmdPastSets, u'P'},
+        {cmdSheetMusic, u'M'}, {cmdEmail, u'E'},    {cmdScheduling, u'G'}, {Command1, u'N'},
+        {Command10, u'U'},     {cmdAbout, u'B'}};
+    for (const auto& [button, letter] : letters) keys->setLetter(button, letter);
+}
+
 void frmMDI::wireModules() {
     onEvent(this, cmdSetList, &QToolButton::clicked, &frmMDI::cmdSetList_Click);
     onEvent(this, cmdSongMgmt, &QToolButton::clicked, &frmMDI::cmdSongMgmt_Click);
@@ -155,6 +169,17 @@ void frmMDI::wireModules() {
     onEvent(this, &mnuExchange, &QAction::triggered, &frmMDI::mnuExchange_Click);
     onEvent(this, &mnuFindWords, &QAction::triggered, &frmMDI::mnuFindWords_Click);
 }
+
+// For a user who has no songs yet.
+void frmMDI::offerFirstSteps() {
+    if (hasRows("songs")) return;
+    welcome = new WelcomeLinks(mdiArea);
+    onEvent(this, welcome->lnkFirstSunday, &QToolButton::clicked, &frmMDI::showFirstSteps);
+    onEvent(this, welcome->lnkExchange, &QToolButton::clicked, &frmMDI::mnuExchange_Click);
+    onEvent(this, welcome->lnkRestore, &QToolButton::clicked, &frmMDI::mnuBackupFiles_Click);
+}
+
+void frmMDI::showFirstSteps() { showGuide(QStringLiteral("your-first-sunday")); }
 
 void frmMDI::reportFilesNotUpdated() {
     const QStringList files = filesNotUpdated();
@@ -236,10 +261,12 @@ void frmMDI::Command10_Click() {
     mnuUtilities.popup(picButHold->mapToGlobal(place));
 }
 
-void frmMDI::Command11_Click() {
+void frmMDI::Command11_Click() { showGuide(QString()); }
+
+void frmMDI::showGuide(const QString& heading) {
     CommonDlg.HelpCommand = 9;
     CommonDlg.HelpFile = programFolder() + QStringLiteral("\\config\\LORVANITEHELP.hlp");
-    CommonDlg.ShowHelp();
+    CommonDlg.ShowHelp(heading);
 }
 
 // Narrower than usual on a small screen; without captions where they have no room.

@@ -15,6 +15,7 @@
 
 #include <optional>
 
+class WelcomeLinks;
 class frmSplash;
 
 class frmMDI : public QMainWindow, public Ui::frmMDI {
@@ -44,6 +45,9 @@ public:
     // The splash; null after it was closed.
     QPointer<frmSplash> splash;
 
+    // The links of a program without songs; null once a window was opened, and with songs.
+    QPointer<WelcomeLinks> welcome;
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -53,9 +57,13 @@ private:
     void reportFilesNotUpdated();
     void showReminderNotes();
     void setUpUtilities();
+    void setUpKeys();
     void wireModules();
+    void offerFirstSteps();
+    void showFirstSteps();
     void dressButtons();
     void fitButtons();
+    void showGuide(const QString& heading);
 
     void cmdSetList_Click();
     void cmdSongMgmt_Click();

@@ -8,9 +8,9 @@
 
 #include <array>
 
-// The file name that a command proposes as an instruction, and its report ahead of the folder.
+// The title of a command's dialog, and its report ahead of the folder.
 struct BackupTexts {
-    const char* proposal;
+    const char* title;
     const char* report;
 };
 

@@ -120,7 +120,21 @@ void CommonDialog::show(bool saves) {
     FileName = joinedNames(dialog.selectedFiles());
 }
 
-void CommonDialog::ShowHelp() {
+QString CommonDialog::chosenFolder(const QString& title, const QString& button,
+                                   const QString& start) {
+    FileDialog dialog(mainWindow());
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setWindowTitle(title);
+    dialog.setLabelText(QFileDialog::Accept, button);
+    dialog.setLabelText(QFileDialog::FileName, QStringLiteral("Folder:"));
+    dialog.setDirectory(start);
+    if (dialog.exec() != QDialog::Accepted) return {};
+    return QDir::toNativeSeparators(dialog.selectedFiles().value(0));
+}
+
+void CommonDialog::ShowHelp(const QString& heading) {
     const QString file = resolvedPath(HelpFile);
     if (!QFileInfo::exists(file)) {
         messageBox(QStringLiteral("The help file \"%1\" is missing.").arg(file),
@@ -128,5 +142,5 @@ void CommonDialog::ShowHelp() {
         return;
     }
     if (!m_help) m_help = new HelpWindow(mainWindow());
-    static_cast<HelpWindow*>(m_help.data())->showFile(file);
+    static_cast<HelpWindow*>(m_help.data())->showFile(file, heading);
 }

@@ -37,12 +37,18 @@ public:
     // as above.
     void ShowSave();
 
+    // Lets the user choose an existing folder, starting in `start`. `button` is the caption of the
+    // button that accepts. Returns its path; empty if the user cancelled. The members have no part
+    // in this.
+    static QString chosenFolder(const QString& title, const QString& button, const QString& start);
+
     // Sets CancelError and calls ShowOpen or ShowSave. Returns false if the user cancelled, and
     // true otherwise, even after another error. Deliberate: behaviour 15.
     bool chosen(void (CommonDialog::*show)());
 
-    // Shows HelpFile in the help window, or a message if there is no such file.
-    void ShowHelp();
+    // Shows HelpFile in the help window, from its beginning or at a heading ("Your first Sunday" is
+    // "your-first-sunday"), or a message if there is no such file.
+    void ShowHelp(const QString& heading = QString());
 
 private:
     void show(bool saves);

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QMainWindow>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QPointer>
 
 #include <cstdlib>
@@ -18,6 +19,8 @@ MainWindowParts g_parts;
 // A main window whose constructor fails is destroyed without taking its parts back.
 QPointer<QMainWindow> g_window;
 std::function<void(int)> g_endOfProcess;
+// The window that the text of the status bar comes from; compared and never used.
+const QWidget* g_statusForm = nullptr;
 
 }  // namespace
 
@@ -32,8 +35,19 @@ QMdiArea* formArea() { return g_window ? g_parts.area : nullptr; }
 
 CommonDialog& commonDlg() { return *g_parts.dialog; }
 
-void setStatusText(const QString& text) {
-    if (g_window) g_parts.status->SimpleText(text);
+QWidget* activeForm() {
+    const QMdiSubWindow* frame = formArea() ? formArea()->currentSubWindow() : nullptr;
+    return frame ? frame->widget() : nullptr;
+}
+
+void setStatusText(const QString& text, const QWidget* form) {
+    if (!g_window) return;
+    g_statusForm = form ? form : activeForm();
+    g_parts.status->SimpleText(text);
+}
+
+void clearStatusTextOf(const QWidget* form) {
+    if (g_window && form && form == g_statusForm) setStatusText(QString());
 }
 
 void clearStatusText(const QString& text) {

@@ -10,6 +10,7 @@ class CommonDialog;
 class QMainWindow;
 class QMdiArea;
 class QString;
+class QWidget;
 class StatusLine;
 
 // What the main window lends to every module window.
@@ -24,6 +25,9 @@ struct MainWindowParts {
 // value when it is destroyed.
 void setMainWindow(const MainWindowParts& parts);
 
+// The module window that is or was last active; null if there is none.
+QWidget* activeForm();
+
 // The main window and the area of the module windows; null if there is no main window.
 QMainWindow* mainWindow();
 QMdiArea* formArea();
@@ -31,8 +35,12 @@ QMdiArea* formArea();
 // The shared file and help dialog. There has to be a main window.
 CommonDialog& commonDlg();
 
-// Shows a text in the status bar; does nothing if there is no main window.
-void setStatusText(const QString& text);
+// Shows a text in the status bar; does nothing if there is no main window. The text goes when the
+// module window that it comes from closes: `form`, or the active one if none is named.
+void setStatusText(const QString& text, const QWidget* form = nullptr);
+
+// Clears the status bar if its text comes from this module window.
+void clearStatusTextOf(const QWidget* form);
 
 // Clears the status bar if it still has this text.
 void clearStatusText(const QString& text);

@@ -3,6 +3,7 @@
 
 #include "platform/desktop/folder_browser.h"
 
+#include "core/data/dates.h"
 #include "core/data/paths.h"
 #include "core/data/run_time_error.h"
 #include "platform/desktop/message_box.h"
@@ -10,6 +11,8 @@
 #include <QDir>
 #include <QGridLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
+#include <QRegularExpression>
 #include <QStorageInfo>
 #include <QStyledItemDelegate>
 
@@ -17,6 +20,8 @@
 #include <functional>
 
 namespace {
+
+constexpr int FolderRests = 100;  // milliseconds
 
 struct Place {
     QString name;
@@ -64,6 +69,40 @@ private:
     std::function<void()> m_lookAround;
 };
 
+// A list whose keys act like clicks: what they select is shown.
+class FileList : public QListWidget {
+public:
+    FileList(QWidget* parent, std::function<void()> selected)
+        : QListWidget(parent), m_selected(std::move(selected)) {}
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        const QListWidgetItem* before = currentItem();
+        const bool none = selectedItems().isEmpty();
+        const bool moves = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+        // The keyboard focus has made the first file the current one without selecting it.
+        if (before && none && moves)
+            setCurrentRow(currentRow());
+        else
+            QListWidget::keyPressEvent(event);
+        const QListWidgetItem* item = currentItem();
+        if (item && item->isSelected() && (none || item != before)) m_selected();
+    }
+
+private:
+    std::function<void()> m_selected;
+};
+
+QDate dateOfFile(const QFileInfo& file) {
+    static const QRegularExpression inName(QStringLiteral("(\\d+)_(\\d+)_(\\d+)"));
+    const QRegularExpressionMatch match = inName.match(file.fileName());
+    if (match.hasMatch()) {
+        const QStringList parts = match.capturedTexts().mid(1);
+        if (const auto date = parseDate(parts.join(QLatin1Char('/')))) return *date;
+    }
+    return file.lastModified().date();
+}
+
 // Rows with the height of those in grids.
 class AiryRows : public QStyledItemDelegate {
 public:
@@ -83,16 +122,21 @@ FolderBrowser::FolderBrowser(QWidget* parent)
     : QWidget(parent),
       Drive1(new DriveList(this, [this] { listDrives(); })),
       Dir1(new QTreeView(this)),
-      File1(new QListWidget(this)) {
+      File1(new FileList(this, [this] { Q_EMIT FileClick(); })),
+      chkNewest(new QCheckBox(QStringLiteral("&Newest first"), this)) {
     Drive1->setAccessibleName(QStringLiteral("Drives"));
     Dir1->setAccessibleName(QStringLiteral("Folders"));
     File1->setAccessibleName(QStringLiteral("Files"));
+    chkNewest->hide();
+    chkNewest->setObjectName(QStringLiteral("chkNewest"));
+    chkNewest->setAccessibleName(QStringLiteral("Newest first"));
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);
     layout->addWidget(Drive1, 0, 0);
     layout->addWidget(Dir1, 1, 0);
     layout->addWidget(File1, 2, 0);
+    layout->addWidget(chkNewest, 3, 0);
     layout->setRowStretch(1, 1);
     layout->setRowStretch(2, 1);
     for (QAbstractItemView* list :
@@ -105,6 +149,13 @@ FolderBrowser::FolderBrowser(QWidget* parent)
             &FolderBrowser::Dir1_Change);
     connect(File1, &QListWidget::itemClicked, this, &FolderBrowser::FileClick);
     connect(File1, &QListWidget::itemActivated, this, &FolderBrowser::FileClick);
+    connect(chkNewest, &QCheckBox::clicked, this, &FolderBrowser::listFiles);
+    // A save changes the folder several times.
+    m_changed.setSingleShot(true);
+    m_changed.setInterval(FolderRests);
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, &m_changed,
+            qOverload<>(&QTimer::start));
+    connect(&m_changed, &QTimer::timeout, this, &FolderBrowser::listFiles);
 }
 
 void FolderBrowser::setUpTree() {
@@ -176,11 +227,45 @@ void FolderBrowser::showDrive() {
     }
 }
 
+QStringList FolderBrowser::fileNames() const {
+    if (m_path.isEmpty()) return {};
+    QFileInfoList files = QDir(m_path).entryInfoList(
+        {m_pattern}, QDir::Files, QDir::Name | QDir::IgnoreCase | QDir::LocaleAware);
+    if (chkNewest->isChecked())
+        std::stable_sort(files.begin(), files.end(), [](const QFileInfo& a, const QFileInfo& b) {
+            return dateOfFile(a) > dateOfFile(b);
+        });
+    QStringList names;
+    for (const QFileInfo& file : files) names.append(file.fileName());
+    return names;
+}
+
+// What was selected stays so if the folder still has it.
 void FolderBrowser::listFiles() {
+    const QStringList names = fileNames();
+    QStringList listed;
+    for (int i = 0; i < File1->count(); ++i) listed.append(File1->item(i)->text());
+    if (names == listed) return;
+    QStringList selected;
+    for (const QListWidgetItem* item : File1->selectedItems()) selected.append(item->text());
+    const QString current = FileName();
     File1->clear();
-    if (m_path.isEmpty()) return;
-    File1->addItems(QDir(m_path).entryList({m_pattern}, QDir::Files,
-                                           QDir::Name | QDir::IgnoreCase | QDir::LocaleAware));
+    File1->addItems(names);
+    const qsizetype row = names.indexOf(current);
+    if (row >= 0) File1->setCurrentRow(int(row), QItemSelectionModel::NoUpdate);
+    for (int i = 0; i < File1->count(); ++i)
+        if (selected.contains(names[i])) File1->item(i)->setSelected(true);
+}
+
+void FolderBrowser::followFolder() {
+    m_follows = true;
+    watchFolder();
+}
+
+void FolderBrowser::watchFolder() {
+    if (!m_follows) return;
+    if (!m_watcher.directories().isEmpty()) m_watcher.removePaths(m_watcher.directories());
+    if (!m_path.isEmpty()) m_watcher.addPath(m_path);
 }
 
 void FolderBrowser::Drive1_Change() {
@@ -195,6 +280,8 @@ void FolderBrowser::Drive1_Change() {
 
 void FolderBrowser::Dir1_Change(const QModelIndex& folder) {
     m_path = m_folders.filePath(folder);
+    File1->clear();
+    watchFolder();
     listFiles();
     showDrive();
 }

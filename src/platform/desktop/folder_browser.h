@@ -4,9 +4,12 @@
 // A list of drives, a tree of folders and a list of files, one below the other.
 #pragma once
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFileSystemModel>
+#include <QFileSystemWatcher>
 #include <QListWidget>
+#include <QTimer>
 #include <QTreeView>
 #include <QWidget>
 
@@ -22,6 +25,9 @@ public:
     QComboBox* Drive1;
     QTreeView* Dir1;
     QListWidget* File1;
+    // Lists the latest file first: by the date in its name, such as 11_22_26, or the day on which
+    // it was written if there is none. Hidden at first.
+    QCheckBox* chkNewest;
 
     // The selected folder, with "/" as separator and none at the end; empty if there is none yet.
     QString Path() const;
@@ -39,11 +45,14 @@ public:
     // The path of that file; empty if there is none.
     QString FilePath() const;
 
+    // Lets the list follow what is saved in the folder, or deleted.
+    void followFolder();
+
     // Whether several files can be selected with Ctrl and a click.
     void setMultiSelect(bool on);
 
 Q_SIGNALS:
-    // A file was clicked or activated with the keyboard.
+    // A file was clicked, or activated or selected with the keyboard.
     void FileClick();
 
 private:
@@ -51,10 +60,15 @@ private:
     void listDrives();
     void showDrive();
     void listFiles();
+    QStringList fileNames() const;
+    void watchFolder();
     void Drive1_Change();
     void Dir1_Change(const QModelIndex& folder);
 
     QFileSystemModel m_folders;
+    bool m_follows = false;
+    QFileSystemWatcher m_watcher;
+    QTimer m_changed;  // runs out when the folder has changed and rests
     QString m_path;
     QString m_pattern = QStringLiteral("*");
     bool m_inSight = false;  // whether the folder was visible before the tree was sorted

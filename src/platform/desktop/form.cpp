@@ -3,17 +3,20 @@
 
 #include "platform/desktop/form.h"
 
+#include "core/data/paths.h"
 #include "core/data/run_time_error.h"
 #include "keeping/work_keeper.h"
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 
 #include <algorithm>
 #include <utility>
@@ -32,6 +35,12 @@ public:
         setWidget(form);
         layout()->setSpacing(0);
         setAttribute(Qt::WA_DeleteOnClose);
+        const QList<QKeySequence> closing = QKeySequence::keyBindings(QKeySequence::Close);
+        for (QAction* action : systemMenu()->actions())
+            if (action->shortcuts() == closing) action->setShortcuts({});
+        for (const QKeySequence& key : closing)
+            connect(new QShortcut(key, this), &QShortcut::activated, form,
+                    [form] { form->closeByKey(); });
     }
 
 protected:
@@ -40,6 +49,7 @@ protected:
         if (!event->isAccepted()) return;
         m_form->keepWork();
         m_form->released();
+        clearStatusTextOf(m_form);
     }
 
 private:
@@ -59,6 +69,15 @@ void atEdge(OnFailure onFailure, const std::function<void()>& body) {
         // Deliberate: behaviour 5.
         if (onFailure == OnFailure::EndsProgram) endProcess(1);
     }
+}
+
+void addKey(QAbstractButton* button, QKeySequence::StandardKey key) {
+    auto* shortcut = new QShortcut(key, button);
+    QObject::connect(shortcut, &QShortcut::activated, button, &QAbstractButton::click);
+    const QString what =
+        button->toolTip().isEmpty() ? button->text().remove(QLatin1Char('&')) : button->toolTip();
+    button->setToolTip(
+        QStringLiteral("%1 (%2)").arg(what, shortcut->key().toString(QKeySequence::NativeText)));
 }
 
 FormBase::FormBase() = default;
@@ -96,8 +115,10 @@ void FormBase::showStrip(QWidget* strip, bool on) {
     keepInside();
 }
 
-void FormBase::keepWork() {
-    for (WorkKeeper* keeper : findChildren<WorkKeeper*>()) keeper->keepNow();
+bool FormBase::keepWork() {
+    bool isKept = true;
+    for (WorkKeeper* keeper : findChildren<WorkKeeper*>()) isKept = keeper->keepNow() && isKept;
+    return isKept;
 }
 
 void FormBase::Show() {
@@ -140,6 +161,38 @@ void FormBase::keepInside() {
     };
     m_frame->move(inside(m_frame->x(), m_frame->width(), room.width()),
                   inside(m_frame->y(), m_frame->height(), room.height()));
+}
+
+void FormBase::watchWork() {
+    for (WorkKeeper* keeper : findChildren<WorkKeeper*>())
+        connect(keeper, &WorkKeeper::unsavedWorkChanged, this, [this] { showTitle(); });
+}
+
+void FormBase::nameFile(const QString& path) {
+    m_file = nameOfFile(path);
+    showTitle();
+}
+
+void FormBase::showTitle() {
+    if (m_title.isEmpty()) m_title = windowTitle();
+    const QList<WorkKeeper*> keepers = findChildren<WorkKeeper*>();
+    const bool changed = std::any_of(keepers.begin(), keepers.end(), [](const WorkKeeper* keeper) {
+        return keeper->hasUnsavedWork();
+    });
+    const QString title = m_file.isEmpty() ? m_title : m_title + QStringLiteral(" - ") + m_file;
+    if (!changed) setWindowModified(false);
+    setWindowTitle(changed ? title + QStringLiteral("[*]") : title);
+    setWindowModified(changed);
+}
+
+// Ctrl+W is easily pressed by mistake: work that can be kept nowhere stays on view.
+void FormBase::closeByKey() {
+    if (keepWork())
+        Unload();
+    else
+        setStatusText(
+            QStringLiteral("The window stays open, because its work cannot be kept. "
+                           "Save it, or close the window with the mouse."));
 }
 
 void FormBase::Unload() { frame()->close(); }

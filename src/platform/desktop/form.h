@@ -5,11 +5,13 @@
 #pragma once
 
 #include <QList>
+#include <QShortcut>
 #include <QString>
 #include <QWidget>
 
 #include <functional>
 
+class QAbstractButton;
 class QMdiSubWindow;
 
 // What ends when an event handler of a window fails with a run-time error.
@@ -28,6 +30,18 @@ void onEvent(Owner* owner, Sender* sender, Signal signal, void (Class::*handler)
     });
 }
 
+// Runs a handler of `owner` when Escape is pressed in a panel, unless the field that has the
+// keyboard focus uses the key itself.
+template <typename Owner, typename Class>
+void onEscape(Owner* owner, QWidget* panel, void (Class::*handler)()) {
+    auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), panel);
+    escape->setContext(Qt::WidgetWithChildrenShortcut);
+    onEvent(owner, escape, &QShortcut::activated, handler);
+}
+
+// Lets a key press a button while the button can be clicked, and adds the key to its tool tip.
+void addKey(QAbstractButton* button, QKeySequence::StandardKey key);
+
 // A module window. It opens inside the main window.
 class FormBase : public QWidget {
 public:
@@ -44,6 +58,10 @@ public:
 
     // Closes the window; the next call of instance() creates another.
     void Unload();
+
+    // Names the file that the window shows in its title, without folder and extension; an empty
+    // path takes the name out again. The title also marks work that is not saved.
+    void nameFile(const QString& path);
 
     virtual OnFailure onFailure() const { return OnFailure::EndsProgram; }
 
@@ -63,14 +81,21 @@ protected:
 
     QMdiSubWindow* frame();
 
+    // Lets the title mark work that is not saved. To be called once the window is complete.
+    void watchWork();
+
 private:
     friend class FormFrame;
     void keepInside();
-    void keepWork();
+    bool keepWork();
+    void showTitle();
+    void closeByKey();
 
     QMdiSubWindow* m_frame = nullptr;
     QList<QWidget*> m_strips;  // above the content
     QSize m_designSize;
+    QString m_title;  // without the name of a file
+    QString m_file;   // its name
 };
 
 // A window with one instance at a time: class frmX : public Form<frmX>, public Ui::frmX.
@@ -83,6 +108,7 @@ public:
             s_instance = new T;
             // The main window unloads what has a frame, also what was never shown.
             s_instance->frame();
+            s_instance->watchWork();
         }
         return *s_instance;
     }

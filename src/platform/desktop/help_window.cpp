@@ -4,9 +4,11 @@
 #include "platform/desktop/help_window.h"
 
 #include <QDesktopServices>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QImageReader>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -69,6 +71,8 @@ HelpWindow::HelpWindow(QWidget* parent)
     m_text->setObjectName(QStringLiteral("txtGuide"));
     m_text->setAccessibleName(tr("Guide"));
     m_text->setOpenLinks(false);
+    // The width of the text is known before it is laid out.
+    m_text->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     lay();
     connect(m_find, &QLineEdit::textEdited, this, [this] { find(Step::Here); });
     connect(m_next, &QPushButton::clicked, this, [this] { find(Step::Next); });
@@ -89,27 +93,44 @@ void HelpWindow::lay() {
     resize(760, 640);
 }
 
-void HelpWindow::showFile(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        m_text->setPlainText(tr("The guide cannot be read: %1.").arg(file.errorString()));
-    } else {
-        m_text->setSearchPaths({QFileInfo(path).absolutePath()});
-        m_text->setMarkdown(QString::fromUtf8(file.readAll()));
-        dress();
-        fitPictures();
+void HelpWindow::showFile(const QString& path, const QString& heading) {
+    const QDateTime stamp = QFileInfo(path).lastModified();
+    if (path != m_path || stamp != m_stamp) {
+        read(path);
+        m_path = path;
+        m_stamp = stamp;
     }
     m_text->moveCursor(QTextCursor::Start);
     show();
     raise();
     activateWindow();
+    goTo(heading);
+}
+
+void HelpWindow::read(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        m_text->setPlainText(tr("The guide cannot be read: %1.").arg(file.errorString()));
+        return;
+    }
+    m_text->setSearchPaths({QFileInfo(path).absolutePath()});
+    // Nothing is laid out, and no picture read, before all measures are known.
+    auto* guide = new QTextDocument(m_text);
+    guide->setDefaultFont(m_text->document()->defaultFont());
+    guide->setMarkdown(QString::fromUtf8(file.readAll()));
+    dress(*guide);
+    fitPictures(*guide);
+    m_text->setDocument(guide);
+    delete m_guide;
+    m_guide = guide;
 }
 
 // Adds space around headings and in tables, which Markdown lacks.
-void HelpWindow::dress() {
-    QTextDocument* guide = m_text->document();
-    guide->setDocumentMargin(14);
-    for (QTextBlock block = guide->begin(); block.isValid(); block = block.next()) {
+void HelpWindow::dress(QTextDocument& guide) {
+    guide.setDocumentMargin(14);
+    QTextCursor whole(&guide);
+    whole.beginEditBlock();
+    for (QTextBlock block = guide.begin(); block.isValid(); block = block.next()) {
         const int level = block.blockFormat().headingLevel();
         if (level == 0) continue;
         QTextBlockFormat room;
@@ -117,37 +138,43 @@ void HelpWindow::dress() {
         room.setBottomMargin(6);
         QTextCursor(block).mergeBlockFormat(room);
     }
-    for (QTextFrame* frame : guide->rootFrame()->childFrames())
+    for (QTextFrame* frame : guide.rootFrame()->childFrames())
         if (auto* table = qobject_cast<QTextTable*>(frame)) dressTable(*table, palette());
+    whole.endEditBlock();
 }
 
-// Limits the width of pictures to that of the text.
-void HelpWindow::fitPictures() {
-    QTextDocument* guide = m_text->document();
-    const double room = m_text->viewport()->width() - 2 * guide->documentMargin();
-    for (QTextBlock block = guide->begin(); block.isValid(); block = block.next())
+// Limits the width of pictures to that of the text. Both measures are set, so that the text can be
+// laid out without the pictures.
+void HelpWindow::fitPictures(QTextDocument& guide) {
+    const double room = m_text->viewport()->width() - 2 * guide.documentMargin();
+    const QDir folder(m_text->searchPaths().value(0));
+    QTextCursor edit(&guide);
+    edit.beginEditBlock();
+    for (QTextBlock block = guide.begin(); block.isValid(); block = block.next())
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextFragment fragment = it.fragment();
             QTextImageFormat picture = fragment.charFormat().toImageFormat();
             if (!picture.isValid()) continue;
-            const QVariant image = guide->resource(QTextDocument::ImageResource, picture.name());
-            picture.setWidth(std::min(room, double(image.value<QImage>().width())));
-            QTextCursor cursor(guide);
-            cursor.setPosition(fragment.position());
-            cursor.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
-            cursor.setCharFormat(picture);
+            const QSizeF size = QImageReader(folder.filePath(picture.name())).size();
+            const QSizeF fitting = size.width() > room ? size * (room / size.width()) : size;
+            picture.setWidth(fitting.width());
+            picture.setHeight(fitting.height());
+            edit.setPosition(fragment.position());
+            edit.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
+            edit.setCharFormat(picture);
             break;  // the fragments have changed; a picture is the only one in its block
         }
+    edit.endEditBlock();
 }
 
 void HelpWindow::resizeEvent(QResizeEvent* event) {
     QDialog::resizeEvent(event);
-    fitPictures();
+    fitPictures(*m_text->document());
 }
 
 void HelpWindow::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) dress();
+    if (event->type() == QEvent::PaletteChange) dress(*m_text->document());
 }
 
 void HelpWindow::keyPressEvent(QKeyEvent* event) {
@@ -189,9 +216,13 @@ void HelpWindow::follow(const QUrl& link) {
         QDesktopServices::openUrl(link);
         return;
     }
+    goTo(link.fragment());
+}
+
+void HelpWindow::goTo(const QString& heading) {
+    if (heading.isEmpty()) return;
     for (QTextBlock block = m_text->document()->begin(); block.isValid(); block = block.next()) {
-        if (block.blockFormat().headingLevel() == 0 || anchorOf(block.text()) != link.fragment())
-            continue;
+        if (block.blockFormat().headingLevel() == 0 || anchorOf(block.text()) != heading) continue;
         m_text->moveCursor(QTextCursor::End);
         m_text->setTextCursor(QTextCursor(block));
         return;

@@ -4,12 +4,15 @@
 // The window that shows the user's guide.
 #pragma once
 
+#include <QDateTime>
 #include <QDialog>
+#include <QPointer>
 
 class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTextBrowser;
+class QTextDocument;
 
 // Shows a text with headings and links to them. Ctrl+F moves the focus to the search field; typing
 // finds the first match, Enter, F3 and the button the next one, Shift+Enter and Shift+F3 the
@@ -20,9 +23,10 @@ class HelpWindow : public QDialog {
 public:
     explicit HelpWindow(QWidget* parent = nullptr);
 
-    // Reads a Markdown file in UTF-8 and shows it from its beginning. Paths of pictures are
-    // relative to the file; pictures are shrunk to the width of the window.
-    void showFile(const QString& path);
+    // Shows a Markdown file in UTF-8 from its beginning, or at a heading, given as in links. It is
+    // read again only if it has changed since. Paths of pictures are relative to the file; pictures
+    // are shrunk to the width of the window, and read when they come into view.
+    void showFile(const QString& path, const QString& heading = QString());
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -33,8 +37,10 @@ private:
     enum class Step { Here, Next, Previous };
 
     void lay();
-    void dress();
-    void fitPictures();
+    void read(const QString& path);
+    void goTo(const QString& heading);
+    void dress(QTextDocument& guide);
+    void fitPictures(QTextDocument& guide);
     void find(Step step);
     void follow(const QUrl& link);
 
@@ -42,4 +48,7 @@ private:
     QPushButton* m_next;
     QLabel* m_state;
     QTextBrowser* m_text;
+    QPointer<QTextDocument> m_guide;
+    QString m_path;     // of the file shown
+    QDateTime m_stamp;  // when it was written
 };

@@ -4,6 +4,7 @@
 #include "platform/desktop/program_files.h"
 
 #include "core/data/paths.h"
+#include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
 
 bool chooseFileIn(const QString& folder, CommonDialog& dialog, void (CommonDialog::*show)(),
@@ -14,6 +15,8 @@ bool chooseFileIn(const QString& folder, CommonDialog& dialog, void (CommonDialo
     dialog.FileName = proposed;
     return dialog.chosen(show);
 }
+
+void tellSaved(const QString& path) { setStatusText(QStringLiteral("Saved: ") + nameOfFile(path)); }
 
 void tellNotSaved() {
     messageBox(QStringLiteral("File did not save, try again or contact Lorvanite."),

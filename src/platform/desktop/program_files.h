@@ -12,5 +12,8 @@
 bool chooseFileIn(const QString& folder, CommonDialog& dialog, void (CommonDialog::*show)(),
                   const QString& proposed, const QString& filter);
 
+// Says in the status bar that a file was saved, by its name.
+void tellSaved(const QString& path);
+
 // Shows the message that a file could not be written.
 void tellNotSaved();

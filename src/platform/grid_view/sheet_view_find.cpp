@@ -62,6 +62,10 @@ bool FindBar::eventFilter(QObject* object, QEvent* event) {
                             focus->reason() == Qt::BacktabFocusReason;
         if (leaves) hide();
     }
+    // Escape closes this bar, and not the panel that it is in.
+    if (event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+        event->accept();
     if (event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
         switch (key->key()) {

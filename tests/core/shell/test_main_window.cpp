@@ -42,6 +42,15 @@ class TestMainWindow : public WindowTest {
     Q_OBJECT
 
 private Q_SLOTS:
+    void escapeClosesTheAboutBox() {
+        world->start();
+        click(world->main().cmdAbout);
+        QVERIFY(frmAbout::isLoaded());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        settle();
+        QVERIFY(!frmAbout::isLoaded());
+    }
+
     // Deliberate: behaviour 2.
     void withoutThePreferenceTheStartCompletesAndNoReminderShows() {
         world->sql("DELETE FROM prefs WHERE var_name = 'NotesOnStartUp'");

@@ -5,12 +5,16 @@
 #include "platform/desktop/help_window.h"
 #include "support/registry.h"
 
+#include <QDateTime>
 #include <QFile>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QTextTable>
 
@@ -57,6 +61,48 @@ private Q_SLOTS:
         show(QStringLiteral("Song and psalm, a SONG of \u00dcbung"));
         QVERIFY(QTest::qWaitForWindowActive(window.get()));
         text->setFocus();
+    }
+
+    void unchangedGuideIsNotReadAgain() {
+        window->close();
+        const QString file = folder.filePath(QStringLiteral("guide.md"));
+        QSignalSpy changed(text->document(), &QTextDocument::contentsChanged);
+        window->showFile(file);
+        QCOMPARE(changed.count(), 0);
+        QVERIFY(window->isVisible());
+        // A later one is.
+        QFile guide(file);
+        QVERIFY(guide.open(QIODevice::WriteOnly));
+        guide.write("Psalm");
+        QVERIFY(guide.setFileTime(QDateTime::currentDateTime().addSecs(60),
+                                  QFileDevice::FileModificationTime));
+        guide.close();
+        window->showFile(file);
+        QCOMPARE(text->toPlainText().trimmed(), QStringLiteral("Psalm"));
+    }
+
+    void pictureOutOfViewIsNotRead() {
+        QImage picture(1200, 300, QImage::Format_RGB32);
+        picture.fill(Qt::blue);
+        QVERIFY(picture.save(folder.filePath(QStringLiteral("wide.png"))));
+        QString guide = QStringLiteral("![wide](wide.png)\n\n");
+        guide.prepend(QStringLiteral("Line\n\n").repeated(200));
+        show(guide);
+        // Its room is known all the same: as wide as the text, in its own proportions.
+        const QTextBlock last = text->document()->lastBlock();
+        const QTextImageFormat format = last.begin().fragment().charFormat().toImageFormat();
+        const double room = text->viewport()->width() - 2 * text->document()->documentMargin();
+        QCOMPARE(format.width(), room);
+        QCOMPARE(format.height(), room / 4);
+        QFile::remove(folder.filePath(QStringLiteral("wide.png")));
+        text->moveCursor(QTextCursor::End);
+        text->viewport()->repaint();
+        // What is gone now is seen as a missing picture: it was never read before.
+        const QImage seen = text->viewport()->grab().toImage();
+        int blue = 0;
+        for (int x = 0; x < seen.width(); ++x)
+            blue += seen.pixelColor(x, seen.height() - 40) == QColor(Qt::blue);
+        QCOMPARE(blue, 0);
     }
 
     void cleanup() { window.reset(); }
