@@ -162,7 +162,7 @@ void SheetMusic::mnuOpen_Click() {
 
 void SheetMusic::openChart(const QString& path) {
     // A chart that cannot be read leaves the grid as it is, without a message.
-    m_kept->replaceBy([&] { static_cast<void>(fpSong->LoadFromFile(path)); });
+    m_kept->replaceBy([this, path] { static_cast<void>(fpSong->LoadFromFile(path)); });
     fpSong->EditModeReplace(true);
 }
 

@@ -84,6 +84,15 @@ class TestTakeOut : public QObject {
                 QString::fromUtf8(process.readAllStandardError())};
     }
 
+    // The exit status of another program.
+    static int read(const QString& program, const QStringList& arguments) {
+        QProcess process;
+        process.start(program, arguments);
+        if (!process.waitForFinished(60'000)) return -1;
+        if (process.exitCode() != 0) qWarning() << process.readAllStandardError().left(2000);
+        return process.exitCode();
+    }
+
 private Q_SLOTS:
     void cleanup() { world.reset(); }
 
@@ -222,6 +231,28 @@ private Q_SLOTS:
         QCOMPARE(filesIn(to), QStringList({u"Ann Bee.ics"_s, u"Bob Cee.ics"_s}));
         QCOMPARE(bytesOf(to + u"/Ann Bee.ics"_s).count("BEGIN:VEVENT"), 2);
         QCOMPARE(bytesOf(to + u"/Bob Cee.ics"_s).count("BEGIN:VEVENT"), 1);
+    }
+
+    void foreignReadersTakeTheFiles() {
+        startSample();
+        world->stop();
+        const QString songs = world->path(u"songs"_s), sheets = world->path(u"sheets"_s);
+        QCOMPARE(command({u"--form"_s, u"openlyrics"_s, songs}).code, 0);
+        QStringList files;
+        for (const QString& file : filesIn(songs)) files += songs + u'/' + file;
+        QCOMPARE(files.size(), 60);
+        QCOMPARE(read(u"xmllint"_s,
+                      QStringList{u"--noout"_s, u"--nonet"_s, u"--relaxng"_s,
+                                  QStringLiteral(SOURCE_TREE "/tests/exchange/open_lyrics.rng")} +
+                          files),
+                 0);
+        QCOMPARE(command({u"--form"_s, u"chordpro"_s, sheets}).code, 0);
+        files.clear();
+        for (const QString& file : filesIn(sheets)) files += sheets + u'/' + file;
+        QCOMPARE(read(u"chordii"_s, QStringList{u"-o"_s, world->path(u"all.ps"_s)} + files), 0);
+        const QByteArray pages = bytesOf(world->path(u"all.ps"_s));
+        QVERIFY(pages.contains("Amazing Grace"));
+        QVERIFY(pages.count("showpage") >= 10);
     }
 
     void fileThatCannotBeWrittenIsReported() {

@@ -298,9 +298,9 @@ private Q_SLOTS:
         QCOMPARE(place, QPoint(767, main.Command10->y() + main.Command10->height()));
         QStringList items;
         for (const QAction* item : main.mnuUtilities.actions()) items.append(item->text());
-        QCOMPARE(items, (QStringList{"Special Music", "Import Set List", "Backup Files",
-                                     "CCLI Report", QString(), "Exchange...",
-                                     QStringLiteral("Find Words\u2026")}));
+        QCOMPARE(items,
+                 (QStringList{"Special Music", "Import Set List", "Backup Files", "CCLI Report",
+                              QString(), "Exchange...", QStringLiteral("Find Words\u2026")}));
         QVERIFY(main.mnuUtilities.actions().at(4)->isSeparator());
         main.mnuUtilities.close();
     }

@@ -21,6 +21,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QTabWidget>
 #include <QToolButton>
 
 #include <algorithm>
@@ -53,7 +54,9 @@ bool isCovered(const QWidget* widget) {
 QList<QWidget*> controlsOf(const QWidget* window) {
     QList<QWidget*> controls;
     for (QWidget* widget : window->findChildren<QWidget*>()) {
-        const bool there = widget->isVisible() && widget->isEnabled() && !isPart(widget);
+        // Pages of tabs are reached by their tabs.
+        const bool there = widget->isVisible() && widget->isEnabled() && !isPart(widget) &&
+                           !qobject_cast<QTabWidget*>(widget);
         if (there && (widget->focusPolicy() & Qt::TabFocus) && !isCovered(widget))
             controls.append(widget);
     }
