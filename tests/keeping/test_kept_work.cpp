@@ -262,6 +262,12 @@ private Q_SLOTS:
         // The fourth one took the place of the oldest.
         QCOMPARE(seen, (QStringList{"three", "four", "three", "four"}));
         QCOMPARE(kept().size(), 3);
+        // What is on view at the end is offered first.
+        bringBack(work);
+        close(work);
+        open(work);
+        bringBack(work);
+        QCOMPARE(work.onView(), QString("three"));
     }
 
     void lastOfThreeComesBackThoughTheWorkOnViewIsKeptToo() {

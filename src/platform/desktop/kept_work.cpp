@@ -10,7 +10,6 @@
 #include "platform/desktop/unsaved_strip.h"
 
 #include <QDir>
-#include <QFile>
 #include <QPushButton>
 
 #include <utility>
@@ -57,8 +56,11 @@ void KeptWork::bringBack() {
     const std::optional<QByteArray> bytes = UnsavedStore::load(entry.path);
     leave();
     try {
-        // The work that is left may have made this entry one too many.
-        if (bytes && !QFile::exists(entry.path)) entry.path = m_store.keep(entry.kind, *bytes);
+        // The work on view is offered first next time. The work that is left was kept later, and
+        // may have made this entry one too many.
+        const auto entries = m_store.list(entry.kind);
+        if (bytes && (entries.empty() || entries[0].path != entry.path))
+            entry.path = m_store.keep(entry.kind, *bytes, entry.path);
     } catch (const RunTimeError& error) {
         setStatusText(error.description());
         return;
