@@ -13,6 +13,11 @@
 void setUpChartView(SheetView& view) {
     view.setPalette(themePalette(themeColours(false)));
     view.setAutoFillBackground(true);  // panels are behind it, and the tab bar has no background
+    view.setSpoken([](int, int row) {
+        if (row <= ChartRow::LastTitle) return QStringLiteral("title");
+        if (row == ChartRow::Spacer) return QString();
+        return row % 2 == 0 ? QStringLiteral("lyrics") : QStringLiteral("chord");
+    });
     setUpChart(view);
     view.flush();
     view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);

@@ -19,7 +19,7 @@ constexpr int PanelMargin = 24;  // pixels
 frmTranspose::frmTranspose() {
     Ui::frmTranspose::setupUi(this);
     setUpAssignPanel(frmAssign, *this);
-    onEvent(this, Slider1, &QSlider::actionTriggered, &frmTranspose::Slider1_Scroll);
+    onEvent(this, Slider1, &MoveSlider::moved, &frmTranspose::Slider1_Scroll);
     onEvent(this, cmdReset, &QPushButton::clicked, &frmTranspose::cmdReset_Click);
     onEvent(this, cmdExportText, &QPushButton::clicked, &frmTranspose::cmdExportText_Click);
     onEvent(this, cmdEmailSet, &QPushButton::clicked, &frmTranspose::cmdEmailSet_Click);
@@ -45,11 +45,8 @@ void frmTranspose::resizeEvent(QResizeEvent* event) {
         fpPreview->geometry().adjusted(PanelMargin, PanelMargin, -PanelMargin, -PanelMargin));
 }
 
-// The slider reports each move of the user, before its value changes.
-void frmTranspose::Slider1_Scroll(int) {
-    if (Slider1->sliderPosition() == Slider1->value()) return;
-    lblNumSteps->setText(QStringLiteral("Changed By ") +
-                         QString::number(Slider1->sliderPosition()) +
+void frmTranspose::Slider1_Scroll(int steps) {
+    lblNumSteps->setText(QStringLiteral("Changed By ") + QString::number(steps) +
                          QStringLiteral(" Semi-Tones"));
     transposePreview();
 }

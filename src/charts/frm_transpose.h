@@ -31,7 +31,7 @@ protected:
 private:
     void load();
 
-    void Slider1_Scroll(int action);
+    void Slider1_Scroll(int steps);
     void cmdReset_Click();
     void cmdExportText_Click();
     void cmdEmailSet_Click();

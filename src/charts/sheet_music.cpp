@@ -46,6 +46,8 @@ SheetMusic::SheetMusic() {
     m_kept = keepGrid(*this, UnsavedKind::Chart, *fpSong);
 }
 
+SheetMusic::~SheetMusic() { clearStatusText(m_inHand); }
+
 void SheetMusic::wireMenus() {
     onEvent(this, mnuNew, &QAction::triggered, &SheetMusic::mnuNew_Click);
     onEvent(this, mnuOpen, &QAction::triggered, &SheetMusic::mnuOpen_Click);
@@ -136,7 +138,17 @@ void SheetMusic::fpSong_Click(int col, int row) {
     if (pendingChord.isEmpty()) return;
     // Whatever the row's role. Deliberate: behaviour 124.
     fpSong->SetText(col, row, pendingChord);
-    pendingChord.clear();
+    takeInHand(QString());
+}
+
+// Makes a chord wait for the next click, and names it in the status bar; empty for none.
+void SheetMusic::takeInHand(const QString& chord) {
+    pendingChord = chord;
+    clearStatusText(m_inHand);
+    m_inHand.clear();
+    if (chord.isEmpty()) return;
+    m_inHand = QStringLiteral("In hand: %1. Click its cell in the chart.").arg(chord);
+    setStatusText(m_inHand);
 }
 
 void SheetMusic::fpSong_RightClick(int, int col, int row, int x, int y) {
@@ -148,7 +160,7 @@ void SheetMusic::mnuSubMove_Click() {
     if (fpSong->ActiveCol() < 1 || fpSong->ActiveRow() < 1) return;
     fpSong->Col(fpSong->ActiveCol());
     fpSong->Row(fpSong->ActiveRow());
-    pendingChord = fpSong->Text();
+    takeInHand(fpSong->Text());
     fpSong->Text(QString());
 }
 

@@ -20,6 +20,7 @@ class KeptWork;
 class SheetMusic : public Form<SheetMusic>, public Ui::SheetMusic, public Ui::AssignPanel {
 public:
     SheetMusic();
+    ~SheetMusic() override;
 
     // The note maker's lists: root, accidental, kind, number.
     std::array<QListWidget*, 4> notes;
@@ -56,6 +57,7 @@ private:
     void setUpImportList();
     void fillNotes();
 
+    void takeInHand(const QString& chord);
     void setImportMode(const QString& mode);
     void showImportNotes();
     void closeImport();
@@ -93,5 +95,6 @@ private:
     void cmdCLRnotes_Click();
     void Command17_Click();
 
+    QString m_inHand;  // the status text about the chord that waits for its cell
     KeptWork* m_kept = nullptr;
 };

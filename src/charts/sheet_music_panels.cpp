@@ -62,6 +62,13 @@ void SheetMusic::setUpImportList() {
     fpLoad->RowHeadersShow(false);
     fpLoad->GridShowVert(false);
     fpLoad->setReadOnly(true);
+    fpLoad->setSpoken([this](int col, int row) {
+        const int colour = fpLoad->formatAt(1, col, row).backColor;
+        return colour == TitleMark   ? QStringLiteral("marked as title")
+               : colour == ChordMark ? QStringLiteral("marked as chords")
+               : colour == LyricMark ? QStringLiteral("marked as lyrics")
+                                     : QString();
+    });
     fpLoad->setFillColumn(ImportColumn::Line);
     sendToBottom(frmImport);
 }
@@ -181,8 +188,7 @@ void SheetMusic::notes_Click(int index) {
 }
 
 void SheetMusic::cmdCh_Click() {
-    pendingChord =
-        chordOf({pickOf(notes[0]), pickOf(notes[1]), pickOf(notes[2]), pickOf(notes[3])});
+    takeInHand(chordOf({pickOf(notes[0]), pickOf(notes[1]), pickOf(notes[2]), pickOf(notes[3])}));
 }
 
 void SheetMusic::cmdCLRnotes_Click() {

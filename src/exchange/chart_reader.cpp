@@ -98,6 +98,7 @@ private:
     QString rowText(int row) const;
     bool isEmptyRow(int row) const { return rowText(row).isEmpty(); }
     bool isCovered(int col, int row) const;
+    int columns() const { return std::min(m_chart.colsOf(m_sheet), ChartCols); }
 
     ChartReader& m_reader;
     const SheetGrid& m_chart;
@@ -109,7 +110,7 @@ private:
 
 void ChartPageReader::placeColumns() {
     m_lefts = {0};
-    for (int col = 1; col <= m_chart.colsOf(m_sheet); ++col) {
+    for (int col = 1; col <= columns(); ++col) {
         const double width = m_chart.isColHidden(m_sheet, col) ? 0 : m_chart.widthOf(m_sheet, col);
         m_lefts.push_back(m_lefts.back() + width);
     }
@@ -123,7 +124,7 @@ bool ChartPageReader::isCovered(int col, int row) const {
 // The texts of a row in one line.
 QString ChartPageReader::rowText(int row) const {
     QStringList texts;
-    for (int col = 1; col <= m_chart.colsOf(m_sheet); ++col) {
+    for (int col = 1; col <= columns(); ++col) {
         if (isCovered(col, row)) continue;
         const QString text = cellText(m_chart.textAt(m_sheet, col, row));
         if (!text.isEmpty()) texts += text;
@@ -155,7 +156,7 @@ void ChartPageReader::readTitles() {
 
 std::vector<PlacedChord> ChartPageReader::chordsOf(int row) {
     std::vector<PlacedChord> placed;
-    for (int col = 1; col <= m_chart.colsOf(m_sheet); ++col) {
+    for (int col = 1; col <= columns(); ++col) {
         if (isCovered(col, row)) continue;
         const QString text = cellText(m_chart.textAt(m_sheet, col, row));
         if (text.isEmpty()) continue;

@@ -102,7 +102,7 @@ QStringList titlesOfSetFile(const QString& path) {
     SheetGrid set;
     QStringList titles;
     if (!set.LoadFromFile(path)) return titles;
-    for (int row = SetRow::FirstTitle; row <= set.MaxRows(); ++row) {
+    for (int row = SetRow::FirstTitle; row <= set.DataRowCnt(); ++row) {
         const QString title = cleanField(set.GetText(SetColumn::Title, row));
         if (!title.isEmpty() && !titles.contains(title)) titles += title;
     }

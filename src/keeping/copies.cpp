@@ -150,6 +150,8 @@ QLatin1String words(SetAsideReason reason) {
             return QLatin1String("before restore");
         case SetAsideReason::BeforeReset:
             return QLatin1String("before reset");
+        case SetAsideReason::BeforeMend:
+            return QLatin1String("before mending links");
         case SetAsideReason::BeforeImport:
             break;
     }

@@ -34,7 +34,7 @@ enum class CopyOutcome { Made, AlreadyThere, Cancelled };
 // The description is a whole sentence with the file and the reason. Nothing is left behind then.
 CopyOutcome makeDailyCopy(const QString& folder, const QDate& day, const CopyStep& step = {});
 
-enum class SetAsideReason { BeforeRestore, BeforeReset, BeforeImport };
+enum class SetAsideReason { BeforeRestore, BeforeReset, BeforeImport, BeforeMend };
 
 // Makes a copy at once, whatever copies are there, and returns its path: "copies/2026-11-21 before
 // restore", with " (2)" and so on if the name is taken. The ten newest of such copies stay. Raises

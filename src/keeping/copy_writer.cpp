@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr qint64 BlockSize = 1024 * 1024;
+constexpr qint64 BlockSize = qint64(1024) * 1024;
 
 // Pages that are read from the database at once: it is locked for so short a time that nobody
 // waits for it.

@@ -26,7 +26,7 @@ public:
         const QStringList parts = comparable(lostPath).split(QLatin1Char('/'), Qt::SkipEmptyParts);
         // The last part alone is a name, which may be in any folder.
         for (qsizetype first = 0; first + 1 < parts.size(); ++first) {
-            const QStringList found = m_byPath.value(parts.mid(first).join(QLatin1Char('/')));
+            QStringList found = m_byPath.value(parts.mid(first).join(QLatin1Char('/')));
             if (!found.isEmpty()) return found;
         }
         return parts.isEmpty() ? QStringList() : m_byName.value(parts.last());

@@ -61,6 +61,11 @@ public:
     // changed back to what was loaded or saved is kept no longer. False if it cannot be written.
     bool keepNow();
 
+    UnsavedKind kind() const { return m_kind; }
+
+    // The bytes of the work on view, as they would be kept.
+    QByteArray content() const { return m_content(); }
+
     // The path of the entry that the work on view is kept in; empty if it is not kept.
     QString entryOnView() const;
 

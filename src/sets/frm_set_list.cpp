@@ -3,6 +3,8 @@
 
 #include "sets/frm_set_list.h"
 
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/item_completion.h"
 #include "platform/grid_view/kept_controls.h"
 #include "platform/theme/theme.h"
 #include "sets/rules/set_grid.h"
@@ -13,7 +15,7 @@ frmSetList::frmSetList() {
     optPlayList = {optPlayList_0, optPlayList_1};
     // Deliberate: behaviour 50. Only a choice from the list starts a search.
     for (QComboBox* box : {cmbCat1, cmbCat2}) {
-        box->setCompleter(nullptr);
+        new ItemCompletion(*box);
         disconnect(box->lineEdit(), &QLineEdit::editingFinished, box, nullptr);
     }
     setUpMenus();
@@ -33,6 +35,8 @@ frmSetList::frmSetList() {
         forgetRows();
     });
 }
+
+frmSetList::~frmSetList() { clearStatusText(m_inHand); }
 
 void frmSetList::wirePicker() {
     onEvent(this, cmbCat1, &QComboBox::activated, &frmSetList::cmbCat1_Click);
@@ -89,10 +93,20 @@ void frmSetList::setUpMenus() {
 void frmSetList::setUpGrids() {
     setUpPickerList(*fpSongList1);
     fpSongList1->setReadOnly(true);
+    fpSongList1->setSpoken([this](int col, int row) {
+        return fpSongList1->pictureAt(1, col, row).isEmpty() ? QString()
+                                                             : QStringLiteral("plays the song");
+    });
     fpSongList1->setFillColumn(SheetView::AllColumns);
     setUpSet(*fpSet);
     fpSet->ColWidth(SetColumn::Label, 19.25);
     fpSet->setFillColumn(SheetView::AllColumns);
+    fpSet->setSpoken([this](int col, int row) {
+        return fpSet->formatAt(1, col, row).backColor == SheetMusicGreen
+                   ? QStringLiteral("has sheet music")
+                   : QString();
+    });
+    fpSet->setTypingStart(SetColumn::Title, SetRow::Date);
     fpSet->setLocked([this](int col, int row) { return isDateLabel(*fpSet, col, row); });
 }
 
@@ -110,6 +124,19 @@ void frmSetList::load() {
 void frmSetList::forgetRows() {
     selectedSongRow = 0;
     clickedSetRow = 0;
+    showInHand();
+}
+
+// The status bar names the song that the next click in the set places.
+void frmSetList::showInHand() {
+    const QString title = selectedSongRow > 0
+                              ? fpSongList1->GetText(PickerColumn::Title, selectedSongRow)
+                              : QString();
+    clearStatusText(m_inHand);
+    m_inHand.clear();
+    if (title.isEmpty()) return;
+    m_inHand = QStringLiteral("In hand: %1. Click its place in the set.").arg(title);
+    setStatusText(m_inHand);
 }
 
 void frmSetList::takeFocusOff() {

@@ -22,6 +22,7 @@ class KeptWork;
 class frmSetList : public Form<frmSetList>, public Ui::frmSetList {
 public:
     frmSetList();
+    ~frmSetList() override;
 
     OnFailure onFailure() const override { return OnFailure::EndsCommand; }
 
@@ -129,10 +130,13 @@ private:
 
     // What is done before and after other work comes into the set.
     void takeFocusOff();
+    void showInHand();
     bool chooseDesign(void (CommonDialog::*show)());
+    void sortSongs(int col);
     void showPlayedDates(const QString& id);
     void movePlaylist(const QString& playlist);
     void pressPlayerButton(QToolButton* pressedLook, const QString& command);
 
+    QString m_inHand;  // the status text about the song that waits for its place
     KeptWork* m_kept = nullptr;
 };

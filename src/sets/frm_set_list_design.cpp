@@ -26,6 +26,7 @@ void frmSetList::placeSong(int row) {
                       toLong(fpSongList1->GetText(PickerColumn::ID, selectedSongRow)));
     }
     selectedSongRow = 0;
+    showInHand();
 }
 
 void frmSetList::fpSet_Click(int, int row) { placeSong(row); }

@@ -7,6 +7,8 @@
 #include "sets/frm_set_list.h"
 #include "sets/rules/song_picker.h"
 
+#include <QScopeGuard>
+
 void frmSetList::loadCategoryCombos(const QString& mode) {
     cmbCat1->clear();
     cmbCat2->clear();
@@ -27,12 +29,15 @@ void frmSetList::searchByCategory() {
         messageBox(QStringLiteral("The first category box must be selected."));
         return;
     }
+    // Another song may stand in its row now, also after a failure.
+    const auto shown = qScopeGuard([this] { showInHand(); });
     listByCategory(*fpSongList1, {cmbCat1->currentText(), cmbCat2->currentText(),
                                   optPlayList[0]->isChecked() ? QStringLiteral("Current")
                                                               : QStringLiteral("Past")});
 }
 
 void frmSetList::searchByTitle() {
+    const auto shown = qScopeGuard([this] { showInHand(); });
     if (!txtSearch->text().isEmpty()) listByTitle(*fpSongList1, txtSearch->text());
 }
 
@@ -54,7 +59,7 @@ void frmSetList::fpSongList1_Click(int col, int row) {
     const QString id = fpSongList1->GetText(PickerColumn::ID, row);
     fpSet->SetActiveCell(0, 0);
     if (row == 0) {
-        fpSongList1->SortByHead(col);
+        sortSongs(col);
         return;
     }
     if (col == PickerColumn::Sound &&
@@ -62,6 +67,16 @@ void frmSetList::fpSongList1_Click(int col, int row) {
         openPlayer(row);
     if (col == PickerColumn::LastPlayed) showPlayedDates(id);
     selectedSongRow = row;
+    showInHand();
+}
+
+// The song that waits for its place keeps waiting, in whatever row it is then.
+void frmSetList::sortSongs(int col) {
+    const QString waiting =
+        selectedSongRow > 0 ? fpSongList1->GetText(PickerColumn::ID, selectedSongRow) : QString();
+    fpSongList1->SortByHead(col);
+    if (!waiting.isEmpty())
+        selectedSongRow = fpSongList1->SearchCol(PickerColumn::ID, 1, -1, waiting, 0);
 }
 
 void frmSetList::showPlayedDates(const QString& id) {

@@ -77,6 +77,7 @@ void frmSchedule::setUpGrids() {
     fpSchedule->setColumnZoom(ScheduleColumn::Date, 1.15);
     fpSchedule->setFillColumn(SheetView::AllColumns);
     fpSchedule->setWrapColumn(ScheduleColumn::Notes);
+    fpSchedule->setTypingStart(ScheduleColumn::Notes, ScheduleRow::FirstDate);
     fpSchedule->setLocked([this](int, int row) { return isHeadRow(*fpSchedule, row); });
     fpTemp.MaxCols(1);
     fpTemp.MaxRows(500);

@@ -109,6 +109,32 @@ private Q_SLOTS:
                                        "Song|11/15/26", "Song|11/22/26"}));
     }
 
+    void datesTypedOneAfterTheOtherAreAllAdded() {
+        world->sql("INSERT INTO songs (ID, title, cat1) VALUES (4, 'Song', 'Praise')");
+        frmSongAdmin& w = openSong();
+        w.fpdp->setFocus(Qt::TabFocusReason);
+        QCOMPARE(w.fpdp->ActiveRow(), 0);
+        for (const char* date : {"09/06/26", "09/13/26", "09/20/26"}) {
+            QTest::keyClicks(QApplication::focusWidget(), QLatin1String(date).left(1));
+            QTest::keyClicks(QApplication::focusWidget(), QString::fromLatin1(date).mid(1));
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        }
+        click(w.cmdAdd);
+        QCOMPARE(dates(), (QStringList{"Song|09/06/26", "Song|09/13/26", "Song|09/20/26"}));
+    }
+
+    void dateTypedIntoTheFocusedDatesIsAdded() {
+        world->sql(ThreeDates);
+        frmSongAdmin& w = openSong();
+        w.fpdp->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_0);
+        QTest::keyClicks(QApplication::focusWidget(), "9/06/26");
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        click(w.cmdAdd);
+        QCOMPARE(dates(),
+                 (QStringList{"Song|12/31/05", "Song|01/01/06", "Song|06/12/04", "Song|09/06/26"}));
+    }
+
     // Deliberate: behaviour 35.
     void newTitleIsWrittenToAllDates() {
         world->sql(ThreeDates);
@@ -128,7 +154,7 @@ private Q_SLOTS:
                  (QStringList{"12/31/05", "01/01/06", "06/12/04", ""}));
         typeInSong(SongRow::Title, "New");
         typeInSong(SongRow::Category1, "Praise");
-        world->answers.runTimeError(RunTimeError::TypeMismatch);
+        world->answers.runTimeError(RunTimeError::TypeMismatch, "the date \"12/31/05\" in row 1");
         click(w.cmdAdd);
         QCOMPARE(world->endStatus, 1);
         QCOMPARE(world->statements.size(), 1);
@@ -145,7 +171,7 @@ private Q_SLOTS:
         click(w.cmdAdd);
         typeInSong(SongRow::Title, "New");
         typeInSong(SongRow::Category1, "Praise");
-        world->answers.runTimeError(RunTimeError::TypeMismatch);
+        world->answers.runTimeError(RunTimeError::TypeMismatch, "the date \"12/31/05\" in row 1");
         click(w.cmdAdd);
         QCOMPARE(world->endStatus, 1);
         QCOMPARE(dates(), (QStringList{"Song|12/31/05", "Song|01/01/06", "Song|06/12/04"}));

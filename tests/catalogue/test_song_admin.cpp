@@ -259,6 +259,18 @@ private Q_SLOTS:
             QCOMPARE(songValue(row), QString());
     }
 
+    void playlistAndCategoryAreStoredInTheirOwnSpelling() {
+        world->sql("INSERT INTO categories (name) VALUES ('Praise'), ('Prayer'), ('Advent')");
+        open();
+        typeInSong(SongRow::Title, "Abide");
+        typeInSong(SongRow::Category1, "advent");
+        typeInSong(SongRow::Category2, "prai");
+        typeInSong(SongRow::Playlist, "cur");
+        click(window().cmdAdd);
+        QCOMPARE(world->rows("SELECT cat1, cat2, playlist FROM songs"),
+                 QStringList{"Advent|Praise|Current"});
+    }
+
     void addWithAnEmptyPlaylistWritesEmptyText() {
         frmSongAdmin& w = open();
         typeInSong(SongRow::Title, "Song");

@@ -233,7 +233,9 @@ private Q_SLOTS:
 
     void transposedCopyIsPrinted() {
         SheetView* copy = openChart(true, 3);
-        QTest::keyClick(frmTranspose::instance().Slider1, Qt::Key_Right);
+        frmTranspose& window = frmTranspose::instance();
+        QTest::keyClick(window.Slider1, Qt::Key_Right);
+        QTRY_VERIFY_WITH_TIMEOUT(!window.lblNumSteps->text().isEmpty(), 60000);
         const QString before = stateOf(copy);
         const PrintedFile target(world->path("chart.pdf"));
         print(true);

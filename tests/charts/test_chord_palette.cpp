@@ -3,6 +3,7 @@
 
 // The note maker.
 #include "charts/chart_test.h"
+#include "platform/desktop/status_line.h"
 
 class TestChordPalette : public ChartTest {
     Q_OBJECT
@@ -112,6 +113,41 @@ private Q_SLOTS:
         QCOMPARE(w.pendingChord, chord);
     }
 
+    void statusBarNamesTheChordInHand() {
+        SheetMusic& w = openMaker();
+        const auto status = [this] { return world->main().SB->SimpleText(); };
+        take(w.notes[0], "G");
+        click(w.cmdCh);
+        QCOMPARE(status(), QStringLiteral("In hand: G. Click its cell in the chart."));
+        clickCell(w.fpSong, 3, ChartRow::FirstChord);
+        QCOMPARE(status(), QString());
+        clickCell(w.fpSong, 3, ChartRow::FirstChord, Qt::RightButton);
+        QVERIFY(pickMenuItem(w.mnuMove, w.mnuSubMove));
+        QCOMPARE(status(), QStringLiteral("In hand: G. Click its cell in the chart."));
+        w.Unload();
+        settle();
+        QCOMPARE(status(), QString());
+    }
+
+    void titleAndChordsAreTypedWithTheArrowKeys() {
+        SheetMusic& w = open();
+        w.fpSong->setFocus(Qt::TabFocusReason);
+        const auto type = [](const char* text, Qt::Key key) {
+            QTest::keyClick(QApplication::focusWidget(), text[0]);
+            QTest::keyClicks(QApplication::focusWidget(), text + 1);
+            QTest::keyClick(QApplication::focusWidget(), key);
+        };
+        type("Abide", Qt::Key_Down);
+        QCOMPARE(w.fpSong->GetText(ChartColumn::Text, ChartRow::Title), QStringLiteral("Abide"));
+        w.fpSong->SetActiveCell(2, ChartRow::FirstChord);
+        w.fpSong->flush();
+        type("Am", Qt::Key_Right);
+        type("D", Qt::Key_Left);
+        QCOMPARE(rowOf(w.fpSong, 1, ChartRow::FirstChord), (QStringList{"Am", "D"}));
+        QCOMPARE(w.fpSong->GetText(3, ChartRow::FirstChord), QStringLiteral("D"));
+        QCOMPARE(w.fpSong->ActiveCol(), 2);
+    }
+
     void chordWithoutARootIsNotTransposed() {
         SheetMusic& w = open();
         w.fpSong->SetText(1, ChartRow::FirstChord, "CMaj7");
@@ -119,7 +155,8 @@ private Q_SLOTS:
         frmTranspose& t = openTranspose(w);
         t.Slider1->setFocus();
         QTest::keyClick(t.Slider1, Qt::Key_Right);
-        QCOMPARE(rowOf(t.fpPreview, 1, ChartRow::FirstChord), (QStringList{"C#Maj7", "7"}));
+        const QStringList transposed{"C#Maj7", "7"};
+        QTRY_COMPARE_WITH_TIMEOUT(rowOf(t.fpPreview, 1, ChartRow::FirstChord), transposed, 60000);
     }
 
     void clearMarkClearsItsOwnListOnly() {

@@ -27,12 +27,18 @@ class TestTranspose : public ChartTest {
         return openTranspose(w);
     }
 
-    // Moves the slider with the arrow keys; each step transposes.
-    static void step(frmTranspose& t, int steps) {
+    // Presses arrow keys and lets them rest, which is one move of the slider.
+    static void press(frmTranspose& t, int steps) {
         t.Slider1->setFocus();
         for (int i = 0; i < qAbs(steps); ++i)
             QTest::keyClick(t.Slider1, steps < 0 ? Qt::Key_Left : Qt::Key_Right);
-        settle();
+        const QString label = changedBy(t.Slider1->value());
+        QTRY_COMPARE_WITH_TIMEOUT(t.lblNumSteps->text(), label, 60000);
+    }
+
+    // Moves the slider with the arrow keys; each step transposes.
+    static void step(frmTranspose& t, int steps) {
+        for (int i = 0; i < qAbs(steps); ++i) press(t, steps < 0 ? -1 : 1);
     }
 
     // Moves the slider in one step, like a drag that is reported once.
@@ -113,6 +119,69 @@ private Q_SLOTS:
         step(t, 3);  // 1, 2 and 3 semi-tones
         QCOMPARE(cell(t, 1), QStringLiteral("F#"));
         QCOMPARE(t.lblNumSteps->text(), changedBy(3));
+    }
+
+    void runOfKeysIsOneMove() {
+        frmTranspose& t = openWith({"C"});
+        world->statements.clear();
+        press(t, 3);
+        QCOMPARE(cell(t, 1), QStringLiteral("Eb"));
+        QCOMPARE(world->statements, QStringList{keyStatement("p3")});
+    }
+
+    void runOfKeysIsDoneBeforeAnotherCommand() {
+        frmTranspose& t = openWith({"C"});
+        t.Slider1->setFocus();
+        for (int i = 0; i < 2; ++i) QTest::keyClick(t.Slider1, Qt::Key_Right);
+        world->answers.file(world->path("sheetmusic/c.stp"));
+        world->answers.question(TieQuestion, QMessageBox::No);
+        click(t.cmdSaveSetList);
+        QCOMPARE(cell(t, 1), QStringLiteral("D"));
+        SheetGrid saved;
+        QVERIFY(saved.LoadFromFile(world->path("sheetmusic/c.stp")));
+        QCOMPARE(saved.GetText(1, ChartRow::FirstChord), QStringLiteral("D"));
+    }
+
+    void runBackToItsStartIsNoMove() {
+        frmTranspose& t = openWith({"C"});
+        world->statements.clear();
+        t.Slider1->setFocus();
+        QTest::keyClick(t.Slider1, Qt::Key_Right);
+        QTest::keyClick(t.Slider1, Qt::Key_Left);
+        click(t.fpPreview->viewport());
+        QVERIFY(world->statements.isEmpty());
+        QCOMPARE(cell(t, 1), QStringLiteral("C"));
+    }
+
+    void clickBesideTheHandleGoesThereInOneMove() {
+        frmTranspose& t = openWith({"C"});
+        world->statements.clear();
+        const QPoint place(t.Slider1->width() * 3 / 4, t.Slider1->height() / 2);
+        QTest::mouseClick(t.Slider1, Qt::LeftButton, {}, place);
+        settle();
+        const int value = t.Slider1->value();
+        QVERIFY2(value >= 5 && value <= 7, qPrintable(QString::number(value)));
+        QCOMPARE(world->statements, QStringList{keyStatement(QStringLiteral("p%1").arg(value))});
+        QCOMPARE(t.lblNumSteps->text(), changedBy(value));
+    }
+
+    void dragIsReportedOnItsRelease() {
+        frmTranspose& t = openWith({"C"});
+        world->statements.clear();
+        const QPoint middle = t.Slider1->rect().center();
+        QTest::mousePress(t.Slider1, Qt::LeftButton, {}, middle);
+        for (const int eighths : {1, 2, 3}) {
+            const QPoint place = middle + QPoint(t.Slider1->width() * eighths / 8, 0);
+            QMouseEvent move(QEvent::MouseMove, place, t.Slider1->mapToGlobal(place), Qt::NoButton,
+                             Qt::LeftButton, {});
+            QCoreApplication::sendEvent(t.Slider1, &move);
+        }
+        QVERIFY(t.Slider1->value() > 6);
+        QVERIFY(world->statements.isEmpty());
+        QTest::mouseRelease(t.Slider1, Qt::LeftButton, {},
+                            middle + QPoint(t.Slider1->width() * 3 / 8, 0));
+        QCOMPARE(world->statements,
+                 QStringList{keyStatement(QStringLiteral("p%1").arg(t.Slider1->value()))});
     }
 
     void positionZeroWritesTheRootNotesUnchanged() {

@@ -6,6 +6,7 @@
 #include "core/data/database.h"
 #include "core/data/texts.h"
 #include "core/grid/sheet_grid.h"
+#include "exchange/chart_layout.h"
 #include "exchange/library_songs.h"
 #include "exchange/rules/form_readers.h"
 #include "samples.h"
@@ -137,6 +138,24 @@ private Q_SLOTS:
         QCOMPARE(lines[0].chords[1].name, u"softly"_s);
         QVERIFY(lines[0].chords[2].column > lines[0].text.size() + 10);
         QCOMPARE(shown(lines[1]), u"[G]          [Em7]      [A]"_s);
+    }
+
+    void chordsBesideTheWordsReturnToTheirCells() {
+        SheetGrid again;
+        const Song song = readPage([](SheetGrid& chart) {
+            chart.SetText(1, 5, u"D"_s);
+            chart.SetText(5, 5, u"A7"_s);
+            chart.SetText(20, 5, u"G"_s);
+            chart.SetText(37, 5, u"F"_s);
+            chart.SetText(1, 6, u"Amazing grace, how sweet the sound"_s);
+        });
+        layOutChart(song, again);
+        QCOMPARE(again.textAt(1, 1, 6), u"Amazing grace, how sweet the sound"_s);
+        QStringList places;
+        for (int col = 1; col <= ChartCols; ++col)
+            if (const QString chord = again.textAt(1, col, 5); !chord.isEmpty())
+                places += chord + QString::number(col);
+        QCOMPARE(places, QStringList({u"D1"_s, u"A75"_s, u"G20"_s, u"F37"_s}));
     }
 
     void versesGoOnAcrossPages() {

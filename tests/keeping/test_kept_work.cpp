@@ -12,6 +12,7 @@
 #include "maintenance/frm_notes.h"
 #include "platform/desktop/kept_work.h"
 #include "platform/desktop/unsaved_strip.h"
+#include "platform/theme/theme.h"
 #include "sets/frm_set_list.h"
 #include "sets/rules/set_grid.h"
 #include "support/files.h"
@@ -184,6 +185,22 @@ private Q_SLOTS:
         settle();
         QCOMPARE(work.onView(), QString("one"));
         QVERIFY(work.window().isAncestorOf(QApplication::focusWidget()));
+    }
+
+    void stripFollowsTheTheme() {
+        start();
+        const WorkHands& work = workOf("note");
+        open(work);
+        work.type("one");
+        close(work);
+        open(work);
+        const QPalette before = QApplication::palette();
+        for (const bool dark : {true, false}) {
+            QApplication::setPalette(themePalette(themeColours(dark)));
+            settle();
+            QCOMPARE(stripOf(work)->palette().color(QPalette::Window), themeColours(dark).head);
+        }
+        QApplication::setPalette(before);
     }
 
     void savingTheSetRemovesWhatWasKept() {

@@ -7,6 +7,7 @@
 #include "core/data/dates.h"
 #include "core/data/run_time_error.h"
 #include "maintenance/frm_backup.h"
+#include "platform/desktop/message_box.h"
 #include "support/registry.h"
 #include "support/world.h"
 #include "trees.h"
@@ -496,6 +497,37 @@ private Q_SLOTS:
         for (const char* table : {"songs", "categories", "played_on", "schedule", "personell",
                                   "vacation", "notes", "special_music"})
             QCOMPARE(rowsIn(table), 1);
+    }
+
+    void enterErasesNothingAndTheTitleIsWhole() {
+        fillAllTables();
+        const frmBackup& w = open();
+        world->answers.custom("warning", [](QWidget* box) {
+            QCOMPARE(qobject_cast<QMessageBox*>(box)->text(),
+                     QString(Warning).replace(QLatin1Char('\r'), QLatin1Char('\n')));
+            QFont bold = box->font();
+            bold.setBold(true);
+            const int title = QFontMetrics(bold).horizontalAdvance(box->windowTitle());
+            QVERIFY(box->width() >= title + 120);  // the buttons of the title bar
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        click(w.lblReformatDB);
+        QVERIFY(world->statements.isEmpty());
+        QCOMPARE(rowsIn("songs"), 1);
+    }
+
+    void titleIsWholeAboveAShortText() {
+        const frmBackup& w = open();
+        const QString title = QStringLiteral("A title that is longer than the text of its box");
+        int width = 0;
+        world->answers.custom("box", [&width](QWidget* box) {
+            width = box->width();
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        messageBox(QStringLiteral("Short"), BoxIcon::None, title);
+        QFont bold = w.font();
+        bold.setBold(true);
+        QVERIFY(width >= QFontMetrics(bold).horizontalAdvance(title) + 120);
     }
 
     void resetEmptiesSixTablesInOrderAndKeepsTheRest() {

@@ -135,7 +135,8 @@ private Q_SLOTS:
     void twentyFourthTitleEndsTheCommandBeforeAnythingIsWritten() {
         const QStringList titles = addSongs(24);
         frmSetList& w = openWith("11/22/26", titles);
-        world->answers.runTimeError(RunTimeError::SubscriptOutOfRange, "Subscript out of range");
+        world->answers.runTimeError(RunTimeError::SubscriptOutOfRange,
+                                    "Subscript out of range: a set has 23 titles at most");
         click(w.cmdSaveSetList);
         QVERIFY(record().isEmpty());
         QCOMPARE(world->endStatus, -1);

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 // Finding songs in the set window.
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/status_line.h"
 #include "sets/set_list_test.h"
 
 #include <QFile>
@@ -90,6 +92,82 @@ private Q_SLOTS:
                      "'Advent') or (cat2 = 'Advent') OR (cat3 = 'Advent') OR (cat4 = 'Advent') OR "
                      "(cat5 = 'Advent')) ORDER BY title; [1]"));
         QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"Both"});
+    }
+
+    // Deliberate: behaviour 50.
+    void categoryIsCompletedAsItIsTyped() {
+        addCategories({"Praise", "Advent"});
+        addSong({.title = "One", .cat1 = "Praise"});
+        frmSetList& w = open();
+        type(w.cmbCat1, "pra");
+        QCOMPARE(w.cmbCat1->currentText(), QStringLiteral("Praise"));
+        QTest::keyClick(w.cmbCat1, Qt::Key_Return);
+        QVERIFY(world->statements.isEmpty());
+        click(w.optPlayList[0]);
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title), QStringList{"One"});
+    }
+
+    void statusBarNamesTheSongInHand() {
+        addCategories({"Praise", "Advent"});
+        addSong({.title = "Abide", .cat1 = "Praise"});
+        addSong({.title = "Bread", .cat1 = "Praise"});
+        addSong({.title = "Coming", .cat1 = "Advent"});
+        frmSetList& w = open();
+        const auto status = [this] { return world->main().SB->SimpleText(); };
+        const auto inHand = [](const char* title) {
+            return QStringLiteral("In hand: %1. Click its place in the set.")
+                .arg(QLatin1String(title));
+        };
+        pick(w.cmbCat1, "Praise");
+        clickCell(w.fpSongList1, PickerColumn::Title, 1);
+        QCOMPARE(status(), inHand("Abide"));
+        clickCell(w.fpSongList1, PickerColumn::Title, 2);
+        QCOMPARE(status(), inHand("Bread"));
+        clickCell(w.fpSet, SetColumn::Title, 3);
+        QCOMPARE(status(), QString());
+        // The row that was clicked may hold another song after a search.
+        clickCell(w.fpSongList1, PickerColumn::Title, 1);
+        pick(w.cmbCat1, "Advent");
+        QCOMPARE(status(), inHand("Coming"));
+        // A text of another command stays.
+        setStatusText(QStringLiteral("Loading....100% Complete"));
+        clickCell(w.fpSet, SetColumn::Title, 4);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 4), QStringLiteral("Coming"));
+        QCOMPARE(status(), QStringLiteral("Loading....100% Complete"));
+        clickCell(w.fpSongList1, PickerColumn::Title, 1);
+        w.Unload();
+        settle();
+        QCOMPARE(status(), QString());
+    }
+
+    void songInHandStaysInHandWhenTheListIsSorted() {
+        addCategories({"Praise"});
+        addSong({.title = "Abide", .cat1 = "Praise"});
+        addSong({.title = "Bread", .cat1 = "Praise"});
+        addSong({.title = "Crown", .cat1 = "Praise"});
+        frmSetList& w = open();
+        pick(w.cmbCat1, "Praise");
+        clickCell(w.fpSongList1, PickerColumn::Title, 1);
+        for (int i = 0; i < 2; ++i) clickCell(w.fpSongList1, PickerColumn::Title, 0);
+        QCOMPARE(columnOf(w.fpSongList1, PickerColumn::Title),
+                 (QStringList{"Crown", "Bread", "Abide"}));
+        QCOMPARE(w.fpSongList1->ActiveRow(), 3);
+        clickCell(w.fpSet, SetColumn::Title, 2);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("Abide"));
+    }
+
+    void setIsTypedFromItsDateOn() {
+        frmSetList& w = open();
+        w.fpSet->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_1);
+        QTest::keyClicks(QApplication::focusWidget(), "1/22/26");
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_A);
+        QTest::keyClicks(QApplication::focusWidget(), "bide");
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(w.fpSet->GetText(SetColumn::Label, SetRow::Date), QStringLiteral("Set List For:"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, SetRow::Date), QStringLiteral("11/22/26"));
+        QCOMPARE(w.fpSet->GetText(SetColumn::Title, 2), QStringLiteral("abide"));
     }
 
     // Deliberate: behaviour 57.

@@ -3,6 +3,7 @@
 
 #include "soak/random_user.h"
 
+#include "keeping/work_keeper.h"
 #include "mail/frm_email.h"
 #include "platform/desktop/desktop.h"
 #include "platform/grid_view/sheet_view.h"
@@ -27,6 +28,9 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+// The program is ended and started again with every so many commands.
+constexpr int CommandsOfStart = 120;
 
 QString nameOf(const QWidget* widget) {
     if (!widget) return u"nothing"_s;
@@ -62,6 +66,10 @@ void RandomUser::doCommand(int n) {
         m_world.start();
         m_world.main().resize(1240, 760);
     }
+    if (n % CommandsOfStart == CommandsOfStart - 1) {
+        restart();
+        return;
+    }
     // Not every command finds something to work on.
     for (int tries = 0; tries < 10 && !commandIsTold(); ++tries) {
         if (QWidget* popup = QApplication::activePopupWidget())
@@ -75,8 +83,50 @@ void RandomUser::doCommand(int n) {
     if (m_world.endStatus < 0) return;
     commandDoes(u"ended with %1"_s.arg(m_world.endStatus));
     ++ends;
+    // The error has kept the work before its box.
+    const std::vector<Unsaved> works = unsavedWork();
+    if (m_world.endStatus == 1) expectOffered(works);
     m_world.stop();
     m_world.endStatus = -1;
+}
+
+struct RandomUser::Unsaved {
+    UnsavedKind kind;
+    QByteArray content;
+};
+
+// What every window would lose if nothing was kept.
+std::vector<RandomUser::Unsaved> RandomUser::unsavedWork() {
+    std::vector<Unsaved> works;
+    for (const WorkKeeper* keeper : m_world.main().findChildren<WorkKeeper*>())
+        if (keeper->hasUnsavedWork() && !keeper->content().isEmpty())
+            works.push_back({keeper->kind(), keeper->content()});
+    return works;
+}
+
+void RandomUser::expectOffered(const std::vector<Unsaved>& works) {
+    const UnsavedStore store(m_world.folder());
+    for (const Unsaved& work : works) {
+        const auto entries = store.list(work.kind);
+        if (entries.empty() || UnsavedStore::load(entries[0].path) != work.content)
+            lost = u"work of the kind %1 is not offered"_s.arg(int(work.kind));
+    }
+}
+
+// Ends the program by closing its window and starts it again.
+void RandomUser::restart() {
+    commandDoes(u"restart"_s);
+    // What is being typed belongs to the work.
+    for (SheetView* grid : m_world.main().findChildren<SheetView*>()) grid->commitEdit();
+    settle();
+    const std::vector<Unsaved> works = unsavedWork();
+    m_world.stop();
+    m_world.endStatus = -1;
+    m_world.start();
+    m_world.main().resize(1240, 760);
+    expectOffered(works);
+    settle();
+    m_world.statements.clear();
 }
 
 void RandomUser::act() {

@@ -7,7 +7,10 @@
 #include "soak/chance.h"
 #include "support/world.h"
 
+#include <QByteArray>
 #include <QPointer>
+
+#include <vector>
 
 class QMdiSubWindow;
 class SheetView;
@@ -24,10 +27,17 @@ public:
     // How often the program has ended.
     int ends = 0;
 
+    // What was not offered after a restart although it was on view and not saved; empty if all was.
+    QString lost;
+
     // The run-time errors that were told, and how often each.
     QMap<QString, int> errorsTold;
 
 private:
+    struct Unsaved;
+    std::vector<Unsaved> unsavedWork();
+    void expectOffered(const std::vector<Unsaved>& works);
+    void restart();
     void act();
     void actInPopup(QWidget* popup);
     void actMeanwhile();

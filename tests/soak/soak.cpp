@@ -128,6 +128,7 @@ QString soakFolder(const Plan& plan, int from, int end, Tally& tally) {
         if (plan.tells) std::printf("%s\n", commandDone());
         const QString wrong = wrongNow();
         if (!wrong.isEmpty()) return wrong;
+        if (!user.lost.isEmpty()) return user.lost;
     }
     world.stop();
     tally.ends += user.ends;

@@ -7,6 +7,8 @@
 #include "charts/frm_transpose.h"
 #include "charts/sheet_music.h"
 #include "core/shell/frm_about.h"
+#include "exchange/frm_exchange.h"
+#include "exchange/frm_find_words.h"
 #include "mail/frm_email.h"
 #include "maintenance/frm_backup.h"
 #include "maintenance/frm_notes.h"
@@ -137,6 +139,35 @@ void lookAtMail(World& world, const Look& look) {
     settle();
 }
 
+void lookAtExchange(World& world, const Look& look) {
+    world.main().mnuExchange.trigger();
+    settle();
+    frmExchange& w = frmExchange::instance();
+    w.pageBringIn->addPaths({QStringLiteral(SOURCE_TREE "/tests/exchange/samples")});
+    look(QStringLiteral("bring in"), &w);
+    w.tabPages->setCurrentWidget(w.pageTakeOut);
+    settle();
+    look(QStringLiteral("take out"), &w);
+    w.pageTakeOut->lstForms->setCurrentRow(3);
+    settle();
+    look(QStringLiteral("song book"), &w);
+    world.sql(
+        QStringLiteral("UPDATE songs SET fileLoco = 'E:\\old\\Amazing Grace.stp' "
+                       "WHERE title = 'Amazing Grace'"));
+    w.tabPages->setCurrentWidget(w.pageMendLinks);
+    settle();
+    look(QStringLiteral("mend file links"), &w);
+    w.Unload();
+    world.main().mnuFindWords.trigger();
+    settle();
+    frmFindWords& words = frmFindWords::instance();
+    QTest::keyClicks(words.txtWords, QStringLiteral("grace how"));
+    settle();
+    look(QStringLiteral("find words"), &words);
+    words.Unload();
+    settle();
+}
+
 void lookAtTheRest(World& world, const Look& look) {
     click(world.main().cmdHistory);
     clickCell(frmHistory::instance().fpH, 2, 1);
@@ -175,5 +206,6 @@ void lookAtEveryWindow(World& world, const Look& look) {
     lookAtCharts(world, look);
     lookAtTeam(world, look);
     lookAtMail(world, look);
+    lookAtExchange(world, look);
     lookAtTheRest(world, look);
 }

@@ -35,6 +35,33 @@ private Q_SLOTS:
         QCOMPARE(offersIn(500), QStringList{"no drop-down"});
     }
 
+    void roleTypedInATeamCellOffersItsPeople() {
+        addTheLeast();  // Anna Berg plays the piano
+        addPerson({.first = "Bob", .last = "Cole", .role = "Piano"});
+        addPerson({.first = "Dan", .last = "Eck", .role = "Guitar"});
+        frmSchedule& w = showWeeks({"11/22/26"});
+        const auto type = [&w](int row, const char* text) {
+            w.fpSchedule->SetActiveCell(ScheduleColumn::Team, row);
+            w.fpSchedule->flush();
+            w.fpSchedule->setFocus();
+            QTest::keyClick(QApplication::focusWidget(), text[0]);
+            QTest::keyClicks(QApplication::focusWidget(), text + 1);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        };
+        const int row = dateRowOf(1);
+        type(row, "gui");
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Team, row),
+                 QStringLiteral("Guitar:Dan Eck"));
+        type(row + 1, "Piano");
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Team, row + 1), QString());
+        QWidget* list = QApplication::activePopupWidget();
+        QVERIFY(list);
+        QTest::keyClick(list->findChild<QAbstractItemView*>(), Qt::Key_Down);
+        QTest::keyClick(list->findChild<QAbstractItemView*>(), Qt::Key_Return);
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Team, row + 1),
+                 QStringLiteral("Piano:Bob Cole"));
+    }
+
     // Deliberate: behaviour 87.
     void vacationTakesOutOneDateOnly() {
         addTheLeast();

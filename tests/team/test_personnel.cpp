@@ -77,6 +77,20 @@ private Q_SLOTS:
                                 "FROM personell ORDER BY role [1]"));
     }
 
+    void personIsTypedAfterTab() {
+        frmSchedule& w = open();
+        w.cmbPersonell->setFocus();
+        QTest::keyClick(w.cmbPersonell, Qt::Key_Tab);
+        QVERIFY(w.fpPerson->hasFocus());
+        for (const char* field : {"Ann", "Lee", "Piano"}) {
+            QTest::keyClick(QApplication::focusWidget(), field[0]);
+            QTest::keyClicks(QApplication::focusWidget(), field + 1);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        }
+        click(w.cmdAddPlayer);
+        QCOMPARE(people("fName, lName, role"), QStringList{"Ann|Lee|Piano"});
+    }
+
     void comboBoxListsPeopleByLastName() {
         addPerson({.first = "Zoe", .last = "Adams", .role = "Bass"});
         addPerson({.first = "Abe", .last = "Zorn", .role = "Bass"});

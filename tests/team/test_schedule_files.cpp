@@ -158,6 +158,19 @@ private Q_SLOTS:
         QCOMPARE(finalised(), QStringList{"Second|Piano|11/22/26"});
     }
 
+    void enterDoesNotFinalise() {
+        addTheLeast();
+        frmSchedule& w = showWeeks({"11/22/26"});
+        typeInCell(w.fpSchedule, ScheduleColumn::Team, dateRowOf(1), "Piano:Anna Berg");
+        world->answers.custom("question", [](QWidget* box) {
+            QCOMPARE(qobject_cast<QMessageBox*>(box)->text(), Finalise);
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        world->answers.cancelFile();
+        click(w.cmdSaveSched);
+        QVERIFY(finalised().isEmpty());
+    }
+
     // Deliberate: behaviour 100.
     void finalisingANewScheduleOfTwoWeeksStopsAfterTheFirst() {
         addTheLeast();
@@ -165,7 +178,8 @@ private Q_SLOTS:
         typeInCell(w.fpSchedule, ScheduleColumn::Team, dateRowOf(1), "Piano:Anna Berg");
         typeInCell(w.fpSchedule, ScheduleColumn::Team, dateRowOf(2), "Piano:Anna Berg");
         world->answers.question(Finalise, QMessageBox::Yes, Players);
-        world->answers.runTimeError(5);
+        world->answers.runTimeError(5,
+                                    "The week of 06/12/05 is finalised; the head \"Worship Team\"");
         click(w.cmdSaveSched);
         QCOMPARE(world->endStatus, 1);
         QCOMPARE(finalised(), QStringList{"Anna Berg|Piano|06/12/05"});
@@ -186,7 +200,7 @@ private Q_SLOTS:
         frmSchedule& w = showWeeks({"11/22/26"});
         typeInCell(w.fpSchedule, ScheduleColumn::Team, dateRowOf(1), "A guest");
         world->answers.question(Finalise, QMessageBox::Yes, Players);
-        world->answers.runTimeError(5);
+        world->answers.runTimeError(5, "The team of 11/22/26 has the entry \"A guest\".");
         click(w.cmdSaveSched);
         QCOMPARE(world->endStatus, 1);
     }
@@ -207,7 +221,7 @@ private Q_SLOTS:
         frmSchedule& w = showWeeks({"11/22/26"});
         w.fpSchedule->SetText(1, ScheduleRow::Title, QStringLiteral("Our plan"));
         world->answers.question(Finalise, QMessageBox::No, Players);
-        world->answers.runTimeError(5);
+        world->answers.runTimeError(5, "The title in row 1 has no date");
         click(w.cmdSaveSched);
         QCOMPARE(world->endStatus, 1);
     }

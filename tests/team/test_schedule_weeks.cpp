@@ -117,11 +117,12 @@ private Q_SLOTS:
         addTheLeast();
         for (const char* weeks : {"two", "1O", "nan"}) {
             world->endStatus = -1;
-            world->answers.runTimeError(13);
+            world->answers.runTimeError(
+                13, QStringLiteral("\"# Weeks\" holds \"%1\"").arg(QLatin1String(weeks)));
             makeSchedule("6/12/05", QString::fromLatin1(weeks));
             QCOMPARE(world->endStatus, 1);
         }
-        world->answers.runTimeError(6);
+        world->answers.runTimeError(6, "Enter fewer weeks in \"# Weeks\"");
         makeSchedule("6/12/05", "99999999999999999999");
     }
 

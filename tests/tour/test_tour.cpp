@@ -263,8 +263,8 @@ private Q_SLOTS:
         settle();
         frmTranspose& copy = frmTranspose::instance();
         QTest::keyClick(copy.Slider1, Qt::Key_Right);
-        settle();
-        QCOMPARE(copy.lblNumSteps->text(), QStringLiteral("Changed By 1 Semi-Tones"));
+        QTRY_COMPARE_WITH_TIMEOUT(copy.lblNumSteps->text(),
+                                  QStringLiteral("Changed By 1 Semi-Tones"), 60000);
         picture(&world->main(), QStringLiteral("transpose"));
         print(
             QStringLiteral("transposed-chart"), [&] { click(copy.Command3); },

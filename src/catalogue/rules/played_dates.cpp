@@ -5,12 +5,27 @@
 
 #include "core/data/database.h"
 #include "core/data/dates.h"
+#include "core/data/run_time_error.h"
 #include "core/data/texts.h"
 #include "core/grid/sheet_grid.h"
 
 #include <algorithm>
 #include <map>
 #include <vector>
+
+namespace {
+
+[[noreturn]] void failWithoutSong(const QString& date, int row) {
+    throw RunTimeError(
+        RunTimeError::TypeMismatch,
+        QStringLiteral("Type mismatch: the date \"%1\" in row %2 of the dates. The song is stored, "
+                       "but a new song cannot have dates yet. Reload the list and click the song "
+                       "to enter its dates.")
+            .arg(date)
+            .arg(row));
+}
+
+}  // namespace
 
 void setUpPlayedDates(SheetGrid& dates) {
     dates.MaxCols(PlayedDateColumn::SongID);
@@ -71,6 +86,7 @@ void storePlayedDates(const SheetGrid& dates, const QString& title, const QStrin
         const QString dateID = dates.GetText(PlayedDateColumn::ID, row);
         const QString date = dates.GetText(PlayedDateColumn::Date, row);
         // A new song has no ID yet. The conversion fails before the row of another song is deleted.
+        if (!date.isEmpty() && songID.isEmpty()) failWithoutSong(date, row);
         const int number = date.isEmpty() ? 0 : toLong(songID);
         if (!dateID.isEmpty())
             execute(QStringLiteral("DELETE FROM played_on WHERE ID = ") + dateID);

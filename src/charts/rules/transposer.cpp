@@ -55,7 +55,7 @@ bool isNamed(const QString& entry, const NoteName& name) {
 QString noteValueOf(const QString& colName) {
     Recordset rs = select(QStringLiteral("SELECT noteValue FROM transpose WHERE colName = '") +
                           colName + QStringLiteral("'"));
-    const QString value = rs.Fields("noteValue");
+    QString value = rs.Fields("noteValue");
     rs.Close();
     return value;
 }

@@ -103,7 +103,9 @@ std::optional<QDate> parseDate(QStringView text) {
 
 QDate toDate(QStringView text) {
     if (const auto date = parseDate(text)) return *date;
-    throw RunTimeError(RunTimeError::TypeMismatch);
+    throw RunTimeError(RunTimeError::TypeMismatch,
+                       QStringLiteral("Type mismatch: \"%1\" is not a date such as 06/12/05.")
+                           .arg(text.toString()));
 }
 
 QString formatDate(const QDate& date) {

@@ -21,12 +21,17 @@ constexpr std::array<char16_t, 32> WesternSigns = {
     0x2039, 0x0152, 0x008d, 0x017d, 0x008f, 0x0090, 0x2018, 0x2019, 0x201c, 0x201d, 0x2022,
     0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0x009d, 0x017e, 0x0178};
 
+[[noreturn]] void failAsNumber(const QString& text) {
+    throw RunTimeError(RunTimeError::TypeMismatch,
+                       QStringLiteral("Type mismatch: \"%1\" is not a number.").arg(text));
+}
+
 }  // namespace
 
 int toLong(const QString& text) {
     bool ok = false;
     const qlonglong value = text.trimmed().toLongLong(&ok);
-    if (!ok) throw RunTimeError(RunTimeError::TypeMismatch);
+    if (!ok) failAsNumber(text);
     if (value < std::numeric_limits<int>::min() || value > std::numeric_limits<int>::max())
         throw RunTimeError(RunTimeError::Overflow);
     return static_cast<int>(value);
@@ -35,7 +40,7 @@ int toLong(const QString& text) {
 double toNumber(const QString& text) {
     bool ok = false;
     const double number = text.trimmed().toDouble(&ok);
-    if (!ok || !std::isfinite(number)) throw RunTimeError(RunTimeError::TypeMismatch);
+    if (!ok || !std::isfinite(number)) failAsNumber(text);
     return number;
 }
 

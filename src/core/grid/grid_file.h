@@ -18,6 +18,6 @@ QByteArray writeGridFile(const GridData& data, bool dataOnly);
 std::optional<GridData> readGridFile(const QByteArray& bytes);
 
 // Limits of a file and of the memory that reading it takes.
-constexpr qsizetype MaxGridFileSize = 512 * 1024 * 1024;  // bytes
+constexpr qsizetype MaxGridFileSize = qsizetype(512) * 1024 * 1024;  // bytes
 constexpr qint64 MaxFileRows = MaxGridRows + MaxSheets;
 constexpr qint64 MaxFileCells = 8'000'000;

@@ -295,7 +295,8 @@ public:
 
     // Sorts whole rows from row to row2 by the sort keys, and removes the spans of these rows. The
     // sort is stable. Date cells compare as dates, plain numbers as numbers, other texts like
-    // compareTexts; empty cells come last in both orders. `col` and `col2` have no effect.
+    // compareTexts; empty cells come last in both orders. `col` and `col2` have no effect. The
+    // active cell goes along with its row.
     // Deliberate: behaviour 19.
     void Sort(int col, int row, int col2, int row2, SortBy by);
 
@@ -364,6 +365,9 @@ protected:
     virtual void textsWritten(int sheet, const GridArea& area);
     virtual void rowsMoved(int sheet, int row, int count);
     virtual void contentReplaced() {}
+
+    // Called after Sort has moved rows.
+    virtual void rowsSorted() {}
 
     // Returns the changes since the last call.
     GridDirt takeDirt();

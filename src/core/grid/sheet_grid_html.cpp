@@ -147,7 +147,8 @@ QString HtmlTable::firstText() const {
 // The tags "<HTML>", "<TABLE ...>" and "</TABLE>" are lines of their own, because the mail windows
 // process the file line by line.
 QByteArray HtmlTable::page() {
-    m_html.reserve(64 * (m_area.row2 - m_area.row + 1) * qsizetype(m_cols.size()) + 1024);
+    m_html.reserve(qsizetype(64) * (m_area.row2 - m_area.row + 1) * qsizetype(m_cols.size()) +
+                   1024);
     m_html +=
         "<HTML>\n<HEAD>\n<META HTTP-EQUIV=\"Content-Type\" CONTENT=\"text/html; "
         "charset=utf-8\">\n<TITLE>";

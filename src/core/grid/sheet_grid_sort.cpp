@@ -5,6 +5,7 @@
 #include "core/data/dates.h"
 #include "core/grid/sheet_data.h"
 
+#include <algorithm>
 #include <numeric>
 #include <string>
 
@@ -105,7 +106,12 @@ void SheetGrid::Sort(int, int row, int, int row2, SortBy) {
     std::stable_sort(order.begin(), order.end(), isBefore);
     sheet.dropSpansIn({1, area.row, sheet.maxCols, area.row2});
     sheet.reorderRows(area.row, order);
+    // The active cell goes along with its row.
+    const auto active = std::find(order.begin(), order.end(), m_activeRow);
+    if (active != order.end() && Sheet() == ActiveSheet())
+        m_activeRow = area.row + int(active - order.begin());
     contentReplaced();
+    rowsSorted();
     touchLayout();
 }
 

@@ -29,10 +29,12 @@
 #include "team/frm_schedule.h"
 #include "team/frm_special_music.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QMdiSubWindow>
 #include <QScreen>
 #include <QStyle>
+#include <QTimer>
 
 #include <algorithm>
 #include <iterator>
@@ -45,6 +47,8 @@ frmMDI* g_instance = nullptr;
 constexpr int UtilitiesLeft = 11505;  // twips
 constexpr int AboutMargin = 150;      // twips
 constexpr int FrameWidth = 8;         // of the main window, about, in pixels
+
+constexpr int IconDelay = 200;  // milliseconds until the window's own icon, for the task bar
 
 // The width of a button of the bar in pixels, as a rule and without its caption.
 constexpr int UsualButton = 92;
@@ -118,7 +122,9 @@ void frmMDI::dressButtons() {
         {Command11, "help"},
     };
     for (const auto& look : looks) look.button->setIcon(themedIcon(QLatin1String(look.icon)));
-    setWindowIcon(themedIcon(QStringLiteral("app")));
+    // Drawing it in every size takes longer than all the buttons do.
+    QTimer::singleShot(IconDelay, this,
+                       [] { QApplication::setWindowIcon(themedIcon(QStringLiteral("app"))); });
     mdiArea->setBackground(palette().brush(QPalette::Window));
 }
 

@@ -61,9 +61,15 @@ ExitCode run(const QStringList& words) {
     }
 }
 
+// What Qt remarks on the machine's set-up is nothing for the user of a command.
+void printFatal(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type == QtFatalMsg) printError(text);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+    qInstallMessageHandler(printFatal);
     // Charts and song books need fonts, but no screen.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication app(argc, argv);

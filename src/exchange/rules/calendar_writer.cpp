@@ -112,7 +112,7 @@ QByteArray writeCalendar(const QList<ServiceDate>& dates, const QDateTime& stamp
         icalcomponent_add_component(calendar, eventOf(service, place, stamp, person));
     }
     char* text = icalcomponent_as_ical_string_r(calendar);
-    const QByteArray bytes(text);
+    QByteArray bytes(text);
     icalmemory_free_buffer(text);
     icalcomponent_free(calendar);
     return bytes;

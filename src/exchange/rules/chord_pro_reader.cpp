@@ -203,6 +203,11 @@ private:
 
     // Lines at the top of a file without a title directive: title, artist, "Key: G".
     bool readHeader(const QString& line) {
+        static const QRegularExpression flow(u"^(?:Flow|Order|Sequence)\\s*:\\s*"_s,
+                                             QRegularExpression::CaseInsensitiveOption);
+        const auto order = flow.match(line);
+        if (order.hasMatch() && !m_titled)
+            return setProperty(u"x_verse_order"_s, line.mid(order.capturedEnd(0)));
         if (m_titled || line.contains(u'[') || verseName(line) || !chordsOfLine(line).isEmpty()) {
             m_header = !m_titled && takeCreditLine(m_song, line);
             return m_header;
@@ -292,7 +297,8 @@ private:
         if (!isKnown(name) && name != "x_verse_order"_L1) return false;
         if (value.isEmpty()) return true;
         if (name == "title"_L1) {
-            if (!m_song.verses.isEmpty()) finishSong();
+            // A title may also come late.
+            if (!m_song.verses.isEmpty() && !m_song.titles.isEmpty()) finishSong();
             m_song.titles += value;
         } else if (name == "subtitle"_L1) {
             m_subtitles += value;

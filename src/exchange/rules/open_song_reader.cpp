@@ -50,7 +50,11 @@ SongLine openSongLyrics(const QString& text, QList<SongChord> chords) {
     for (qsizetype i = 0; i < text.size(); ++i) {
         for (; next < chords.size() && chords[next].column <= i; ++next)
             chords[next].column = int(line.text.size());
-        if (text[i] != u'_' && text[i] != u'|') line.text += text[i];
+        const bool breaks = text[i] == u'|';
+        if (breaks && i + 1 < text.size() && !text[i + 1].isSpace() && text[i + 1] != u'|' &&
+            !line.text.isEmpty() && !line.text.back().isSpace())
+            line.text += u' ';
+        if (text[i] != u'_' && !breaks) line.text += text[i];
     }
     const int dropped = int(text.size() - line.text.size());
     for (; next < chords.size(); ++next) chords[next].column -= dropped;
@@ -87,7 +91,8 @@ private:
         } else if (mark == u';') {
             flushChords();
             comment(line.mid(1));
-        } else if (mark == u'-' && (line.startsWith("--"_L1) || line.startsWith("-!"_L1))) {
+        } else if (mark == u'-' &&
+                   (line.size() == 1 || line.startsWith("--"_L1) || line.startsWith("-!"_L1))) {
             flushChords();
         } else {
             lyrics(line, mark);

@@ -169,7 +169,11 @@ QString cleanLine(const QString& line, int tabWidth) {
 
 QString cleanField(const QString& text) { return cleanLine(text).simplified(); }
 
-QString ccliDigits(const QString& text) {
+QString ccliDigits(const QString& written) {
+    // Spreadsheets write thousands apart.
+    static const QRegularExpression thousands(u"(?<=\\d),(?=\\d{3}(?!\\d))"_s);
+    QString text = written;
+    text.remove(thousands);
     qsizetype start = 0;
     const auto isDigit = [&](qsizetype i) { return text[i] >= u'0' && text[i] <= u'9'; };
     while (start < text.size() && !isDigit(start)) ++start;

@@ -218,7 +218,32 @@ private:
         }
     }
 
+    // "Intro: G  C  D": a label and the chords of a line.
+    bool readLabelledChords(const QString& line) {
+        const qsizetype colon = line.indexOf(u':');
+        if (colon <= 0 || colon > 30 || !verseName(line.left(colon))) return false;
+        const QString rest = line.mid(colon + 1);
+        const QList<SongChord> chords = chordsOfRemark(rest);
+        if (chordsOfLine(rest).isEmpty() || chords.isEmpty()) return false;
+        m_builder.startVerse(line.left(colon));
+        m_builder.addLine({}, chords);
+        return true;
+    }
+
+    // "(x2)" below a line of chords.
+    static bool isRepeat(const QString& line) {
+        static const QRegularExpression repeat(
+            u"^\\s*[(\\[]?\\s*(?:x\\s*\\d|\\d\\s*x)\\s*[)\\]]?\\s*$"_s,
+            QRegularExpression::CaseInsensitiveOption);
+        return repeat.match(line).hasMatch();
+    }
+
     void readWords(const QString& line, bool first) {
+        if (isRepeat(line)) {
+            flushChords();
+            return m_builder.addComment(line.trimmed());
+        }
+        if (m_chords.isEmpty() && readLabelledChords(line)) return;
         QString text = line;
         QList<SongChord> chords = std::exchange(m_chords, {});
         // "2. Through many dangers" starts the second verse.

@@ -50,6 +50,10 @@ void clearStatusTextOf(const QWidget* form) {
     if (g_window && form && form == g_statusForm) setStatusText(QString());
 }
 
+void clearStatusText(const QString& text) {
+    if (g_window && g_parts.status->SimpleText() == text) g_parts.status->SimpleText(QString());
+}
+
 void setMousePointer(MousePointer pointer) {
     while (QApplication::overrideCursor()) QApplication::restoreOverrideCursor();
     if (pointer == MousePointer::Hourglass) QApplication::setOverrideCursor(Qt::WaitCursor);

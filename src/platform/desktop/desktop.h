@@ -42,6 +42,9 @@ void setStatusText(const QString& text, const QWidget* form = nullptr);
 // Clears the status bar if its text comes from this module window.
 void clearStatusTextOf(const QWidget* form);
 
+// Clears the status bar if it still has this text.
+void clearStatusText(const QString& text);
+
 enum class MousePointer { Arrow = 1, Hourglass = 11 };
 
 // Sets the mouse pointer over all windows of the program.

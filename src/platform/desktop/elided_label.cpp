@@ -3,10 +3,11 @@
 
 #include "platform/desktop/elided_label.h"
 
+#include "platform/desktop/whole_text.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QToolTip>
 
 ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
@@ -33,11 +34,8 @@ QString ElidedLabel::shownText() const {
 bool ElidedLabel::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QLabel::event(event);
     const QString whole = line();
-    // Marked up, so that it is broken into lines and its own markup is not read.
-    QToolTip::showText(
-        static_cast<QHelpEvent*>(event)->globalPos(),
-        shownText() == whole ? QString() : QStringLiteral("<qt>%1</qt>").arg(whole.toHtmlEscaped()),
-        this);
+    showWholeText(static_cast<QHelpEvent*>(event)->globalPos(),
+                  shownText() == whole ? QString() : whole, *this);
     return true;
 }
 

@@ -6,6 +6,7 @@
 #include "core/data/texts.h"
 #include "platform/desktop/desktop.h"
 
+#include <QGridLayout>
 #include <QLabel>
 #include <QLayout>
 #include <QMainWindow>
@@ -34,6 +35,7 @@ QMessageBox::Icon iconOf(BoxIcon icon) {
 }
 
 constexpr int ScrolledWidth = 520;
+constexpr int TitleButtons = 150;  // pixels, with the icon and the margins
 
 // Puts a text that would make the box larger than the screen into a scroll area.
 void letTextScroll(QMessageBox& box) {
@@ -56,6 +58,19 @@ void letTextScroll(QMessageBox& box) {
     scroll->setWidget(label);
 }
 
+// Makes a box wide enough for its title beside the buttons of the title bar.
+void makeRoomForTitle(QMessageBox& box) {
+    auto* layout = qobject_cast<QGridLayout*>(box.layout());
+    QFont font = box.font();
+    font.setBold(true);
+    const int width = QFontMetrics(font).horizontalAdvance(box.windowTitle()) + TitleButtons;
+    const int most = box.screen()->availableGeometry().width() - 2 * TitleButtons;
+    if (layout)
+        layout->addItem(
+            new QSpacerItem(std::min(width, most), 0, QSizePolicy::Minimum, QSizePolicy::Fixed),
+            layout->rowCount(), 0, 1, layout->columnCount());
+}
+
 }  // namespace
 
 BoxAnswer messageBox(const QString& text, BoxIcon icon, const QString& title, BoxButtons buttons) {
@@ -65,8 +80,13 @@ BoxAnswer messageBox(const QString& text, BoxIcon icon, const QString& title, Bo
                     asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, mainWindow());
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    if (asks) box.setEscapeButton(QMessageBox::No);
+    if (asks) {
+        // The answer that changes nothing.
+        box.setEscapeButton(QMessageBox::No);
+        box.setDefaultButton(QMessageBox::No);
+    }
     letTextScroll(box);
+    makeRoomForTitle(box);
     const int answer = box.exec();
     if (!asks) return BoxAnswer::Ok;
     return answer == QMessageBox::Yes ? BoxAnswer::Yes : BoxAnswer::No;

@@ -8,6 +8,7 @@
 #include "platform/theme/theme.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLocale>
@@ -62,7 +63,8 @@ UnsavedStrip::UnsavedStrip(QWidget* parent)
 
 void UnsavedStrip::paintGround() {
     QPalette colours = palette();
-    colours.setColor(QPalette::Window, themeColours(colours).head);
+    // The strip's own palette keeps the ground of the theme before.
+    colours.setColor(QPalette::Window, themeColours(QApplication::palette()).head);
     if (colours != palette()) setPalette(colours);
 }
 

@@ -3,12 +3,15 @@
 
 #include "platform/grid_view/sheet_view.h"
 
+#include "platform/desktop/whole_text.h"
 #include "platform/grid_view/sheet_view_parts.h"
 
 #include <QAccessible>
 #include <QCoreApplication>
 #include <QEvent>
+#include <QHelpEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
@@ -47,8 +50,12 @@ SheetView::SheetView(QWidget* parent) : QTableView(parent), m(std::make_unique<P
     connect(
         &m->delegate, &SheetDelegate::entered, this,
         [this](const EditedCell& cell, const QString& text) {
+            const QPointer<SheetView> alive(this);
+            m->entering = true;
             enter(cell.sheet, {{cell.col, cell.row, textAt(cell.sheet, cell.col, cell.row), text}});
+            if (alive) m->entering = false;
         });
+    m->delegate.setArrows([this](int cols, int rows) { return leaveByArrow(cols, rows); });
     connect(&m->delegate, &SheetDelegate::opened, viewport(), qOverload<>(&QWidget::update));
     connect(&m->delegate, &SheetDelegate::actedOutside, this, &SheetView::commitEdit);
     connect(m->findBar, &FindBar::searched, this, &SheetView::find);
@@ -118,6 +125,12 @@ void SheetView::setWrapColumn(int col) {
     m->layoutWanted = true;
     becameDirty();
 }
+
+void SheetView::setSpoken(std::function<QString(int col, int row)> spoken) {
+    m->model.setSpoken(std::move(spoken));
+}
+
+void SheetView::setTypingStart(int col, int row) { m->typingStart = {col, row}; }
 
 void SheetView::setClicksBelowRows(bool on) { m->clicksBelow = on; }
 
@@ -196,8 +209,9 @@ void SheetView::dropLostEditor() {
     QWidget* editor = m->delegate.editor();
     if (!editor) return;
     const EditedCell& cell = m->delegate.cell();
+    // While the user's own text is being taken over, the editor decides where the cursor goes next.
     const bool there = cell.sheet == ActiveSheet() && isActive(cell) &&
-                       textAt(cell.sheet, cell.col, cell.row) == cell.before;
+                       (m->entering || textAt(cell.sheet, cell.col, cell.row) == cell.before);
     if (!there) closeEditor(editor, QAbstractItemDelegate::NoHint);
 }
 
@@ -307,6 +321,13 @@ void SheetView::applyTabs() {
     setHorizontalScrollBarPolicy(wanted ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAsNeeded);
 }
 
+// The head of the column by which the rows are sorted shows the order.
+void SheetView::showOrder(bool on) {
+    const int col = on && SortKeyOrder(1) != SortOrder::None ? SortKey(1) : 0;
+    m->cols->setOrder(col, SortKeyOrder(1));
+    m->model.setOrder(col, SortKeyOrder(1));
+}
+
 void SheetView::placeOverlays() {
     m->tabs->setMaximumWidth(std::max(width() * 2 / 3, 0));
     m->findBar->follow(viewport()->geometry());
@@ -392,6 +413,16 @@ bool SheetView::event(QEvent* event) {
     return QTableView::event(event);
 }
 
+bool SheetView::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return QTableView::viewportEvent(event);
+    flush();
+    const auto& help = static_cast<const QHelpEvent&>(*event);
+    const Cell cell = cellAt(help.pos());
+    const QString text = cell.isCell() ? m->painter.cutText(cell.col, cell.row, look()) : QString();
+    showWholeText(help.globalPos(), text, *viewport());
+    return true;
+}
+
 void SheetView::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
     const bool look = event->type() == QEvent::PaletteChange ||
@@ -417,6 +448,10 @@ void SheetView::resizeEvent(QResizeEvent* event) {
 void SheetView::paintEvent(QPaintEvent* event) {
     flush();
     QPainter painter(viewport());
+    m->painter.paint(painter, event->rect(), look());
+}
+
+SheetLook SheetView::look() const {
     SheetLook look;
     look.list = isReadOnly();
     look.wrapCol = m->wrapCol;
@@ -429,7 +464,7 @@ void SheetView::paintEvent(QPaintEvent* event) {
         look.editCol = m->delegate.cell().col;
         look.editRow = m->delegate.cell().row;
     }
-    m->painter.paint(painter, event->rect(), look);
+    return look;
 }
 
 void SheetView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

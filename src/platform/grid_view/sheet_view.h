@@ -15,6 +15,7 @@
 struct CellEdit;
 struct EditedCell;
 struct EditStep;
+struct SheetLook;
 
 // A grid that is shown and can be edited like a spreadsheet. It is both the view and the SheetGrid.
 // Changes are shown together when the event loop runs next, however many there are.
@@ -37,6 +38,14 @@ public:
     // Sets which cells of a grid the user cannot edit, such as labels. What the program writes is
     // not affected.
     void setLocked(std::function<bool(int col, int row)> isLocked);
+
+    // Sets what a screen reader says of a cell besides its text and its heads, where a colour or a
+    // picture says it on the screen; empty for nothing.
+    void setSpoken(std::function<QString(int col, int row)> spoken);
+
+    // Where typing begins while no cell is active: in the first empty cell at or right of `col`,
+    // from `row` downwards, or else in the first one that takes text. Initially (1, 1).
+    void setTypingStart(int col, int row);
 
     // Whether a click below the last row raises Click as well, with the row MaxRows + 1; initially
     // false.
@@ -88,8 +97,10 @@ protected:
     void textsWritten(int sheet, const GridArea& area) override;
     void rowsMoved(int sheet, int row, int count) override;
     void contentReplaced() override;
+    void rowsSorted() override;
 
     bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -100,6 +111,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
@@ -137,6 +149,8 @@ private:
     void dropLostEditor();
     bool isActive(const EditedCell& cell) const;
     void placeOverlays();
+    void showOrder(bool on);
+    SheetLook look() const;
     void colDragged(int col, int width);
     void tabPicked(int tab);
 
@@ -152,7 +166,10 @@ private:
     bool runShortcut(QKeyEvent* event);
     bool keyInList(const QKeyEvent& event);
     bool keyInForm(const QKeyEvent& event);
+    bool activateFirstCell();
+    QModelIndex nextTo(int cols, int rows);
     bool moveActive(int cols, int rows);
+    bool leaveByArrow(int cols, int rows);
     bool tabToNext(bool forward);
     void setCurrent(Cell cell);
 

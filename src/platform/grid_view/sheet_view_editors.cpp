@@ -5,6 +5,7 @@
 
 #include "core/data/dates.h"
 #include "core/grid/sheet_grid_dates.h"
+#include "platform/desktop/item_completion.h"
 #include "platform/grid_view/sheet_view_paint.h"
 #include "platform/theme/theme.h"
 
@@ -204,6 +205,7 @@ QWidget* SheetDelegate::makeEditor(QWidget* parent, const CellFormat& format) co
         auto* combo = new QComboBox(parent);
         combo->setEditable(true);
         combo->setInsertPolicy(QComboBox::NoInsert);
+        new ItemCompletion(*combo);
         combo->addItems(itemsOf(format.comboList));
         combo->setMaxVisibleItems(std::max(format.comboMaxDrop, 1));
         connect(combo, &QComboBox::activated, self, [self, combo] { self->take(combo); });
@@ -226,6 +228,11 @@ QWidget* SheetDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem
     const CellFormat format = m_grid.formatAt(m_cell.sheet, m_cell.col, m_cell.row);
     QWidget* editor = makeEditor(parent, format);
     editor->setFont(m_painter.fontOf(format));
+    const auto head = [&](int section, Qt::Orientation orientation) {
+        return index.model()->headerData(section, orientation, Qt::AccessibleTextRole).toString();
+    };
+    editor->setAccessibleName(head(index.row(), Qt::Vertical) + QStringLiteral(", ") +
+                              head(index.column(), Qt::Horizontal));
     auto* line = qobject_cast<QLineEdit*>(editor);
     if (auto* combo = qobject_cast<QComboBox*>(editor)) {
         combo->setCurrentIndex(combo->findText(m_cell.before, Qt::MatchFixedString));
@@ -283,19 +290,48 @@ QString SheetDelegate::textOf(const QWidget* editor) {
     return line ? line->text() : QString();
 }
 
+bool SheetDelegate::takesKey(const QKeyEvent& key) {
+    const bool enter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    const bool leaves = enter || key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab;
+    // Of several items that begin with the typed text the user picks one.
+    auto* completion = m_editor->findChild<ItemCompletion*>(QString(), Qt::FindDirectChildrenOnly);
+    if (leaves && completion && completion->offer()) return true;
+    if (enter && !(key.modifiers() & ~Qt::KeypadModifier)) {
+        const QPointer<QWidget> editor = m_editor;
+        Q_EMIT commitData(editor);
+        if (editor) Q_EMIT closeEditor(editor, SubmitModelCache);
+        return true;
+    }
+    return takesArrow(key);
+}
+
+bool SheetDelegate::takesArrow(const QKeyEvent& key) {
+    const auto* line = qobject_cast<CellLine*>(m_editor);
+    if (!m_typed || !line || key.modifiers() & ~Qt::KeypadModifier) return false;
+    const auto* date = qobject_cast<const DateLine*>(line);
+    const bool spins = date && date->spins();
+    switch (key.key()) {
+        case Qt::Key_Left:
+        case Qt::Key_Right:
+            return m_arrows(key.key() == Qt::Key_Right ? 1 : -1, 0);
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+            return !spins && m_arrows(0, key.key() == Qt::Key_Down ? 1 : -1);
+        case Qt::Key_F2:
+        case Qt::Key_Home:
+        case Qt::Key_End:
+            m_typed = false;
+            return key.key() == Qt::Key_F2;
+        default:
+            return false;
+    }
+}
+
 bool SheetDelegate::eventFilter(QObject* object, QEvent* event) {
     if (object != m_editor) return QStyledItemDelegate::eventFilter(object, event);
     const QEvent::Type type = event->type();
-    if (type == QEvent::KeyPress) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
-        if (enter && !(key->modifiers() & ~Qt::KeypadModifier)) {
-            const QPointer<QWidget> editor = m_editor;
-            Q_EMIT commitData(editor);
-            if (editor) Q_EMIT closeEditor(editor, SubmitModelCache);
-            return true;
-        }
-    }
+    if (type == QEvent::MouseButtonPress) m_typed = false;
+    if (type == QEvent::KeyPress && takesKey(*static_cast<QKeyEvent*>(event))) return true;
     if (type == QEvent::FocusOut) {
         const QWidget* popup = QApplication::activePopupWidget();
         if (popup && !owns(popup)) Q_EMIT actedOutside();

@@ -10,6 +10,7 @@
 #include <QPointer>
 #include <QStyledItemDelegate>
 
+#include <functional>
 #include <memory>
 
 class SheetPainter;
@@ -56,6 +57,9 @@ public:
 
     void openCalendar();
 
+    // Whether Up and Down step from day to day.
+    bool spins() const { return m_spin; }
+
 Q_SIGNALS:
     // A day was picked in the calendar.
     void picked();
@@ -96,6 +100,15 @@ public:
     // Whether the next editor of a text continues it at its end when the user types.
     void setContinuing(bool on) { m_continuing = on; }
 
+    // Whether the open editor was opened by typing. Then the arrow keys go on to the next cell,
+    // until F2, Home, End or the mouse moves the text cursor.
+    void setTyped(bool on) { m_typed = on; }
+
+    // Sets what takes over the text and makes the cell `cols` to the right or `rows` below active.
+    // It returns false if there is no such cell.
+    using Arrows = std::function<bool(int cols, int rows)>;
+    void setArrows(Arrows arrows) { m_arrows = std::move(arrows); }
+
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override;
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
@@ -119,13 +132,17 @@ protected:
 
 private:
     void take(QWidget* editor);
+    bool takesKey(const QKeyEvent& key);
+    bool takesArrow(const QKeyEvent& key);
     QWidget* makeEditor(QWidget* parent, const CellFormat& format) const;
     static QString textOf(const QWidget* editor);
 
     const SheetGrid& m_grid;
     SheetPainter& m_painter;
     std::unique_ptr<QObject> m_watch;  // watches for clicks and shortcuts outside the editor
+    Arrows m_arrows;
     bool m_continuing = false;
+    bool m_typed = false;
     mutable QPointer<QWidget> m_editor;
     mutable EditedCell m_cell;
 };

@@ -3,10 +3,12 @@
 
 #include "platform/grid_view/sheet_view_head.h"
 
+#include "platform/desktop/whole_text.h"
 #include "platform/grid_view/sheet_view_paint.h"
 #include "platform/theme/theme.h"
 
 #include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
@@ -14,6 +16,12 @@
 #include <algorithm>
 #include <cmath>
 #include <utility>
+
+namespace {
+
+constexpr int OrderWidth = 14;  // pixels
+
+}  // namespace
 
 SheetHead::SheetHead(Qt::Orientation orientation, const SheetGrid& grid, QWidget* parent)
     : QHeaderView(orientation, parent), m_grid(grid) {
@@ -75,17 +83,67 @@ void SheetHead::paintHead(QPainter& painter, int section, const QRect& rect) con
     } else {
         painter.drawLine(rect.left(), rect.bottom(), rect.right(), rect.bottom());
     }
+    painter.setPen(plain ? colours.text : themeColours(false).text);
+    if (across && col == orderedCol()) paintOrder(painter, rect);
     const QString text = m_grid.textAt(m_grid.ActiveSheet(), col, row);
     if (text.isEmpty()) return;
-    QFont headFont = font();
-    headFont.setWeight(QFont::DemiBold);
-    painter.setFont(headFont);
-    painter.setPen(plain ? colours.text : themeColours(false).text);
-    const QRect room = rect.adjusted(CellPadding, 0, -CellPadding, 0);
+    painter.setFont(headFont());
+    const QRect room = textRoom(section, rect);
     const bool centred =
         across && m_grid.formatAt(m_grid.ActiveSheet(), col, 1).hAlign == HAlign::Centre;
     painter.drawText(room, int(centred ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter),
                      painter.fontMetrics().elidedText(text, Qt::ElideRight, room.width()));
+}
+
+QFont SheetHead::headFont() const {
+    QFont font = this->font();
+    font.setWeight(QFont::DemiBold);
+    return font;
+}
+
+QRect SheetHead::textRoom(int section, const QRect& rect) const {
+    const bool ordered = orientation() == Qt::Horizontal && section + 1 == orderedCol();
+    const int arrow = ordered ? OrderWidth : 0;
+    return isRightToLeft() ? rect.adjusted(CellPadding + arrow, 0, -CellPadding, 0)
+                           : rect.adjusted(CellPadding, 0, -CellPadding - arrow, 0);
+}
+
+// A triangle: upwards for an ascending order.
+void SheetHead::paintOrder(QPainter& painter, const QRect& rect) const {
+    const int middle = isRightToLeft() ? rect.left() + CellPadding + OrderWidth / 2
+                                       : rect.right() - CellPadding - OrderWidth / 2;
+    const QPointF at(middle, rect.center().y() + 0.5);
+    const double rise = m_order == SortOrder::Ascending ? 2.5 : -2.5;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(painter.pen().color());
+    painter.setPen(Qt::NoPen);
+    painter.drawPolygon(
+        QPolygonF({at + QPointF(-4, rise), at + QPointF(4, rise), at + QPointF(0, -rise)}));
+    painter.restore();
+}
+
+void SheetHead::setOrder(int col, SortOrder order) {
+    if (m_orderedCol == col && m_order == order) return;
+    m_orderedCol = col;
+    m_order = order;
+    viewport()->update();
+}
+
+bool SheetHead::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return QHeaderView::viewportEvent(event);
+    const auto& help = static_cast<const QHelpEvent&>(*event);
+    const int section = sectionAt(help.pos());
+    const bool across = orientation() == Qt::Horizontal;
+    const QString text = section < 0 ? QString()
+                                     : m_grid.textAt(m_grid.ActiveSheet(), across ? section + 1 : 0,
+                                                     across ? 0 : section + 1);
+    const int size = section < 0 ? 0 : sectionSize(section);
+    const QRect rect = across ? QRect(0, 0, size, height()) : QRect(0, 0, width(), size);
+    const bool cut =
+        QFontMetrics(headFont()).horizontalAdvance(text) > textRoom(section, rect).width();
+    showWholeText(help.globalPos(), cut ? text : QString(), *viewport());
+    return true;
 }
 
 int SheetHead::sectionAt(const QPoint& place) const {

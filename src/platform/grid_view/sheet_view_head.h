@@ -18,6 +18,13 @@ public:
 
     QSize sizeHint() const override;
 
+    // Shows the order of the rows in the head of a column, from 1; column 0 shows none.
+    void setOrder(int col, SortOrder order);
+
+    // The column whose head shows an order; 0 for none.
+    int orderedCol() const { return m_orderedCol; }
+    SortOrder order() const { return m_order; }
+
 Q_SIGNALS:
     // The left button was pressed and released on the same head without dragging a border.
     void clicked(int section);
@@ -35,12 +42,18 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
 
 private:
     int sectionAt(const QPoint& place) const;
     void paintHead(QPainter& painter, int section, const QRect& rect) const;
+    void paintOrder(QPainter& painter, const QRect& room) const;
+    QFont headFont() const;
+    QRect textRoom(int section, const QRect& rect) const;
 
     const SheetGrid& m_grid;
+    int m_orderedCol = 0;
+    SortOrder m_order = SortOrder::None;
     int m_pressed = -1;
     int m_rightPressed = -1;
     bool m_rightReported = false;

@@ -19,6 +19,14 @@ bool isEnter(const QKeyEvent& event) {
     return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
 
+bool typesText(const QKeyEvent& event) {
+    const QString text = event.text();
+    if (text.isEmpty()) return false;
+    const char32_t first = text.toUcs4().front();
+    return QChar::isPrint(first) && !QChar::isSpace(first) &&
+           !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+}
+
 }  // namespace
 
 // --- Places ------------------------------------------------------------------------------------
@@ -202,6 +210,11 @@ bool SheetView::runShortcut(QKeyEvent* event) {
 
 void SheetView::keyPressEvent(QKeyEvent* event) {
     flush();
+    const bool enters = isEnter(*event) && !(event->modifiers() & Qt::ControlModifier);
+    if (enters || typesText(*event) || event->key() == Qt::Key_F2 ||
+        event->matches(QKeySequence::Paste)) {
+        if (activateFirstCell() && enters) return;
+    }
     if (runShortcut(event)) return;
     const bool forward = event->key() == Qt::Key_Tab;
     if ((forward || event->key() == Qt::Key_Backtab) &&
@@ -267,14 +280,58 @@ bool SheetView::keyInForm(const QKeyEvent& event) {
     return moveActive(0, event.modifiers() & Qt::ShiftModifier ? -1 : 1);
 }
 
-bool SheetView::moveActive(int cols, int rows) {
+void SheetView::inputMethodEvent(QInputMethodEvent* event) {
+    flush();
+    if (!event->preeditString().isEmpty() || !event->commitString().isEmpty()) activateFirstCell();
+    QTableView::inputMethodEvent(event);
+}
+
+// Makes the cell active in which typing begins, if none is. Returns whether it has done so.
+bool SheetView::activateFirstCell() {
+    if (isReadOnly() || currentIndex().isValid()) return false;
+    const int sheet = ActiveSheet();
+    Cell first;
+    for (int row = m->typingStart.row; row <= rowsOf(sheet); ++row) {
+        for (int col = m->typingStart.col; col <= colsOf(sheet); ++col) {
+            if (isColumnHidden(col - 1) || isRowHidden(row - 1)) continue;
+            const CellSpan span = spanAt(sheet, col, row);
+            if (span.cols > 0 && (span.col != col || span.row != row)) continue;
+            if (!(m->model.flags(m->model.indexOf(col, row)) & Qt::ItemIsEditable)) continue;
+            if (!first.isCell()) first = {col, row};
+            if (!textAt(sheet, col, row).isEmpty()) continue;
+            setCurrent({col, row});
+            return true;
+        }
+    }
+    setCurrent(first);
+    return first.isCell();
+}
+
+// The index of the cell beside or above or below the active one; the active one itself at an edge.
+QModelIndex SheetView::nextTo(int cols, int rows) {
     const CursorAction action = rows > 0   ? MoveDown
                                 : rows < 0 ? MoveUp
                                 : cols > 0 ? MoveRight
                                            : MoveLeft;
-    const QModelIndex next = moveCursor(action, Qt::NoModifier);
+    return moveCursor(action, Qt::NoModifier);
+}
+
+bool SheetView::moveActive(int cols, int rows) {
+    const QModelIndex next = nextTo(cols, rows);
     if (!next.isValid() || next == currentIndex()) return false;
     setCurrentIndex(next);
+    return true;
+}
+
+// Takes over the open editor's text and moves on. At an edge the editor keeps the key.
+bool SheetView::leaveByArrow(int cols, int rows) {
+    const QModelIndex next = nextTo(cols, rows);
+    if (!next.isValid() || next == currentIndex()) return false;
+    const QPointer<SheetView> alive(this);
+    const QPersistentModelIndex cell = currentIndex();
+    commitEdit();
+    // The program may have made another cell active, or closed the window.
+    if (alive && cell == currentIndex()) moveActive(cols, rows);
     return true;
 }
 
@@ -297,6 +354,7 @@ void SheetView::focusInEvent(QFocusEvent* event) {
     const QScopedValueRollback applying(m->applying, true);
     QTableView::focusInEvent(event);
     if (none && currentIndex().isValid()) selectionModel()->clear();
+    if (none) setAttribute(Qt::WA_InputMethodEnabled, !isReadOnly());
     update();
     viewport()->update();
 }

@@ -47,7 +47,10 @@ int SheetModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant SheetModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole)) return {};
+    if (!index.isValid()) return {};
+    if (role == Qt::AccessibleDescriptionRole && m_spoken)
+        return m_spoken(index.column() + 1, index.row() + 1);
+    if (role != Qt::DisplayRole && role != Qt::EditRole) return {};
     return m_grid.textAt(m_grid.ActiveSheet(), index.column() + 1, index.row() + 1);
 }
 
@@ -58,11 +61,20 @@ bool SheetModel::setData(const QModelIndex& index, const QVariant& value, int ro
 }
 
 QVariant SheetModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (role != Qt::DisplayRole || section < 0) return {};
     const bool acrossColumns = orientation == Qt::Horizontal;
+    if (role == Qt::AccessibleDescriptionRole && acrossColumns && section + 1 == m_orderedCol)
+        return m_order == SortOrder::Ascending ? QStringLiteral("sorted ascending")
+                                               : QStringLiteral("sorted descending");
+    const bool speaks = role == Qt::AccessibleTextRole;
+    if ((role != Qt::DisplayRole && !speaks) || section < 0) return {};
     if (section >= (acrossColumns ? m_cols : m_rows)) return {};
-    return acrossColumns ? m_grid.textAt(m_grid.ActiveSheet(), section + 1, 0)
-                         : m_grid.textAt(m_grid.ActiveSheet(), 0, section + 1);
+    const QString text = acrossColumns ? m_grid.textAt(m_grid.ActiveSheet(), section + 1, 0)
+                                       : m_grid.textAt(m_grid.ActiveSheet(), 0, section + 1);
+    // A head without a text is spoken by its number.
+    if (speaks && text.trimmed().isEmpty())
+        return (acrossColumns ? QStringLiteral("Column %1") : QStringLiteral("Row %1"))
+            .arg(section + 1);
+    return text;
 }
 
 Qt::ItemFlags SheetModel::flags(const QModelIndex& index) const {

@@ -31,6 +31,15 @@ public:
     void setReadOnly(bool on) { m_readOnly = on; }
     bool isReadOnly() const { return m_readOnly; }
 
+    using Spoken = std::function<QString(int col, int row)>;
+    void setSpoken(Spoken spoken) { m_spoken = std::move(spoken); }
+
+    // The column by which the rows are sorted, 0 for none, and the order; for screen readers.
+    void setOrder(int col, SortOrder order) {
+        m_orderedCol = col;
+        m_order = order;
+    }
+
     using Locked = std::function<bool(int col, int row)>;
     void setLocked(Locked isLocked) { m_isLocked = std::move(isLocked); }
     bool isLocked(int col, int row) const { return m_isLocked && m_isLocked(col, row); }
@@ -49,6 +58,9 @@ private:
     const SheetGrid& m_grid;
     Entered m_entered;
     Locked m_isLocked;
+    Spoken m_spoken;
+    int m_orderedCol = 0;
+    SortOrder m_order = SortOrder::None;
     int m_rows = 0;
     int m_cols = 0;
     bool m_readOnly = false;

@@ -3,6 +3,7 @@
 
 #include "platform/grid_view/sheet_view_paint.h"
 
+#include "platform/desktop/whole_text.h"
 #include "platform/theme/theme.h"
 #include "platform/theme/theme_paint.h"
 
@@ -229,14 +230,14 @@ void SheetPainter::paintTexts(Pass& pass, int row) {
     }
 }
 
-QRect SheetPainter::overflowRect(const Pass& pass, int col, int row, HAlign align, int wanted,
-                                 QRect rect) const {
+QRect SheetPainter::overflowRect(int col, int row, HAlign align, int wanted, QRect rect) const {
+    const int cols = m_view.model()->columnCount();
     const auto lacking = [&] { return wanted - rect.width(); };
     const auto grow = [&](int step, int enough) {
         const bool towardsRight = (step > 0) != m_view.isRightToLeft();
-        for (int next = col + step; next >= 1 && next <= pass.cols && enough > 0; next += step) {
+        for (int next = col + step; next >= 1 && next <= cols && enough > 0; next += step) {
             if (m_view.isColumnHidden(next - 1)) continue;
-            if (!takesOverflow(m_grid, pass.sheet, next, row)) break;
+            if (!takesOverflow(m_grid, m_grid.ActiveSheet(), next, row)) break;
             const int width = m_view.columnWidth(next - 1);
             enough -= width;
             if (towardsRight) {
@@ -270,56 +271,80 @@ QColor SheetPainter::textColour(const Pass& pass, int row, const CellFormat& for
     return wanted;
 }
 
+SheetPainter::Placed SheetPainter::place(const SheetLook& look, int col, int row,
+                                         const CellFormat& format, const QString& text) {
+    const QFontMetrics& metrics = face(format).metrics;
+    const bool joined = m_grid.spanAt(m_grid.ActiveSheet(), col, row).cols > 0;
+    const QRect cell = m_view.visualRect(m_view.model()->index(row - 1, col - 1));
+    const int padding = paddingOf(cell);
+    Placed placed;
+    placed.rect = cell.adjusted(padding, 0, -padding, -1);
+    const QRect handle = handleRect(format, cell, look.list);
+    if (!handle.isEmpty()) {
+        if (m_view.isRightToLeft()) {
+            placed.rect.setLeft(handle.right() + 1);
+        } else {
+            placed.rect.setRight(handle.left() - 1);
+        }
+    }
+    placed.clip = placed.rect;
+    const bool wraps = col == look.wrapCol;
+    placed.lines = wraps || text.contains(QLatin1Char('\n'));
+    if (placed.lines) {
+        const QSize size = metrics
+                               .boundingRect(QRect(0, 0, placed.rect.width(), 0),
+                                             wraps ? Qt::TextWordWrap : 0, text)
+                               .size();
+        placed.cut = size.width() > placed.rect.width() || size.height() > placed.rect.height();
+        return placed;
+    }
+    const int wanted = metrics.horizontalAdvance(text) + 1;
+    if (wanted <= placed.rect.width()) return placed;
+    if (m_grid.AllowCellOverflow() && !joined && handle.isEmpty()) {
+        placed.runsOver = true;
+        placed.clip = overflowRect(col, row, format.hAlign, wanted, placed.rect);
+        const int middle = placed.rect.center().x();
+        placed.rect = placed.clip;
+        if (format.hAlign == HAlign::Centre) {
+            // The text stays centred in its cell when it runs over.
+            placed.rect.setLeft(middle - wanted / 2);
+            placed.rect.setWidth(wanted);
+        }
+    }
+    placed.cut = wanted > placed.clip.width();
+    return placed;
+}
+
+QString SheetPainter::cutText(int col, int row, const SheetLook& look) {
+    const QString text = shown(m_grid.textAt(m_grid.ActiveSheet(), col, row));
+    const CellFormat format = m_grid.formatAt(m_grid.ActiveSheet(), col, row);
+    if (text.isEmpty() || format.kind == CellKind::Picture) return {};
+    return place(look, col, row, format, text).cut ? text : QString();
+}
+
 void SheetPainter::paintText(Pass& pass, int col, int row, const CellFormat& format,
                              const QString& text) {
     if (col == pass.look.editCol && row == pass.look.editRow) return;  // its editor shows it
     const Face& type = face(format);
-    const bool joined = m_grid.spanAt(pass.sheet, col, row).cols > 0;
-    const QRect cell = m_view.visualRect(m_view.model()->index(row - 1, col - 1));
-    const int padding = paddingOf(cell);
-    QRect rect = cell.adjusted(padding, 0, -padding, -1);
-    const QRect handle = handleRect(format, cell, pass.look.list);
-    if (!handle.isEmpty()) {
-        if (m_view.isRightToLeft()) {
-            rect.setLeft(handle.right() + 1);
-        } else {
-            rect.setRight(handle.left() - 1);
-        }
-    }
-    const bool wraps = col == pass.look.wrapCol;
-    const bool lines = wraps || text.contains(QLatin1Char('\n'));
-    QString visible = text;
-    QRect clip = rect;
-    bool centred = false;  // the text stays centred in its cell when it runs over
-    if (!lines) {
-        const int wanted = type.metrics.horizontalAdvance(text) + 1;
-        if (wanted > rect.width() && m_grid.AllowCellOverflow() && !joined && handle.isEmpty()) {
-            clip = overflowRect(pass, col, row, format.hAlign, wanted, rect);
-            centred = format.hAlign == HAlign::Centre;
-            if (centred) {
-                const int middle = rect.center().x();
-                rect.setLeft(middle - wanted / 2);
-                rect.setWidth(wanted);
-            } else {
-                rect = clip;
-            }
-        } else if (wanted > rect.width()) {
-            visible = type.metrics.elidedText(text, Qt::ElideRight, rect.width());
-        }
-    }
+    const Placed placed = place(pass.look, col, row, format, text);
+    const QString visible = placed.cut && !placed.lines && !placed.runsOver
+                                ? elidedText(type.metrics, text, placed.rect.width())
+                                : text;
     int flags = format.hAlign == HAlign::Left    ? Qt::AlignLeft
                 : format.hAlign == HAlign::Right ? Qt::AlignRight
                                                  : Qt::AlignHCenter;
-    flags |= wraps ? int(Qt::TextWordWrap) : lines ? 0 : int(Qt::TextSingleLine);
+    const bool wraps = col == pass.look.wrapCol;
+    flags |= wraps ? int(Qt::TextWordWrap) : placed.lines ? 0 : int(Qt::TextSingleLine);
     const int lineCount = int(text.count(QLatin1Char('\n'))) + 1;
-    flags |= lineCount * type.metrics.lineSpacing() > rect.height() && lines ? Qt::AlignTop
-                                                                             : Qt::AlignVCenter;
+    flags |= lineCount * type.metrics.lineSpacing() > placed.rect.height() && placed.lines
+                 ? Qt::AlignTop
+                 : Qt::AlignVCenter;
     pass.painter.save();
-    pass.painter.setClipRect(clip.adjusted(-1, 0, 1, 1), Qt::IntersectClip);
+    pass.painter.setClipRect(placed.clip.adjusted(-1, 0, 1, 1), Qt::IntersectClip);
     pass.painter.setFont(type.font);
     pass.painter.setPen(textColour(pass, row, format));
     pass.painter.drawText(
-        rect,
+        placed.rect,
         QStyle::visualAlignment(m_view.layoutDirection(), Qt::Alignment(flags & 0xff)) |
             (flags & ~0xff),
         visible);

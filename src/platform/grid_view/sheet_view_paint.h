@@ -42,6 +42,9 @@ public:
     // The height that a cell's text needs when it is wrapped in a column of this width.
     int wrappedHeight(int col, int row, int width);
 
+    // The whole text of a cell that shows only a part of it; empty if it shows all.
+    QString cutText(int col, int row, const SheetLook& look);
+
     // The font of a cell.
     const QFont& fontOf(const CellFormat& format) { return face(format).font; }
 
@@ -56,6 +59,15 @@ private:
     };
     struct Pass;  // one painting
 
+    // Where a text goes.
+    struct Placed {
+        QRect rect;
+        QRect clip;             // with the empty neighbours that it runs over
+        bool lines = false;     // it may have several lines
+        bool runsOver = false;  // it may run over its neighbours
+        bool cut = false;       // a part of it has no room
+    };
+
     const Face& face(const CellFormat& format);
     QPixmap picture(const QByteArray& file);
 
@@ -67,8 +79,9 @@ private:
     void paintText(Pass& pass, int col, int row, const CellFormat& format, const QString& text);
     void paintActive(Pass& pass);
     QColor textColour(const Pass& pass, int row, const CellFormat& format) const;
-    QRect overflowRect(const Pass& pass, int col, int row, HAlign align, int wanted,
-                       QRect rect) const;
+    Placed place(const SheetLook& look, int col, int row, const CellFormat& format,
+                 const QString& text);
+    QRect overflowRect(int col, int row, HAlign align, int wanted, QRect rect) const;
     QRect cellRect(int col, int row) const;
 
     const QTableView& m_view;

@@ -72,7 +72,9 @@ struct SheetView::Parts {
     bool byUser = false;             // the grid changes because of the user's edit
     bool undoing = false;            // the edit is an undo or redo
     bool clicksBelow = false;        // setClicksBelowRows
-    bool committing = false;         // the text of the open editor is being taken over
+    bool committing = false;         // the open editor is being closed with its text
+    bool entering = false;           // the text of the open editor is being taken over
+    Cell typingStart{1, 1};          // setTypingStart
     Cell pressed;                    // under the left button
     Cell pressedHandle;
     bool pressedBelow = false;

@@ -29,8 +29,10 @@ void SheetView::commitEdit() {
 bool SheetView::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
     // Deliberate: behaviour 16.
     m->delegate.setContinuing(trigger == AnyKeyPressed && !EditModeReplace());
+    const bool wasOpen = m->delegate.editor();
     const bool opened = QTableView::edit(index, trigger, event);
     m->delegate.setContinuing(false);
+    if (!wasOpen) m->delegate.setTyped(trigger == AnyKeyPressed);
     return opened;
 }
 
@@ -116,13 +118,20 @@ bool SheetView::isUndoing() const { return m->undoing; }
 // What the program writes ends the undo of its cells: they belong to another record now.
 void SheetView::textsWritten(int sheet, const GridArea& area) {
     if (!m->byUser) m->history.forget(sheet, area);
+    if (area.row2 > 0) showOrder(false);
 }
 
 void SheetView::rowsMoved(int sheet, int row, int count) {
     m->history.moveRows(sheet, row, count, rowsOf(sheet));
+    if (count > 0) showOrder(false);
 }
 
-void SheetView::contentReplaced() { m->history.clear(); }
+void SheetView::contentReplaced() {
+    m->history.clear();
+    showOrder(false);
+}
+
+void SheetView::rowsSorted() { showOrder(true); }
 
 // Cells on view that hold texts of their own; what is hidden is not the user's to touch.
 std::vector<CellEdit> SheetView::selectedCells() const {

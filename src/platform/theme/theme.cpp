@@ -6,6 +6,7 @@
 #include "platform/theme/theme_style.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QEvent>
 #include <QFile>
 #include <QFontDatabase>
@@ -138,10 +139,20 @@ void applyColours(bool dark) {
     QApplication::setStyle(new ThemeStyle);
 }
 
+// The portable folder contains the fonts of charts and windows.
+void addOwnFonts() {
+    const QDir folder(QCoreApplication::applicationDirPath() + QStringLiteral("/fonts"));
+    const QFileInfoList fonts = folder.entryInfoList(QDir::Files);
+    for (const QFileInfo& font : fonts) QFontDatabase::addApplicationFont(font.filePath());
+    if (!fonts.isEmpty())
+        QFont::insertSubstitution(QStringLiteral("Arial"), QStringLiteral("Liberation Sans"));
+}
+
 void applyFont(QApplication& app) {
+    addOwnFonts();
     QFont font = app.font();
     const QString wanted = QStringLiteral("Inter");
-    if (QFontDatabase::families().contains(wanted)) font.setFamily(wanted);
+    if (QFontDatabase::hasFamily(wanted)) font.setFamily(wanted);
     font.setPointSize(10);
     app.setFont(font);
 }
@@ -222,7 +233,6 @@ void loadIcons() {
 void applyTheme(QApplication& app) {
     applyFont(app);
     applyColours(desktopIsDark());
-    QApplication::setWindowIcon(themedIcon(QStringLiteral("app")));
     static QPointer<DesktopWatch> watch;
     if (!watch) watch = new DesktopWatch(app);
 }

@@ -13,6 +13,7 @@
 #include <QEvent>
 #include <QPainter>
 #include <QPushButton>
+#include <QSlider>
 #include <QStyleOption>
 #include <QTextCharFormat>
 
@@ -28,6 +29,21 @@ constexpr int WindowFrame = 4;  // wide enough to drag; the visible line is one 
 constexpr int IndicatorSize = 16;
 constexpr int SpinWidth = 20;
 constexpr int SliderKnob = 17;
+constexpr int ItemMargins = 20;  // left and right of an item of a list
+
+// A box or slider that is only passed by when the wheel scrolls what is around it.
+bool ignoresWheel(const QWidget* widget) {
+    return (qobject_cast<const QComboBox*>(widget) || qobject_cast<const QSlider*>(widget)) &&
+           !widget->hasFocus();
+}
+
+// The width that the list of a box needs for its items.
+int widthOfItems(const QComboBox& box) {
+    int widest = 0;
+    for (int i = 0; i < box.count(); ++i)
+        widest = std::max(widest, box.fontMetrics().horizontalAdvance(box.itemText(i)));
+    return widest + ItemMargins + (box.count() > box.maxVisibleItems() ? ScrollBarWidth : 0);
+}
 
 bool isBar(const QObject* widget) { return widget->objectName() == QLatin1String("picButHold"); }
 
@@ -97,6 +113,11 @@ void ThemeStyle::polish(QWidget* widget) {
         widget->installEventFilter(this);
     }
     if (qobject_cast<QAbstractScrollArea*>(widget)) widget->installEventFilter(this);
+    if (ignoresWheel(widget)) {
+        // The wheel does not give them the focus.
+        if (widget->focusPolicy() == Qt::WheelFocus) widget->setFocusPolicy(Qt::StrongFocus);
+        widget->installEventFilter(this);
+    }
     if (auto* calendar = qobject_cast<QCalendarWidget*>(widget)) dressCalendar(*calendar);
     if (qobject_cast<QPushButton*>(widget) && isPrimary(widget)) {
         QFont font = widget->font();
@@ -111,6 +132,10 @@ bool ThemeStyle::eventFilter(QObject* object, QEvent* event) {
         QPainter painter(widget);
         painter.fillRect(0, widget->height() - 1, widget->width(), 1,
                          themeColours(widget->palette()).line);
+    }
+    if (widget && event->type() == QEvent::Wheel && ignoresWheel(widget)) {
+        event->ignore();  // it goes on to what is around the box
+        return true;
     }
     // The frame around a list or text shows whether it has the focus.
     const bool focus = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
@@ -228,6 +253,12 @@ QRect ThemeStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
     if (control == CC_ScrollBar) {
         if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option))
             return scrollPart(*bar, part);
+    }
+    if (control == CC_ComboBox && part == SC_ComboBoxListBoxPopup) {
+        QRect list = QProxyStyle::subControlRect(control, option, part, widget);
+        if (const auto* box = qobject_cast<const QComboBox*>(widget))
+            list.setWidth(std::max(list.width(), widthOfItems(*box)));
+        return list;
     }
     if (control == CC_SpinBox && (part == SC_SpinBoxUp || part == SC_SpinBoxDown)) {
         const QRect rect = option->rect;

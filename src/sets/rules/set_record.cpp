@@ -18,7 +18,16 @@ Titles titlesOf(const SheetGrid& set) {
     for (int row = SetRow::FirstTitle; row <= SetRow::LastRecorded; ++row) {
         const QString title = set.GetText(SetColumn::Title, row);
         if (title.isEmpty()) continue;
-        if (n == titles.size()) throw RunTimeError(RunTimeError::SubscriptOutOfRange);
+        if (n == titles.size())
+            throw RunTimeError(RunTimeError::SubscriptOutOfRange,
+                               QStringLiteral("Subscript out of range: a set has %1 titles at "
+                                              "most, and \"%2\" in row %3 is one more. Remove a "
+                                              "title from rows %4 to %5.")
+                                   .arg(titles.size())
+                                   .arg(title)
+                                   .arg(row)
+                                   .arg(int(SetRow::FirstTitle))
+                                   .arg(int(SetRow::LastRecorded)));
         titles[n++] = title;
     }
     return titles;

@@ -26,8 +26,30 @@ constexpr int NoBlock = -1;
 QDate daysLater(const QDate& date, qint64 days) {
     const QDate later = date.addDays(days);
     if (later.year() < FirstYear || later.year() > LastYear)
-        throw RunTimeError(RunTimeError::Overflow);
+        throw RunTimeError(RunTimeError::Overflow,
+                           QStringLiteral("Overflow: the schedule would go beyond the year %1. "
+                                          "Enter fewer weeks in \"# Weeks\".")
+                               .arg(LastYear));
     return later;
+}
+
+[[noreturn]] void failInput(const QString& head, const QString& text, const QString& example) {
+    throw RunTimeError(
+        RunTimeError::TypeMismatch,
+        QStringLiteral("Type mismatch: \"%1\" holds \"%2\". Enter %3.").arg(head, text, example));
+}
+
+double weeksOf(const QString& text) {
+    try {
+        return std::clamp(toNumber(text), -MostWeeks, MostWeeks);
+    } catch (const RunTimeError&) {
+        failInput(QStringLiteral("# Weeks"), text, QStringLiteral("a number such as 4"));
+    }
+}
+
+QDate startOf(const QString& text) {
+    if (const auto date = parseDate(text)) return *date;
+    failInput(QStringLiteral("Start Date"), text, QStringLiteral("a date such as 06/12/05"));
 }
 
 // Writes the dates to rows 1, 17, 33 and so on; the title moves them down later.
@@ -80,8 +102,8 @@ void makeSchedule(SheetGrid& schedule, SheetGrid& offers, const QString& start,
                   const QString& weeks) {
     clearSchedule(schedule);
     setNewScheduleWidths(schedule);
-    const double count = std::clamp(toNumber(weeks), -MostWeeks, MostWeeks);
-    const QDate first = toDate(start);
+    const double count = weeksOf(weeks);
+    const QDate first = startOf(start);
     writeDates(schedule, first, count);
     // The dates are not in their rows yet.
     // Deliberate: behaviour 86.

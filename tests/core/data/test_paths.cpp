@@ -9,8 +9,10 @@
 #include "support/full_disk.h"
 #include "support/registry.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -38,8 +40,70 @@ class TestPaths : public QObject {
         return 0;
     }
 
+    // Makes this process an installed program until the returned guard is destroyed: its folder
+    // holds the mark and a delivered tree, and the user's data folder is empty.
+    auto asInstalledProgram() const {
+        const QString own = QCoreApplication::applicationDirPath();
+        const QByteArray before = qgetenv("XDG_DATA_HOME");
+        qputenv("XDG_DATA_HOME", QFile::encodeName(path("user")));
+        setProgramFolder({});
+        for (const char* name : {"/.installed", "/delivered/db1.mdb", "/delivered/config/guide",
+                                 "/delivered/saved sets/first.set"}) {
+            QDir().mkpath(QFileInfo(own + name).path());
+            if (!replaceFile(own + name, "delivered")) qFatal("The mark cannot be written.");
+        }
+        return qScopeGuard([own, before] {
+            QFile::remove(own + "/.installed");
+            QDir(own + "/delivered").removeRecursively();
+            setProgramFolder({});
+            if (before.isNull())
+                qunsetenv("XDG_DATA_HOME");
+            else
+                qputenv("XDG_DATA_HOME", before);
+        });
+    }
+
 private Q_SLOTS:
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
+
+    void installedProgramKeepsItsDataInTheUsersFolder() {
+        const auto installed = asInstalledProgram();
+        QCOMPARE(programFolder(), path("user/lorvanite"));
+        for (const char* name : {"db1.mdb", "config/guide", "saved sets/first.set"})
+            QCOMPARE(bytesOf(path("user/lorvanite/") + name), QByteArray("delivered"));
+        QVERIFY(filesNotUpdated().isEmpty());
+
+        // The next version brings its guide, and what was deleted; the user's work stays.
+        write("user/lorvanite/db1.mdb", "work");
+        write("user/lorvanite/config/mail.ini", "work");
+        QVERIFY(QFile::remove(path("user/lorvanite/saved sets/first.set")));
+        const QString guide = QCoreApplication::applicationDirPath() + "/delivered/config/guide";
+        QVERIFY(replaceFile(guide, "newer"));
+        setProgramFolder({});
+        QCOMPARE(programFolder(), path("user/lorvanite"));
+        QCOMPARE(bytesOf(path("user/lorvanite/config/guide")), QByteArray("newer"));
+        QCOMPARE(bytesOf(path("user/lorvanite/saved sets/first.set")), QByteArray("delivered"));
+        QCOMPARE(bytesOf(path("user/lorvanite/db1.mdb")), QByteArray("work"));
+        QCOMPARE(bytesOf(path("user/lorvanite/config/mail.ini")), QByteArray("work"));
+        QVERIFY(filesNotUpdated().isEmpty());
+    }
+
+    void guideThatCannotBeReplacedIsReported() {
+        const auto installed = asInstalledProgram();
+        const QString guide = path("user/lorvanite/config/guide");
+        QVERIFY(QDir().mkpath(guide));
+        QCOMPARE(programFolder(), path("user/lorvanite"));
+        QCOMPARE(filesNotUpdated(), QStringList{guide});
+        QCOMPARE(bytesOf(path("user/lorvanite/db1.mdb")), QByteArray("delivered"));
+    }
+
+    void userFolderThatCannotBeMadeRaises() {
+        const auto installed = asInstalledProgram();
+        write("user", "a file");
+        QCOMPARE(errorOf([] { programFolder(); }), int(RunTimeError::PermissionDenied));
+        QVERIFY(QFile::remove(path("user")));
+        QCOMPARE(programFolder(), path("user/lorvanite"));
+    }
 
     void fillingInCopiesWhatIsMissing() {
         write("from/a.txt", "new");

@@ -3,15 +3,21 @@
 
 // Every window with the keyboard alone and for a screen reader: names, tab order, mnemonics, and
 // texts that are not cut.
+#include "platform/desktop/status_line.h"
 #include "platform/grid_view/sheet_view.h"
 #include "platform/theme/theme.h"
+#include "sets/frm_set_list.h"
 #include "support/every_window.h"
+#include "support/grid_hands.h"
 #include "support/registry.h"
+#include "trees.h"
 
 #include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
+#include <QFile>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -21,6 +27,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QTabWidget>
 #include <QToolButton>
 
 #include <algorithm>
@@ -53,7 +60,9 @@ bool isCovered(const QWidget* widget) {
 QList<QWidget*> controlsOf(const QWidget* window) {
     QList<QWidget*> controls;
     for (QWidget* widget : window->findChildren<QWidget*>()) {
-        const bool there = widget->isVisible() && widget->isEnabled() && !isPart(widget);
+        // Pages of tabs are reached by their tabs.
+        const bool there = widget->isVisible() && widget->isEnabled() && !isPart(widget) &&
+                           !qobject_cast<QTabWidget*>(widget);
         if (there && (widget->focusPolicy() & Qt::TabFocus) && !isCovered(widget))
             controls.append(widget);
     }
@@ -182,6 +191,57 @@ private Q_SLOTS:
         });
     }
 
+    // What a screen reader is told is left in the folder screen-reader of the build.
+    void everyCellHasItsTextAndHeads() {
+        const QDir folder(QStringLiteral(BUILD_TREE "/screen-reader"));
+        QVERIFY(folder.mkpath(QStringLiteral(".")));
+        QStringList all;
+        lookAtEveryWindow(*world, [&](const QString& name, QWidget* window) {
+            QStringList told;
+            for (SheetView* grid : window->findChildren<SheetView*>()) {
+                if (grid->isVisible() && !isCovered(grid)) told += tellGrid(*grid);
+            }
+            QFile file(folder.filePath(name + QStringLiteral(".txt")));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(told.join(QLatin1Char('\n')).toUtf8());
+            all += told;
+        });
+        QCOMPARE(all.filter(QStringLiteral("FAULT")), QStringList());
+        QVERIFY(all.size() > 1000);
+        // Pictures and colours are told in words.
+        for (const char* words : {"plays the song", "chord", "lyrics", "title"})
+            QVERIFY2(!all.filter(QString::fromLatin1(words)).isEmpty(), words);
+    }
+
+    void whatHappensIsTold() {
+        const auto nameOf = [](QWidget* widget) {
+            return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
+        };
+        click(world->main().cmdSetList);
+        frmSetList& w = frmSetList::instance();
+        w.cmbCat1->setCurrentText(QStringLiteral("Praise"));
+        click(w.optPlayList[0]);
+        clickCell(w.fpSongList1, 2,
+                  w.fpSongList1->SearchCol(2, 1, -1, QStringLiteral("Amazing Grace")));
+        QTRY_COMPARE_WITH_TIMEOUT(
+            nameOf(world->main().SB),
+            QStringLiteral("In hand: Amazing Grace. Click its place in the set."), 60000);
+        clickCell(w.fpSet, 2, 3);
+        QTRY_COMPARE_WITH_TIMEOUT(nameOf(world->main().SB), QString(), 60000);
+        const auto descriptionAt = [&w](int row) {
+            return QAccessible::queryAccessibleInterface(w.fpSet)
+                ->tableInterface()
+                ->cellAt(row - 1, 1)
+                ->text(QAccessible::Description);
+        };
+        QCOMPARE(descriptionAt(3), QStringLiteral("has sheet music"));
+        QCOMPARE(descriptionAt(4), QString());
+        QTest::keyClick(w.fpSet, Qt::Key_F2);
+        QCOMPARE(nameOf(QApplication::focusWidget()), QStringLiteral("Row 3, Song"));
+        w.Unload();
+        settle();
+    }
+
     void tabReachesEveryControlInReadingOrder() {
         inEveryWindow([](QWidget* window) {
             QStringList found;
@@ -282,6 +342,37 @@ private Q_SLOTS:
     void cleanupTestCase() { world.reset(); }
 
 private:
+    // A line for each cell in the first rows of a grid. FAULT marks what is not told.
+    static QStringList tellGrid(SheetView& grid) {
+        constexpr int rows = 60;
+        QStringList lines{QStringLiteral("--- ") + nameOf(&grid)};
+        QAccessibleTableInterface* table =
+            QAccessible::queryAccessibleInterface(&grid)->tableInterface();
+        const auto headOf = [](const QList<QAccessibleInterface*>& heads) {
+            QStringList names;
+            for (QAccessibleInterface* head : heads)
+                names << (head->text(QAccessible::Name) + QLatin1Char(' ') +
+                          head->text(QAccessible::Description))
+                             .trimmed();
+            return names.join(QLatin1Char(' '));
+        };
+        for (int row = 0; row < std::min(table->rowCount(), rows); ++row) {
+            for (int col = 0; col < table->columnCount(); ++col) {
+                if (grid.isColumnHidden(col) || grid.isRowHidden(row)) continue;
+                QAccessibleInterface* cell = table->cellAt(row, col);
+                const QString across = headOf(cell->tableCellInterface()->columnHeaderCells());
+                const QString down = headOf(cell->tableCellInterface()->rowHeaderCells());
+                const QString text = cell->text(QAccessible::Name);
+                const bool told = !across.isEmpty() && !down.isEmpty() &&
+                                  text == grid.textAt(grid.ActiveSheet(), col + 1, row + 1);
+                lines << QStringLiteral("%1[%2 | %3] %4 %5")
+                             .arg(told ? QString() : QStringLiteral("FAULT "), down, across, text,
+                                  cell->text(QAccessible::Description));
+            }
+        }
+        return lines;
+    }
+
     // The first cell in sight that takes any text, (column, row), from the right: the schedule's
     // first column asks in a box for a date. Null where there is none.
     static QPoint plainCellOf(SheetView& grid) {

@@ -120,6 +120,34 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(mm->position(), 0.0, Patience);
     }
 
+    void filesOfTheUsualFormatsPlay_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("codec");
+        QTest::newRow("mp3") << "a.mp3"
+                             << "libmp3lame";
+        QTest::newRow("ogg") << "a.ogg"
+                             << "libvorbis";
+        QTest::newRow("flac") << "a.flac"
+                              << "flac";
+        QTest::newRow("m4a") << "a.m4a"
+                             << "aac";
+        QTest::newRow("wav") << "a.wav"
+                             << "pcm_s16le";
+    }
+    void filesOfTheUsualFormatsPlay() {
+        QFETCH(const QString, name);
+        QFETCH(const QString, codec);
+        // Another program writes them.
+        QCOMPARE(QProcess::execute("ffmpeg",
+                                   {"-v", "error", "-f", "lavfi", "-i",
+                                    "sine=frequency=440:duration=20", "-c:a", codec, path(name)}),
+                 0);
+        openFile(path(name));
+        say("play");
+        QTRY_COMPARE_WITH_TIMEOUT(mm->state(), State::Playing, Patience);
+        QTRY_VERIFY_WITH_TIMEOUT(mm->position() > 0.5, Patience);
+    }
+
     void playBeforeTheFileIsReadPlaysIt() {
         openFile(silence("a.wav", 600));
         say("play");

@@ -5,14 +5,20 @@
 #include "platform/theme/theme.h"
 #include "support/registry.h"
 
+#include <QComboBox>
 #include <QDir>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSlider>
 #include <QTest>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <QWheelEvent>
+#include <qtestspontaneevent.h>
 
 class TestTheme : public QObject {
     Q_OBJECT
@@ -30,6 +36,8 @@ private Q_SLOTS:
     void focusShows_data();
     void focusShows();
     void innerWindow();
+    void wheelPassesByAnUnfocusedBox();
+    void dropDownIsAsWideAsItsItems();
 };
 
 static QColor dominant(const QImage& image) {
@@ -256,6 +264,73 @@ void TestTheme::innerWindow() {
     const QImage image = first->grab().toImage();
     QCOMPARE(image.pixelColor(0, 100), themeColours(false).line);
     QCOMPARE(image.pixelColor(2, 100), themeColours(false).window);
+}
+
+static void turnWheel(QWidget* over) {
+    const QPoint place = over->rect().center();
+    QWheelEvent turn(place, over->mapToGlobal(place), QPoint(), QPoint(0, -120), Qt::NoButton,
+                     Qt::NoModifier, Qt::NoScrollPhase, false);
+    // Only a turn that comes from the window system goes on to the widgets around.
+    QSpontaneKeyEvent::setSpontaneous(&turn);
+    qApp->notify(over, &turn);
+}
+
+void TestTheme::wheelPassesByAnUnfocusedBox() {
+    wear("light");
+    QScrollArea area;
+    auto* content = new QWidget;
+    content->setFixedSize(200, 2000);
+    auto* box = new QComboBox(content);
+    box->addItems({QStringLiteral("Guitar"), QStringLiteral("Piano"), QStringLiteral("Drums")});
+    box->move(20, 20);
+    auto* typed = new QComboBox(content);
+    typed->setEditable(true);
+    typed->addItems({QStringLiteral("Praise"), QStringLiteral("Advent")});
+    typed->move(20, 80);
+    auto* slider = new QSlider(Qt::Horizontal, content);
+    slider->move(20, 140);
+    area.setWidget(content);
+    area.resize(240, 300);
+    area.setFocusPolicy(Qt::StrongFocus);
+    area.show();
+    QVERIFY(QTest::qWaitForWindowActive(&area));
+    area.setFocus();
+    for (QWidget* passed : {static_cast<QWidget*>(box), static_cast<QWidget*>(typed->lineEdit()),
+                            static_cast<QWidget*>(slider)}) {
+        area.verticalScrollBar()->setValue(0);
+        turnWheel(passed);
+        QVERIFY(area.verticalScrollBar()->value() > 0);
+        QCOMPARE(box->currentIndex(), 0);
+        QCOMPARE(typed->currentIndex(), 0);
+        QCOMPARE(slider->value(), 0);
+        QVERIFY(area.hasFocus());
+    }
+    area.verticalScrollBar()->setValue(0);
+    box->setFocus();
+    turnWheel(box);
+    QCOMPARE(box->currentIndex(), 1);
+    QCOMPARE(area.verticalScrollBar()->value(), 0);
+}
+
+void TestTheme::dropDownIsAsWideAsItsItems() {
+    wear("light");
+    QWidget window;
+    QComboBox box(&window);
+    box.setFixedWidth(80);
+    const QString wide = QStringLiteral("Background Vocals:Bartholomew Featherstone");
+    box.addItems({QStringLiteral("Piano"), wide});
+    window.resize(300, 200);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    box.showPopup();
+    const int room = box.view()->viewport()->width();
+    QVERIFY2(room > box.fontMetrics().horizontalAdvance(wide) + 8,
+             qPrintable(QString::number(room)));
+    QVERIFY(box.view()->horizontalScrollBar()->maximum() == 0);
+    box.hidePopup();
+    box.removeItem(1);
+    box.showPopup();
+    QVERIFY(box.view()->window()->width() <= box.width() + 2);
 }
 
 LORVANITE_TEST(TestTheme)
