@@ -15,7 +15,8 @@ StatusLine::StatusLine(QWidget* parent) : QStatusBar(parent) { m_sinceShown.star
 
 void StatusLine::SimpleText(const QString& text) {
     m_text = text;
-    if (m_sinceShown.elapsed() >= ShowEvery) {
+    // A text that goes is gone at once.
+    if (text.isEmpty() || m_sinceShown.elapsed() >= ShowEvery) {
         apply();
         repaint();
         return;
