@@ -215,7 +215,9 @@ private Q_SLOTS:
 
     void whatHappensIsTold() {
         const auto nameOf = [](QWidget* widget) {
-            return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
+            QAccessibleInterface* told =
+                widget ? QAccessible::queryAccessibleInterface(widget) : nullptr;
+            return told ? told->text(QAccessible::Name) : QStringLiteral("nothing");
         };
         click(world->main().cmdSetList);
         frmSetList& w = frmSetList::instance();
@@ -236,6 +238,9 @@ private Q_SLOTS:
         };
         QCOMPARE(descriptionAt(3), QStringLiteral("has sheet music"));
         QCOMPARE(descriptionAt(4), QString());
+        QApplication::setActiveWindow(w.window());  // a box has taken it
+        w.fpSet->setFocus();
+        w.fpSet->SetActiveCell(2, 3);
         QTest::keyClick(w.fpSet, Qt::Key_F2);
         QCOMPARE(nameOf(QApplication::focusWidget()), QStringLiteral("Row 3, Song"));
         w.Unload();
