@@ -74,8 +74,8 @@ ExchangeContent readOne(const FoundFile& found) {
         return refused(u"The file cannot be opened: %1."_s.arg(file.errorString()));
     if (file.size() > MaxTextBytes && !file.peek(16).startsWith("SQLite format 3"))
         return refused(u"The file is too large."_s);
-    // One more than what is allowed, for a file that grows.
-    const QByteArray bytes = file.read(MaxDatabaseBytes + 1);
+    // QFile::read allocates what it is asked for, so not more than the file has.
+    const QByteArray bytes = file.read(file.size());
     if (file.error() != QFileDevice::NoError)
         return refused(u"The file cannot be read: %1."_s.arg(file.errorString()));
     return readExchangeFile(bytes, found.shown);

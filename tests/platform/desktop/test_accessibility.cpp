@@ -359,6 +359,10 @@ private:
                 names << (head->text(QAccessible::Name) + QLatin1Char(' ') +
                           head->text(QAccessible::Description))
                              .trimmed();
+            // They are made for the caller.
+            for (QAccessibleInterface* head : heads)
+                QAccessible::deleteAccessibleInterface(
+                    QAccessible::registerAccessibleInterface(head));
             return names.join(QLatin1Char(' '));
         };
         for (int row = 0; row < std::min(table->rowCount(), rows); ++row) {
