@@ -144,6 +144,7 @@ void lookAtExchange(World& world, const Look& look) {
     settle();
     frmExchange& w = frmExchange::instance();
     w.pageBringIn->addPaths({QStringLiteral(SOURCE_TREE "/tests/exchange/samples")});
+    settle();
     look(QStringLiteral("bring in"), &w);
     w.tabPages->setCurrentWidget(w.pageTakeOut);
     settle();

@@ -192,9 +192,7 @@ private:
         verse.name = called ? called->name : name.toLower().replace(u' ', u'_');
         verse.label = called && called->name == name.toLower() ? labelOfName(called->name) : name;
         while (m_xml.next() && !(m_xml.isEnd() && m_xml.depth() == outer)) {
-            if (m_xml.isStart() && m_xml.name() == "lines"_L1)
-                readLines(verse);
-            else if (m_xml.isStart() && m_xml.name() == "line"_L1)
+            if (m_xml.isStart() && (m_xml.name() == "lines"_L1 || m_xml.name() == "line"_L1))
                 readLines(verse);
             else if (m_xml.token() == QXmlStreamReader::Characters)
                 readLooseText(verse);
@@ -220,9 +218,7 @@ private:
             const QString name = m_xml.isStart() || m_xml.isEnd() ? m_xml.name() : QString();
             if (m_xml.token() == QXmlStreamReader::Characters)
                 lines.addText(m_xml.text());
-            else if (m_xml.isStart() && name == "br"_L1)
-                lines.endLine();
-            else if (m_xml.isEnd() && name == "line"_L1)
+            else if (m_xml.isStart() ? name == "br"_L1 : name == "line"_L1)
                 lines.endLine();
             else if (m_xml.isEnd() && name == "beat"_L1)
                 lines.addText(u" "_s);

@@ -89,7 +89,7 @@ public:
     }
 
 private:
-    void newLine() { m_xml.writeCharacters(u'\n' + QString(2 * m_depth, u' ')); }
+    void newLine() { m_xml.writeCharacters(u'\n' + QString(qsizetype(2) * m_depth, u' ')); }
 
     void start(const QString& name) {
         ++m_depth;

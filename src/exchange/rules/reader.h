@@ -38,8 +38,8 @@ struct ExchangeContent {
 };
 
 // Larger files are refused: a song database, and any other file.
-constexpr qsizetype MaxDatabaseBytes = 512 * 1024 * 1024;
-constexpr qsizetype MaxTextBytes = 32 * 1024 * 1024;
+constexpr qsizetype MaxDatabaseBytes = qsizetype(512) * 1024 * 1024;
+constexpr qsizetype MaxTextBytes = qsizetype(32) * 1024 * 1024;
 constexpr qsizetype MaxExchangeNotes = 200;
 
 // Reads a file's bytes. The form is known by the content; the file's name, with or without folders,

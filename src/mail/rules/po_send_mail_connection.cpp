@@ -180,7 +180,7 @@ int MailConnection::transferInfo(void* connection, curl_off_t, curl_off_t, curl_
     auto* self = static_cast<MailConnection*>(connection);
     if (self->m_isLeaving) {
         // The outcome is certain.
-        if (self->m_sinceActivity.elapsed() <= LeavingTime * 1000) return 0;
+        if (self->m_sinceActivity.elapsed() <= qint64(LeavingTime) * 1000) return 0;
         self->shutDownSockets();
         return 1;
     }
