@@ -38,7 +38,7 @@ void setUpPreview(SheetView& preview) {
         int col;
         const char* head;
         double width;
-    } columns[] = {{PreviewColumn::Kind, "What", 7},
+    } columns[] = {{PreviewColumn::Kind, "What", 9},
                    {PreviewColumn::Name, "Name", 22},
                    {PreviewColumn::Outcome, "Result", 14},
                    {PreviewColumn::Details, "Details", 30},
