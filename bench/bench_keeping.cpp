@@ -7,7 +7,7 @@
 #include "core/grid/sheet_grid.h"
 #include "keeping/work_keeper.h"
 #include "ratios.h"
-#include "team/rules/schedule_rows.h"
+#include "team/rules/schedule_grid.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -21,25 +21,26 @@
 namespace {
 
 constexpr int Weeks = 31;
-constexpr int Cols = TeamColumn;
+constexpr int Cols = ScheduleColumn::Last;
 constexpr double MostMilliseconds = 10;
 constexpr double MostTimesTheTexts = 3;
 
 // Every cell of every week is filled, with the looks of the schedule's.
 void fillSchedule(SheetGrid& grid) {
     grid.MaxCols(Cols);
-    grid.MaxRows(FirstHeadRow + Weeks * WeekRows);
+    grid.MaxRows(ScheduleRow::FirstHead + Weeks * WeekRows);
     for (int row = 1; row <= grid.MaxRows(); ++row) {
         for (int col = 1; col <= Cols; ++col) {
             grid.Col(col);
             grid.Row(row);
-            grid.BackColor(row % WeekRows == FirstHeadRow ? RGB(200, 200, 255)
-                                                          : RGB(255, 255, col * 20));
-            grid.FontBold(row % WeekRows == FirstHeadRow);
+            grid.BackColor(row % WeekRows == ScheduleRow::FirstHead ? RGB(200, 200, 255)
+                                                                    : RGB(255, 255, col * 20));
+            grid.FontBold(row % WeekRows == ScheduleRow::FirstHead);
             grid.SetText(col, row,
                          QStringLiteral("Acoustic Guitar: First%1 Last%2").arg(row).arg(col));
         }
-        if (row % WeekRows == FirstHeadRow) grid.AddCellSpan(NotesColumn, row, 2, 1);
+        if (row % WeekRows == ScheduleRow::FirstHead)
+            grid.AddCellSpan(ScheduleColumn::Notes, row, 2, 1);
     }
 }
 
