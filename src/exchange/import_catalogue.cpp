@@ -55,16 +55,17 @@ void readDates(Catalogue& catalogue) {
     rs.Close();
 }
 
-QString pluralText(ImportKind kind) {
+// The names of a kind, for one and for many.
+std::pair<QString, QString> namesOf(ImportKind kind) {
     switch (kind) {
         case ImportKind::File:
-            return u"Files"_s;
+            return {u"File"_s, u"Files"_s};
         case ImportKind::Song:
-            return u"Songs"_s;
+            return {u"Song"_s, u"Songs"_s};
         case ImportKind::Person:
-            return u"People"_s;
+            return {u"Person"_s, u"People"_s};
         case ImportKind::Date:
-            return u"Dates"_s;
+            return {u"Date"_s, u"Dates"_s};
     }
     return {};
 }
@@ -80,19 +81,7 @@ Catalogue readCatalogue() {
     return catalogue;
 }
 
-QString kindText(ImportKind kind) {
-    switch (kind) {
-        case ImportKind::File:
-            return u"File"_s;
-        case ImportKind::Song:
-            return u"Song"_s;
-        case ImportKind::Person:
-            return u"Person"_s;
-        case ImportKind::Date:
-            return u"Date"_s;
-    }
-    return {};
-}
+QString kindText(ImportKind kind) { return namesOf(kind).first; }
 
 QString outcomeText(ImportOutcome outcome) {
     switch (outcome) {
@@ -121,7 +110,7 @@ QString importSums(const ImportPlan& plan) {
             continue;
         }
         sums.append(
-            u"%1: %2 added, %3 filled in, %4 already there, %5 refused."_s.arg(pluralText(kind))
+            u"%1: %2 added, %3 filled in, %4 already there, %5 refused."_s.arg(namesOf(kind).second)
                 .arg(added)
                 .arg(filled)
                 .arg(there)

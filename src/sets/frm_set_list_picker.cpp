@@ -29,7 +29,7 @@ void frmSetList::searchByCategory() {
         messageBox(QStringLiteral("The first category box must be selected."));
         return;
     }
-    // Another song may stand in its row now, also after a failure.
+    // Another song may be in its row now, also after a failure.
     const auto shown = qScopeGuard([this] { showInHand(); });
     listByCategory(*fpSongList1, {cmbCat1->currentText(), cmbCat2->currentText(),
                                   optPlayList[0]->isChecked() ? QStringLiteral("Current")

@@ -136,7 +136,7 @@ private:
         const qsizetype start = i;
         qsizetype end = start;
         while (end < m_lines.size() && m_lines[end].isWords()) ++end;
-        // One or two lines below the title tell the authors, unless they are sung.
+        // One or two lines below the title name the authors, unless they are sung.
         const bool sung = end < m_lines.size() && !m_lines[end].chords.isEmpty();
         const bool credits = !sung && end - start <= 2 && !m_song.titles.isEmpty();
         for (; i < end; ++i) {

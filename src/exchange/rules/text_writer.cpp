@@ -54,7 +54,7 @@ QByteArray writeSongText(const Song& song) {
         text += u'\n';
         QString label = verse.label;
         if (label.isEmpty() && verse.kind != VerseKind::Verse) label = labelOfName(verse.name);
-        // A label that does not show as one stands in brackets.
+        // A label that does not look like one is put in brackets.
         if (!label.isEmpty()) text += verseName(label) ? label + u'\n' : bracketed(label);
         QString part;
         for (const SongLine& line : verse.lines) {

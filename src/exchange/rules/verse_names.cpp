@@ -125,7 +125,7 @@ QString bareLabel(const QString& label) {
 std::optional<VerseName> verseName(const QString& label, bool shortForms) {
     const QString bare = bareLabel(label);
     if (bare.isEmpty() || bare.size() > 60) return {};
-    // The word, its number, a letter for its part, and what else is told: "(2x)", "x2", "- slowly".
+    // The word, its number, a letter for its part, and a remark: "(2x)", "x2", "- slowly".
     static const QRegularExpression form(
         QRegularExpression::anchoredPattern(
             u"(?<word>\\p{L}[\\p{L}\\p{M}'/-]*(?:[ -](?:chorus|refrain|eight|solo|chor))?|)"

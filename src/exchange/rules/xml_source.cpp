@@ -47,7 +47,7 @@ qsizetype tagEnd(QStringView text, qsizetype at, int& attributes) {
 }
 
 // The text as QXmlStreamReader takes it. Cuts it off at a tag of too many attributes, which that
-// class compares each with each, and tells so.
+// class compares each with each, and reports that.
 QString preparedXml(const QString& source, QString& problem) {
     static const QRegularExpression head(u"^\\s*<\\?xml[^>]*\\?>"_s);
     QString text = source;

@@ -30,5 +30,5 @@ void StatusLine::apply() {
     m_pending = false;
     m_sinceShown.restart();
     showMessage(m_text);
-    setAccessibleName(m_text);  // a screen reader is told
+    setAccessibleName(m_text);  // for screen readers
 }
