@@ -8,6 +8,7 @@
 #include "core/data/run_time_error.h"
 #include "keeping/copies.h"
 #include "platform/desktop/common_dialog.h"
+#include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
 
 #include <QDir>

@@ -90,11 +90,6 @@ void RandomUser::doCommand(int n) {
     m_world.endStatus = -1;
 }
 
-struct RandomUser::Unsaved {
-    UnsavedKind kind;
-    QByteArray content;
-};
-
 // What every window would lose if nothing was kept.
 std::vector<RandomUser::Unsaved> RandomUser::unsavedWork() {
     std::vector<Unsaved> works;

@@ -4,6 +4,7 @@
 // A user without a plan.
 #pragma once
 
+#include "keeping/unsaved_store.h"
 #include "soak/chance.h"
 #include "support/world.h"
 
@@ -34,7 +35,10 @@ public:
     QMap<QString, int> errorsTold;
 
 private:
-    struct Unsaved;
+    struct Unsaved {
+        UnsavedKind kind;
+        QByteArray content;
+    };
     std::vector<Unsaved> unsavedWork();
     void expectOffered(const std::vector<Unsaved>& works);
     void restart();

@@ -72,14 +72,15 @@ void tryToChange(SheetView* grid, int col, int row) {
         }
         settle();
     };
-    for (const auto& [key, modifiers] :
-         std::initializer_list<std::pair<Qt::Key, Qt::KeyboardModifiers>>{
-             {Qt::Key_X, Qt::NoModifier},
-             {Qt::Key_F2, Qt::NoModifier},
-             {Qt::Key_Delete, Qt::NoModifier},
-             {Qt::Key_X, Qt::ControlModifier},
-             {Qt::Key_V, Qt::ControlModifier}})
-        act([&] { QTest::keyClick(grid, key, modifiers); });
+    struct Press {
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+    };
+    for (const Press& press :
+         {Press{Qt::Key_X, Qt::NoModifier}, Press{Qt::Key_F2, Qt::NoModifier},
+          Press{Qt::Key_Delete, Qt::NoModifier}, Press{Qt::Key_X, Qt::ControlModifier},
+          Press{Qt::Key_V, Qt::ControlModifier}})
+        act([&] { QTest::keyClick(grid, press.key, press.modifiers); });
     act([&] {
         QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {},
                            grid->viewport()->mapFrom(grid, grid->cellRect(col, row).center()));

@@ -50,7 +50,7 @@ private Q_SLOTS:
     void whatIsNoDateStaysOut() {
         QFETCH(QString, text);
         QVERIFY(!parseDate(text));
-        QVERIFY_EXCEPTION_THROWN(toDate(text), RunTimeError);
+        QVERIFY_THROWS_EXCEPTION(RunTimeError, toDate(text));
     }
 
     void everyDayFromNineteenThirtyToTwentyTwentyNineReadsBack() {

@@ -243,18 +243,18 @@ void TestSheetViewPaint::aChangeRepaintsItsRow() {
     QVERIFY(QTest::qWaitForWindowExposed(&view));
     view.AllowCellOverflow(true);
     view.SetText(1, 1, QStringLiteral("MMMMMMMMMMMMMMMMMMMMMMMM"));
-    QVERIFY(inked(onScreen(view), inner(view, 3, 1)) > 20);
+    QTRY_VERIFY(inked(onScreen(view), inner(view, 3, 1)) > 20);
     // The neighbour's text cuts it, and gives the room back.
     view.SetText(2, 1, QStringLiteral("."));
-    QVERIFY(inked(onScreen(view), inner(view, 3, 1)) == 0);
+    QTRY_VERIFY(inked(onScreen(view), inner(view, 3, 1)) == 0);
     view.SetText(2, 1, QString());
-    QVERIFY(inked(onScreen(view), inner(view, 3, 1)) > 20);
+    QTRY_VERIFY(inked(onScreen(view), inner(view, 3, 1)) > 20);
     // A part that is painted again keeps the text that runs over it.
     const QImage before = onScreen(view);
     view.viewport()->repaint(inner(view, 2, 1).translated(-view.viewport()->pos()));
     QCOMPARE(onScreen(view), before);
     view.SetText(1, 1, QString());
-    QVERIFY(inked(onScreen(view), inner(view, 3, 1)) == 0);
+    QTRY_VERIFY(inked(onScreen(view), inner(view, 3, 1)) == 0);
 }
 
 void TestSheetViewPaint::noOverflowUnlessAllowed() {
