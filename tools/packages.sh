@@ -8,7 +8,7 @@ build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-svg-de
     libcurl4-openssl-dev libical-dev libqpdf-dev fonts-liberation fonts-inter)
 
 # What the tests need beyond that.
-test_packages=(libmpv2 ccache chordii ffmpeg clang-format git libxml2-utils sqlite3 python3
+test_packages=(libmpv2 ccache chordii clang ffmpeg clang-format git libxml2-utils sqlite3 python3
     python3-aiosmtpd python3-icalendar openssl pandoc poppler-utils qpdf locales
     reuse unrtf)
 
