@@ -92,11 +92,14 @@ void copyTicked(const frmBackup::Boxes& boxes, const CopyCommand& command) {
             // Deliberate: behaviour 180.
             const QString folder = chooseFolder(item, command, copy);
             if (folder.isEmpty()) continue;
+            setMousePointer(MousePointer::Hourglass);
             if (!std::exchange(isSetAside, true)) setAsideForRestore();
             command.copy(item, folder);
+            setMousePointer(MousePointer::Arrow);
             report += QLatin1String((item.*command.texts).report) + folder + QStringLiteral("\r\r");
         }
     } catch (const RunTimeError& error) {
+        setMousePointer(MousePointer::Arrow);
         // Deliberate: behaviour 184.
         messageBox(QStringLiteral("Error Number %1\r").arg(error.number()) +
                        QLatin1String(command.description) + error.description() +
@@ -139,9 +142,11 @@ void frmBackup::reformatDatabase() {
     if (messageBox(warning, BoxIcon::None, QStringLiteral("WARNING!"), BoxButtons::YesNo) !=
         BoxAnswer::Yes)
         return;
+    setMousePointer(MousePointer::Hourglass);
     try {
         setAside(programFolder(), today(), SetAsideReason::BeforeReset);
     } catch (const RunTimeError& error) {
+        setMousePointer(MousePointer::Arrow);
         messageBox(QStringLiteral("The database was not emptied, because it could not be copied "
                                   "first.\r\r") +
                        error.description(),
@@ -149,6 +154,7 @@ void frmBackup::reformatDatabase() {
         return;
     }
     emptyDatabase();
+    setMousePointer(MousePointer::Arrow);
     // Deliberate: behaviour 188.
     messageBox(QStringLiteral("Your database is empty."), BoxIcon::Information);
 }

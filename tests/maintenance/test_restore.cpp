@@ -20,6 +20,7 @@
 #include <QFile>
 
 #include <csignal>
+#include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -33,6 +34,28 @@ void writeTo(const QString& path, const QByteArray& content) {
     QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
     file.write(content);
 }
+
+// Notes, while it exists, whether the pointer is an hourglass each time this thread opens a
+// database.
+class PointerWatch {
+public:
+    PointerWatch() {
+        s_seen.clear();
+        sqlite3_auto_extension(reinterpret_cast<void (*)()>(look));
+    }
+    ~PointerWatch() { sqlite3_cancel_auto_extension(reinterpret_cast<void (*)()>(look)); }
+
+    bool wasHourglass() const { return !s_seen.isEmpty() && !s_seen.contains(false); }
+
+private:
+    static int look(sqlite3*, char**, const void*) {
+        if (QThread::currentThread() == qApp->thread())
+            s_seen.append(QApplication::overrideCursor() != nullptr);
+        return SQLITE_OK;
+    }
+
+    static inline QList<bool> s_seen;
+};
 
 // What a folder holds, file by file.
 QMap<QString, QByteArray> contentOfFolder(const QString& folder) {
@@ -76,6 +99,7 @@ class TestRestore : public WindowTest {
             auto* box = qobject_cast<QMessageBox*>(modal);
             QVERIFY(box);
             QCOMPARE(box->windowTitle(), AllDone);
+            QVERIFY(!QApplication::overrideCursor());
             box->accept();
         });
     }
@@ -162,6 +186,51 @@ private Q_SLOTS:
         QCOMPARE(titles(), QStringList{"Then"});
         QVERIFY(
             world->main().SB->SimpleText().startsWith("What is replaced could not be set aside. "));
+    }
+
+    void pointerIsAnHourglassWhileWorkIsSetAsideAndCopied() {
+        const frmBackup& w = open();
+        tick({BackupIndex::Database});
+        for (QPushButton* command : {w.cmdBack, w.cmdRestore}) {
+            world->answers.folder(m_stick.path(), command == w.cmdBack ? "Copy Database Here"
+                                                                       : "Restore Database From");
+            expectDone();
+            const PointerWatch pointer;
+            click(command);
+            QVERIFY(pointer.wasHourglass());
+        }
+        // A failure ends it.
+        QVERIFY(QFile::remove(m_stick.filePath("db1.mdb")));
+        world->answers.folder(m_stick.path(), "Restore Database From");
+        world->answers.custom("the failure", [](QWidget* modal) {
+            QVERIFY(!QApplication::overrideCursor());
+            modal->close();
+        });
+        const PointerWatch pointer;
+        click(w.cmdRestore);
+        QVERIFY(pointer.wasHourglass());
+        QVERIFY(!QApplication::overrideCursor());
+    }
+
+    void pointerIsAnHourglassWhileWorkIsSetAsideBeforeAReset() {
+        const frmBackup& w = open();
+        for (const bool fails : {false, true}) {
+            if (fails) {
+                QVERIFY(QDir(world->path("copies")).removeRecursively());
+                writeTo(world->path("copies"), "in the way");
+            }
+            world->answers.question(
+                "Clicking 'YES' below will erase all the information in the database.\r\r"
+                "PROCEED WITH CAUTION",
+                QMessageBox::Yes, "WARNING!");
+            world->answers.custom("the outcome", [](QWidget* modal) {
+                QVERIFY(!QApplication::overrideCursor());
+                modal->close();
+            });
+            const PointerWatch pointer;
+            click(w.lblReformatDB);
+            if (!fails) QVERIFY(pointer.wasHourglass());
+        }
     }
 
     void resetSetsAsideWhatItErases() {

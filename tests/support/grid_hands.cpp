@@ -31,8 +31,10 @@ void clickCell(SheetView* grid, int col, int row, Qt::MouseButton button) {
 }
 
 void typeInCell(SheetView* grid, int col, int row, const QString& text) {
-    // Without a window manager no window is active after a box has closed.
+    // Without a window manager no window is active after a box has closed; with some it takes a
+    // while.
     grid->activateWindow();
+    QVERIFY(QTest::qWaitFor([&] { return grid->isActiveWindow(); }, 60000));
     settle();
     grid->SetActiveCell(col, row);
     grid->flush();

@@ -11,6 +11,8 @@
 #include "charts/sheet_music.h"
 #include "core/shell/frm_about.h"
 #include "core/shell/frm_splash.h"
+#include "exchange/frm_exchange.h"
+#include "exchange/frm_find_words.h"
 #include "mail/mail_hands.h"
 #include "maintenance/frm_notes.h"
 #include "platform/desktop/desktop.h"
@@ -325,6 +327,51 @@ private Q_SLOTS:
         QVERIFY(frmEmail::instance().fpEmail->MaxRows() > 0);
         picture(&world->main(), QStringLiteral("e-mail"));
         frmEmail::instance().Unload();
+    }
+
+    void songsAreBroughtInAndFoundByTheirWords() {
+        QTemporaryDir other;
+        const auto write = [&](const QString& name, const char* text) {
+            QFile file(other.filePath(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            QVERIFY(file.write(text) > 0);
+        };
+        write(QStringLiteral("songs.csv"),
+              "Title,Artist,Key,Categories,Last Used\n"
+              "Amazing Grace,John Newton,G,Grace,2026-05-03\n"
+              "Abide with Me,Henry F. Lyte,Eb,Evening,2026-06-21\n"
+              "Nearer My God to Thee,Sarah F. Adams,G,Trust;Evening,2026-03-08\n"
+              "O Come O Come Emmanuel,Traditional,Em,Advent,2025-12-07\n"
+              "The God of Abraham Praise,Thomas Olivers,Fm,Praise,2026-02-15\n"
+              ",nobody,,,\n");
+        write(QStringLiteral("Be Still.cho"),
+              "{title: Be Still My Soul}\n{artist: Katharina von Schlegel}\n{key: F}\n"
+              "{keywords: Trust}\n\n"
+              "[F]Be still, my [C7]soul: the [F]Lord is on thy [Gm]side;\n"
+              "[C]Bear patient[F]ly the [Bb]cross of grief or [C]pain;\n");
+        world->main().mnuExchange.trigger();
+        settle();
+        frmExchange& w = frmExchange::instance();
+        world->answers.file(other.path());
+        click(w.pageBringIn->cmdFolder);
+        QVERIFY(w.pageBringIn->fpPreview->MaxRows() > 6);
+        picture(&world->main(), QStringLiteral("bring-in"));
+        click(w.pageBringIn->cmdImport);
+        QVERIFY(w.pageBringIn->lblSums->text().startsWith(QLatin1String("Imported. ")));
+        w.tabPages->setCurrentWidget(w.pageTakeOut);
+        settle();
+        w.pageTakeOut->lstForms->setCurrentRow(3);
+        settle();
+        picture(&world->main(), QStringLiteral("take-out"));
+        w.Unload();
+        world->main().mnuFindWords.trigger();
+        settle();
+        frmFindWords& words = frmFindWords::instance();
+        QTest::keyClicks(words.txtWords, QStringLiteral("soul lord"));
+        QTRY_VERIFY_WITH_TIMEOUT(
+            columnOf(words.fpFound, 1).contains(QStringLiteral("Be Still My Soul")), 60000);
+        picture(&world->main(), QStringLiteral("find-words"));
+        words.Unload();
     }
 
     void aboutAndHelpAreShown() {

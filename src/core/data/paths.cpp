@@ -22,6 +22,7 @@ namespace {
 
 QString g_folder;
 QStringList g_filesNotUpdated;
+QString g_readOnlyFolder;
 
 bool canWriteIn(const QString& folder) {
     QTemporaryFile probe(folder + QStringLiteral("/.write-XXXXXX"));
@@ -66,8 +67,9 @@ QString chooseFolder() {
     // An installed program never keeps data beside itself, not even for the superuser, who could
     // write there: they would be removed with the program.
     const bool installed = QFile::exists(own + QStringLiteral("/.installed"));
+    g_readOnlyFolder = installed || canWriteIn(own) ? QString() : own;
     QString folder = own;
-    if (installed || !canWriteIn(own))
+    if (installed || !g_readOnlyFolder.isEmpty())
         folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
                  QStringLiteral("/lorvanite");
     if (folder != delivered) {
@@ -87,6 +89,8 @@ QString programFolder() {
 void setProgramFolder(const QString& folder) { g_folder = folder; }
 
 QStringList filesNotUpdated() { return g_filesNotUpdated; }
+
+QString readOnlyFolder() { return g_readOnlyFolder; }
 
 QString resolvedPath(const QString& path) {
     if (QFile::exists(path)) return path;

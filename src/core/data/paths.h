@@ -20,6 +20,10 @@ QString programFolder();
 // the program can work with them.
 QStringList filesNotUpdated();
 
+// The executable's folder, if the program keeps its files elsewhere because that folder cannot be
+// written; empty otherwise, and for an installed program.
+QString readOnlyFolder();
+
 // Makes another folder the program's.
 void setProgramFolder(const QString& folder);
 

@@ -31,6 +31,8 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
+#include <QFile>
 #include <QMdiSubWindow>
 #include <QScreen>
 #include <QStyle>
@@ -88,6 +90,7 @@ frmMDI::frmMDI() {
     placeOnScreen(*this);
     splash = new frmSplash(this);
     splash->show();
+    reportReadOnlyFolder();
     reportFilesNotUpdated();
     showReminderNotes();
 }
@@ -180,6 +183,23 @@ void frmMDI::offerFirstSteps() {
 }
 
 void frmMDI::showFirstSteps() { showGuide(QStringLiteral("your-first-sunday")); }
+
+// A portable folder on a stick that is protected, for instance.
+void frmMDI::reportReadOnlyFolder() {
+    const QString folder = readOnlyFolder();
+    if (folder.isEmpty()) return;
+    const QString here = QDir::toNativeSeparators(programFolder());
+    const QString text = QStringLiteral("The folder \"%1\" cannot be written.");
+    if (QFile::exists(folder + QStringLiteral("/db1.mdb")))
+        messageBox(text.arg(QDir::toNativeSeparators(folder)) +
+                       QStringLiteral(" The work in it stays as it is, and is not shown.\r\rWhat "
+                                      "you do now is kept in \"%1\".")
+                           .arg(here),
+                   BoxIcon::Exclamation);
+    else
+        setStatusText(text.arg(QDir::toNativeSeparators(folder)) +
+                      QStringLiteral(" Your work is kept in \"%1\".").arg(here));
+}
 
 void frmMDI::reportFilesNotUpdated() {
     const QStringList files = filesNotUpdated();

@@ -54,6 +54,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void reportReadOnlyFolder();
     void reportFilesNotUpdated();
     void showReminderNotes();
     void setUpUtilities();

@@ -9,6 +9,7 @@
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/message_box.h"
 #include "platform/paper/print_painter.h"
+#include "platform/paper/print_queue.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -19,6 +20,7 @@
 #include <QPrinterInfo>
 #include <QSaveFile>
 
+#include <optional>
 #include <tuple>
 
 namespace {
@@ -63,13 +65,36 @@ bool writePdf(const SheetGrid& grid, const QString& path, QPageSize::PageSizeId 
     return file.flush() && file.error() == QFileDevice::NoError && file.commit();
 }
 
-bool sendToPrinter(const SheetGrid& grid, const QPrinterInfo& info) {
+// Why the printer did not take the pages, empty if no reason is known. Nothing if it took them.
+std::optional<QString> sendToPrinter(const SheetGrid& grid, const QPrinterInfo& info) {
     QPrinter printer(info, QPrinter::HighResolution);
     printer.setDocName(jobName(grid));
+    // Otherwise it would be A4.
+    if (info.defaultPageSize().isValid()) printer.setPageSize(info.defaultPageSize());
     printer.setPageOrientation(orientationOf(grid));
     printer.setFullPage(true);
     printer.setPageMargins({});
-    return drawSheet(printer, grid);
+    if (!drawSheet(printer, grid)) return QString();
+    return refusalOfLastJob();
+}
+
+void printOn(const QPrinterInfo& info, const SheetGrid& grid) {
+    const QString name = info.printerName();
+    if (const std::optional<QString> reason = sendToPrinter(grid, info)) {
+        QString text = QStringLiteral("The printer ") + name +
+                       QStringLiteral(
+                           " did not take the pages. Make sure that it is switched on, then print "
+                           "again.");
+        if (!reason->isEmpty()) text += QStringLiteral("\r\r") + *reason;
+        messageBox(text, BoxIcon::Exclamation);
+        return;
+    }
+    setStatusText(QStringLiteral("Sent to the printer ") + name);
+    if (isStopped(name))
+        messageBox(QStringLiteral("The printer ") + name +
+                       QStringLiteral(" is stopped. The pages wait in its queue, and are printed "
+                                      "when it is started again."),
+                   BoxIcon::Exclamation);
 }
 
 // The default printer, or the first one if there is no default; null if there is none at all.
@@ -123,14 +148,7 @@ void PrintSheet(const SheetGrid& grid, int) {
     }
     const QPrinterInfo printer = printerOfTheDesktop();
     if (!printer.isNull()) {
-        if (sendToPrinter(grid, printer)) {
-            setStatusText(QStringLiteral("Sent to the printer ") + printer.printerName());
-        } else {
-            messageBox(QStringLiteral("The printer ") + printer.printerName() +
-                           QStringLiteral(" did not take the pages. Make sure that it is "
-                                          "switched on, then print again."),
-                       BoxIcon::Exclamation);
-        }
+        printOn(printer, grid);
         return;
     }
     const bool letter = QLocale().measurementSystem() == QLocale::ImperialUSSystem;

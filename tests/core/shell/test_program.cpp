@@ -189,6 +189,49 @@ private Q_SLOTS:
         QCOMPARE(bytesOf(data + QStringLiteral("/saved sets")), QByteArray("mine"));
     }
 
+    void readOnlyFolderIsToldAndItsWorkStays_data() {
+        QTest::addColumn<bool>("hasWork");
+        QTest::newRow("with work") << true;
+        QTest::newRow("as unpacked") << false;
+    }
+    void readOnlyFolderIsToldAndItsWorkStays() {
+        QFETCH(bool, hasWork);
+        QTemporaryDir place;
+        openToAll(place.path(), true);
+        const QString stick = place.filePath(QStringLiteral("a $TICK %1 \"ü\""));
+        const QString executable = installTestProgram(stick);
+        QVERIFY(QFile::remove(stick + QStringLiteral("/.installed")));
+        if (hasWork) write(stick + QStringLiteral("/db1.mdb"), "work");
+        openToAll(stick, false);
+        const QString data = place.filePath(QStringLiteral("data"));
+        QVERIFY(QDir().mkpath(data));
+        openToAll(data, true);
+        QProcess program;
+        setHome(program, data);
+        // The superuser may write anywhere, so the program runs as another user.
+        program.setChildProcessModifier([] {
+            if (geteuid() == 0 && setuid(65534) != 0) _exit(3);
+        });
+        program.start(executable, {QStringLiteral("--run-and-close"), QString(), "nothing"});
+        QVERIFY(program.waitForFinished(120000));
+        QCOMPARE(program.exitCode(), 0);
+        const QString said = QString::fromUtf8(program.readAllStandardOutput());
+        const QString start = QStringLiteral("The folder \"") + stick;
+        const QString end = data + QStringLiteral("/lorvanite\".\nended\n");
+        QCOMPARE(said, hasWork ? start +
+                                     QStringLiteral("\" cannot be written. The work in it stays "
+                                                    "as it is, and is not shown.\n\nWhat you "
+                                                    "do now is kept in \"") +
+                                     end
+                               : start +
+                                     QStringLiteral("\" cannot be written. Your work is kept "
+                                                    "in \"") +
+                                     end);
+        QVERIFY(QFile::exists(data + QStringLiteral("/lorvanite/db1.mdb")));
+        if (hasWork) QCOMPARE(bytesOf(stick + QStringLiteral("/db1.mdb")), QByteArray("work"));
+        openToAll(stick, true);
+    }
+
     void deliveredFileThatCannotBeUpdatedIsReportedAndTheProgramStarts() {
         QTemporaryDir place;
         const QString data = place.filePath(QStringLiteral("data/lorvanite"));
