@@ -25,7 +25,6 @@ set(plugins
     platforms/libqwayland-generic.so
     platforms/libqxcb.so
     printsupport/libcupsprintersupport.so
-    tls/libqopensslbackend.so
     wayland-decoration-client/libbradient.so
     wayland-shell-integration/libxdg-shell.so)
 list(TRANSFORM plugins PREPEND ${qt_plugins}/ OUTPUT_VARIABLE plugin_files)
