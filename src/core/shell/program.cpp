@@ -11,6 +11,7 @@
 #include "keeping/folder_lock.h"
 #include "maintenance/rules/backup_items.h"
 #include "platform/desktop/desktop.h"
+#include "platform/theme/font_settings.h"
 #include "platform/theme/theme.h"
 
 #include <QApplication>
@@ -21,6 +22,7 @@
 
 #include <chrono>
 #include <memory>
+#include <thread>
 
 namespace {
 
@@ -81,7 +83,9 @@ void comeToFront() {
 }  // namespace
 
 int runProgram(int argc, char** argv) {
+    std::thread fonts = readFontSettings();
     QApplication app(argc, argv);
+    if (fonts.joinable()) fonts.join();
     QApplication::setApplicationName(QStringLiteral("Lorvanite"));
     QApplication::setDesktopFileName(QStringLiteral("lorvanite"));
     applyTheme(app);
