@@ -5,7 +5,22 @@
 
 #include <thread>
 
-// Begins to read the desktop's font settings, which takes about as long as reaching the window
-// system does. Called before QApplication is made, and joined before the first text is measured;
-// not joinable where there are no such settings.
-std::thread readFontSettings();
+// Prepares the desktop's fonts in a thread, while the start waits for the window system and for the
+// disk. Without it, all that is done when the first text is measured.
+class FontPreparation {
+public:
+    // Begins to read the settings. Make it before QApplication.
+    FontPreparation();
+    ~FontPreparation();
+    FontPreparation(const FontPreparation&) = delete;
+    FontPreparation& operator=(const FontPreparation&) = delete;
+
+    // Begins to list the families. Call it once, after QApplication is made.
+    void listFamilies();
+
+    // Waits for what was begun. Call it before the first text is measured.
+    void wait();
+
+private:
+    std::thread m_thread;
+};
