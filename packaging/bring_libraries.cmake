@@ -2,11 +2,15 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 
 # Run while the portable folder is installed; FOLDER is that folder. Copies Qt's plugins, the
-# libraries of the program and of the plugins, and the fonts of charts and windows from this machine,
-# with the licence of each Debian package that they come from. The C library and the graphics driver
-# are the user's own. libmpv is, too: with its codecs it is larger than all the rest.
+# libraries of the program and of the plugins, those that the program loads itself, and the fonts of
+# charts and windows from this machine, with the licence of each Debian package that they come from.
+# The C library and the graphics driver are the user's own. libmpv is, too: with its codecs it is
+# larger than all the rest.
 block()
 cmake_policy(VERSION 3.25)
+execute_process(COMMAND qmake6 -query QT_INSTALL_LIBS OUTPUT_VARIABLE folder_of_libraries
+    OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+set(loaded ${folder_of_libraries}/libcurl.so.4 ${folder_of_libraries}/libqpdf.so.29)
 execute_process(COMMAND qmake6 -query QT_INSTALL_PLUGINS OUTPUT_VARIABLE qt_plugins
     OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 # Without the plugins for OpenGL no graphics driver is loaded beside libraries of another age.
@@ -21,19 +25,19 @@ set(plugins
     platforms/libqwayland-generic.so
     platforms/libqxcb.so
     printsupport/libcupsprintersupport.so
-    tls/libqopensslbackend.so
     wayland-decoration-client/libbradient.so
     wayland-shell-integration/libxdg-shell.so)
 list(TRANSFORM plugins PREPEND ${qt_plugins}/ OUTPUT_VARIABLE plugin_files)
 
 file(GET_RUNTIME_DEPENDENCIES EXECUTABLES ${FOLDER}/lorvanite
-    ${FOLDER}/lorvanite-exchange LIBRARIES ${plugin_files}
+    ${FOLDER}/lorvanite-exchange LIBRARIES ${plugin_files} ${loaded}
     RESOLVED_DEPENDENCIES_VAR libraries UNRESOLVED_DEPENDENCIES_VAR missing
     PRE_EXCLUDE_REGEXES "^ld-linux" "^lib(c|m|dl|rt|pthread|resolv)\\.so\\."
         "^lib(GLX|EGL)_" "^lib(drm|gbm|vulkan)\\.so")
 if(missing)
     message(FATAL_ERROR "Libraries not found: ${missing}")
 endif()
+list(APPEND libraries ${loaded})
 
 set(fonts)
 foreach(style IN ITEMS Regular Bold Italic BoldItalic)

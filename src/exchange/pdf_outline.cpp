@@ -3,94 +3,151 @@
 
 #include "exchange/pdf_outline.h"
 
-// The library's older kind of pointer is not used here.
-#define POINTERHOLDER_TRANSITION 4
-#include <qpdf/Buffer.hh>
-#include <qpdf/QPDF.hh>
-#include <qpdf/QPDFPageDocumentHelper.hh>
-#include <qpdf/QPDFWriter.hh>
+#include "exchange/qpdf_library.h"
 
-#include <exception>
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-using Pages = std::vector<QPDFPageObjectHelper>;
-
-Pages movedToFront(QPDF& file, int count) {
-    QPDFPageDocumentHelper document(file);
-    const Pages pages = document.getAllPages();
-    const auto first = pages.end() - std::min<qsizetype>(count, qsizetype(pages.size()));
-    for (auto page = pages.end(); page-- != first;) {
-        document.removePage(*page);
-        document.addPage(*page, true);
+// A PDF in memory, which is closed with the object. The library keeps the first error of its calls,
+// and a call that fails changes nothing, so they are checked together.
+class PdfFile {
+public:
+    PdfFile(const QpdfLibrary& qpdf, const QByteArray& bytes) : m_qpdf(qpdf), m_file(qpdf.init()) {
+        m_qpdf.silenceErrors(m_file);
+        m_qpdf.setSuppressWarnings(m_file, QPDF_TRUE);
+        m_qpdf.readMemory(m_file, "song book", bytes.constData(),
+                          static_cast<unsigned long long>(bytes.size()), nullptr);
     }
-    return document.getAllPages();
+    ~PdfFile() { m_qpdf.cleanup(&m_file); }
+    PdfFile(const PdfFile&) = delete;
+    PdfFile& operator=(const PdfFile&) = delete;
+
+    bool hasError() const { return m_qpdf.hasError(m_file); }
+    QString error() {
+        return QString::fromUtf8(m_qpdf.getErrorFullText(m_file, m_qpdf.getError(m_file)));
+    }
+
+    int pages() { return m_qpdf.getNumPages(m_file); }
+    void moveToFront(int count);
+    void addBookmarks(const QList<PdfMark>& marks);
+    void addLink(const PdfMark& mark);
+
+    // Empty if anything has failed.
+    QByteArray written();
+
+private:
+    // The n-th page, from 1.
+    qpdf_oh page(int number) { return m_qpdf.getPageN(m_file, size_t(number - 1)); }
+    qpdf_oh name(const char* text) { return m_qpdf.newName(m_file, text); }
+    void set(qpdf_oh dictionary, const char* key, qpdf_oh value) {
+        m_qpdf.replaceKey(m_file, dictionary, key, value);
+    }
+    qpdf_oh indirectDictionary() {
+        return m_qpdf.makeIndirectObject(m_file, m_qpdf.newDictionary(m_file));
+    }
+    qpdf_oh numbers(std::initializer_list<double> values);
+    qpdf_oh destination(int number);
+
+    const QpdfLibrary& m_qpdf;
+    qpdf_data m_file;
+};
+
+qpdf_oh PdfFile::numbers(std::initializer_list<double> values) {
+    const qpdf_oh array = m_qpdf.newArray(m_file);
+    for (const double value : values)
+        m_qpdf.appendItem(m_file, array, m_qpdf.newRealFromDouble(m_file, value, 0));
+    return array;
 }
 
-QPDFObjectHandle destination(Pages& pages, int number) {
-    QPDFObjectHandle place = QPDFObjectHandle::newArray();
-    place.appendItem(pages.at(size_t(number - 1)).getObjectHandle());
-    place.appendItem(QPDFObjectHandle::newName("/Fit"));
+qpdf_oh PdfFile::destination(int number) {
+    const qpdf_oh place = m_qpdf.newArray(m_file);
+    m_qpdf.appendItem(m_file, place, page(number));
+    m_qpdf.appendItem(m_file, place, name("/Fit"));
     return place;
 }
 
-void addBookmarks(QPDF& file, Pages& pages, const QList<PdfMark>& marks) {
-    QPDFObjectHandle outlines = file.makeIndirectObject(QPDFObjectHandle::newDictionary());
-    outlines.replaceKey("/Type", QPDFObjectHandle::newName("/Outlines"));
-    outlines.replaceKey("/Count", QPDFObjectHandle::newInteger(marks.size()));
-    QPDFObjectHandle last;
+// Moves the last pages.
+void PdfFile::moveToFront(int count) {
+    const int total = pages();
+    for (int i = 0; i < std::min(count, total); ++i) {
+        const qpdf_oh last = page(total);
+        m_qpdf.removePage(m_file, last);
+        m_qpdf.addPage(m_file, m_file, last, QPDF_TRUE);
+    }
+}
+
+void PdfFile::addBookmarks(const QList<PdfMark>& marks) {
+    const qpdf_oh outlines = indirectDictionary();
+    set(outlines, "/Type", name("/Outlines"));
+    set(outlines, "/Count", m_qpdf.newInteger(m_file, marks.size()));
+    qpdf_oh last = 0;  // no object has this handle
     for (const PdfMark& mark : marks) {
-        QPDFObjectHandle item = file.makeIndirectObject(QPDFObjectHandle::newDictionary());
-        item.replaceKey("/Title", QPDFObjectHandle::newUnicodeString(mark.title.toStdString()));
-        item.replaceKey("/Parent", outlines);
-        item.replaceKey("/Dest", destination(pages, mark.page));
-        if (last.isInitialized()) {
-            item.replaceKey("/Prev", last);
-            last.replaceKey("/Next", item);
+        const qpdf_oh item = indirectDictionary();
+        set(item, "/Title", m_qpdf.newUnicodeString(m_file, mark.title.toUtf8().constData()));
+        set(item, "/Parent", outlines);
+        set(item, "/Dest", destination(mark.page));
+        if (last != 0) {
+            set(item, "/Prev", last);
+            set(last, "/Next", item);
         } else {
-            outlines.replaceKey("/First", item);
+            set(outlines, "/First", item);
         }
         last = item;
     }
-    outlines.replaceKey("/Last", last);
-    file.getRoot().replaceKey("/Outlines", outlines);
-    file.getRoot().replaceKey("/PageMode", QPDFObjectHandle::newName("/UseOutlines"));
+    set(outlines, "/Last", last);
+    const qpdf_oh root = m_qpdf.getRoot(m_file);
+    set(root, "/Outlines", outlines);
+    set(root, "/PageMode", name("/UseOutlines"));
 }
 
-void addLink(QPDF& file, Pages& pages, const PdfMark& mark) {
-    QPDFObjectHandle link = file.makeIndirectObject(QPDFObjectHandle::newDictionary());
-    link.replaceKey("/Type", QPDFObjectHandle::newName("/Annot"));
-    link.replaceKey("/Subtype", QPDFObjectHandle::newName("/Link"));
-    link.replaceKey(
-        "/Rect", QPDFObjectHandle::newFromRectangle(
-                     {mark.link.left(), mark.link.top(), mark.link.right(), mark.link.bottom()}));
-    link.replaceKey("/Border", QPDFObjectHandle::parse("[0 0 0]"));
-    link.replaceKey("/Dest", destination(pages, mark.page));
-    QPDFObjectHandle page = pages.at(size_t(mark.linkPage - 1)).getObjectHandle();
-    if (!page.hasKey("/Annots")) page.replaceKey("/Annots", QPDFObjectHandle::newArray());
-    page.getKey("/Annots").appendItem(link);
+void PdfFile::addLink(const PdfMark& mark) {
+    const qpdf_oh link = m_qpdf.newDictionary(m_file);
+    set(link, "/Type", name("/Annot"));
+    set(link, "/Subtype", name("/Link"));
+    set(link, "/Rect",
+        numbers({mark.link.left(), mark.link.top(), mark.link.right(), mark.link.bottom()}));
+    set(link, "/Border", numbers({0, 0, 0}));
+    set(link, "/Dest", destination(mark.page));
+    const qpdf_oh page = this->page(mark.linkPage);
+    if (!m_qpdf.hasKey(m_file, page, "/Annots")) set(page, "/Annots", m_qpdf.newArray(m_file));
+    m_qpdf.appendItem(m_file, m_qpdf.getKey(m_file, page, "/Annots"), link);
+}
+
+QByteArray PdfFile::written() {
+    m_qpdf.initWriteMemory(m_file);
+    m_qpdf.write(m_file);
+    if (hasError()) return {};
+    return QByteArray(reinterpret_cast<const char*>(m_qpdf.getBuffer(m_file)),
+                      qsizetype(m_qpdf.getBufferLength(m_file)));
+}
+
+bool arePagesOf(const QList<PdfMark>& marks, int pages) {
+    return std::all_of(marks.begin(), marks.end(), [pages](const PdfMark& mark) {
+        return mark.page >= 1 && mark.page <= pages && mark.linkPage <= pages;
+    });
 }
 
 }  // namespace
 
 QByteArray withOutline(const QByteArray& pdf, int contents, const QList<PdfMark>& marks,
-                       QString& problem) try {
-    QPDF file;
-    file.setSuppressWarnings(true);
-    file.processMemoryFile("song book", pdf.constData(), size_t(pdf.size()));
-    Pages pages = movedToFront(file, contents);
-    addBookmarks(file, pages, QList<PdfMark>{{u"Contents"_s, 1, 0, {}}} + marks);
+                       QString& problem) {
+    const auto fail = [&problem](const QString& why) {
+        problem = u"The bookmarks could not be added: "_s + why;
+        return QByteArray();
+    };
+    const QpdfLibrary* qpdf = qpdfLibrary();
+    if (!qpdf) return fail(u"libqpdf is not installed"_s);
+    PdfFile file(*qpdf, pdf);
+    if (file.hasError()) return fail(file.error());
+    const QList<PdfMark> all = QList<PdfMark>{{u"Contents"_s, 1, 0, {}}} + marks;
+    if (!arePagesOf(all, file.pages())) return fail(u"a page is not there"_s);
+    file.moveToFront(contents);
+    file.addBookmarks(all);
     for (const PdfMark& mark : marks)
-        if (mark.linkPage > 0) addLink(file, pages, mark);
-    QPDFWriter writer(file);
-    writer.setOutputMemory();
-    writer.write();
-    const auto bytes = writer.getBufferSharedPointer();
-    return QByteArray(reinterpret_cast<const char*>(bytes->getBuffer()),
-                      qsizetype(bytes->getSize()));
-} catch (const std::exception& error) {
-    problem = u"The bookmarks could not be added: "_s + QString::fromUtf8(error.what());
-    return {};
+        if (mark.linkPage > 0) file.addLink(mark);
+    const QByteArray bytes = file.written();
+    return bytes.isEmpty() ? fail(file.error()) : bytes;
 }

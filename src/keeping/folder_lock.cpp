@@ -6,17 +6,20 @@
 #include <QCryptographicHash>
 #include <QDeadlineTimer>
 #include <QFileInfo>
-#include <QLocalServer>
-#include <QLocalSocket>
+#include <QSocketNotifier>
 #include <QSysInfo>
 #include <QThread>
 
+#include <cstddef>
+#include <cstring>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 namespace {
 
-constexpr int ConnectWait = 500;  // milliseconds
-constexpr int RetryWait = 20;
+constexpr int RetryWait = 20;   // milliseconds
 constexpr int WritingTime = 5;  // seconds
 
 // How many starts at the same moment can wait for the owner's event loop.
@@ -24,11 +27,31 @@ constexpr int WaitingCalls = 128;
 
 // The same for every path to the folder; another one for another user, whose windows are on
 // another screen.
-QString socketName(const QString& folder) {
+QByteArray socketName(const QString& folder) {
     const QString path = QFileInfo(folder).canonicalFilePath();
     const QByteArray key = path.toUtf8() + '\n' + QByteArray::number(getuid());
-    return QStringLiteral("lorvanite-") +
-           QString::fromLatin1(QCryptographicHash::hash(key, QCryptographicHash::Sha1).toHex());
+    return "lorvanite-" + QCryptographicHash::hash(key, QCryptographicHash::Sha1).toHex();
+}
+
+// A plain socket: Qt's class for it comes with libraries that every start would wait for.
+int newSocket() { return socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0); }
+
+// Binds or connects a socket to a name. The name is not a file, so it leaves nothing behind when
+// its owner is killed.
+using Attach = int(int socket, const sockaddr* address, socklen_t size);
+bool attach(Attach* call, int socket, const QByteArray& name) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::memcpy(address.sun_path + 1, name.constData(), size_t(name.size()));
+    const auto size = offsetof(sockaddr_un, sun_path) + 1 + size_t(name.size());
+    return call(socket, reinterpret_cast<const sockaddr*>(&address), socklen_t(size)) == 0;
+}
+
+// The connection is the call, and any byte the answer.
+bool isAnswered(int socket, int patience) {
+    pollfd answer{socket, POLLIN, 0};
+    char byte = 0;
+    return poll(&answer, 1, patience) == 1 && read(socket, &byte, 1) == 1;
 }
 
 }  // namespace
@@ -39,7 +62,10 @@ FolderLock::FolderLock(const QString& folder)
     m_lock.setStaleLockTime(0);
 }
 
-FolderLock::~FolderLock() = default;
+FolderLock::~FolderLock() {
+    delete m_calls;
+    if (m_socket >= 0) close(m_socket);
+}
 
 FolderLock::Result FolderLock::acquire(int patience) {
     const QDeadlineTimer deadline(patience);
@@ -93,27 +119,24 @@ bool FolderLock::replaceLock(bool (FolderLock::*condition)() const) {
 
 // One that hangs does not answer, and one that is ending lets the connection break.
 bool FolderLock::callOwner(const QDeadlineTimer& deadline) {
-    QLocalSocket socket;
-    // A name that is not a file leaves nothing behind when its owner is killed.
-    socket.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
-    socket.connectToServer(m_name);
-    return socket.waitForConnected(ConnectWait) &&
-           socket.waitForReadyRead(int(deadline.remainingTime()));
+    const int socket = newSocket();
+    const bool answered =
+        attach(&::connect, socket, m_name) && isAnswered(socket, int(deadline.remainingTime()));
+    close(socket);
+    return answered;
 }
 
 void FolderLock::listen() {
-    m_server = new QLocalServer(this);
-    m_server->setSocketOptions(QLocalServer::AbstractNamespaceOption);
-    m_server->setListenBacklogSize(WaitingCalls);
-    // The connection is the message, and any byte the answer.
-    connect(m_server, &QLocalServer::newConnection, this, [this] {
-        while (QLocalSocket* caller = m_server->nextPendingConnection()) {
-            connect(caller, &QLocalSocket::disconnected, caller, &QObject::deleteLater);
-            caller->write("!");
-            caller->flush();
-            caller->disconnectFromServer();
-        }
+    m_socket = newSocket();
+    if (!attach(&::bind, m_socket, m_name) || ::listen(m_socket, WaitingCalls) != 0) return;
+    m_calls = new QSocketNotifier(m_socket, QSocketNotifier::Read);
+    connect(m_calls, &QSocketNotifier::activated, this, &FolderLock::answer);
+}
+
+void FolderLock::answer() {
+    for (int caller; (caller = accept4(m_socket, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;) {
+        send(caller, "!", 1, MSG_NOSIGNAL);
+        close(caller);
         Q_EMIT called();
-    });
-    m_server->listen(m_name);
+    }
 }

@@ -4,6 +4,7 @@
 // One program on one folder.
 #pragma once
 
+#include <QByteArray>
 #include <QDateTime>
 #include <QLockFile>
 #include <QObject>
@@ -12,7 +13,7 @@
 #include <optional>
 
 class QDeadlineTimer;
-class QLocalServer;
+class QSocketNotifier;
 
 // Owns the program's folder through the lock file ".lorvanite.lock" in it, so that two programs do
 // not write the same files. Whoever owns it can be called to the front by later starts of the same
@@ -56,8 +57,10 @@ private:
     bool replaceLock(bool (FolderLock::*condition)() const);
     bool callOwner(const QDeadlineTimer& deadline);
     void listen();
+    void answer();
 
-    QString m_name;  // of the local socket
+    QByteArray m_name;  // of the local socket
     QLockFile m_lock;
-    QLocalServer* m_server = nullptr;
+    int m_socket = -1;
+    QSocketNotifier* m_calls = nullptr;
 };

@@ -5,6 +5,7 @@
 
 #include "core/data/paths.h"
 #include "mail/plain_text.h"
+#include "mail/rules/curl_library.h"
 #include "mail/rules/po_send_mail_connection.h"
 #include "mail/rules/typed_text.h"
 
@@ -80,6 +81,7 @@ void poSendMail::Send() {
     if (m_persistent) keepSettings();
     const QSettings settings(settingsFile(), QSettings::IniFormat);
 
+    curlLibrary();  // initialized here, before there is a second thread
     // libcurl blocks, so it runs in a separate thread; its events are delivered to this one. The
     // window may change the members meanwhile: the thread works on a copy.
     MailMessage message = *this;

@@ -67,7 +67,8 @@ void begin(frmMDI& main) {
 }
 
 bool isGoingOn() {
-    if (g_activity == QLatin1String("mail")) return g_mailServer && g_mailServer->wasCalled();
+    if (g_activity == QLatin1String("mail"))
+        return g_hasBegun || (g_mailServer && g_mailServer->wasCalled());
     if (g_activity == QLatin1String("sound")) return soundDevice().state() == Media::State::Playing;
     return g_hasBegun;
 }

@@ -11,12 +11,14 @@
 #include "keeping/folder_lock.h"
 #include "maintenance/rules/backup_items.h"
 #include "platform/desktop/desktop.h"
+#include "platform/theme/font_preparation.h"
 #include "platform/theme/theme.h"
 
 #include <QApplication>
 #include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTimer>
 
 #include <chrono>
@@ -50,9 +52,9 @@ bool startsAllTheSame(const FolderLock& lock) {
 // An owner that starts from a slow stick takes its time before it answers.
 constexpr int OwnerPatience = 30'000;  // milliseconds
 
-// Whether this process may work on the program's folder.
-bool takeFolder(FolderLock& lock) {
-    switch (lock.acquire(OwnerPatience)) {
+// Whether this process may work on the program's folder, by what came of trying to own it.
+bool mayWork(FolderLock& lock, FolderLock::Result result) {
+    switch (result) {
         case FolderLock::Result::OwnerCalled:
             return false;
         case FolderLock::Result::OutOfReach:
@@ -81,17 +83,23 @@ void comeToFront() {
 }  // namespace
 
 int runProgram(int argc, char** argv) {
+    FontPreparation fonts;
     QApplication app(argc, argv);
+    fonts.listFamilies();
     QApplication::setApplicationName(QStringLiteral("Lorvanite"));
     QApplication::setDesktopFileName(QStringLiteral("lorvanite"));
-    applyTheme(app);
     std::unique_ptr<FolderLock> lock;
-    bool isOurs = false;
+    FolderLock::Result result{};
     atEdge(OnFailure::EndsProgram, [&] {
+        // A failure is shown with the theme as well.
+        const auto dressed = qScopeGuard([&] {
+            fonts.wait();
+            applyTheme(app);
+        });
         lock = std::make_unique<FolderLock>(programFolder());
-        isOurs = takeFolder(*lock);
+        result = lock->acquire(OwnerPatience);
     });
-    if (!isOurs) return 0;
+    if (!lock || !mayWork(*lock, result)) return 0;
     finishRestores();
     QObject::connect(lock.get(), &FolderLock::called, &app, &comeToFront);
     const EndSignals endSignals;

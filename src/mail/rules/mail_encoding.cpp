@@ -68,9 +68,9 @@ QByteArray mailText(QString text) {
 // Base64 allows for lines of any length, and its size is known in advance.
 void setText(curl_mimepart* part, const QString& text, const char* type) {
     const QByteArray bytes = mailText(text);
-    curl_mime_data(part, bytes.constData(), size_t(bytes.size()));
-    curl_mime_type(part, type);
-    curl_mime_encoder(part, "base64");
+    curlLibrary()->mimeData(part, bytes.constData(), size_t(bytes.size()));
+    curlLibrary()->mimeType(part, type);
+    curlLibrary()->mimeEncoder(part, "base64");
 }
 
 QByteArray typeOf(const QString& path) {
@@ -106,13 +106,13 @@ bool setFile(curl_mimepart* part, const QString& path) {
     auto open = std::make_unique<OpenFile>(file);
     if (!open->file.open(QIODevice::ReadOnly)) return false;
     open->left = open->file.size();
-    curl_mime_data_cb(part, open->left, readFile, nullptr, closeFile, open.get());
+    curlLibrary()->mimeDataCb(part, open->left, readFile, nullptr, closeFile, open.get());
     (void)open.release();
     CurlList own;
     append(own, "Content-Disposition: " + attachmentDisposition(QFileInfo(file).fileName()));
-    curl_mime_headers(part, own.release(), 1);
-    curl_mime_type(part, typeOf(file).constData());
-    curl_mime_encoder(part, "base64");
+    curlLibrary()->mimeHeaders(part, own.release(), 1);
+    curlLibrary()->mimeType(part, typeOf(file).constData());
+    curlLibrary()->mimeEncoder(part, "base64");
     return true;
 }
 
@@ -126,7 +126,7 @@ QByteArray plainAddress(const QString& address) {
 }  // namespace
 
 void append(CurlList& list, const QByteArray& line) {
-    curl_slist* whole = curl_slist_append(list.get(), line.constData());
+    curl_slist* whole = curlLibrary()->slistAppend(list.get(), line.constData());
     if (!whole) throw std::bad_alloc();
     (void)list.release();
     list.reset(whole);
@@ -173,21 +173,23 @@ CurlList headersOf(const MailMessage& message) {
 }
 
 CurlMime bodyOf(CURL* curl, const MailMessage& message, const QString& plainText) {
-    CurlMime mixed(curl_mime_init(curl));
-    curl_mimepart* body = curl_mime_addpart(mixed.get());
+    CurlMime mixed(curlLibrary()->mimeInit(curl));
+    curl_mimepart* body = curlLibrary()->mimeAddpart(mixed.get());
     if (message.AsHTML) {
-        CurlMime alternatives(curl_mime_init(curl));
-        setText(curl_mime_addpart(alternatives.get()), plainText, "text/plain; charset=utf-8");
-        setText(curl_mime_addpart(alternatives.get()), message.Message, "text/html; charset=utf-8");
-        curl_mime_subparts(body, alternatives.release());
-        curl_mime_type(body, "multipart/alternative");
+        CurlMime alternatives(curlLibrary()->mimeInit(curl));
+        setText(curlLibrary()->mimeAddpart(alternatives.get()), plainText,
+                "text/plain; charset=utf-8");
+        setText(curlLibrary()->mimeAddpart(alternatives.get()), message.Message,
+                "text/html; charset=utf-8");
+        curlLibrary()->mimeSubparts(body, alternatives.release());
+        curlLibrary()->mimeType(body, "multipart/alternative");
         CurlList own;
         append(own, "Content-Disposition: inline");
-        curl_mime_headers(body, own.release(), 1);
+        curlLibrary()->mimeHeaders(body, own.release(), 1);
     } else {
         setText(body, message.Message, "text/plain; charset=utf-8");
     }
     for (const QString& path : attachmentsOf(message))
-        if (!setFile(curl_mime_addpart(mixed.get()), path)) return nullptr;
+        if (!setFile(curlLibrary()->mimeAddpart(mixed.get()), path)) return nullptr;
     return mixed;
 }

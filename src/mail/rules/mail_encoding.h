@@ -1,23 +1,24 @@
 // SPDX-FileCopyrightText: The Lorvanite authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// The encoding of a message for the mail server.
+// The encoding of a message for the mail server. Lists and bodies can be made only if curlLibrary()
+// is not null.
 #pragma once
 
+#include "mail/rules/curl_library.h"
 #include "mail/rules/mail_message.h"
 
 #include <QByteArray>
 
-#include <curl/curl.h>
 #include <memory>
 
 struct CurlListFree {
-    void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+    void operator()(curl_slist* list) const { curlLibrary()->slistFreeAll(list); }
 };
 using CurlList = std::unique_ptr<curl_slist, CurlListFree>;
 
 struct CurlMimeFree {
-    void operator()(curl_mime* mime) const { curl_mime_free(mime); }
+    void operator()(curl_mime* mime) const { curlLibrary()->mimeFree(mime); }
 };
 using CurlMime = std::unique_ptr<curl_mime, CurlMimeFree>;
 

@@ -4,6 +4,7 @@
 #include "mail/rules/po_send_mail_connection.h"
 
 #include "mail/rules/client_name.h"
+#include "mail/rules/curl_library.h"
 #include "mail/rules/mail_checks.h"
 #include "mail/rules/mail_encoding.h"
 
@@ -12,22 +13,17 @@
 #include <QUrl>
 
 #include <algorithm>
-#include <mutex>
 #include <sys/socket.h>
 #include <unistd.h>
 
 namespace {
 
 struct CurlFree {
-    void operator()(CURL* curl) const { curl_easy_cleanup(curl); }
+    void operator()(CURL* curl) const { curlLibrary()->easyCleanup(curl); }
 };
 using Curl = std::unique_ptr<CURL, CurlFree>;
 
-Curl newCurl() {
-    static std::once_flag once;
-    std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
-    return Curl(curl_easy_init());
-}
+Curl newCurl() { return Curl(curlLibrary()->easyInit()); }
 
 // How many seconds a server may take to answer QUIT, when the outcome is already certain.
 constexpr int LeavingTime = 2;
@@ -52,6 +48,10 @@ int codeOf(const QString& line) {
     return isNumber && code >= 100 ? code : 0;
 }
 
+QString unreachable(const QString& server, const QString& detail) {
+    return QStringLiteral("The server \"%1\" cannot be reached (%2).").arg(server, detail);
+}
+
 QString shortened(const QString& line) {
     return line.size() <= LongestLine ? line : line.left(LongestLine) + QChar(u'\u2026');
 }
@@ -74,6 +74,9 @@ MailConnection::MailConnection(const MailMessage& message, const MailWaits& wait
 MailOutcome MailConnection::run(const QString& plainText) {
     const QString faults = faultsOf(m_message);
     if (!faults.isEmpty()) return {false, faults};
+    if (!curlLibrary())
+        return {false, unreachable(m_message.SMTPHost, QStringLiteral("libcurl is not installed")) +
+                           QStringLiteral("\r\n") + NothingDelivered};
     if (m_message.UsePopAuthentication) {
         const QString fault = logInToPop();
         if (!fault.isEmpty()) return {false, fault + QLatin1Char(' ') + NothingDelivered};
@@ -82,6 +85,7 @@ MailOutcome MailConnection::run(const QString& plainText) {
 }
 
 void MailConnection::prepare(CURL* curl, const MailHost& host, const QString& path, bool logsIn) {
+    const auto set = curlLibrary()->easySetopt;
     const QString url =
         QStringLiteral("%1://%2:%3/%4").arg(host.scheme, host.host).arg(host.port).arg(path);
     m_curlSays[0] = '\0';
@@ -90,43 +94,42 @@ void MailConnection::prepare(CURL* curl, const MailHost& host, const QString& pa
     m_replyLines = 0;
     m_command.clear();
     m_reply.clear();
-    curl_easy_setopt(curl, CURLOPT_URL, url.toUtf8().constData());
-    curl_easy_setopt(curl, CURLOPT_PROXY, "");
-    curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(curl, CURLOPT_QUICK_EXIT, 1L);
-    curl_easy_setopt(curl, CURLOPT_FRESH_CONNECT, 1L);
-    curl_easy_setopt(curl, CURLOPT_FORBID_REUSE, 1L);
-    curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT, long(m_waits.silence));
+    set(curl, CURLOPT_URL, url.toUtf8().constData());
+    set(curl, CURLOPT_PROXY, "");
+    set(curl, CURLOPT_NOSIGNAL, 1L);
+    set(curl, CURLOPT_QUICK_EXIT, 1L);
+    set(curl, CURLOPT_FRESH_CONNECT, 1L);
+    set(curl, CURLOPT_FORBID_REUSE, 1L);
+    set(curl, CURLOPT_CONNECTTIMEOUT, long(m_waits.silence));
     // transferInfo measures the silence; this timeout must only be longer.
-    curl_easy_setopt(curl, CURLOPT_SERVER_RESPONSE_TIMEOUT,
-                     long(std::max(m_waits.silence, m_waits.answer)) + 5);
-    curl_easy_setopt(curl, CURLOPT_ERRORBUFFER, m_curlSays);
-    curl_easy_setopt(curl, CURLOPT_VERBOSE, 1L);
-    curl_easy_setopt(curl, CURLOPT_DEBUGFUNCTION, &MailConnection::debug);
-    curl_easy_setopt(curl, CURLOPT_DEBUGDATA, this);
-    curl_easy_setopt(curl, CURLOPT_NOPROGRESS, 0L);
-    curl_easy_setopt(curl, CURLOPT_XFERINFOFUNCTION, &MailConnection::transferInfo);
-    curl_easy_setopt(curl, CURLOPT_XFERINFODATA, this);
-    curl_easy_setopt(curl, CURLOPT_SOCKOPTFUNCTION, &MailConnection::socketOpened);
-    curl_easy_setopt(curl, CURLOPT_SOCKOPTDATA, this);
-    curl_easy_setopt(curl, CURLOPT_CLOSESOCKETFUNCTION, &MailConnection::socketClosed);
-    curl_easy_setopt(curl, CURLOPT_CLOSESOCKETDATA, this);
-    curl_easy_setopt(curl, CURLOPT_SSLVERSION, long(CURL_SSLVERSION_TLSv1_2));
+    set(curl, CURLOPT_SERVER_RESPONSE_TIMEOUT, long(std::max(m_waits.silence, m_waits.answer)) + 5);
+    set(curl, CURLOPT_ERRORBUFFER, m_curlSays);
+    set(curl, CURLOPT_VERBOSE, 1L);
+    set(curl, CURLOPT_DEBUGFUNCTION, &MailConnection::debug);
+    set(curl, CURLOPT_DEBUGDATA, this);
+    set(curl, CURLOPT_NOPROGRESS, 0L);
+    set(curl, CURLOPT_XFERINFOFUNCTION, &MailConnection::transferInfo);
+    set(curl, CURLOPT_XFERINFODATA, this);
+    set(curl, CURLOPT_SOCKOPTFUNCTION, &MailConnection::socketOpened);
+    set(curl, CURLOPT_SOCKOPTDATA, this);
+    set(curl, CURLOPT_CLOSESOCKETFUNCTION, &MailConnection::socketClosed);
+    set(curl, CURLOPT_CLOSESOCKETDATA, this);
+    set(curl, CURLOPT_SSLVERSION, long(CURL_SSLVERSION_TLSv1_2));
     if (!m_certificates.isEmpty())
-        curl_easy_setopt(curl, CURLOPT_CAINFO, QFile::encodeName(m_certificates).constData());
+        set(curl, CURLOPT_CAINFO, QFile::encodeName(m_certificates).constData());
     const bool mustHide = logsIn && !host.isLoopback();
-    curl_easy_setopt(curl, CURLOPT_USE_SSL, long(mustHide ? CURLUSESSL_ALL : CURLUSESSL_TRY));
+    set(curl, CURLOPT_USE_SSL, long(mustHide ? CURLUSESSL_ALL : CURLUSESSL_TRY));
     if (!logsIn) return;
-    curl_easy_setopt(curl, CURLOPT_USERNAME, m_message.Username.toUtf8().constData());
-    curl_easy_setopt(curl, CURLOPT_PASSWORD, m_message.Password.toUtf8().constData());
+    set(curl, CURLOPT_USERNAME, m_message.Username.toUtf8().constData());
+    set(curl, CURLOPT_PASSWORD, m_message.Password.toUtf8().constData());
 }
 
 CURLcode MailConnection::perform(CURL* curl) {
     m_sinceActivity.start();
-    const CURLcode code = curl_easy_perform(curl);
+    const CURLcode code = curlLibrary()->easyPerform(curl);
     // The last bytes may have been sent after the last call of transferInfo.
     curl_off_t sent = 0;
-    curl_easy_getinfo(curl, CURLINFO_SIZE_UPLOAD_T, &sent);
+    curlLibrary()->easyGetinfo(curl, CURLINFO_SIZE_UPLOAD_T, &sent);
     if (m_isDataOpen && m_total > 0 && sent >= m_total) m_isAllSent = true;
     return code;
 }
@@ -134,9 +137,10 @@ CURLcode MailConnection::perform(CURL* curl) {
 QString MailConnection::logInToPop() {
     const MailHost host = *popHostOf(m_message);
     const Curl curl = newCurl();
+    const auto set = curlLibrary()->easySetopt;
     prepare(curl.get(), host, {}, true);
-    curl_easy_setopt(curl.get(), CURLOPT_CUSTOMREQUEST, "NOOP");
-    curl_easy_setopt(curl.get(), CURLOPT_NOBODY, 1L);
+    set(curl.get(), CURLOPT_CUSTOMREQUEST, "NOOP");
+    set(curl.get(), CURLOPT_NOBODY, 1L);
     const CURLcode code = perform(curl.get());
     return code == CURLE_OK ? QString() : explain(code, m_message.POP3Host);
 }
@@ -156,13 +160,14 @@ MailOutcome MailConnection::sendMessage(const QString& plainText) {
         append(recipients, box.address.toUtf8());
     }
     const QString name = QString::fromLatin1(QUrl::toPercentEncoding(clientName()));
+    const auto set = curlLibrary()->easySetopt;
     prepare(curl.get(), host, name, m_message.UseAuthentication);
-    curl_easy_setopt(curl.get(), CURLOPT_PREREQFUNCTION, &MailConnection::beforeRequest);
-    curl_easy_setopt(curl.get(), CURLOPT_PREREQDATA, this);
-    curl_easy_setopt(curl.get(), CURLOPT_MAIL_FROM, m_message.From.toUtf8().constData());
-    curl_easy_setopt(curl.get(), CURLOPT_MAIL_RCPT, recipients.get());
-    curl_easy_setopt(curl.get(), CURLOPT_HTTPHEADER, headers.get());
-    curl_easy_setopt(curl.get(), CURLOPT_MIMEPOST, body.get());
+    set(curl.get(), CURLOPT_PREREQFUNCTION, &MailConnection::beforeRequest);
+    set(curl.get(), CURLOPT_PREREQDATA, this);
+    set(curl.get(), CURLOPT_MAIL_FROM, m_message.From.toUtf8().constData());
+    set(curl.get(), CURLOPT_MAIL_RCPT, recipients.get());
+    set(curl.get(), CURLOPT_HTTPHEADER, headers.get());
+    set(curl.get(), CURLOPT_MIMEPOST, body.get());
     return outcomeOf(perform(curl.get()));
 }
 
@@ -305,14 +310,14 @@ QString MailConnection::explain(CURLcode code, const QString& server) const {
         return QStringLiteral("An attachment was changed while it was being sent.");
     const QString detail =
         withoutSecrets(m_curlSays[0] ? QString::fromUtf8(m_curlSays)
-                                     : QString::fromUtf8(curl_easy_strerror(code)));
+                                     : QString::fromUtf8(curlLibrary()->easyStrerror(code)));
     switch (code) {
         case CURLE_COULDNT_RESOLVE_HOST:
             return QStringLiteral(
                        "The server \"%1\" was not found, or there is no network connection.")
                 .arg(server);
         case CURLE_COULDNT_CONNECT:
-            return QStringLiteral("The server \"%1\" cannot be reached (%2).").arg(server, detail);
+            return unreachable(server, detail);
         case CURLE_OPERATION_TIMEDOUT:
             return QStringLiteral("The server \"%1\" did not answer in time.").arg(server);
         case CURLE_USE_SSL_FAILED:

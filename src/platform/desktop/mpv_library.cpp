@@ -3,17 +3,11 @@
 
 #include "platform/desktop/mpv_library.h"
 
-#include <QLibrary>
+#include "core/data/run_time_library.h"
 
 #include <optional>
 
 namespace {
-
-template <typename Function>
-bool resolve(QLibrary& library, const char* name, Function& function) {
-    function = reinterpret_cast<Function>(library.resolve(name));
-    return function != nullptr;
-}
 
 std::optional<MpvLibrary> loadMpv() {
     QLibrary library(QStringLiteral("mpv"), 2);

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: The Lorvanite authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// libmpv, loaded when the first sound is played. Most sessions never play one, and its libraries
-// would cost every start time and memory.
+// libmpv, loaded when the first sound is played.
 #pragma once
 
 #include <cstdint>

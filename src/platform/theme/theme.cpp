@@ -152,7 +152,8 @@ void applyFont(QApplication& app) {
     addOwnFonts();
     QFont font = app.font();
     const QString wanted = QStringLiteral("Inter");
-    if (QFontDatabase::hasFamily(wanted)) font.setFamily(wanted);
+    // hasFamily() would first ask for what else the name stands for.
+    if (QFontDatabase::families().contains(wanted)) font.setFamily(wanted);
     font.setPointSize(10);
     app.setFont(font);
 }
