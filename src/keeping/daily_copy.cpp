@@ -6,7 +6,6 @@
 #include "core/data/run_time_error.h"
 
 #include <QElapsedTimer>
-#include <QThread>
 
 namespace {
 
@@ -24,15 +23,11 @@ DailyCopy::~DailyCopy() {
 void DailyCopy::start(const QDate& day) {
     if (isRunning()) return;
     m_cancelled = false;
-    m_thread.reset(QThread::create([this, day] { run(day); }));
-    // The user's work goes first.
-    m_thread->start(QThread::LowPriority);
+    m_thread = std::thread([this, day] { run(day); });
 }
 
 void DailyCopy::waitForEnd() {
-    if (!m_thread) return;
-    m_thread->wait();
-    m_thread.reset();
+    if (m_thread.joinable()) m_thread.join();
 }
 
 // In the thread.
@@ -41,19 +36,16 @@ void DailyCopy::run(const QDate& day) {
     const CopyStep step = [&](const QString& what) {
         if (!sinceProgress.isValid() || sinceProgress.elapsed() >= ProgressPause) {
             sinceProgress.start();
-            QMetaObject::invokeMethod(this, [this, what] { Q_EMIT progressed(what); });
+            m_calls.post([this, what] { Q_EMIT progressed(what); });
         }
         return !m_cancelled;
     };
     // The thread has ended when its end is reported.
     const auto report = [this](auto emitResult) {
-        QMetaObject::invokeMethod(
-            this,
-            [this, emitResult] {
-                waitForEnd();
-                emitResult();
-            },
-            Qt::QueuedConnection);
+        m_calls.post([this, emitResult] {
+            waitForEnd();
+            emitResult();
+        });
     };
     try {
         const CopyOutcome outcome = makeDailyCopy(m_folder, day, step);

@@ -4,6 +4,7 @@
 // The copy of every day, made in a thread.
 #pragma once
 
+#include "core/data/thread_calls.h"
 #include "keeping/copies.h"
 
 #include <QDate>
@@ -11,9 +12,7 @@
 #include <QString>
 
 #include <atomic>
-#include <memory>
-
-class QThread;
+#include <thread>
 
 // Makes the copy of a day beside the running program. All signals come in this object's thread,
 // through its event loop, one of finished and failed for each start.
@@ -32,7 +31,7 @@ public:
     // Ends the work at its next step, with CopyOutcome::Cancelled; nothing of the copy is left.
     void cancel() { m_cancelled = true; }
 
-    bool isRunning() const { return m_thread != nullptr; }
+    bool isRunning() const { return m_thread.joinable(); }
 
 Q_SIGNALS:
     // What is copied now, at most ten times a second.
@@ -47,6 +46,7 @@ private:
     void waitForEnd();
 
     QString m_folder;
-    std::unique_ptr<QThread> m_thread;
+    ThreadCalls m_calls;
+    std::thread m_thread;
     std::atomic<bool> m_cancelled = false;
 };

@@ -4,10 +4,10 @@
 #include "keeping/work_keeper.h"
 
 #include "core/data/run_time_error.h"
+#include "core/data/worker.h"
 
 #include <QCryptographicHash>
 #include <QFile>
-#include <QThreadPool>
 
 #include <algorithm>
 #include <utility>
@@ -21,10 +21,9 @@ constexpr std::chrono::seconds KeepDelay(30);
 constexpr std::chrono::milliseconds TellDelay(250);
 
 // One thread for all, so that writes come in the order of their calls.
-QThreadPool& writer() {
-    static QThreadPool pool;
-    pool.setMaxThreadCount(1);
-    return pool;
+Worker& writer() {
+    static Worker worker;
+    return worker;
 }
 
 std::vector<WorkKeeper*>& keepers() {
@@ -142,9 +141,7 @@ void WorkKeeper::keep() {
             } catch (const RunTimeError& error) {
                 // The destructor waits for the writing, so this keeper is there.
                 if (!std::exchange(kept->failed, true))
-                    QMetaObject::invokeMethod(
-                        this, [this, why = error.description()] { Q_EMIT failed(why); },
-                        Qt::QueuedConnection);
+                    m_calls.post([this, why = error.description()] { Q_EMIT failed(why); });
             }
         }
     });

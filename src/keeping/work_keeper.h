@@ -4,6 +4,7 @@
 // Keeps what one window works on while it differs from what was loaded or saved last.
 #pragma once
 
+#include "core/data/thread_calls.h"
 #include "keeping/unsaved_store.h"
 
 #include <QByteArray>
@@ -91,6 +92,7 @@ private:
     void tellUnsavedWork();
     QByteArray sumNow() const;
 
+    ThreadCalls m_calls;  // of the thread that writes
     UnsavedStore m_store;
     UnsavedKind m_kind;
     Content m_content;

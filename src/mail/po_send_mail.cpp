@@ -4,6 +4,7 @@
 #include "mail/po_send_mail.h"
 
 #include "core/data/paths.h"
+#include "core/data/thread_calls.h"
 #include "mail/plain_text.h"
 #include "mail/rules/curl_library.h"
 #include "mail/rules/po_send_mail_connection.h"
@@ -12,9 +13,8 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QSettings>
-#include <QThread>
 
-#include <memory>
+#include <thread>
 
 namespace {
 
@@ -87,27 +87,28 @@ void poSendMail::Send() {
     MailMessage message = *this;
     if (message.AsHTML && !message.TypedText.isEmpty())
         message.Message = typedTextAsHtml(message.Message);
+    ThreadCalls calls;
     MailConnection connection(message, waitsIn(settings), certificatesIn(settings));
-    connection.onProgress = [this](int percent) {
-        QMetaObject::invokeMethod(this, [=, this] { Q_EMIT Progress(percent); });
+    connection.onProgress = [this, &calls](int percent) {
+        calls.post([=, this] { Q_EMIT Progress(percent); });
     };
-    connection.onStatus = [this](const QString& line) {
-        QMetaObject::invokeMethod(this, [=, this] { Q_EMIT Status(line); });
+    connection.onStatus = [this, &calls](const QString& line) {
+        calls.post([=, this] { Q_EMIT Status(line); });
     };
-    connection.onAwaiting = [this](int seconds) {
-        QMetaObject::invokeMethod(this, [=, this] { Q_EMIT AnswerAwaited(seconds); });
+    connection.onAwaiting = [this, &calls](int seconds) {
+        calls.post([=, this] { Q_EMIT AnswerAwaited(seconds); });
     };
     MailOutcome outcome;
-    const std::unique_ptr<QThread> thread(
-        QThread::create([&] { outcome = connection.run(plainAlternativeOf(message)); }));
     QEventLoop loop;
-    connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
     m_connection = &connection;
-    thread->start();
+    std::jthread thread([&] {
+        outcome = connection.run(plainAlternativeOf(message));
+        calls.post([&loop] { loop.quit(); });
+    });
     loop.exec();
     // The loop also quits when the application does.
-    if (!thread->isFinished()) connection.cancel();
-    thread->wait();
+    connection.cancel();
+    thread.join();
     m_connection = nullptr;
 
     if (outcome.isDelivered)

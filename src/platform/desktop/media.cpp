@@ -80,8 +80,7 @@ void Media::createPlayer() {
         player,
         [](void* media) {
             auto* self = static_cast<Media*>(media);
-            QMetaObject::invokeMethod(
-                self, [self] { self->takeEvents(); }, Qt::QueuedConnection);
+            self->m_calls.post([self] { self->takeEvents(); });
         },
         this);
 }

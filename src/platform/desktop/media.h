@@ -4,6 +4,8 @@
 // Playback of sound files.
 #pragma once
 
+#include "core/data/thread_calls.h"
+
 #include <QObject>
 #include <QString>
 
@@ -44,6 +46,7 @@ private:
     void goToStart();
     void send(std::initializer_list<const char*> words);
 
+    ThreadCalls m_calls;  // of the player
     mpv_handle* m_player = nullptr;
     bool m_open = false;
     bool m_held = true;
