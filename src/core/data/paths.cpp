@@ -23,6 +23,7 @@ namespace {
 QString g_folder;
 QStringList g_filesNotUpdated;
 QString g_readOnlyFolder;
+bool g_isReadOnly = false;
 
 bool canWriteIn(const QString& folder) {
     QTemporaryFile probe(folder + QStringLiteral("/.write-XXXXXX"));
@@ -76,6 +77,7 @@ QString chooseFolder() {
         copyFolder(delivered, folder, FolderCopy::FillIn);
         g_filesNotUpdated = updateConfig(delivered, folder);
     }
+    g_isReadOnly = folder != own && !canWriteIn(folder);
     return folder;
 }
 
@@ -91,6 +93,8 @@ void setProgramFolder(const QString& folder) { g_folder = folder; }
 QStringList filesNotUpdated() { return g_filesNotUpdated; }
 
 QString readOnlyFolder() { return g_readOnlyFolder; }
+
+bool isProgramFolderReadOnly() { return g_isReadOnly; }
 
 QString resolvedPath(const QString& path) {
     if (QFile::exists(path)) return path;

@@ -24,6 +24,9 @@ QStringList filesNotUpdated();
 // written; empty otherwise, and for an installed program.
 QString readOnlyFolder();
 
+// Whether the folder that programFolder chose cannot be written either.
+bool isProgramFolderReadOnly();
+
 // Makes another folder the program's.
 void setProgramFolder(const QString& folder);
 

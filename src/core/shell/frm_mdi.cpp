@@ -184,21 +184,22 @@ void frmMDI::offerFirstSteps() {
 
 void frmMDI::showFirstSteps() { showGuide(QStringLiteral("your-first-sunday")); }
 
-// A portable folder on a stick that is protected, for instance.
+// A portable folder on a stick that is protected, or a home folder without write permission.
 void frmMDI::reportReadOnlyFolder() {
-    const QString folder = readOnlyFolder();
-    if (folder.isEmpty()) return;
     const QString here = QDir::toNativeSeparators(programFolder());
+    const QString there = QDir::toNativeSeparators(readOnlyFolder());
     const QString text = QStringLiteral("The folder \"%1\" cannot be written.");
-    if (QFile::exists(folder + QStringLiteral("/db1.mdb")))
-        messageBox(text.arg(QDir::toNativeSeparators(folder)) +
+    if (isProgramFolderReadOnly())
+        messageBox(text.arg(here) + QStringLiteral(" Nothing that you do now is kept."),
+                   BoxIcon::Exclamation);
+    else if (!there.isEmpty() && QFile::exists(readOnlyFolder() + QStringLiteral("/db1.mdb")))
+        messageBox(text.arg(there) +
                        QStringLiteral(" The work in it stays as it is, and is not shown.\r\rWhat "
                                       "you do now is kept in \"%1\".")
                            .arg(here),
                    BoxIcon::Exclamation);
-    else
-        setStatusText(text.arg(QDir::toNativeSeparators(folder)) +
-                      QStringLiteral(" Your work is kept in \"%1\".").arg(here));
+    else if (!there.isEmpty())
+        setStatusText(text.arg(there) + QStringLiteral(" Your work is kept in \"%1\".").arg(here));
 }
 
 void frmMDI::reportFilesNotUpdated() {

@@ -229,6 +229,18 @@ private Q_SLOTS:
                                      end);
         QVERIFY(QFile::exists(data + QStringLiteral("/lorvanite/db1.mdb")));
         if (hasWork) QCOMPARE(bytesOf(stick + QStringLiteral("/db1.mdb")), QByteArray("work"));
+        // Nor can the user's folder be written.
+        openToAll(data + QStringLiteral("/lorvanite"), false);
+        program.start(executable, {QStringLiteral("--run-and-close"), QString(), "nothing"});
+        QVERIFY(program.waitForFinished(120000));
+        QCOMPARE(program.exitCode(), 0);
+        const QString box = QStringLiteral(
+                                "The folder \"%1/lorvanite\" cannot be written. Nothing "
+                                "that you do now is kept.\n")
+                                .arg(data);
+        const QString saidThen = QString::fromUtf8(program.readAllStandardOutput());
+        QVERIFY2(saidThen.startsWith(box), qPrintable(saidThen));
+        openToAll(data + QStringLiteral("/lorvanite"), true);
         openToAll(stick, true);
     }
 
