@@ -7,6 +7,7 @@
 #include "exchange/frm_exchange.h"
 #include "exchange/mend_links_page.h"
 #include "samples.h"
+#include "support/files.h"
 #include "support/grid_hands.h"
 #include "support/registry.h"
 #include "support/world.h"
@@ -24,13 +25,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QString Samples = QStringLiteral(SOURCE_TREE "/tests/exchange/samples");
-
-void writeSource(const QString& path, const QByteArray& content) {
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
-    file.write(content);
-}
 
 void dropPaths(QWidget* widget, const QStringList& paths) {
     QMimeData data;
@@ -93,8 +87,8 @@ private Q_SLOTS:
     }
 
     void filesAreChosenInTheDialogOrDropped() {
-        writeSource(path(u"a.csv"_s), "Title,Key\nOne,G\n");
-        writeSource(path(u"b/c.csv"_s), "Title,Key\nTwo,D\n");
+        writeBytes(path(u"a.csv"_s), "Title,Key\nOne,G\n");
+        writeBytes(path(u"b/c.csv"_s), "Title,Key\nTwo,D\n");
         BringInPage& page = *open().pageBringIn;
         world->answers.file(path(u"a.csv"_s));
         click(page.cmdFiles);
@@ -108,7 +102,7 @@ private Q_SLOTS:
     }
 
     void tickedThemeBecomesACategory() {
-        writeSource(path(u"themes.csv"_s), "Title,Categories\nOne,Grace;Advent\n");
+        writeBytes(path(u"themes.csv"_s), "Title,Categories\nOne,Grace;Advent\n");
         BringInPage& page = *open().pageBringIn;
         dropPaths(&page, {path(u"themes.csv"_s)});
         QCOMPARE(page.lstThemes->count(), 2);
@@ -125,7 +119,7 @@ private Q_SLOTS:
     }
 
     void reportIsSaved() {
-        writeSource(path(u"report.csv"_s), "Title,Key\nOne,G\n");
+        writeBytes(path(u"report.csv"_s), "Title,Key\nOne,G\n");
         BringInPage& page = *open().pageBringIn;
         dropPaths(&page, {path(u"report.csv"_s)});
         world->answers.file(path(u"report.txt"_s));
@@ -136,8 +130,8 @@ private Q_SLOTS:
 
     void cancelledImportChangesNothing() {
         for (int i = 0; i < 3000; ++i)
-            writeSource(path(u"many/%1.cho"_s.arg(i)),
-                        "{title: Song " + QByteArray::number(i) + "}\n{sov}\n[G]Word\n{eov}\n");
+            writeBytes(path(u"many/%1.cho"_s.arg(i)),
+                       "{title: Song " + QByteArray::number(i) + "}\n{sov}\n[G]Word\n{eov}\n");
         BringInPage& page = *open().pageBringIn;
         // The dialog while the files are read may come up or not.
         world->answers.otherwise([](QWidget*) {});
@@ -158,7 +152,7 @@ private Q_SLOTS:
     }
 
     void failedImportSaysThatNothingWasChanged() {
-        writeSource(path(u"fail.csv"_s), "Title,Key\nTwo,G\n");
+        writeBytes(path(u"fail.csv"_s), "Title,Key\nTwo,G\n");
         BringInPage& page = *open().pageBringIn;
         world->sql(
             u"CREATE TRIGGER stop BEFORE INSERT ON songs BEGIN SELECT RAISE(ABORT, "
@@ -178,7 +172,7 @@ private Q_SLOTS:
     }
 
     void importedChartOpensInTheChartWindow() {
-        writeSource(path(u"one.cho"_s), "{title: One}\n{sov: Verse 1}\n[G]Word\n{eov}\n");
+        writeBytes(path(u"one.cho"_s), "{title: One}\n{sov: Verse 1}\n[G]Word\n{eov}\n");
         BringInPage& page = *open().pageBringIn;
         dropPaths(&page, {path(u"one.cho"_s)});
         click(page.cmdImport);
@@ -196,9 +190,9 @@ private Q_SLOTS:
     }
 
     void lostLinksAreShownAndMended() {
-        writeSource(world->path(u"sheetmusic/hymns/One.stp"_s), "x");
-        writeSource(world->path(u"sheetmusic/a/Two.stp"_s), "x");
-        writeSource(world->path(u"sheetmusic/b/Two.stp"_s), "x");
+        writeBytes(world->path(u"sheetmusic/hymns/One.stp"_s), "x");
+        writeBytes(world->path(u"sheetmusic/a/Two.stp"_s), "x");
+        writeBytes(world->path(u"sheetmusic/b/Two.stp"_s), "x");
         world->sql(
             u"INSERT INTO songs (title, fileLoco, soundFile) VALUES "
             "('One', 'E:\\Lorvanite\\sheetmusic\\hymns\\One.stp', ''), "

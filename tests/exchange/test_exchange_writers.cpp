@@ -6,6 +6,7 @@
 #include "exchange/rules/song_builder.h"
 #include "exchange/rules/writer.h"
 #include "samples.h"
+#include "support/files.h"
 #include "support/registry.h"
 
 #include <QProcess>
@@ -102,12 +103,6 @@ QString printedBy(const QString& program, const QStringList& arguments) {
     return u"done\n"_s + QString::fromUtf8(process.readAll());
 }
 
-void writeExchangeFile(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), bytes.size());
-}
-
 QString openLyricsFault(const QString& path) {
     QProcess lint;
     lint.setProcessChannelMode(QProcess::MergedChannels);
@@ -149,7 +144,7 @@ private Q_SLOTS:
         Song empty;
         for (const Song& song : {fullSong(), plainSong(), empty}) {
             const QByteArray bytes = writeOpenLyrics(song);
-            writeExchangeFile(path, bytes);
+            writeBytes(path, bytes);
             QCOMPARE(openLyricsFault(path), QString());
             const ExchangeContent content = readBack(bytes, "x.xml");
             QCOMPARE(content.reason, QString());
@@ -173,7 +168,7 @@ private Q_SLOTS:
     void schemaRefusesWhatIsNotOpenLyrics() {
         QTemporaryDir folder;
         const QString path = folder.filePath(u"song.xml"_s);
-        writeExchangeFile(path, writeOpenLyrics(plainSong()).replace("root=\"D\"", "root=\"X\""));
+        writeBytes(path, writeOpenLyrics(plainSong()).replace("root=\"D\"", "root=\"X\""));
         QVERIFY(!openLyricsFault(path).isEmpty());
     }
 
@@ -281,7 +276,7 @@ private Q_SLOTS:
         QTemporaryDir folder;
         const QString path = folder.filePath(u"all.ics"_s);
         const auto events = [&](const QByteArray& bytes) {
-            writeExchangeFile(path, bytes);
+            writeBytes(path, bytes);
             QStringList lines =
                 printedBy(u"/usr/bin/python3"_s,
                           {QStringLiteral(SOURCE_TREE "/tests/exchange/read_calendar.py"), path})
@@ -316,7 +311,7 @@ private Q_SLOTS:
     void chordiiPrintsWhatIsWritten() {
         QTemporaryDir folder;
         const QString path = folder.filePath(u"song.cho"_s), out = folder.filePath(u"song.ps"_s);
-        writeExchangeFile(path, writeChordPro({plainSong()}));
+        writeBytes(path, writeChordPro({plainSong()}));
         QVERIFY(!printedBy(u"chordii"_s, {u"-o"_s, out, path}).isEmpty());
         const QByteArray page = bytesOf(out);
         QVERIFY(page.contains("Come Thou Fount"));

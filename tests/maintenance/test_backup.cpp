@@ -1,15 +1,13 @@
 // SPDX-FileCopyrightText: The Lorvanite authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Backing up and restoring the data, and emptying the database.
-#include "catalogue/frm_song_admin.h"
+// Backing up and restoring the data.
 #include "core/data/database.h"
 #include "core/data/dates.h"
 #include "core/data/run_time_error.h"
-#include "maintenance/frm_backup.h"
-#include "platform/desktop/message_box.h"
+#include "maintenance/backup_test.h"
+#include "support/files.h"
 #include "support/registry.h"
-#include "support/world.h"
 #include "trees.h"
 
 #include <QDir>
@@ -21,20 +19,11 @@ namespace {
 
 // Deliberate: behaviour 189.
 const QString Done = QStringLiteral("Copy(s) Sucessfull!");
-const QString Warning = QStringLiteral(
-    "Clicking 'YES' below will erase all the information in the database.\r\r"
-    "PROCEED WITH CAUTION");
 
 }  // namespace
 
-class TestBackup : public WindowTest {
+class TestBackup : public BackupTest {
     Q_OBJECT
-
-    // The boxes.
-    static constexpr int Database = BackupIndex::Database;
-    static constexpr int SavedSets = BackupIndex::SavedSets;
-    static constexpr int SetDesigns = BackupIndex::SetDesigns;
-    static constexpr int Schedules = BackupIndex::Schedules;
 
     QTemporaryDir m_sticks;
 
@@ -46,43 +35,10 @@ class TestBackup : public WindowTest {
         return m_sticks.path() + name + path;
     }
 
-    frmBackup& open() {
-        if (!world->isRunning()) world->start();
-        click(world->main().Command10);
-        pickMenuItem(world->main().mnuUtilities, world->main().mnuBackupFiles);
-        world->statements.clear();
-        return frmBackup::instance();
-    }
-
-    void tick(std::initializer_list<int> boxes) {
-        for (const int box : boxes) {
-            QCheckBox* check = frmBackup::instance().ckBU[size_t(box)];
-            QTest::mouseClick(check, Qt::LeftButton, {}, QPoint(8, check->height() / 2));
-        }
-    }
-
-    static void write(const QString& path, const QByteArray& content) {
-        QDir().mkpath(QFileInfo(path).path());
-        QFile file(path);
-        QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
-        file.write(content);
-    }
-
-    static QByteArray read(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-    }
-
     // The user chooses a folder in a dialog of this title.
     void chooseIn(const QString& folder, const QString& title) {
         world->answers.folder(folder, title);
     }
-
-    void addSong(const QString& title) {
-        world->sql(QStringLiteral("INSERT INTO songs (title) VALUES ('%1')").arg(title));
-    }
-
-    QStringList titles() { return world->rows("SELECT title FROM songs ORDER BY ID"); }
 
     // The delivered database with its texts in UTF-16.
     QByteArray inUtf16() {
@@ -90,10 +46,25 @@ class TestBackup : public WindowTest {
         sqlite3* handle = nullptr;
         sqlite3_open(file.toUtf8().constData(), &handle);
         sqlite3_exec(handle, "PRAGMA encoding = 'UTF-16le'", nullptr, nullptr, nullptr);
-        sqlite3_exec(handle, read(QStringLiteral(SOURCE_TREE "/program/db1.sql")).constData(),
+        sqlite3_exec(handle, bytesOf(QStringLiteral(SOURCE_TREE "/program/db1.sql")).constData(),
                      nullptr, nullptr, nullptr);
         sqlite3_close(handle);
-        return read(file);
+        return bytesOf(file);
+    }
+
+    // Copies the one thing that is ticked, which is then reported.
+    void backUp(const frmBackup& w, const QString& what) {
+        chooseIn(stick(), QStringLiteral("Copy %1 Here").arg(what));
+        world->answers.box(QStringLiteral("Copied %1 To: %2\r\r").arg(what, stick()),
+                           QMessageBox::NoIcon, Done);
+        click(w.cmdBack);
+    }
+
+    void restore(const frmBackup& w, const QString& what, const QString& from) {
+        chooseIn(from, QStringLiteral("Restore %1 From").arg(what));
+        world->answers.box(QStringLiteral("Restored %1 To: %2\r\r").arg(what, from),
+                           QMessageBox::NoIcon, Done);
+        click(w.cmdRestore);
     }
 
     void expectError(int number, const QString& part, QMessageBox::Icon icon) {
@@ -164,10 +135,10 @@ private Q_SLOTS:
 
     void everythingIsCopiedToAStickAndBack() {
         addSong("Stille Nacht \u2013 \u00e4\u4e2d");
-        write(world->path("saved sets/Set For 11_22_26.set"), "set");
-        write(world->path("set designs/Sunday.sdl"), "design");
-        write(world->path("schedules/Winter.scd"), "schedule");
-        write(world->path("sheetmusic/Song.stp"), "chart");
+        writeBytes(world->path("saved sets/Set For 11_22_26.set"), "set");
+        writeBytes(world->path("set designs/Sunday.sdl"), "design");
+        writeBytes(world->path("schedules/Winter.scd"), "schedule");
+        writeBytes(world->path("sheetmusic/Song.stp"), "chart");
         const frmBackup& w = open();
         tick({Database, SavedSets, SetDesigns, Schedules});
         for (const char* what : {"Database", "Saved Sets", "Set Designs", "Schedules"})
@@ -183,7 +154,7 @@ private Q_SLOTS:
         QVERIFY(world->statements.isEmpty());
 
         world->sql("DELETE FROM songs");
-        write(world->path("saved sets/Set For 11_22_26.set"), "spoiled");
+        writeBytes(world->path("saved sets/Set For 11_22_26.set"), "spoiled");
         QFile::remove(world->path("set designs/Sunday.sdl"));
         QDir(world->path("schedules")).removeRecursively();
         // Deliberate: behaviour 182.
@@ -199,10 +170,10 @@ private Q_SLOTS:
             QMessageBox::NoIcon, Done);
         click(w.cmdRestore);
         QCOMPARE(titles(), QStringList{"Stille Nacht \u2013 \u00e4\u4e2d"});
-        QCOMPARE(read(world->path("saved sets/Set For 11_22_26.set")), QByteArray("set"));
-        QCOMPARE(read(world->path("set designs/Sunday.sdl")), QByteArray("design"));
-        QCOMPARE(read(world->path("schedules/Winter.scd")), QByteArray("schedule"));
-        QCOMPARE(read(world->path("sheetmusic/Song.stp")), QByteArray("chart"));
+        QCOMPARE(bytesOf(world->path("saved sets/Set For 11_22_26.set")), QByteArray("set"));
+        QCOMPARE(bytesOf(world->path("set designs/Sunday.sdl")), QByteArray("design"));
+        QCOMPARE(bytesOf(world->path("schedules/Winter.scd")), QByteArray("schedule"));
+        QCOMPARE(bytesOf(world->path("sheetmusic/Song.stp")), QByteArray("chart"));
     }
 
     void openConnectionUsesTheRestoredDatabase() {
@@ -210,15 +181,9 @@ private Q_SLOTS:
         addSong("Old");
         const frmBackup& w = open();
         tick({Database});
-        chooseIn(stick(), "Copy Database Here");
-        world->answers.box(QStringLiteral("Copied Database To: %1\r\r").arg(stick()),
-                           QMessageBox::NoIcon, Done);
-        click(w.cmdBack);
+        backUp(w, "Database");
         addSong("New");
-        chooseIn(stick(), "Restore Database From");
-        world->answers.box(QStringLiteral("Restored Database To: %1\r\r").arg(stick()),
-                           QMessageBox::NoIcon, Done);
-        click(w.cmdRestore);
+        restore(w, "Database", stick());
         Recordset rs;
         rs.Open("SELECT title FROM songs", dbConn, CursorType::Dynamic, LockType::ReadOnly);
         QCOMPARE(rs.Fields("title"), QStringLiteral("Old"));
@@ -227,20 +192,17 @@ private Q_SLOTS:
     }
 
     void onlyWhatWasNotCancelledIsCopiedAndReported() {
-        write(world->path("saved sets/a.set"), "a");
+        writeBytes(world->path("saved sets/a.set"), "a");
         const frmBackup& w = open();
         tick({Database, SavedSets});
         world->answers.cancelFile();
-        chooseIn(stick(), "Copy Saved Sets Here");
-        world->answers.box(QStringLiteral("Copied Saved Sets To: %1\r\r").arg(stick()),
-                           QMessageBox::NoIcon, Done);
-        click(w.cmdBack);
+        backUp(w, "Saved Sets");
         QVERIFY(!QFile::exists(stick("/db1.mdb")));
-        QCOMPARE(read(stick("/saved sets/a.set")), QByteArray("a"));
+        QCOMPARE(bytesOf(stick("/saved sets/a.set")), QByteArray("a"));
     }
 
     void dialogsBeginWhereTheLastCopiesAre() {
-        write(world->path("saved sets/a.set"), "a");
+        writeBytes(world->path("saved sets/a.set"), "a");
         const frmBackup* w = &open();
         tick({Database, SavedSets});
         chooseIn(stick(), "Copy Database Here");
@@ -258,10 +220,10 @@ private Q_SLOTS:
         world->answers.box(QStringLiteral("Copied Saved Sets To: %1\r\r").arg(stick()),
                            QMessageBox::NoIcon, Done);
         click(w->cmdBack);
-        QCOMPARE(read(stick("/saved sets/a.set")), QByteArray("a"));
+        QCOMPARE(bytesOf(stick("/saved sets/a.set")), QByteArray("a"));
         // A restore begins in the copied folder itself, and the next dialog not in it, as long as
         // there is no copy of the program's own.
-        write(world->path("saved sets/a.set"), "spoiled");
+        writeBytes(world->path("saved sets/a.set"), "spoiled");
         tick({Database});
         chooseIn(stick(), "Restore Database From");
         world->answers.fileAsProposed();
@@ -270,7 +232,7 @@ private Q_SLOTS:
                                .arg(stick()),
                            QMessageBox::NoIcon, Done);
         click(w->cmdRestore);
-        QCOMPARE(read(world->path("saved sets/a.set")), QByteArray("a"));
+        QCOMPARE(bytesOf(world->path("saved sets/a.set")), QByteArray("a"));
         world->answers.cancelFile();
         world->answers.cancelFile();
         click(w->cmdBack);
@@ -279,31 +241,25 @@ private Q_SLOTS:
 
     void restoredSetsOverwriteAndOtherFilesStay() {
         // Deliberate: behaviour 185.
-        write(world->path("saved sets/a.set"), "program's a");
-        write(world->path("saved sets/b.set"), "program's b");
-        write(stick("/saved sets/a.set"), "stick's a");
-        write(stick("/saved sets/years/2025/\u00e4.set"), "deep");
+        writeBytes(world->path("saved sets/a.set"), "program's a");
+        writeBytes(world->path("saved sets/b.set"), "program's b");
+        writeBytes(stick("/saved sets/a.set"), "stick's a");
+        writeBytes(stick("/saved sets/years/2025/\u00e4.set"), "deep");
         const frmBackup& w = open();
         tick({SavedSets});
-        chooseIn(stick("/saved sets"), "Restore Saved Sets From");
-        world->answers.box(QStringLiteral("Restored Saved Sets To: %1/saved sets\r\r").arg(stick()),
-                           QMessageBox::NoIcon, Done);
-        click(w.cmdRestore);
-        QCOMPARE(read(world->path("saved sets/a.set")), QByteArray("stick's a"));
-        QCOMPARE(read(world->path("saved sets/b.set")), QByteArray("program's b"));
-        QCOMPARE(read(world->path("saved sets/years/2025/\u00e4.set")), QByteArray("deep"));
+        restore(w, "Saved Sets", stick("/saved sets"));
+        QCOMPARE(bytesOf(world->path("saved sets/a.set")), QByteArray("stick's a"));
+        QCOMPARE(bytesOf(world->path("saved sets/b.set")), QByteArray("program's b"));
+        QCOMPARE(bytesOf(world->path("saved sets/years/2025/\u00e4.set")), QByteArray("deep"));
     }
 
     void restoreFromTheParentFolderCopiesTheFolderItself() {
         // Deliberate: behaviour 182.
-        write(stick("/saved sets/a.set"), "a");
+        writeBytes(stick("/saved sets/a.set"), "a");
         const frmBackup& w = open();
         tick({SavedSets});
-        chooseIn(stick(), "Restore Saved Sets From");
-        world->answers.box(QStringLiteral("Restored Saved Sets To: %1\r\r").arg(stick()),
-                           QMessageBox::NoIcon, Done);
-        click(w.cmdRestore);
-        QCOMPARE(read(world->path("saved sets/saved sets/a.set")), QByteArray("a"));
+        restore(w, "Saved Sets", stick());
+        QCOMPARE(bytesOf(world->path("saved sets/saved sets/a.set")), QByteArray("a"));
     }
 
     void restoreWithoutADatabaseShowsTheErrorBox() {
@@ -319,7 +275,7 @@ private Q_SLOTS:
     }
 
     void missingFolderShowsTheErrorBoxAndEndsTheBackup() {
-        write(world->path("set designs/Sunday.sdl"), "design");
+        writeBytes(world->path("set designs/Sunday.sdl"), "design");
         QDir(world->path("saved sets")).removeRecursively();
         const frmBackup& w = open();
         tick({SavedSets, SetDesigns});
@@ -344,7 +300,7 @@ private Q_SLOTS:
 
     void copyOntoItselfShowsTheErrorBoxAndLosesNothing() {
         addSong("Kept");
-        write(world->path("saved sets/a.set"), "a");
+        writeBytes(world->path("saved sets/a.set"), "a");
         const frmBackup& w = open();
         tick({Database});
         chooseIn(world->folder(), "Copy Database Here");
@@ -359,7 +315,7 @@ private Q_SLOTS:
         click(w.cmdRestore);
         addSong("After");
         QCOMPARE(titles(), (QStringList{"Kept", "After"}));
-        QCOMPARE(read(world->path("saved sets/a.set")), QByteArray("a"));
+        QCOMPARE(bytesOf(world->path("saved sets/a.set")), QByteArray("a"));
     }
 
     void missingSettingsAreDeliveredAtARestore() {
@@ -372,10 +328,7 @@ private Q_SLOTS:
         QVERIFY(QFile::copy(PROGRAM_TREE "/db1.mdb", world->path("db1.mdb")));
         const frmBackup& w = open();
         tick({Database});
-        chooseIn(stick(), "Restore Database From");
-        world->answers.box(QStringLiteral("Restored Database To: %1\r\r").arg(stick()),
-                           QMessageBox::NoIcon, Done);
-        click(w.cmdRestore);
+        restore(w, "Database", stick());
         QStringList expected = delivered;
         expected.removeAll("DefaultSetList|");
         expected.prepend("DefaultSetList|kept");
@@ -384,7 +337,7 @@ private Q_SLOTS:
 
     void backupKeepsTimesAndNamesAndFollowsNoLinkInACircle() {
         const QString set = world->path("saved sets/a\\b.set");
-        write(set, "a");
+        writeBytes(set, "a");
         const QDateTime time(QDate(2020, 2, 2), QTime(12, 0));
         QFile file(set);
         QVERIFY(file.open(QIODevice::ReadWrite));
@@ -394,12 +347,9 @@ private Q_SLOTS:
         QVERIFY(QFile::link(world->path("saved sets"), world->path("saved sets/years/back")));
         const frmBackup& w = open();
         tick({SavedSets});
-        chooseIn(stick(), "Copy Saved Sets Here");
-        world->answers.box(QStringLiteral("Copied Saved Sets To: %1\r\r").arg(stick()),
-                           QMessageBox::NoIcon, Done);
-        click(w.cmdBack);
+        backUp(w, "Saved Sets");
         const QString copy = stick("/saved sets/a\\b.set");
-        QCOMPARE(read(copy), QByteArray("a"));
+        QCOMPARE(bytesOf(copy), QByteArray("a"));
         QCOMPARE(QFileInfo(copy).lastModified(), time);
         QVERIFY(QFileInfo(stick("/saved sets/years")).isDir());
         QVERIFY(!QFileInfo::exists(stick("/saved sets/years/back")));
@@ -445,7 +395,7 @@ private Q_SLOTS:
             QVERIFY(QFile::rename(file, stick("/db1.mdb")));
             QVERIFY(QFile::copy(PROGRAM_TREE "/db1.mdb", file));
         } else {
-            QByteArray bytes = read(file);
+            QByteArray bytes = bytesOf(file);
             if (spoil == QLatin1String("text")) bytes = QByteArray("Dear all,\n").repeated(500);
             if (spoil == QLatin1String("empty")) bytes.clear();
             bytes.chop(spoil.toInt());
@@ -453,15 +403,15 @@ private Q_SLOTS:
             if (spoil == QLatin1String("cut")) bytes.truncate(bytes.size() / 2);
             if (spoil == QLatin1String("page"))
                 bytes.replace(bytes.size() / 2, 8192, QByteArray(8192, '\x5a'));
-            write(stick("/db1.mdb"), bytes);
+            writeBytes(stick("/db1.mdb"), bytes);
         }
-        const QByteArray running = read(file);
+        const QByteArray running = bytesOf(file);
         const frmBackup& w = open();
         tick({Database});
         chooseIn(stick(), "Restore Database From");
         expectError(RunTimeError::StoreFailed, why, QMessageBox::NoIcon);
         click(w.cmdRestore);
-        QCOMPARE(read(file), running);
+        QCOMPARE(bytesOf(file), running);
         click(world->main().Command1);
         QCOMPARE(world->endStatus, -1);
     }
@@ -472,146 +422,17 @@ private Q_SLOTS:
         world->sql("DROP INDEX played_on_song; PRAGMA user_version = 0");
         QVERIFY(QFile::rename(file, stick("/db1.mdb")));
         QVERIFY(QFile::copy(PROGRAM_TREE "/db1.mdb", file));
-        const QByteArray before = read(stick("/db1.mdb"));
+        const QByteArray before = bytesOf(stick("/db1.mdb"));
         const frmBackup& w = open();
         tick({Database});
-        chooseIn(stick(), "Restore Database From");
-        world->answers.box(QStringLiteral("Restored Database To: %1\r\r").arg(stick()),
-                           QMessageBox::NoIcon, Done);
-        click(w.cmdRestore);
+        restore(w, "Database", stick());
         QCOMPARE(titles(), QStringList{"Old"});
         QCOMPARE(world->rows("PRAGMA user_version"), QStringList{"1"});
         QCOMPARE(world->rows("SELECT name FROM sqlite_master WHERE type = 'index'"),
                  QStringList{"played_on_song"});
         // The backup itself is unchanged, and no copy of it is made.
-        QCOMPARE(read(stick("/db1.mdb")), before);
+        QCOMPARE(bytesOf(stick("/db1.mdb")), before);
         QCOMPARE(QDir(world->folder()).entryList({"*version*"}), QStringList());
-    }
-
-    void answeringNoKeepsEveryTable() {
-        fillAllTables();
-        const frmBackup& w = open();
-        world->answers.question(Warning, QMessageBox::No, "WARNING!");
-        click(w.lblReformatDB);
-        QVERIFY(world->statements.isEmpty());
-        for (const char* table : {"songs", "categories", "played_on", "schedule", "personell",
-                                  "vacation", "notes", "special_music"})
-            QCOMPARE(rowsIn(table), 1);
-    }
-
-    void enterErasesNothingAndTheTitleIsWhole() {
-        fillAllTables();
-        const frmBackup& w = open();
-        world->answers.custom("warning", [](QWidget* box) {
-            QCOMPARE(qobject_cast<QMessageBox*>(box)->text(),
-                     QString(Warning).replace(QLatin1Char('\r'), QLatin1Char('\n')));
-            QFont bold = box->font();
-            bold.setBold(true);
-            const int title = QFontMetrics(bold).horizontalAdvance(box->windowTitle());
-            QVERIFY(box->width() >= title + 120);  // the buttons of the title bar
-            QTest::keyClick(box, Qt::Key_Return);
-        });
-        click(w.lblReformatDB);
-        QVERIFY(world->statements.isEmpty());
-        QCOMPARE(rowsIn("songs"), 1);
-    }
-
-    void titleIsWholeAboveAShortText() {
-        const frmBackup& w = open();
-        const QString title = QStringLiteral("A title that is longer than the text of its box");
-        int width = 0;
-        world->answers.custom("box", [&width](QWidget* box) {
-            width = box->width();
-            QTest::keyClick(box, Qt::Key_Return);
-        });
-        messageBox(QStringLiteral("Short"), BoxIcon::None, title);
-        QFont bold = w.font();
-        bold.setBold(true);
-        QVERIFY(width >= QFontMetrics(bold).horizontalAdvance(title) + 120);
-    }
-
-    void resetEmptiesSixTablesInOrderAndKeepsTheRest() {
-        // Deliberate: behaviour 187.
-        fillAllTables();
-        write(world->path("saved sets/a.set"), "a");
-        const int settings = rowsIn("prefs");
-        const frmBackup& w = open();
-        world->answers.question(Warning, QMessageBox::Yes, "WARNING!");
-        world->answers.box("Your database is empty.", QMessageBox::Information);
-        w.lblReformatDB->setFocus();
-        QTest::keyClick(w.lblReformatDB, Qt::Key_Space);
-        settle();
-        QCOMPARE(world->statements,
-                 (QStringList{"DELETE * FROM songs [4]", "DELETE * FROM categories [4]",
-                              "DELETE * FROM played_on [4]", "DELETE * FROM schedule [4]",
-                              "DELETE * FROM personell [4]", "DELETE * FROM vacation [4]"}));
-        for (const char* table :
-             {"songs", "categories", "played_on", "schedule", "personell", "vacation"})
-            QCOMPARE(rowsIn(table), 0);
-        QCOMPARE(rowsIn("notes"), 1);
-        QCOMPARE(rowsIn("special_music"), 1);
-        QCOMPARE(rowsIn("prefs"), settings);
-        QCOMPARE(rowsIn("transpose"), 25);
-        QCOMPARE(read(world->path("saved sets/a.set")), QByteArray("a"));
-    }
-
-    void remindersAreStillShownAfterAReset() {
-        // Deliberate: behaviour 187.
-        world->sql("INSERT INTO notes (notes, notify_date) VALUES ('Due', '12/24/26')");
-        world->answers.box("Due\r", QMessageBox::Information, "Reminder Notes");
-        const frmBackup& w = open();
-        world->answers.question(Warning, QMessageBox::Yes, "WARNING!");
-        world->answers.box("Your database is empty.", QMessageBox::Information);
-        click(w.lblReformatDB);
-        world->stop();
-        world->answers.box("Due\r", QMessageBox::Information, "Reminder Notes");
-        world->start();
-    }
-
-    void openSongWindowIsNotRefreshedByAReset() {
-        // Deliberate: behaviour 188.
-        addSong("Shown");
-        world->start();
-        click(world->main().cmdSongMgmt);
-        const frmBackup& w = open();
-        world->answers.question(Warning, QMessageBox::Yes, "WARNING!");
-        world->answers.box("Your database is empty.", QMessageBox::Information);
-        click(w.lblReformatDB);
-        QCOMPARE(frmSongAdmin::instance().fpSongList2->GetText(2, 1), QStringLiteral("Shown"));
-        frmSongAdmin::instance().Unload();
-        settle();
-        click(world->main().cmdSongMgmt);
-        QCOMPARE(frmSongAdmin::instance().fpSongList2->MaxRows(), 0);
-        QCOMPARE(frmSongAdmin::instance().lblStat->text(),
-                 QStringLiteral("0 Songs In The Database"));
-    }
-
-    void failingDeleteEndsTheProgramWithEarlierTablesEmpty() {
-        fillAllTables();
-        world->sql("DROP TABLE schedule");
-        const frmBackup& w = open();
-        world->answers.question(Warning, QMessageBox::Yes, "WARNING!");
-        world->answers.runTimeError(RunTimeError::StatementRefused, "no such table: schedule");
-        click(w.lblReformatDB);
-        QCOMPARE(world->endStatus, 1);
-        QCOMPARE(rowsIn("played_on"), 0);
-        QCOMPARE(rowsIn("personell"), 1);
-    }
-
-private:
-    int rowsIn(const char* table) {
-        return world->rows(QStringLiteral("SELECT count(*) FROM ") + QLatin1String(table))
-            .value(0)
-            .toInt();
-    }
-
-    void fillAllTables() {
-        world->sql(
-            "INSERT INTO songs (title) VALUES ('a'); INSERT INTO categories (name) VALUES ('a');"
-            "INSERT INTO played_on (title) VALUES ('a'); INSERT INTO schedule (player) VALUES "
-            "('a'); INSERT INTO personell (fName) VALUES ('a'); INSERT INTO vacation DEFAULT "
-            "VALUES; INSERT INTO notes (notes, notify_date) VALUES ('a', ''); INSERT INTO "
-            "special_music (song_name) VALUES ('a');");
     }
 };
 

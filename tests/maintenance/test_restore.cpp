@@ -6,13 +6,12 @@
 #include "core/data/file_copy.h"
 #include "core/data/run_time_error.h"
 #include "keeping/copies.h"
-#include "maintenance/frm_backup.h"
+#include "maintenance/backup_test.h"
 #include "platform/desktop/desktop.h"
 #include "support/files.h"
 #include "support/full_disk.h"
 #include "support/other_process.h"
 #include "support/registry.h"
-#include "support/world.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -27,13 +26,6 @@
 namespace {
 
 const QString AllDone = QStringLiteral("Copy(s) Sucessfull!");
-
-void writeTo(const QString& path, const QByteArray& content) {
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
-    file.write(content);
-}
 
 // Notes, while it exists, whether the pointer is an hourglass each time this thread opens a
 // database.
@@ -70,29 +62,10 @@ QMap<QString, QByteArray> contentOfFolder(const QString& folder) {
 
 }  // namespace
 
-class TestRestore : public WindowTest {
+class TestRestore : public BackupTest {
     Q_OBJECT
 
     QTemporaryDir m_stick;
-
-    frmBackup& open() {
-        if (!world->isRunning()) world->start();
-        click(world->main().Command10);
-        pickMenuItem(world->main().mnuUtilities, world->main().mnuBackupFiles);
-        return frmBackup::instance();
-    }
-
-    void tick(std::initializer_list<int> boxes) {
-        for (const int box : boxes) {
-            QCheckBox* check = frmBackup::instance().ckBU[size_t(box)];
-            QTest::mouseClick(check, Qt::LeftButton, {}, QPoint(8, check->height() / 2));
-        }
-    }
-
-    void addSong(const QString& title) {
-        world->sql(QStringLiteral("INSERT INTO songs (title) VALUES ('%1')").arg(title));
-    }
-    QStringList titles() { return world->rows("SELECT title FROM songs ORDER BY ID"); }
 
     void expectDone() {
         world->answers.custom("the report", [](QWidget* modal) {
@@ -107,14 +80,14 @@ class TestRestore : public WindowTest {
 private Q_SLOTS:
     void restoreSetsAsideOnceWhatItReplaces() {
         addSong("Now");
-        writeTo(world->path("saved sets/a.set"), "now");
+        writeBytes(world->path("saved sets/a.set"), "now");
         const QString copy = m_stick.filePath("copy");
         QVERIFY(QDir().mkpath(copy));
         QVERIFY(QFile::copy(world->path("db1.mdb"), copy + "/db1.mdb"));
-        writeTo(copy + "/saved sets/a.set", "then");
+        writeBytes(copy + "/saved sets/a.set", "then");
         addSong("Later");
         const frmBackup& w = open();
-        tick({BackupIndex::Database, BackupIndex::SavedSets});
+        tick({Database, SavedSets});
         world->answers.folder(copy, "Restore Database From");
         world->answers.folder(copy + "/saved sets", "Restore Saved Sets From");
         expectDone();
@@ -135,7 +108,7 @@ private Q_SLOTS:
 
     void cancelledRestoreSetsNothingAside() {
         const frmBackup& w = open();
-        tick({BackupIndex::Database, BackupIndex::SavedSets});
+        tick({Database, SavedSets});
         world->answers.cancelFile();
         world->answers.cancelFile();
         click(w.cmdRestore);
@@ -145,14 +118,13 @@ private Q_SLOTS:
     void wholeCopyOfADayRestoresByTheProposals() {
         addSong("Then");
         const QStringList files{"saved sets/a.set", "set designs/b.sdl", "schedules/c.scd"};
-        for (const QString& file : files) writeTo(world->path(file), "then");
+        for (const QString& file : files) writeBytes(world->path(file), "then");
         makeDailyCopy(world->folder(), today());
-        for (const QString& file : files) writeTo(world->path(file), "now");
+        for (const QString& file : files) writeBytes(world->path(file), "now");
         world->sql("DELETE FROM songs");
         const frmBackup& w = open();
         commonDlg().InitDir = "as it was";
-        tick({BackupIndex::Database, BackupIndex::SavedSets, BackupIndex::SetDesigns,
-              BackupIndex::Schedules});
+        tick({Database, SavedSets, SetDesigns, Schedules});
         for (int i = 0; i < BackupIndex::Count; ++i) world->answers.fileAsProposed();
         expectDone();
         click(w.cmdRestore);
@@ -165,7 +137,7 @@ private Q_SLOTS:
         makeDailyCopy(world->folder(), today());
         const frmBackup& w = open();
         commonDlg().InitDir = m_stick.path();
-        tick({BackupIndex::Database});
+        tick({Database});
         world->answers.cancelFile();
         click(w.cmdBack);
         QCOMPARE(world->answers.fileDialogs().back().folder, m_stick.path());
@@ -177,9 +149,9 @@ private Q_SLOTS:
         QVERIFY(QFile::copy(world->path("db1.mdb"), m_stick.filePath("db1.mdb")));
         const frmBackup& w = open();
         // Nothing can be set aside here.
-        writeTo(world->path("copies"), "in the way");
+        writeBytes(world->path("copies"), "in the way");
         world->sql("DELETE FROM songs");
-        tick({BackupIndex::Database});
+        tick({Database});
         world->answers.folder(m_stick.path(), "Restore Database From");
         expectDone();
         click(w.cmdRestore);
@@ -190,7 +162,7 @@ private Q_SLOTS:
 
     void pointerIsAnHourglassWhileWorkIsSetAsideAndCopied() {
         const frmBackup& w = open();
-        tick({BackupIndex::Database});
+        tick({Database});
         for (QPushButton* command : {w.cmdBack, w.cmdRestore}) {
             world->answers.folder(m_stick.path(), command == w.cmdBack ? "Copy Database Here"
                                                                        : "Restore Database From");
@@ -217,12 +189,9 @@ private Q_SLOTS:
         for (const bool fails : {false, true}) {
             if (fails) {
                 QVERIFY(QDir(world->path("copies")).removeRecursively());
-                writeTo(world->path("copies"), "in the way");
+                writeBytes(world->path("copies"), "in the way");
             }
-            world->answers.question(
-                "Clicking 'YES' below will erase all the information in the database.\r\r"
-                "PROCEED WITH CAUTION",
-                QMessageBox::Yes, "WARNING!");
+            answerWarning(QMessageBox::Yes);
             world->answers.custom("the outcome", [](QWidget* modal) {
                 QVERIFY(!QApplication::overrideCursor());
                 modal->close();
@@ -236,16 +205,13 @@ private Q_SLOTS:
     void resetSetsAsideWhatItErases() {
         addSong("Kept");
         const frmBackup& w = open();
-        world->answers.question(
-            "Clicking 'YES' below will erase all the information in the database.\r\r"
-            "PROCEED WITH CAUTION",
-            QMessageBox::Yes, "WARNING!");
+        answerWarning(QMessageBox::Yes);
         world->answers.box("Your database is empty.", QMessageBox::Information);
         click(w.lblReformatDB);
         QCOMPARE(titles(), QStringList());
         QCOMPARE(copiesIn(world->folder()),
                  QStringList{world->path("copies/2026-11-21 before reset")});
-        tick({BackupIndex::Database});
+        tick({Database});
         world->answers.fileAsProposed();
         expectDone();
         click(w.cmdRestore);
@@ -255,11 +221,8 @@ private Q_SLOTS:
     void resetThatCannotSetAsideErasesNothing() {
         addSong("Kept");
         const frmBackup& w = open();
-        writeTo(world->path("copies"), "in the way");
-        world->answers.question(
-            "Clicking 'YES' below will erase all the information in the database.\r\r"
-            "PROCEED WITH CAUTION",
-            QMessageBox::Yes, "WARNING!");
+        writeBytes(world->path("copies"), "in the way");
+        answerWarning(QMessageBox::Yes);
         world->answers.custom("the reason", [](QWidget* modal) {
             auto* box = qobject_cast<QMessageBox*>(modal);
             QVERIFY(box);
@@ -279,17 +242,17 @@ private Q_SLOTS:
         const QString target = world->path("saved sets");
         for (int i = 0; i < 20; ++i) {
             const QString name = QStringLiteral("/years/%1/a.set").arg(i);
-            writeTo(source + name, QByteArray("new").repeated(20'000));
-            if (i % 2) writeTo(target + name, QByteArray("old").repeated(20'000));
+            writeBytes(source + name, QByteArray("new").repeated(20'000));
+            if (i % 2) writeBytes(target + name, QByteArray("old").repeated(20'000));
         }
-        writeTo(target + "/only here.set", "old");
+        writeBytes(target + "/only here.set", "old");
         const auto before = contentOfFolder(target);
         auto after = before;
         after.insert(contentOfFolder(source));
         const auto putBack = [&] {
             QDir(target).removeRecursively();
             for (auto file = before.cbegin(); file != before.cend(); ++file)
-                writeTo(target + '/' + file.key(), file.value());
+                writeBytes(target + '/' + file.key(), file.value());
         };
         QElapsedTimer time;
         time.start();
@@ -327,9 +290,9 @@ private Q_SLOTS:
     void failedRestoreLeavesTheOldFolder() {
         const QString source = m_stick.filePath("full");
         const QString target = world->path("saved sets");
-        writeTo(source + "/a.set", "new");
-        writeTo(source + "/z.set", QByteArray("large").repeated(10'000));
-        writeTo(target + "/a.set", "old");
+        writeBytes(source + "/a.set", "new");
+        writeBytes(source + "/z.set", QByteArray("large").repeated(10'000));
+        writeBytes(target + "/a.set", "old");
         QCOMPARE(inOtherProcess([&] {
                      const FullDisk full(4096);
                      try {
@@ -348,7 +311,7 @@ private Q_SLOTS:
     void restoredFilesKeepTheirTimesAndLinksStayLinks() {
         const QString source = m_stick.filePath("times");
         const QString target = world->path("saved sets");
-        writeTo(source + "/a.set", "new");
+        writeBytes(source + "/a.set", "new");
         const QDateTime time(QDate(2020, 2, 2), QTime(12, 0));
         QFile file(source + "/a.set");
         QVERIFY(file.open(QIODevice::ReadWrite));
@@ -356,7 +319,7 @@ private Q_SLOTS:
         file.close();
         // The user keeps the sets elsewhere.
         const QString elsewhere = m_stick.filePath("elsewhere");
-        writeTo(elsewhere + "/b.set", "old");
+        writeBytes(elsewhere + "/b.set", "old");
         QVERIFY(QFile::link("b.set", elsewhere + "/link.set"));
         QVERIFY(QDir(target).removeRecursively());
         QVERIFY(QFile::link(elsewhere, target));

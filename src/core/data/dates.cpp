@@ -7,11 +7,12 @@
 
 #include <QStringList>
 
+#include <atomic>
 #include <array>
 
 namespace {
 
-QDate g_today;
+std::atomic<QDate> g_today;  // work is kept by another thread
 
 int fullYear(int year, qsizetype digits) {
     if (digits > 2) return year;
@@ -88,7 +89,10 @@ std::optional<QDate> parseWords(QStringView text) {
 
 }  // namespace
 
-QDate today() { return g_today.isValid() ? g_today : QDate::currentDate(); }
+QDate today() {
+    const QDate set = g_today;
+    return set.isValid() ? set : QDate::currentDate();
+}
 
 void setToday(const QDate& date) { g_today = date; }
 

@@ -6,6 +6,7 @@
 #include "core/data/database_upgrade.h"
 #include "core/data/run_time_error.h"
 #include "support/dying_store.h"
+#include "support/files.h"
 #include "support/registry.h"
 #include "support/world.h"
 
@@ -26,12 +27,6 @@ constexpr int Songs = 400;
 QByteArray read(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-}
-
-void write(const QString& path, const QByteArray& content) {
-    QFile file(path);
-    QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
-    file.write(content);
 }
 
 // What upgrading a file says; the empty text where it says nothing.
@@ -106,7 +101,7 @@ class TestDatabaseUpgrade : public WindowTest {
     // Puts the old database back as the only one.
     void putBack(const QByteArray& before) {
         for (const QString& name : files()) QFile::remove(world->path(name));
-        write(file(), before);
+        writeBytes(file(), before);
     }
 
 private Q_SLOTS:
@@ -198,7 +193,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, content);
         QFETCH(QString, why);
         QFile::remove(file());
-        if (!content.isEmpty()) write(file(), content);
+        if (!content.isEmpty()) writeBytes(file(), content);
         QCOMPARE(failureOf(file()),
                  QStringLiteral("The database \"%1\" cannot be opened: %2.").arg(file(), why));
         QCOMPARE(files().size(), content.isEmpty() ? 0 : 1);
@@ -223,7 +218,7 @@ private Q_SLOTS:
     void copyIsNeverWrittenOverAnother() {
         makeOld();
         const QByteArray before = read(file());
-        write(copy(), "something dear");
+        writeBytes(copy(), "something dear");
         QCOMPARE(failureOf(file()), QString());
         QCOMPARE(read(copy()), QByteArray("something dear"));
         QVERIFY(read(world->path("db1 version 0 2026-11-21 (2).mdb")) == before);

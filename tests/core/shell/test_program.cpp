@@ -39,7 +39,7 @@ class TestProgram : public QObject {
         const QString executable = folder + QStringLiteral("/lorvanite_tests");
         if (!QFile::copy(QCoreApplication::applicationFilePath(), executable))
             QTest::qFail("no copy of the test program", __FILE__, __LINE__);
-        write(folder + QStringLiteral("/.installed"), "yes");
+        writeBytes(folder + QStringLiteral("/.installed"), "yes");
         return executable;
     }
 
@@ -71,12 +71,6 @@ class TestProgram : public QObject {
         QCOMPARE(program.state(), QProcess::Running);
         program.kill();
         program.waitForFinished();
-    }
-
-    static void write(const QString& path, const QByteArray& content) {
-        QFile file(path);
-        QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
-        file.write(content);
     }
 
 private Q_SLOTS:
@@ -114,7 +108,7 @@ private Q_SLOTS:
         const QString installed = place.filePath(QStringLiteral("installed"));
         const QString data = place.filePath(QStringLiteral("data/lorvanite"));
         installPackage(installed);
-        write(installed + QStringLiteral("/.installed"), "yes");
+        writeBytes(installed + QStringLiteral("/.installed"), "yes");
         const QString database = data + QStringLiteral("/db1.mdb");
         runUntil(installed + QStringLiteral("/lorvanite"), QFileInfo(data).path(),
                  data + QStringLiteral("/sheetmusic"));
@@ -123,11 +117,11 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(data + QStringLiteral("/.installed")));
 
         // A newer package updates the guide and keeps the user's files.
-        write(data + QStringLiteral("/config/mail.ini"), "mine");
-        write(data + QStringLiteral("/saved sets/mine.set"), "mine");
+        writeBytes(data + QStringLiteral("/config/mail.ini"), "mine");
+        writeBytes(data + QStringLiteral("/saved sets/mine.set"), "mine");
         const QByteArray before = bytesOf(database);
-        write(installed + QStringLiteral("/delivered/config/LORVANITEHELP.hlp"), "newer");
-        write(installed + QStringLiteral("/delivered/db1.mdb"), "newer");
+        writeBytes(installed + QStringLiteral("/delivered/config/LORVANITEHELP.hlp"), "newer");
+        writeBytes(installed + QStringLiteral("/delivered/db1.mdb"), "newer");
         runUntil(installed + QStringLiteral("/lorvanite"), QFileInfo(data).path(),
                  data + QStringLiteral("/config/LORVANITEHELP.hlp"), "newer");
         QVERIFY(bytesOf(database) == before);
@@ -176,7 +170,7 @@ private Q_SLOTS:
         const QString executable = installTestProgram(place.filePath(QStringLiteral("installed")));
         // A file lies where the folder for sets has to be.
         QVERIFY(QDir().mkpath(data));
-        write(data + QStringLiteral("/saved sets"), "mine");
+        writeBytes(data + QStringLiteral("/saved sets"), "mine");
         QProcess program;
         setHome(program, QFileInfo(data).path());
         program.start(executable, {QStringLiteral("--run-and-close"), QString(), "nothing"});
@@ -201,7 +195,7 @@ private Q_SLOTS:
         const QString stick = place.filePath(QStringLiteral("a $TICK %1 \"ü\""));
         const QString executable = installTestProgram(stick);
         QVERIFY(QFile::remove(stick + QStringLiteral("/.installed")));
-        if (hasWork) write(stick + QStringLiteral("/db1.mdb"), "work");
+        if (hasWork) writeBytes(stick + QStringLiteral("/db1.mdb"), "work");
         openToAll(stick, false);
         const QString data = place.filePath(QStringLiteral("data"));
         QVERIFY(QDir().mkpath(data));
