@@ -5,6 +5,7 @@
 
 #include <QCryptographicHash>
 #include <QDeadlineTimer>
+#include <QFile>
 #include <QFileInfo>
 #include <QSocketNotifier>
 #include <QSysInfo>
@@ -77,6 +78,9 @@ FolderLock::Result FolderLock::acquire(int patience) {
         if (isLeftEmpty() && replaceLock(&FolderLock::isLeftEmpty)) break;
         // The owner may not listen yet, or may just have ended: both are tried again.
         if (callOwner(deadline)) return Result::OwnerCalled;
+        // A lock that was left behind stays for ever where nothing can be written.
+        const QString folder = QFileInfo(m_lock.fileName()).path();
+        if (access(QFile::encodeName(folder).constData(), W_OK) != 0) return Result::NotPossible;
         if (deadline.hasExpired()) return Result::OutOfReach;
         QThread::msleep(RetryWait);
     }

@@ -4,11 +4,13 @@
 // The program as a separate process.
 #include "core/data/file_copy.h"
 #include "support/files.h"
+#include "support/other_process.h"
 #include "support/registry.h"
 #include "trees.h"
 
 #include <QDir>
 #include <QFile>
+#include <QLockFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -223,7 +225,13 @@ private Q_SLOTS:
                                      end);
         QVERIFY(QFile::exists(data + QStringLiteral("/lorvanite/db1.mdb")));
         if (hasWork) QCOMPARE(bytesOf(stick + QStringLiteral("/db1.mdb")), QByteArray("work"));
-        // Nor can the user's folder be written.
+        // Nor can the user's folder be written, in which a killed program has left its lock.
+        QCOMPARE(inOtherProcess([&] {
+                     QLockFile lock(data + QStringLiteral("/lorvanite/.lorvanite.lock"));
+                     _exit(lock.tryLock() ? 0 : 1);
+                     return 0;
+                 }),
+                 0);
         openToAll(data + QStringLiteral("/lorvanite"), false);
         program.start(executable, {QStringLiteral("--run-and-close"), QString(), "nothing"});
         QVERIFY(program.waitForFinished(120000));
