@@ -87,10 +87,15 @@ inline void bareLoop(sqlite3* db, const char* songs, const std::string& before,
     sqlite3_finalize(statement);
 }
 
-// Prints the medians of both and their ratio.
-inline void compare(const char* name, const std::function<void()>& ours,
-                    const std::function<void()>& bare) {
+// Compares the medians of both with a limit of their ratio. Returns false if it is above the limit.
+[[nodiscard]] inline bool compare(const char* name, const std::function<void()>& ours,
+                                  const std::function<void()>& bare, double most) {
     const Medians medians = mediansOf(7, ours, bare);
-    std::printf("%-18s %7.1f ms, bare loop %7.1f ms, ratio %.2f\n", name, medians.first * 1000,
-                medians.second * 1000, medians.ratio);
+    const bool within = medians.ratio <= most;
+    std::printf(
+        "%-18s %7.1f ms, bare loop %7.1f ms, ratio %.2f (%.2f in processor time), at most %.2f: "
+        "%s\n",
+        name, medians.first * 1000, medians.second * 1000, medians.ratio, medians.processorRatio,
+        most, within ? "holds" : "FAILS");
+    return within;
 }

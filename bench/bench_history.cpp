@@ -10,6 +10,8 @@
 
 #include <QApplication>
 
+constexpr double MostTimesTheLoop = 1.2;
+
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
@@ -20,12 +22,13 @@ int main(int argc, char** argv) {
     main.show();
     frmHistory& history = frmHistory::instance();
     history.Show();
-    compare(
+    const bool within = compare(
         "loadYear", [&] { history.loadYear(); },
         [&] {
             bareLoop(folder.db, "Select id, title FROM songs ORDER BY title",
                      "SELECT played_date FROM played_on WHERE songID = ", "", true);
-        });
+        },
+        MostTimesTheLoop);
     std::printf("rows listed: %d\n", history.fpH->MaxRows());
-    return 0;
+    return within ? 0 : 1;
 }

@@ -57,16 +57,11 @@ int loadSongs(SheetGrid& list, const std::function<void(int percent)>& progress)
     if (count >= 1) rs.MoveFirst();
     // An edit cell takes a date of any form as it was stored; a date cell then sorts it by time.
     setLastPlayedType(list, CellKind::Edit);
-    for (int row = 1; !rs.EOF_(); rs.MoveNext(), ++row) {
-        list.MaxRows(row);
+    for (int done = 1; !rs.EOF_(); rs.MoveNext(), ++done) {
         const QString songID = rs.Fields("ID");
-        const QString played = lastPlayed(songID);
-        list.SetText(SongListColumn::ID, row, songID);
-        list.SetText(SongListColumn::Title, row, rs.Fields("Title"));
-        list.SetText(SongListColumn::Artist, row, rs.Fields("artist"));
-        list.SetText(SongListColumn::Key, row, rs.Fields("dakey"));
-        list.SetText(SongListColumn::LastPlayed, row, played);
-        progress(int(100LL * row / count));
+        list.AddRow({songID, rs.Fields("Title"), rs.Fields("artist"), rs.Fields("dakey"),
+                     lastPlayed(songID)});
+        progress(int(100LL * done / count));
     }
     rs.Close();
     setLastPlayedType(list, CellKind::Date);

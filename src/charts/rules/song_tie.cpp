@@ -15,12 +15,7 @@ const QLatin1String SongLocation("Song Location: ");
 void listSongsToTie(SheetGrid& fpAttach) {
     Recordset rs = select(QStringLiteral("SELECT ID, title FROM songs ORDER BY title"));
     // Deliberate: behaviour 128.
-    for (; !rs.EOF_(); rs.MoveNext()) {
-        const int row = fpAttach.MaxRows() + 1;
-        fpAttach.MaxRows(row);
-        fpAttach.SetText(AttachColumn::ID, row, rs.Fields("ID"));
-        fpAttach.SetText(AttachColumn::Title, row, rs.Fields("Title"));
-    }
+    for (; !rs.EOF_(); rs.MoveNext()) fpAttach.AddRow({rs.Fields("ID"), rs.Fields("Title")});
     rs.Close();
 }
 

@@ -8,6 +8,8 @@
 #include "core/data/run_time_error.h"
 #include "core/grid/sheet_grid.h"
 
+#include <QStringBuilder>
+
 #include <algorithm>
 
 namespace {
@@ -60,12 +62,17 @@ QString noteValueOf(const QString& colName) {
     return value;
 }
 
+// How many characters of a chord, or of one side of a slash chord, are its note.
+qsizetype noteLength(QStringView side) {
+    // An accidental anywhere counts. Deliberate: behaviour 138.
+    const bool accidental = side.contains(u'#') || side.contains(u'b');
+    return std::min<qsizetype>(accidental ? 2 : 1, side.size());
+}
+
 }  // namespace
 
 ChordSplit splitChord(const QString& text) {
-    // An accidental anywhere counts. Deliberate: behaviour 138.
-    const bool accidental = text.contains(QLatin1Char('#')) || text.contains(QLatin1Char('b'));
-    const qsizetype length = accidental ? 2 : 1;
+    const qsizetype length = noteLength(text);
     return {text.left(length), text.mid(length)};
 }
 
@@ -87,40 +94,45 @@ void Transposer::setRootNotes(const QString& noteValue) {
         QString entry = entries[i];
         rootNotes.at(size_t(i)) = entry.replace(QLatin1Char(':'), QLatin1Char('/'));
     }
+    m_positions.clear();
+    for (const NoteName& name : NoteNames) {
+        const auto entry = std::find_if(rootNotes.begin(), rootNotes.end(),
+                                        [&](const QString& text) { return isNamed(text, name); });
+        m_positions.push_back(entry == rootNotes.end() ? -1 : int(entry - rootNotes.begin()));
+    }
 }
 
 void Transposer::setKeyNotes(const QString& noteValue) { keyNotes = entriesOf(noteValue); }
 
-int Transposer::positionOf(const QString& note) const {
-    const auto name = std::find_if(NoteNames.begin(), NoteNames.end(),
-                                   [&](const NoteName& known) { return note == known.name; });
-    if (name == NoteNames.end()) return -1;
-    const auto entry = std::find_if(rootNotes.begin(), rootNotes.end(),
-                                    [&](const QString& text) { return isNamed(text, *name); });
-    return entry == rootNotes.end() ? -1 : int(entry - rootNotes.begin());
-}
-
-void Transposer::writeTransposedNote(SheetGrid& chart, const QString& note, int col, int row,
-                                     const QString& suffix) {
-    const int position = positionOf(note);
+void Transposer::writeTransposedNote(SheetGrid& chart, QStringView note, int col, int row,
+                                     QStringView suffix) {
+    const auto known = std::find_if(NoteNames.begin(), NoteNames.end(),
+                                    [&](const NoteName& name) { return note == name.name; });
+    if (known == NoteNames.end() || m_positions.empty()) return;
+    const int position = m_positions[size_t(known - NoteNames.begin())];
     if (position < 0) return;
     if (position >= keyNotes.size()) throw RunTimeError(RunTimeError::SubscriptOutOfRange);
-    const QString name = keyNotes[position] + suffix;
-    chart.SetText(col, row, bassPass ? chart.GetText(col, row) + QLatin1Char('/') + name : name);
+    const QString& name = keyNotes.at(position);
+    if (bassPass)
+        chart.SetText(col, row, chart.GetText(col, row) % u'/' % name % suffix);
+    else
+        chart.SetText(col, row, name % suffix);
 }
 
 void Transposer::transposeCell(SheetGrid& chart, int col, int row) {
     bassPass = false;
     const QString text = chart.GetText(col, row);
     if (text.isEmpty()) return;
-    const qsizetype slash = text.indexOf(QLatin1Char('/'));
-    const ChordSplit chord = splitChord(slash < 0 ? text : text.left(slash));
-    writeTransposedNote(chart, chord.note, col, row, chord.suffix);
+    const auto write = [&](QStringView side) {
+        const qsizetype length = noteLength(side);
+        writeTransposedNote(chart, side.first(length), col, row, side.sliced(length));
+    };
+    const qsizetype slash = text.indexOf(u'/');
+    write(slash < 0 ? QStringView(text) : QStringView(text).first(slash));
     if (slash < 0) return;
     // Deliberate: behaviour 140.
     bassPass = true;
-    const ChordSplit bass = splitChord(text.mid(slash + 1));
-    writeTransposedNote(chart, bass.note, col, row, bass.suffix);
+    write(QStringView(text).sliced(slash + 1));
 }
 
 void Transposer::transposeChart(SheetGrid& chart) {
@@ -128,8 +140,10 @@ void Transposer::transposeChart(SheetGrid& chart) {
     for (int s = 1; s <= chart.SheetCount(); ++s) {
         chart.ActiveSheet(s);
         chart.Sheet(s);
-        for (int row = ChartRow::FirstChord; row <= chart.MaxRows(); row += 2)
-            for (int col = 1; col <= chart.MaxCols(); ++col) transposeCell(chart, col, row);
+        const int rows = chart.MaxRows();
+        const int cols = chart.MaxCols();
+        for (int row = ChartRow::FirstChord; row <= rows; row += 2)
+            for (int col = 1; col <= cols; ++col) transposeCell(chart, col, row);
     }
     chart.ActiveSheet(page);
     chart.Sheet(page);

@@ -8,6 +8,7 @@
 #include <QStringList>
 
 #include <array>
+#include <vector>
 
 class SheetGrid;
 
@@ -50,10 +51,11 @@ public:
 
     // Writes a note's new name and the suffix to a cell, after its text and a slash if bassPass is
     // set. The cell stays as it is if the note is unknown or has no position.
-    void writeTransposedNote(SheetGrid& chart, const QString& note, int col, int row,
-                             const QString& suffix);
+    void writeTransposedNote(SheetGrid& chart, QStringView note, int col, int row,
+                             QStringView suffix);
 
 private:
-    int positionOf(const QString& note) const;
     void transposeCell(SheetGrid& chart, int col, int row);
+
+    std::vector<int> m_positions;  // in rootNotes, of each known note; -1 for none
 };

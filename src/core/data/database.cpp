@@ -48,8 +48,7 @@ int authorize(void* allowsTransactions, int action, const char*, const char*, co
 
 // Converts a stored text with everything in it: a plain conversion would drop a byte order mark at
 // its start.
-QString storedText(const char* text, qsizetype size) {
-    const QByteArrayView bytes(text, size);
+QString storedText(QByteArrayView bytes) {
     if (!bytes.startsWith("\xef\xbb\xbf")) return QString::fromUtf8(bytes);
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
     return decoder(bytes);
@@ -79,6 +78,7 @@ QByteArray inStoreDialect(const QString& source) {
 // Whether a statement holds a comment outside its quoted parts. No statement of the program does: a
 // text in it has ended early, and the comment would hide the rest, the condition included.
 bool hasComment(const QByteArray& text) {
+    if (!text.contains("--") && !text.contains("/*")) return false;
     for (qsizetype at = 0; at < text.size(); ++at) {
         const char c = text[at];
         if (std::strchr("'\"`[", c)) {
@@ -101,6 +101,8 @@ void setUp(sqlite3* handle, bool& allowsTransactions) {
     check(handle,
           sqlite3_create_collation_v2(handle, "NOCASE", SQLITE_UTF8, nullptr, collate, nullptr));
     makeDurable(handle);
+    // The lists visit the rows of played_on song by song, that is all over the file.
+    runInStore(handle, "PRAGMA cache_size = -65536");  // KiB, at most
     // Opening reads nothing yet: this shows whether the file is a database.
     runInStore(handle, "SELECT count(*) FROM sqlite_master");
     check(handle, sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr));
@@ -117,7 +119,9 @@ void Connection::Open(const QString& path) {
     if (m_handle) throw RunTimeError(RunTimeError::ObjectIsOpen);
     const QString file = resolvedPath(path);
     try {
-        StoreHandle handle = openStore(file.toUtf8().constData(), SQLITE_OPEN_READWRITE);
+        // One thread alone uses the connection.
+        StoreHandle handle =
+            openStore(file.toUtf8().constData(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX);
         setUp(handle.get(), m_allowsTransactions);
         m_handle = handle.release();
     } catch (const RunTimeError& error) {
@@ -168,11 +172,16 @@ void Recordset::Open(const QString& source, Connection& connection, CursorType c
         throw RunTimeError(RunTimeError::StatementRefused,
                            QStringLiteral("The text has to be exactly one statement."));
     }
-    m_names.clear();
-    for (int i = 0; i < sqlite3_column_count(m_statement); ++i)
-        m_names.push_back(QString::fromUtf8(sqlite3_column_name(m_statement, i)));
-    step();
+    runToFirstRow();
     if (m_names.empty()) Close();
+}
+
+// The first step may compile the statement again, which frees the names read before.
+void Recordset::runToFirstRow() {
+    step();
+    m_names.resize(size_t(sqlite3_column_count(m_statement)));
+    for (size_t i = 0; i < m_names.size(); ++i)
+        m_names[i] = sqlite3_column_name(m_statement, int(i));
 }
 
 void Recordset::step() {
@@ -190,16 +199,25 @@ bool Recordset::EOF_() const {
     return !m_onRow;
 }
 
-QString Recordset::Fields(QAnyStringView name) const {
+int Recordset::columnOf(const char* name) const {
     if (EOF_()) throw RunTimeError(RunTimeError::NoCurrentRecord);
-    for (size_t i = 0; i < m_names.size(); ++i) {
-        if (QAnyStringView::compare(m_names[i], name, Qt::CaseInsensitive) != 0) continue;
-        const int column = static_cast<int>(i);
-        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
-        return storedText(text, sqlite3_column_bytes(m_statement, column));
-    }
-    throw RunTimeError(RunTimeError::NoSuchItem,
-                       QStringLiteral("The result has no field \"%1\".").arg(name.toString()));
+    for (size_t i = 0; i < m_names.size(); ++i)
+        if (sqlite3_stricmp(m_names[i], name) == 0) return int(i);
+    throw RunTimeError(
+        RunTimeError::NoSuchItem,
+        QStringLiteral("The result has no field \"%1\".").arg(QString::fromUtf8(name)));
+}
+
+QString Recordset::Fields(const char* name) const { return storedText(Bytes(name)); }
+
+QByteArrayView Recordset::Bytes(const char* name) const {
+    const int column = columnOf(name);
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
+    return {text, sqlite3_column_bytes(m_statement, column)};
+}
+
+qint64 Recordset::Number(const char* name) const {
+    return sqlite3_column_int64(m_statement, columnOf(name));
 }
 
 void Recordset::MoveNext() {
@@ -210,7 +228,7 @@ void Recordset::MoveNext() {
 void Recordset::MoveFirst() {
     if (!m_statement) throw RunTimeError(RunTimeError::ObjectIsClosed);
     sqlite3_reset(m_statement);
-    step();
+    runToFirstRow();
     if (!m_onRow) throw RunTimeError(RunTimeError::NoCurrentRecord);
 }
 

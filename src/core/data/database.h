@@ -4,7 +4,6 @@
 // The one database connection and the running of statements on it.
 #pragma once
 
-#include <QAnyStringView>
 #include <QString>
 
 #include <functional>
@@ -83,7 +82,13 @@ public:
 
     // A column of the current row as text; NULL is a null QString. Names ignore case. Raises
     // RunTimeError::NoCurrentRecord without a current row, NoSuchItem without such a column.
-    QString Fields(QAnyStringView name) const;
+    QString Fields(const char* name) const;
+
+    // The same in UTF-8, until the next move.
+    QByteArrayView Bytes(const char* name) const;
+
+    // The same as a whole number; 0 for a text that is not one. Raises like Fields.
+    qint64 Number(const char* name) const;
 
     // Moves to the next row. Raises RunTimeError::NoCurrentRecord without a current row.
     void MoveNext();
@@ -98,11 +103,13 @@ public:
     bool isOpen() const { return m_statement != nullptr; }
 
 private:
+    int columnOf(const char* name) const;
+    void runToFirstRow();
     void step();
 
     sqlite3* m_handle = nullptr;
     sqlite3_stmt* m_statement = nullptr;
-    std::vector<QString> m_names;
+    std::vector<const char*> m_names;  // of the columns, as SQLite holds them
     bool m_onRow = false;
 };
 

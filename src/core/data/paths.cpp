@@ -81,6 +81,12 @@ QString chooseFolder() {
     return folder;
 }
 
+bool replaceWith(const QString& path, const std::function<bool(QIODevice& file)>& write) {
+    QSaveFile file(path);
+    // commit() does not notice that the last, buffered part could not be written.
+    return file.open(QIODevice::WriteOnly) && write(file) && file.flush() && file.commit();
+}
+
 }  // namespace
 
 QString programFolder() {
@@ -140,8 +146,10 @@ bool replaceFile(const QString& path, const QByteArray& content) {
 }
 
 bool replacePlainFile(const QString& path, const QByteArray& content) {
-    QSaveFile file(path);
-    // commit() does not notice that the last, buffered part could not be written.
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() &&
-           file.flush() && file.commit();
+    return replaceWith(
+        path, [&content](QIODevice& file) { return file.write(content) == content.size(); });
+}
+
+bool replaceFile(const QString& path, const std::function<bool(QIODevice& file)>& write) {
+    return replaceWith(resolvedPath(path), write);
 }

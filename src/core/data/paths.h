@@ -8,6 +8,10 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
+class QIODevice;
+
 // The program's own folder, without a trailing separator. It is the folder of the executable, or
 // the user's data folder if the executable's folder cannot be written or holds a file ".installed".
 // The first call fills it: what is missing in it is copied from the delivered tree, which lies in
@@ -54,6 +58,11 @@ bool liesIn(const QString& path, const QString& folder);
 // Replaces a file whole: after the call it holds all of `content`, or what it held before. Returns
 // false if it could not be written.
 [[nodiscard]] bool replaceFile(const QString& path, const QByteArray& content);
+
+// The same for a content that `write` writes piece by piece. If it returns false, the file keeps
+// what it held.
+[[nodiscard]] bool replaceFile(const QString& path,
+                               const std::function<bool(QIODevice& file)>& write);
 
 // Like replaceFile, for a path whose backslashes are part of names.
 [[nodiscard]] bool replacePlainFile(const QString& path, const QByteArray& content);

@@ -45,6 +45,7 @@ double toNumber(const QString& text) {
 }
 
 QString withUnixLineEnds(QString text) {
+    if (!text.contains(QLatin1Char('\r'))) return text;
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
     return text;

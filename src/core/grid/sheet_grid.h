@@ -10,6 +10,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
 #include <vector>
 
@@ -154,6 +155,9 @@ public:
     // the heads. A date cell takes a date from FirstCellDate to LastCellDate, which it shows as
     // "mm/dd/yy", and the empty text; any other text leaves it unchanged.
     void SetText(int col, int row, const QString& value);
+
+    // Raises MaxRows by one and writes these texts to the new row from column 1 on, like SetText.
+    void AddRow(std::initializer_list<QString> texts);
 
     // The current cell, which the properties below read and write. With BlockMode true they write
     // the block from (Col, Row) to (Col2, Row2). This state is kept until it is set again.
@@ -385,6 +389,7 @@ private:
     template <class T>
     T readProperty(uint32_t bit, T CellFormat::*property) const;
     void writeText(int col, int row, const QString& value);
+    void storeText(int col, int row, const QString& value);
     template <class Write>
     void writeCells(Write write);
     template <class Change>

@@ -42,6 +42,11 @@ QString SheetGrid::GetText(int col, int row) const {
 
 // The address has to be inside the sheet.
 void SheetGrid::writeText(int col, int row, const QString& value) {
+    storeText(col, row, value);
+    textsWritten(d->sheet, {col, row, col, row});
+}
+
+void SheetGrid::storeText(int col, int row, const QString& value) {
     SheetData& sheet = d->current();
     if (sheet.isDateCell(col, row)) {
         const CellFormat* century = sheet.setting(col, row, DateCenturyBit);
@@ -52,7 +57,6 @@ void SheetGrid::writeText(int col, int row, const QString& value) {
     } else {
         sheet.cellForWriting(col, row).text = value;
     }
-    textsWritten(d->sheet, {col, row, col, row});
 }
 
 void SheetGrid::SetText(int col, int row, const QString& value) {
@@ -66,6 +70,17 @@ void SheetGrid::SetText(int col, int row, const QString& value) {
             for (int c = area.col; c <= area.col2; ++c) writeText(c, r, value);
         touchRows(area.row, area.row2);
     }
+}
+
+void SheetGrid::AddRow(std::initializer_list<QString> texts) {
+    const int row = MaxRows() + 1;
+    MaxRows(row);
+    const int cols = std::min(int(texts.size()), MaxCols());
+    if (MaxRows() < row || cols == 0) return;
+    d->current().cellForWriting(cols, row);  // makes room for all
+    for (int col = 1; col <= cols; ++col) storeText(col, row, texts.begin()[col - 1]);
+    textsWritten(d->sheet, {1, row, cols, row});
+    touchRows(row, row);
 }
 
 // Calls write(col, row) for the current cell, or with BlockMode for each cell of the block.

@@ -6,6 +6,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -22,36 +23,62 @@ QByteArray colourName(int colour) {
     return '#' + QByteArray::number(value, 16).rightJustified(6, '0');
 }
 
-// Appends a text with its line ends as breaks and all its blanks.
-void appendText(QByteArray& html, const QString& text) {
-    const QByteArray bytes = text.toUtf8();
-    char before = ' ';  // blanks at the start of a line are kept as well
-    bool afterReturn = false;
-    for (char c : bytes) {
-        if (c == '\n' && afterReturn) {
-            afterReturn = false;
+constexpr qsizetype LongestEscape = 6;
+
+// Whether a character is written as it stands wherever it stands. Most are.
+bool isOrdinary(char16_t c) { return (c > '>' && c < 0x80) || (c > '&' && c < '<'); }
+
+// What is written for a character that is no blank; null if it stays as it is.
+const char* escaped(char16_t c) {
+    switch (c) {
+        case '&':
+            return "&amp;";
+        case '<':
+            return "&lt;";
+        case '>':
+            return "&gt;";
+        case '"':
+            return "&quot;";
+        case '\r':
+        case '\n':
+            return "<BR>";
+        default:
+            return c < ' ' ? "" : nullptr;
+    }
+}
+
+// Both write to a buffer and return where the next bytes go.
+char* put(char* end, QByteArrayView bytes) { return std::copy(bytes.begin(), bytes.end(), end); }
+
+// Writes a text with its line ends as breaks and all its blanks. The buffer has to have room for
+// LongestEscape bytes a character.
+char* putText(char* end, QStringView text) {
+    char16_t before = ' ';  // blanks at the start of a line are kept as well
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i].unicode();
+        if (isOrdinary(c)) {
+            *end++ = char(before = c);
             continue;
         }
-        afterReturn = c == '\r';
-        if (c == '\t') c = ' ';
-        if (c == '&') {
-            html += "&amp;";
-        } else if (c == '<') {
-            html += "&lt;";
-        } else if (c == '>') {
-            html += "&gt;";
-        } else if (c == '"') {
-            html += "&quot;";
-        } else if (c == '\r' || c == '\n') {
-            html += "<BR>";
-            c = ' ';
-        } else if (c == ' ' && before == ' ') {
-            html += "&nbsp;";
-        } else if (uchar(c) >= ' ') {
-            html += c;
+        if (c >= 0x80) {
+            const qsizetype first = i;
+            while (i + 1 < text.size() && text[i + 1].unicode() >= 0x80) ++i;
+            end = put(end, text.sliced(first, i - first + 1).toUtf8());
+            before = c;
+            continue;
         }
-        before = c;
+        const bool isBlank = c == ' ' || c == '\t';
+        const bool endsLine = c == '\r' || c == '\n';
+        const char* instead = escaped(c);
+        if (isBlank) instead = before == ' ' ? "&nbsp;" : " ";
+        if (c == '\n' && i > 0 && text[i - 1] == u'\r') instead = "";
+        before = isBlank || endsLine ? ' ' : c;
+        if (instead)
+            end = put(end, instead);
+        else
+            *end++ = char(c);
     }
+    return end;
 }
 
 QByteArray borderStyle(const char* side, const CellBorder& border) {
@@ -59,12 +86,12 @@ QByteArray borderStyle(const char* side, const CellBorder& border) {
     return QByteArray("border-") + side + ":1px solid " + colourName(border.colour) + ';';
 }
 
-// What all cells of one format share: the opening tag without its ">", and the tags around the
-// text.
+// What all cells of one format share: the opening tag without its ">", and what stands between it
+// and the text and after the text.
 struct CellTag {
     QByteArray open;
-    const char* before = "";
-    const char* after = "";
+    QByteArray before = ">";
+    QByteArray after = "</TD>";
 };
 
 CellTag tagOf(const CellFormat& format) {
@@ -88,8 +115,8 @@ CellTag tagOf(const CellFormat& format) {
              borderStyle("right", format.right) + borderStyle("bottom", format.bottom);
     if (!style.isEmpty()) tag.open += " STYLE=\"" + style + '"';
     if (format.fontBold) {
-        tag.before = "<B>";
-        tag.after = "</B>";
+        tag.before = "><B>";
+        tag.after = "</B></TD>";
     }
     return tag;
 }
@@ -99,11 +126,14 @@ QByteArray numbered(double value) { return QByteArray::number(value, 'g', 4); }
 
 class HtmlTable {
 public:
-    HtmlTable(const SheetGrid& grid, const SheetData& data, const GridArea& area);
+    HtmlTable(const SheetGrid& grid, const SheetData& data, const GridArea& area, QIODevice& file);
 
-    QByteArray page();
+    // Writes the page. Returns false if the file fails.
+    bool write();
 
 private:
+    void flush();
+    void appendTitle(const QString& text);
     void appendOpening();
     void appendRow(int row);
     void appendCell(int col, int row, const GridCell* cell);
@@ -119,15 +149,19 @@ private:
     const SheetGrid& m_grid;
     const SheetData& m_data;
     const GridArea m_area;
-    const int m_sheet;
+    QIODevice& m_file;
     std::vector<Col> m_cols;
     int m_rowFormat = -1;
-    QByteArray m_html;
+    double m_rowHeight = -1;
+    QByteArray m_rowTag;  // of a row of that height
+    QByteArray m_html;    // that is not in the file yet
+    bool m_isWritten = true;
     std::map<std::array<int, 3>, CellTag> m_tags;
 };
 
-HtmlTable::HtmlTable(const SheetGrid& grid, const SheetData& data, const GridArea& area)
-    : m_grid(grid), m_data(data), m_area(area), m_sheet(grid.Sheet()) {
+HtmlTable::HtmlTable(const SheetGrid& grid, const SheetData& data, const GridArea& area,
+                     QIODevice& file)
+    : m_grid(grid), m_data(data), m_area(area), m_file(file) {
     for (int col = area.col; col <= area.col2; ++col) {
         const GridSection& section = data.colSection(col);
         m_cols.push_back({section.hidden, section.format, section.hidden ? 0 : section.size});
@@ -146,19 +180,33 @@ QString HtmlTable::firstText() const {
 
 // The tags "<HTML>", "<TABLE ...>" and "</TABLE>" are lines of their own, because the mail windows
 // process the file line by line.
-QByteArray HtmlTable::page() {
-    m_html.reserve(qsizetype(64) * (m_area.row2 - m_area.row + 1) * qsizetype(m_cols.size()) +
-                   1024);
+bool HtmlTable::write() {
+    constexpr qsizetype bytesAtOnce = 32768;
+    m_html.reserve(2 * bytesAtOnce);
     m_html +=
         "<HTML>\n<HEAD>\n<META HTTP-EQUIV=\"Content-Type\" CONTENT=\"text/html; "
         "charset=utf-8\">\n<TITLE>";
-    appendText(m_html, firstText().simplified());
+    appendTitle(firstText().simplified());
     m_html += "</TITLE>\n</HEAD>\n<BODY BGCOLOR=\"#ffffff\">\n";
     appendOpening();
-    for (int row = m_area.row; row <= m_area.row2; ++row)
+    for (int row = m_area.row; row <= m_area.row2; ++row) {
         if (!m_data.rowSection(row).hidden) appendRow(row);
+        if (m_html.size() > bytesAtOnce) flush();
+    }
     m_html += "</TABLE>\n</BODY>\n</HTML>\n";
-    return m_html;
+    flush();
+    return m_isWritten;
+}
+
+void HtmlTable::appendTitle(const QString& text) {
+    const qsizetype size = m_html.size();
+    m_html.resize(size + text.size() * LongestEscape);
+    m_html.resize(putText(m_html.data() + size, text) - m_html.constData());
+}
+
+void HtmlTable::flush() {
+    m_isWritten = m_file.write(m_html) == m_html.size() && m_isWritten;
+    m_html.resize(0);
 }
 
 void HtmlTable::appendOpening() {
@@ -181,9 +229,13 @@ void HtmlTable::appendOpening() {
 void HtmlTable::appendRow(int row) {
     const GridSection& section = m_data.rowSection(row);
     m_rowFormat = section.format;
-    m_html +=
-        "<TR STYLE=\"height:" + QByteArray::number(std::lround(section.size * PixelsPerPoint)) +
-        "px\">";
+    if (section.size != m_rowHeight) {
+        m_rowHeight = section.size;
+        m_rowTag =
+            "<TR STYLE=\"height:" + QByteArray::number(std::lround(m_rowHeight * PixelsPerPoint)) +
+            "px\">";
+    }
+    m_html += m_rowTag;
     for (int col = m_area.col; col <= m_area.col2; ++col) {
         if (!m_cols[size_t(col - m_area.col)].hidden) appendCell(col, row, m_data.cell(col, row));
     }
@@ -209,18 +261,22 @@ void HtmlTable::appendCell(int col, int row, const GridCell* cell) {
         cell = m_data.cell(col, row);
     }
     const CellTag& look = tag(col, row, cell);
-    m_html += look.open;
-    if (cols > 1) m_html += " COLSPAN=" + QByteArray::number(cols);
-    if (rows > 1) m_html += " ROWSPAN=" + QByteArray::number(rows);
-    m_html += '>';
-    if (!cell || cell->text.isEmpty()) {
-        m_html += "&nbsp;";
+    constexpr qsizetype mostForSpan = 64;
+    const QString text = cell ? cell->text : QString();
+    const qsizetype size = m_html.size();
+    m_html.resize(size + look.open.size() + mostForSpan + look.before.size() +
+                  (text.size() + 1) * LongestEscape + look.after.size());
+    char* end = put(m_html.data() + size, look.open);
+    if (cols > 1) end = put(end, " COLSPAN=" + QByteArray::number(cols));
+    if (rows > 1) end = put(end, " ROWSPAN=" + QByteArray::number(rows));
+    if (text.isEmpty()) {
+        end = put(end, ">&nbsp;</TD>");
     } else {
-        m_html += look.before;
-        appendText(m_html, cell->text);
-        m_html += look.after;
+        end = put(end, look.before);
+        end = putText(end, text);
+        end = put(end, look.after);
     }
-    m_html += "</TD>";
+    m_html.resize(end - m_html.constData());
 }
 
 const CellTag& HtmlTable::tag(int col, int row, const GridCell* cell) {
@@ -243,8 +299,10 @@ const CellTag& HtmlTable::tag(int col, int row, const GridCell* cell) {
 bool SheetGrid::ExportRangeToHTML(int col, int row, int col2, int row2, const QString& path,
                                   bool append, const QString&) const {
     const GridArea area = outputArea(*this, Sheet(), {col, row, col2, row2});
-    const QByteArray html = HtmlTable(*this, d->current(), area).page();
-    if (!append) return replaceFile(path, html);
+    const auto write = [&](QIODevice& file) {
+        return HtmlTable(*this, d->current(), area, file).write();
+    };
+    if (!append) return replaceFile(path, write);
     QFile file(resolvedPath(path));
-    return file.open(QIODevice::Append) && file.write(html) == html.size() && file.flush();
+    return file.open(QIODevice::Append) && write(file) && file.flush();
 }

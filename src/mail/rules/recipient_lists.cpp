@@ -25,10 +25,7 @@ void listTeam(SheetGrid& team) {
     people.Close();
 }
 
-void addRecipient(SheetGrid& recipients, const QString& name) {
-    recipients.MaxRows(recipients.MaxRows() + 1);
-    recipients.SetText(RecipientColumn::Name, recipients.MaxRows(), name);
-}
+void addRecipient(SheetGrid& recipients, const QString& name) { recipients.AddRow({name}); }
 
 void removeRecipient(SheetGrid& recipients, int row) {
     recipients.DeleteRows(row, 1);

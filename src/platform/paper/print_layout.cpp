@@ -23,29 +23,36 @@ constexpr double PlainFontSize = 10;  // points
 
 }  // namespace
 
+double PrintFace::widthOf(const QString& text) const {
+    const auto known = m_widths.constFind(text);
+    if (known != m_widths.constEnd()) return *known;
+    return *m_widths.insert(text, metrics.horizontalAdvance(text));
+}
+
 int PrintFace::wrapFlags(const QString& text, double room) const {
     const QStringList words = text.split(QRegularExpression(QStringLiteral("\\s")));
-    const bool fit = std::all_of(words.begin(), words.end(), [&](const QString& word) {
-        return metrics.horizontalAdvance(word) <= room;
-    });
+    const bool fit = std::all_of(words.begin(), words.end(),
+                                 [&](const QString& word) { return widthOf(word) <= room; });
     return fit ? Qt::TextWordWrap : Qt::TextWrapAnywhere;
 }
 
 const PrintFace& PrintFaces::of(const CellFormat& format) {
     const double points = format.fontSize > 0 ? format.fontSize : PlainFontSize;
     const QString name = format.fontName.isEmpty() ? QStringLiteral("Arial") : format.fontName;
-    const QString key = name + QLatin1Char('|') + QString::number(points) +
-                        QLatin1Char(format.fontBold ? 'b' : '-');
-    const auto found = m_faces.constFind(key);
-    if (found != m_faces.constEnd()) return *found;
+    const auto key = std::make_tuple(name, points, format.fontBold);
+    const auto found = m_faces.find(key);
+    if (found != m_faces.end()) return found->second;
     QFont font(name);
     font.setPixelSize(std::max(1, int(points * TwipsPerPoint)));
     font.setBold(format.fontBold);
-    return *m_faces.insert(key, PrintFace{font, QFontMetricsF(font)});
+    return m_faces.emplace(key, PrintFace(font)).first->second;
 }
 
 PrintLayout::PrintLayout(const SheetGrid& grid, const QSizeF& paper, PrintFaces& faces)
-    : m_sheet(grid.ActiveSheet()) {
+    : m_sheet(grid.ActiveSheet()), m_spansOfRow(size_t(grid.rowsOf(m_sheet)) + 1) {
+    for (const CellSpan& span : grid.spansOf(m_sheet))
+        for (int row = span.row; row < span.row + span.rows; ++row)
+            m_spansOfRow[size_t(row)].push_back(span);
     double top = grid.PrintMarginTop();
     double bottom = grid.PrintMarginBottom();
     if (!grid.PrintHeader().isEmpty()) top = std::max(top, LeastMarginWithLine);
@@ -79,6 +86,12 @@ double PrintLayout::height(int row) const {
     return inside ? m_heights[size_t(row - m_area.row)] : 0;
 }
 
+const CellSpan* PrintLayout::spanAt(int col, int row) const {
+    for (const CellSpan& span : m_spansOfRow[size_t(row)])
+        if (col >= span.col && col < span.col + span.cols) return &span;
+    return nullptr;
+}
+
 GridArea PrintLayout::areaToPrint(const SheetGrid& grid) const {
     const int rows = grid.PrintUseDataMax() ? 0 : grid.rowsOf(m_sheet);
     GridArea area = outputArea(grid, m_sheet, {1, 1, -1, rows});
@@ -91,8 +104,8 @@ GridArea PrintLayout::areaToPrint(const SheetGrid& grid) const {
     for (int row = firstRow; row <= area.row2; row = std::max(row + 1, area.row)) {
         for (int col = area.col2; col > used; --col) {
             // Joined cells are as wide as all of them, and hold what their first one holds.
-            CellSpan cell = grid.spanAt(m_sheet, col, row);
-            if (cell.cols == 0) cell = {col, row, 1, 1};
+            const CellSpan* span = spanAt(col, row);
+            const CellSpan cell = span ? *span : CellSpan{col, row, 1, 1};
             if (grid.textAt(m_sheet, cell.col, cell.row).isEmpty() &&
                 grid.pictureAt(m_sheet, cell.col, cell.row).isEmpty())
                 continue;
@@ -133,12 +146,12 @@ double PrintLayout::neededHeight(const SheetGrid& grid, PrintFaces& faces, int c
     if (text.isEmpty()) return 0;
     const bool lines = text.contains(QLatin1Char('\n'));
     const bool overflows = grid.AllowCellOverflow() && !lines;
-    const CellSpan span = grid.spanAt(m_sheet, col, row);
-    if (overflows && span.cols == 0 && row > 0) return 0;
+    const CellSpan* span = spanAt(col, row);
+    if (overflows && !span && row > 0) return 0;
     double room = width(col);
-    if (span.cols > 0) {
-        if (span.col != col || span.row != row || span.rows > 1) return 0;
-        for (int c = col + 1; c < col + span.cols; ++c) room += width(c);
+    if (span) {
+        if (span->col != col || span->row != row || span->rows > 1) return 0;
+        for (int c = col + 1; c < col + span->cols; ++c) room += width(c);
     }
     if (room <= 0) return 0;
     room -= 2 * padding(room);
@@ -146,7 +159,7 @@ double PrintLayout::neededHeight(const SheetGrid& grid, PrintFaces& faces, int c
     CellFormat format = grid.formatAt(m_sheet, col, row);
     if (row == 0 || col == 0) format.fontBold = true;  // as heads are printed
     const PrintFace& face = faces.of(format);
-    if (!lines && face.metrics.horizontalAdvance(text) <= room) return 0;
+    if (!lines && face.widthOf(text) <= room) return 0;
     const QRectF needed = face.metrics.boundingRect(QRectF(0, 0, std::max(room, 1.0), 1e9),
                                                     face.wrapFlags(text, room), text);
     return needed.height() + 2 * NarrowPrintPadding;

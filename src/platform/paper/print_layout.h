@@ -12,6 +12,8 @@
 #include <QHash>
 #include <QSizeF>
 
+#include <map>
+#include <tuple>
 #include <vector>
 
 constexpr int TwipsPerInch = 1440;
@@ -21,11 +23,19 @@ constexpr double LeastStretch = 0.6;
 
 // Lengths are in twips. Widths and heights of cells are those before scaling.
 struct PrintFace {
+    explicit PrintFace(const QFont& inTwips) : font(inTwips), metrics(inTwips) {}
+
     QFont font;  // its pixel size is in twips
     QFontMetricsF metrics;
 
+    // The width of a text in one line. Each text is measured once: chords and cities come often.
+    double widthOf(const QString& text) const;
+
     // The flags for wrapping a text to a width: between words, or anywhere if a word is too long.
     int wrapFlags(const QString& text, double room) const;
+
+private:
+    mutable QHash<QString, double> m_widths;
 };
 
 // The fonts of cells in print.
@@ -34,7 +44,7 @@ public:
     const PrintFace& of(const CellFormat& format);
 
 private:
-    QHash<QString, PrintFace> m_faces;
+    std::map<std::tuple<QString, double, bool>, PrintFace> m_faces;
 };
 
 // The part of the sheet on one page.
@@ -63,6 +73,9 @@ public:
     double width(int col) const;
     double height(int row) const;
 
+    // The span that covers a cell; null if there is none.
+    const CellSpan* spanAt(int col, int row) const;
+
     // The distance between a cell's edge and its text.
     static double padding(double width);
 
@@ -76,6 +89,7 @@ private:
     void breakIntoPages(const SheetGrid& grid);
 
     const int m_sheet;
+    std::vector<std::vector<CellSpan>> m_spansOfRow;
     QRectF m_body;
     double m_scale = 1;
     GridArea m_area;

@@ -16,6 +16,13 @@ constexpr double LineWidth = 10;
 const QColor GridLine(0xB8, 0xB2, 0xA4);
 const QColor HeadGround(0xEE, 0xE8, 0xD8);
 
+// Whether a text has no tabs or line ends, which only a layout can place.
+bool isOneLine(const QString& text) {
+    return std::none_of(text.begin(), text.end(), [](QChar c) {
+        return c < QLatin1Char(' ') || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
+    });
+}
+
 class SheetDrawing {
 public:
     SheetDrawing(QPainter& painter, const SheetGrid& grid, const QSizeF& paper)
@@ -30,9 +37,11 @@ private:
     void drawHead(int col, int row, const QRectF& rect);
     void drawCells();
     void drawGround(const CellFormat& format, const QRectF& rect, int col, int row);
-    void drawBorders(int col, int row);
+    void drawBorders(const CellFormat& format, int col, int row);
     void drawFrame();
     void drawText(int col, int row, const CellFormat& format, const QRectF& cell);
+    void drawFitting(const PrintFace& face, const QColor& colour, HAlign align, const QRectF& rect,
+                     const QString& text);
     QRectF overflowRect(int col, int row, HAlign align, double wanted, QRectF rect) const;
     void drawLine(const QString& codes, int number, double middle);
 
@@ -49,12 +58,14 @@ private:
     PrintFaces m_faces;
     PrintLayout m_layout;
     PrintedPage m_page;
-    std::vector<double> m_lefts;  // of the page's columns, and the right edge
-    std::vector<double> m_tops;   // of the page's rows, and the bottom edge
+    const PrintFace* m_face = nullptr;  // whose font the painter has, if drawFitting has set it
+    std::vector<double> m_lefts;        // of the page's columns, and the right edge
+    std::vector<double> m_tops;         // of the page's rows, and the bottom edge
 };
 
 void SheetDrawing::draw(int number) {
     m_page = m_layout.pages()[size_t(number - 1)];
+    m_face = nullptr;
     m_painter.save();
     const QRectF body = m_layout.body();
     m_painter.setClipRect(body.adjusted(-LineWidth, -LineWidth, LineWidth, LineWidth));
@@ -118,35 +129,37 @@ void SheetDrawing::drawHead(int col, int row, const QRectF& rect) {
 }
 
 void SheetDrawing::drawCells() {
-    const auto eachCell = [&](const auto& visit) {
-        for (int row = m_page.firstRow; row <= m_page.lastRow; ++row) {
-            if (m_layout.height(row) <= 0) continue;
-            for (int col = m_page.firstCol; col <= m_page.lastCol; ++col)
-                if (m_layout.width(col) > 0) visit(col, row);
-        }
-    };
     const int sheet = m_layout.sheet();
-    // The rectangle of a cell; a span is drawn with its first cell on the page.
-    const auto placeOf = [&](int& col, int& row) {
-        const CellSpan span = m_grid.spanAt(sheet, col, row);
-        if (span.cols == 0) return cellRect(col, row);
-        if (col != std::max(span.col, m_page.firstCol) ||
-            row != std::max(span.row, m_page.firstRow))
-            return QRectF();
-        col = span.col;
-        row = span.row;
-        return spanRect(span);
+    // Each cell of the page is looked at three times.
+    std::vector<CellFormat> formats;
+    for (int row = m_page.firstRow; row <= m_page.lastRow; ++row)
+        for (int col = m_page.firstCol; col <= m_page.lastCol; ++col)
+            formats.push_back(m_grid.formatAt(sheet, col, row));
+    const auto eachCell = [&](const auto& visit) {
+        auto format = formats.cbegin();
+        for (int row = m_page.firstRow; row <= m_page.lastRow; ++row)
+            for (int col = m_page.firstCol; col <= m_page.lastCol; ++col, ++format)
+                if (m_layout.height(row) > 0 && m_layout.width(col) > 0) visit(col, row, *format);
     };
-    eachCell([&](int col, int row) {
-        const QRectF rect = placeOf(col, row);
-        if (!rect.isEmpty()) drawGround(m_grid.formatAt(sheet, col, row), rect, col, row);
+    // A span is drawn with its first cell on the page.
+    const auto eachPlace = [&](const auto& draw) {
+        eachCell([&](int col, int row, const CellFormat& format) {
+            const CellSpan* span = m_layout.spanAt(col, row);
+            if (!span) {
+                draw(format, cellRect(col, row), col, row);
+            } else if (col == std::max(span->col, m_page.firstCol) &&
+                       row == std::max(span->row, m_page.firstRow)) {
+                draw(m_grid.formatAt(sheet, span->col, span->row), spanRect(*span), span->col,
+                     span->row);
+            }
+        });
+    };
+    eachPlace([&](const CellFormat& format, const QRectF& rect, int col, int row) {
+        if (!rect.isEmpty()) drawGround(format, rect, col, row);
     });
-    eachCell([&](int col, int row) { drawBorders(col, row); });
-    eachCell([&](int col, int row) {
-        if (m_grid.textAt(sheet, col, row).isEmpty() && m_grid.spanAt(sheet, col, row).cols == 0)
-            return;
-        const QRectF rect = placeOf(col, row);
-        if (!rect.isEmpty()) drawText(col, row, m_grid.formatAt(sheet, col, row), rect);
+    eachCell([&](int col, int row, const CellFormat& format) { drawBorders(format, col, row); });
+    eachPlace([&](const CellFormat& format, const QRectF& rect, int col, int row) {
+        if (!rect.isEmpty()) drawText(col, row, format, rect);
     });
 }
 
@@ -167,10 +180,8 @@ void SheetDrawing::drawGround(const CellFormat& format, const QRectF& rect, int 
     m_painter.drawPixmap(place, pixmap, QRectF(pixmap.rect()));
 }
 
-void SheetDrawing::drawBorders(int col, int row) {
-    const CellFormat format = m_grid.formatAt(m_layout.sheet(), col, row);
-    const CellSpan span = m_grid.spanAt(m_layout.sheet(), col, row);
-    const bool joined = span.cols > 0;
+void SheetDrawing::drawBorders(const CellFormat& format, int col, int row) {
+    const CellSpan* span = m_layout.spanAt(col, row);
     const QRectF rect = cellRect(col, row);
     const auto line = [&](const CellBorder& border, bool inside, QPointF from, QPointF to) {
         if (border.style == BorderStyle::None || inside) return;
@@ -178,11 +189,11 @@ void SheetDrawing::drawBorders(int col, int row) {
             QPen(m_grid.PrintColor() ? screenColour(border.colour) : Qt::black, LineWidth));
         m_painter.drawLine(from, to);
     };
-    line(format.left, joined && col > span.col, rect.topLeft(), rect.bottomLeft());
-    line(format.top, joined && row > span.row, rect.topLeft(), rect.topRight());
-    line(format.right, joined && col < span.col + span.cols - 1, rect.topRight(),
+    line(format.left, span && col > span->col, rect.topLeft(), rect.bottomLeft());
+    line(format.top, span && row > span->row, rect.topLeft(), rect.topRight());
+    line(format.right, span && col < span->col + span->cols - 1, rect.topRight(),
          rect.bottomRight());
-    line(format.bottom, joined && row < span.row + span.rows - 1, rect.bottomLeft(),
+    line(format.bottom, span && row < span->row + span->rows - 1, rect.bottomLeft(),
          rect.bottomRight());
 }
 
@@ -227,9 +238,9 @@ void SheetDrawing::drawText(int col, int row, const CellFormat& format, const QR
     const PrintFace& face = m_faces.of(format);
     const double padding = PrintLayout::padding(cell.width());
     QRectF rect = cell.adjusted(padding, 0, -padding, 0);
-    const double wanted = face.metrics.horizontalAdvance(text);
+    const double wanted = face.widthOf(text);
     const bool lines = text.contains(QLatin1Char('\n'));
-    const bool single = m_grid.spanAt(m_layout.sheet(), col, row).cols == 0 && row > 0;
+    const bool single = row > 0 && !m_layout.spanAt(col, row);
     int flags = format.hAlign == HAlign::Left    ? Qt::AlignLeft
                 : format.hAlign == HAlign::Right ? Qt::AlignRight
                                                  : Qt::AlignHCenter;
@@ -246,14 +257,34 @@ void SheetDrawing::drawText(int col, int row, const CellFormat& format, const QR
         flags |= Qt::TextSingleLine | Qt::AlignVCenter;
     }
     const bool coloured = m_grid.PrintColor() && format.hasForeColor;
+    const QColor colour = coloured ? screenColour(format.foreColor) : QColor(Qt::black);
+    if (stretch == 1 && isOneLine(text) && wanted <= rect.width() &&
+        face.metrics.height() <= rect.height()) {
+        drawFitting(face, colour, format.hAlign, rect, text);
+        return;
+    }
     m_painter.save();
     if (wanted * stretch > rect.width() + 1) m_painter.setClipRect(rect, Qt::IntersectClip);
     m_painter.setFont(face.font);
-    m_painter.setPen(coloured ? screenColour(format.foreColor) : QColor(Qt::black));
+    m_painter.setPen(colour);
     m_painter.translate(rect.topLeft());
     m_painter.scale(stretch, 1);
     m_painter.drawText(QRectF(0, 0, rect.width() / stretch, rect.height()), flags, text);
     m_painter.restore();
+}
+
+// Draws a text in the middle of a cell that has room for it. This is what most cells need, and
+// takes the least: no painter state is saved, and the text is not measured again.
+void SheetDrawing::drawFitting(const PrintFace& face, const QColor& colour, HAlign align,
+                               const QRectF& rect, const QString& text) {
+    const double spare = rect.width() - face.widthOf(text);
+    const double left = align == HAlign::Left ? 0 : align == HAlign::Right ? spare : spare / 2;
+    const double top = (rect.height() - face.metrics.height()) / 2;
+    // To the painter even the same font is a new one.
+    if (m_face != &face) m_painter.setFont(face.font);
+    m_face = &face;
+    m_painter.setPen(colour);
+    m_painter.drawText(rect.topLeft() + QPointF(left, top + face.metrics.ascent()), text);
 }
 
 // Draws a header or footer. What follows "/c" is centred, the rest is at the left.

@@ -9,30 +9,35 @@
 
 #include <QHash>
 
-#include <array>
-
 namespace {
+
+// A date as it is stored, and what it compares as.
+struct KnownDate {
+    QString text;
+    QDate date;
+};
 
 // Parses dates by their two-digit year, each text only once. Raises RunTimeError::TypeMismatch if
 // a text is not a date.
 class ComparableDates {
 public:
-    QDate of(const QString& text) {
-        const auto known = m_known.constFind(text);
+    const KnownDate& of(QByteArrayView bytes) {
+        const auto known = m_known.constFind(QByteArray::fromRawData(bytes.data(), bytes.size()));
         if (known != m_known.cend()) return *known;
+        const QString text = QString::fromUtf8(bytes);
         // Deliberate: behaviour 155.
-        return *m_known.insert(text, toDate(formatDate(toDate(text))));
+        return *m_known.insert(bytes.toByteArray(), {text, toDate(formatDate(toDate(text)))});
     }
 
 private:
-    QHash<QString, QDate> m_known;
+    QHash<QByteArray, KnownDate> m_known;
 };
 
-void appendRow(SheetGrid& grid, const std::array<QString, 3>& texts) {
-    const int row = grid.MaxRows() + 1;
-    grid.MaxRows(row);
-    for (int i = 0; i < int(texts.size()); ++i) grid.SetText(i + 1, row, texts[i]);
-}
+// What the report shows of a song. Its performances share the texts.
+struct ReportedSong {
+    QString title;
+    QString number;
+};
 
 bool hasPerformance(const QString& songID) {
     Recordset rs =
@@ -67,27 +72,28 @@ void writeReportHeads(SheetGrid& report, int row) {
 }
 
 void clearReport(SheetGrid& report) {
-    report.ClearRange(1, 1, -1, -1, true);
     report.MaxRows(0);
     alignAll(report, HAlign::Left);
 }
 
 void listPeriod(SheetGrid& report, const ReportPeriod& period) {
     ComparableDates dates;
-    const QDate from = dates.of(period.from);
-    const QDate to = dates.of(period.to);
+    const QDate from = dates.of(period.from.toUtf8()).date;
+    const QDate to = dates.of(period.to.toUtf8()).date;
+    QHash<qint64, ReportedSong> songs;
     clearReport(report);
     Recordset rs = select(
         QStringLiteral("SELECT played_on.songID, played_on.played_date, songs.ID, songs.CCLI, "
                        "songs.title FROM songs INNER JOIN played_on ON songs.ID = "
                        "played_on.songID;"));
     for (; !rs.EOF_(); rs.MoveNext()) {
-        const QString played = rs.Fields("played_date");
-        const QDate date = dates.of(played);
-        if (date < from || date > to) continue;
-        const QString number = rs.Fields("CCLI");
+        const KnownDate& played = dates.of(rs.Bytes("played_date"));
+        if (played.date < from || played.date > to) continue;
+        const qint64 id = rs.Number("ID");
+        auto song = songs.constFind(id);
+        if (song == songs.cend()) song = songs.insert(id, {rs.Fields("Title"), rs.Fields("CCLI")});
         // Deliberate: behaviour 153.
-        if (!number.isEmpty()) appendRow(report, {rs.Fields("Title"), played, number});
+        if (!song->number.isEmpty()) report.AddRow({song->title, played.text, song->number});
     }
     rs.Close();
     writeReportHeads(report, 0);
@@ -98,7 +104,7 @@ void appendNumberedSongs(SheetGrid& songs) {
     Recordset rs = select(QStringLiteral("SELECT * FROM songs WHERE CCLI > ''"));
     for (; !rs.EOF_(); rs.MoveNext()) {
         const QString id = rs.Fields("ID");
-        if (hasPerformance(id)) appendRow(songs, {id, rs.Fields("Title"), rs.Fields("CCLI")});
+        if (hasPerformance(id)) songs.AddRow({id, rs.Fields("Title"), rs.Fields("CCLI")});
     }
     rs.Close();
 }
@@ -111,7 +117,7 @@ void listSong(SheetGrid& report, const SheetGrid& songs, int row) {
     if (id.isEmpty()) return;
     Recordset rs = select(QStringLiteral("SELECT * FROM played_on WHERE songID = ") + id);
     for (; !rs.EOF_(); rs.MoveNext())
-        appendRow(report, {rs.Fields("Title"), rs.Fields("played_date"), number});
+        report.AddRow({rs.Fields("Title"), rs.Fields("played_date"), number});
     rs.Close();
     writeReportHeads(report, 0);
 }

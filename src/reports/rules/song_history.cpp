@@ -34,23 +34,16 @@ QStringList historyYears(int thisYear) {
 
 void listYear(SheetGrid& list, const QString& year,
               const std::function<void(int done, int total)>& onProgress) {
-    list.ClearRange(1, 1, -1, -1, true);
     list.MaxRows(0);
     Recordset songs = select(QStringLiteral("Select id, title FROM songs ORDER BY title"));
     int total = 0;
     for (; !songs.EOF_(); songs.MoveNext()) ++total;
     if (total >= 1) songs.MoveFirst();
     const QString twoDigits = year.mid(2, 2);
-    int row = 0;
     for (int done = 1; !songs.EOF_(); songs.MoveNext(), ++done) {
         const QString id = songs.Fields("ID");
         const int count = timesPlayed(id, twoDigits);
-        if (count >= 1) {
-            list.MaxRows(++row);
-            list.SetText(HistoryColumn::SongID, row, id);
-            list.SetText(HistoryColumn::SongName, row, songs.Fields("Title"));
-            list.SetText(HistoryColumn::TimesPlayed, row, QString::number(count));
-        }
+        if (count >= 1) list.AddRow({id, songs.Fields("Title"), QString::number(count)});
         onProgress(done, total);
     }
     songs.Close();

@@ -7,6 +7,7 @@
 #include "core/data/dates.h"
 #include "core/data/paths.h"
 #include "core/data/run_time_error.h"
+#include "core/grid/list_columns.h"
 #include "core/grid/sheet_grid.h"
 
 #include <QFile>
@@ -59,36 +60,16 @@ bool isHymn(const Recordset& song) {
                        [&song](const char* column) { return isHymns(song.Fields(column)); });
 }
 
-// Writes all columns but the last two.
-void setSong(SheetGrid& list, int row, const Recordset& song) {
-    list.SetText(PickerColumn::ID, row, song.Fields("ID"));
-    list.SetText(PickerColumn::Title, row, song.Fields("Title"));
-    list.SetText(PickerColumn::Artist, row, song.Fields("artist"));
-    list.SetText(PickerColumn::Key, row, song.Fields("dakey"));
-}
-
 }  // namespace
 
 void setUpPickerList(SheetGrid& list) {
-    list.MaxCols(PickerColumn::Sound);
-    list.MaxRows(0);
-    list.RowHeadersShow(false);
-    list.GridShowHoriz(false);
-    list.GridShowVert(false);
-    const struct {
-        int col;
-        const char* head;
-        double width;
-    } columns[] = {{PickerColumn::ID, "", 2.37},
-                   {PickerColumn::Title, "Title", 21.75},
-                   {PickerColumn::Artist, "Artist", 10},
-                   {PickerColumn::Key, "Key", 3.5},
-                   {PickerColumn::LastPlayed, "Last Played", 8.83},
-                   {PickerColumn::Sound, " ", 2.75}};
-    for (const auto& [col, head, width] : columns) {
-        list.SetText(col, 0, QLatin1String(head));
-        list.ColWidth(col, width);
-    }
+    setUpList(list, PickerColumn::Sound,
+              {{PickerColumn::ID, "", 2.37},
+               {PickerColumn::Title, "Title", 21.75},
+               {PickerColumn::Artist, "Artist", 10},
+               {PickerColumn::Key, "Key", 3.5},
+               {PickerColumn::LastPlayed, "Last Played", 8.83},
+               {PickerColumn::Sound, " ", 2.75}});
     list.Row(-1);
     list.Col(PickerColumn::LastPlayed);
     list.CellType(CellKind::Date);
@@ -109,15 +90,13 @@ void listByCategory(SheetGrid& list, const CategorySearch& search) {
         const QString lastPlayed = greatestPlayedDate(songs.Fields("ID"));
         const bool fits = songs.Fields("playlist") == search.playlist;
         if (!fits || (hymn && !wantsHymns)) continue;
-        const int row = list.MaxRows() + 1;
-        list.MaxRows(row);
-        setSong(list, row, songs);
-        list.SetText(PickerColumn::LastPlayed, row, lastPlayed);
+        list.AddRow({songs.Fields("ID"), songs.Fields("Title"), songs.Fields("artist"),
+                     songs.Fields("dakey"), lastPlayed});
         // Deliberate: behaviour 53.
         if (hymn || songs.Fields("soundFile").isEmpty()) continue;
         if (picture.isEmpty()) picture = soundPicture();
         list.Col(PickerColumn::Sound);
-        list.Row(row);
+        list.Row(list.MaxRows());
         list.Picture(picture);
     }
     songs.Close();
@@ -135,7 +114,10 @@ void listByTitle(SheetGrid& list, const QString& text) {
         if (!songs.Fields("Title").toUpper().contains(wanted)) continue;
         // Deliberate: behaviour 54. The first hit cuts the old list back to row 1.
         list.MaxRows(++row);
-        setSong(list, row, songs);
+        list.SetText(PickerColumn::ID, row, songs.Fields("ID"));
+        list.SetText(PickerColumn::Title, row, songs.Fields("Title"));
+        list.SetText(PickerColumn::Artist, row, songs.Fields("artist"));
+        list.SetText(PickerColumn::Key, row, songs.Fields("dakey"));
         dates.Open(QStringLiteral("SELECT played_date FROM played_on WHERE songID = ") +
                        songs.Fields("ID") + QStringLiteral(" ORDER BY played_date"),
                    dbConn, CursorType::Dynamic, LockType::ReadOnly);

@@ -106,11 +106,8 @@ void listOffers(SheetGrid& offers, const Team& team, const QString& date) {
     std::vector<bool> serves;
     for (const TeamMember& member : team.members) serves.push_back(member.servesOn(date));
     offers.MaxRows(0);
-    for (const Offer& offer : team.offers) {
-        if (!serves[offer.member]) continue;
-        offers.MaxRows(offers.MaxRows() + 1);
-        offers.SetText(1, offers.MaxRows(), offer.text);
-    }
+    for (const Offer& offer : team.offers)
+        if (serves[offer.member]) offers.AddRow({offer.text});
 }
 
 // Gives the items of `offers` to the 15 drop-down lists of a week. The texts of the cells stay.

@@ -4,25 +4,14 @@
 #include "team/rules/special_music.h"
 
 #include "core/data/database.h"
+#include "core/grid/list_columns.h"
 #include "core/grid/sheet_grid.h"
 
 void setUpSpecialMusic(SheetGrid& list) {
-    list.MaxCols(SpecialMusicColumn::Last);
-    list.MaxRows(0);
-    list.RowHeadersShow(false);
-    list.GridShowHoriz(false);
-    list.GridShowVert(false);
-    const struct {
-        int col;
-        const char* head;
-        double width;
-    } columns[] = {{SpecialMusicColumn::Title, "Title", 20.37},
-                   {SpecialMusicColumn::PlayOn, "Play On", 7.37},
-                   {SpecialMusicColumn::Reminder, "Reminder", 6.87}};
-    for (const auto& column : columns) {
-        list.SetText(column.col, 0, QString::fromLatin1(column.head));
-        list.ColWidth(column.col, column.width);
-    }
+    setUpList(list, SpecialMusicColumn::Last,
+              {{SpecialMusicColumn::Title, "Title", 20.37},
+               {SpecialMusicColumn::PlayOn, "Play On", 7.37},
+               {SpecialMusicColumn::Reminder, "Reminder", 6.87}});
     for (const int col : {SpecialMusicColumn::ID, SpecialMusicColumn::Weeks}) {
         list.Col(col);
         list.ColHidden(true);
@@ -32,15 +21,9 @@ void setUpSpecialMusic(SheetGrid& list) {
 void listSpecialMusic(SheetGrid& list) {
     list.MaxRows(0);
     Recordset rs = select(QStringLiteral("SELECT * FROM special_music"));
-    for (; !rs.EOF_(); rs.MoveNext()) {
-        const int row = list.MaxRows() + 1;
-        list.MaxRows(row);
-        list.SetText(SpecialMusicColumn::ID, row, rs.Fields("ID"));
-        list.SetText(SpecialMusicColumn::Title, row, rs.Fields("song_name"));
-        list.SetText(SpecialMusicColumn::PlayOn, row, rs.Fields("play_date"));
-        list.SetText(SpecialMusicColumn::Reminder, row, rs.Fields("remind_schedule"));
-        list.SetText(SpecialMusicColumn::Weeks, row, rs.Fields("remind_interval"));
-    }
+    for (; !rs.EOF_(); rs.MoveNext())
+        list.AddRow({rs.Fields("ID"), rs.Fields("song_name"), rs.Fields("play_date"),
+                     rs.Fields("remind_schedule"), rs.Fields("remind_interval")});
     rs.Close();
 }
 

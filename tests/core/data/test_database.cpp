@@ -259,6 +259,20 @@ private Q_SLOTS:
         rs.Close();
     }
 
+    void fieldIsReadAsTextBytesAndNumber() {
+        openDatabase();
+        const Recordset rs = select("SELECT 'Größe' AS size, 12 AS number, NULL AS absent");
+        QCOMPARE(rs.Fields("Size"), QStringLiteral("Größe"));
+        QCOMPARE(rs.Bytes("size").toByteArray(), QByteArray("Größe"));
+        QCOMPARE(rs.Number("size"), 0);
+        QCOMPARE(rs.Fields("number"), QStringLiteral("12"));
+        QCOMPARE(rs.Number("Number"), 12);
+        QVERIFY(rs.Fields("absent").isNull());
+        QVERIFY(rs.Bytes("absent").isNull());
+        QCOMPARE(rs.Number("absent"), 0);
+        QCOMPARE(numberOf([&] { rs.Number("missing"); }), int(RunTimeError::NoSuchItem));
+    }
+
     void writeLeavesTheRecordsetClosed() {
         openDatabase();
         Recordset rs;

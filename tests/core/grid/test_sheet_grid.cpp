@@ -48,6 +48,28 @@ private Q_SLOTS:
         QCOMPARE(grid.SortKeyOrder(1), SortOrder::Ascending);
     }
 
+    void addedRowHoldsItsTextsLikeSetText() {
+        Watched grid;
+        grid.MaxCols(2);
+        grid.MaxRows(3);
+        grid.Col(2);
+        grid.Row(-1);
+        grid.CellType(CellKind::Date);
+        grid.takeDirt();
+        grid.told = 0;
+        grid.AddRow({u"Grace"_s, u"6/1/2026"_s, u"beyond"_s});
+        grid.AddRow({u"Mercy"_s, u"no date"_s});
+        grid.AddRow({});
+        QCOMPARE(grid.MaxRows(), 6);
+        QCOMPARE(grid.GetText(1, 4), u"Grace"_s);
+        QCOMPARE(grid.GetText(2, 4), u"06/01/26"_s);
+        QCOMPARE(grid.GetText(3, 4), QString());
+        QCOMPARE(grid.GetText(1, 5), u"Mercy"_s);
+        QCOMPARE(grid.GetText(2, 5), QString());
+        QCOMPARE(grid.DataRowCnt(), 5);
+        QCOMPARE(grid.told, 1);
+    }
+
     void headTextsLeaveMaxRowsAlone() {
         SheetGrid grid;
         grid.MaxRows(4);
