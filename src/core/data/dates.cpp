@@ -7,8 +7,8 @@
 
 #include <QStringList>
 
-#include <atomic>
 #include <array>
+#include <atomic>
 
 namespace {
 
