@@ -3,7 +3,7 @@
 
 // How long the CCLI report of a period takes on 10,000 songs with 200,000 played rows, as a ratio
 // to a bare loop that steps the same join with SQLite itself and reads the texts of its rows. Fails
-// if one takes more than 3 times as long.
+// if a year takes more than 2 times as long, or all years more than 4 times.
 #include "bare_loop.h"
 #include "core/data/dates.h"
 #include "core/shell/frm_mdi.h"
@@ -12,7 +12,8 @@
 
 #include <QApplication>
 
-constexpr double MostTimesTheJoin = 3;
+constexpr double MostForAYear = 2;     // one row in twenty is listed
+constexpr double MostForAllYears = 4;  // every row is
 
 static void bareJoin(sqlite3* db) {
     sqlite3_stmt* statement = nullptr;
@@ -36,16 +37,15 @@ int main(int argc, char** argv) {
     main.show();
     frmCCLI& report = frmCCLI::instance();
     report.Show();
-    const auto period = [&](const char* name, const char* from, const char* to) {
+    const auto period = [&](const char* name, const char* from, const char* to, double most) {
         report.fpDates->SetText(PeriodColumn::From, 1, QString::fromLatin1(from));
         report.fpDates->SetText(PeriodColumn::To, 1, QString::fromLatin1(to));
         const bool within = compare(
-            name, [&] { report.cmdShowReport->click(); }, [&] { bareJoin(folder.db); },
-            MostTimesTheJoin);
+            name, [&] { report.cmdShowReport->click(); }, [&] { bareJoin(folder.db); }, most);
         std::printf("rows listed: %d\n", report.fpCCLI->MaxRows());
         return within;
     };
-    const bool year = period("CCLI, a year", "01/01/25", "12/31/25");
-    const bool all = period("CCLI, all years", "01/01/06", "12/31/25");
+    const bool year = period("CCLI, a year", "01/01/25", "12/31/25", MostForAYear);
+    const bool all = period("CCLI, all years", "01/01/06", "12/31/25", MostForAllYears);
     return year && all ? 0 : 1;
 }

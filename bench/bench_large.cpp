@@ -133,10 +133,12 @@ void useSets(frmMDI& main) {
         sets.txtSearch->setText(QStringLiteral("Harvest"));
         sets.cmdSearchTitle->click();
     });
-    step("open Past Sets", [&] { main.cmdPastSets->click(); });
-    QListWidget* files = frmPastSets::instance().File1;
-    if (files->count() == 0) std::abort();
+    // The tree of folders fills while events are processed, some before the click and some after.
     step("show a past set", [&] {
+        main.cmdPastSets->click();
+        QCoreApplication::processEvents();
+        QListWidget* files = frmPastSets::instance().File1;
+        if (files->count() == 0) std::abort();
         files->setCurrentRow(files->count() / 2);
         press(files, Qt::Key_Return);
     });

@@ -65,7 +65,8 @@ QString noteValueOf(const QString& colName) {
 // How many characters of a chord, or of one side of a slash chord, are its note.
 qsizetype noteLength(QStringView side) {
     // An accidental anywhere counts. Deliberate: behaviour 138.
-    const bool accidental = side.contains(u'#') || side.contains(u'b');
+    const bool accidental =
+        std::any_of(side.begin(), side.end(), [](QChar c) { return c == u'#' || c == u'b'; });
     return std::min<qsizetype>(accidental ? 2 : 1, side.size());
 }
 
@@ -106,8 +107,11 @@ void Transposer::setKeyNotes(const QString& noteValue) { keyNotes = entriesOf(no
 
 void Transposer::writeTransposedNote(SheetGrid& chart, QStringView note, int col, int row,
                                      QStringView suffix) {
-    const auto known = std::find_if(NoteNames.begin(), NoteNames.end(),
-                                    [&](const NoteName& name) { return note == name.name; });
+    const auto known =
+        std::find_if(NoteNames.begin(), NoteNames.end(), [note](const NoteName& name) {
+            return std::equal(note.begin(), note.end(), name.name.begin(), name.name.end(),
+                              [](QChar a, char b) { return a == QLatin1Char(b); });
+        });
     if (known == NoteNames.end() || m_positions.empty()) return;
     const int position = m_positions[size_t(known - NoteNames.begin())];
     if (position < 0) return;
