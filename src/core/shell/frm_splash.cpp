@@ -6,6 +6,7 @@
 #include "platform/theme/theme.h"
 
 #include <QApplication>
+#include <QFontDatabase>
 #include <QKeyEvent>
 
 QString programVersion() {
@@ -15,16 +16,20 @@ QString programVersion() {
         .arg(LORVANITE_VERSION_REVISION);
 }
 
-frmSplash::frmSplash(QWidget* over) : QFrame(over, Qt::SplashScreen | Qt::FramelessWindowHint) {
+// A window whose type is Qt::SplashScreen would be painted within show(), before the main window
+// comes up.
+frmSplash::frmSplash(QWidget* over) : QFrame(over, Qt::Dialog | Qt::FramelessWindowHint) {
     setupUi(this);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setBackgroundRole(QPalette::Base);
     t.setInterval(3000);
     onEvent(this, &t, &QTimer::timeout, &frmSplash::t_Timer);
     Image1->setPixmap(themedIcon(QStringLiteral("app")).pixmap(Image1->minimumSize()));
-    // If the font of the design is missing, the desktop's font in the same weight.
     QFont font = lblVersion->font();
-    font.setFamilies({font.family(), QApplication::font().family()});
+    // If the font of the design is missing, the program's font in the same weight. Giving both to
+    // Qt would let it look for substitutes of the first one, which takes longer.
+    if (!QFontDatabase::families().contains(font.family()))
+        font.setFamily(QApplication::font().family());
     font.setWeight(QFont::Black);
     lblVersion->setFont(font);
     lblVersion->setText(QStringLiteral("Version ") + programVersion());

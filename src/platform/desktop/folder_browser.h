@@ -4,6 +4,7 @@
 // A list of drives, a tree of folders and a list of files, one below the other.
 #pragma once
 
+#include <QAbstractFileIconProvider>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFileSystemModel>
@@ -12,6 +13,8 @@
 #include <QTimer>
 #include <QTreeView>
 #include <QWidget>
+
+#include <memory>
 
 // The drives are the home folder, the whole file system and the removable media; the list is
 // updated whenever it drops down. Choosing a drive selects its folder in the tree, or shows that it
@@ -65,6 +68,7 @@ private:
     void Drive1_Change();
     void Dir1_Change(const QModelIndex& folder);
 
+    std::unique_ptr<QAbstractFileIconProvider> m_icons;
     QFileSystemModel m_folders;
     bool m_follows = false;
     QFileSystemWatcher m_watcher;

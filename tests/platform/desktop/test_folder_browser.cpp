@@ -57,6 +57,20 @@ private Q_SLOTS:
         QCOMPARE(filesOf(browser), QStringList{"c.sdl"});
     }
 
+    void everyFolderHasAnIcon() {
+        for (const char* name : {"sets/a/x.set", "sets/b/y.set", "sets/z.set"})
+            touch(QString::fromUtf8(name));
+        FolderBrowser browser;
+        browser.show();
+        browser.Path(world->path("sets"));
+        QAbstractItemModel& folders = *browser.Dir1->model();
+        const QPersistentModelIndex sets = browser.Dir1->currentIndex();
+        QTRY_COMPARE(folders.rowCount(sets), 2);
+        for (const QModelIndex& folder :
+             {QModelIndex(sets), folders.index(0, 0, sets), folders.index(1, 0, sets)})
+            QTRY_VERIFY(!folder.data(Qt::DecorationRole).value<QIcon>().isNull());
+    }
+
     void folderWithManyFilesOrNoneIsShown() {
         for (int i = 0; i < 2000; ++i) touch(QStringLiteral("many/%1.set").arg(i));
         QDir().mkpath(world->path("none"));
