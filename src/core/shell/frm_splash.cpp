@@ -33,6 +33,13 @@ frmSplash::frmSplash(QWidget* over) : QFrame(over, Qt::Dialog | Qt::FramelessWin
     font.setWeight(QFont::Black);
     lblVersion->setFont(font);
     lblVersion->setText(QStringLiteral("Version ") + programVersion());
+    // The design is made for 96 dots per inch.
+    const double scale = logicalDpiY() / 96.0;
+    resize(size() * scale);
+    for (QLabel* label : {Image1, lblName, lblVersion}) {
+        const QRect place = label->geometry();
+        label->setGeometry(QRect(place.topLeft() * scale, place.size() * scale));
+    }
     move(over->geometry().topLeft() +
          QPoint((over->width() - width()) / 2, (over->height() - height()) / 2));
     t.start();
