@@ -3,7 +3,7 @@
 
 #include "platform/paper/print_queue.h"
 
-#include <QLibrary>
+#include "core/data/run_time_library.h"
 
 #include <cstring>
 
@@ -41,15 +41,11 @@ const CupsLibrary* cupsLibrary() {
     static const std::optional<CupsLibrary> loaded = []() -> std::optional<CupsLibrary> {
         QLibrary library(QStringLiteral("cups"), 2);
         CupsLibrary cups{};
-        const auto resolve = [&](const char* name, auto& function) {
-            function = reinterpret_cast<std::remove_reference_t<decltype(function)>>(
-                library.resolve(name));
-            return function != nullptr;
-        };
-        if (library.load() && resolve("cupsLastError", cups.lastError) &&
-            resolve("cupsLastErrorString", cups.lastErrorString) &&
-            resolve("cupsGetNamedDest", cups.getNamedDest) &&
-            resolve("cupsGetOption", cups.getOption) && resolve("cupsFreeDests", cups.freeDests))
+        if (library.load() && resolve(library, "cupsLastError", cups.lastError) &&
+            resolve(library, "cupsLastErrorString", cups.lastErrorString) &&
+            resolve(library, "cupsGetNamedDest", cups.getNamedDest) &&
+            resolve(library, "cupsGetOption", cups.getOption) &&
+            resolve(library, "cupsFreeDests", cups.freeDests))
             return cups;
         return std::nullopt;
     }();
