@@ -212,7 +212,7 @@ private Q_SLOTS:
         click(w->cmdBack);
         QCOMPARE(world->answers.fileDialogs().at(0).folder, QDir::homePath());
         QCOMPARE(world->answers.fileDialogs().at(1).folder, stick());
-        // Also after the program was closed. Nothing is typed: the folder that is open is meant.
+        // Also after the program was closed. Nothing is typed: the open folder is chosen.
         world->stop();
         w = &open();
         tick({SavedSets});

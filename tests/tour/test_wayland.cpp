@@ -96,7 +96,7 @@ class TestWayland : public QObject {
 
     void press(const char* key) { xdo({QStringLiteral("key"), QLatin1String(key)}); }
 
-    // Wayland does not tell a window where it is: the mouse does.
+    // Wayland does not report to a window where it is: the mouse does.
     void findOrigin() {
         for (const QPoint place : {QPoint(500, 400), QPoint(700, 600)}) {
             const QPoint before = QCursor::pos();
@@ -194,7 +194,7 @@ private Q_SLOTS:
         BringInPage* page = frmExchange::instance().pageBringIn;
         FileManager manager(&world->main(), {file});
         const DragWatch watch(page);
-        // The drag runs an event loop of its own, in which the mouse goes on.
+        // The drag runs a nested event loop, in which the mouse goes on.
         QTimer hand;
         bool moved = false;
         hand.callOnTimeout([&] {

@@ -10,7 +10,7 @@
 #include <mutex>
 #include <thread>
 
-// Runs tasks one after the other in a thread of its own, which is created with the first task. A
+// Runs tasks one after the other in one separate thread, which is created with the first task. A
 // task must not raise anything.
 class Worker {
 public:

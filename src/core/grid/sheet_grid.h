@@ -300,7 +300,7 @@ public:
     // Sorts whole rows from row to row2 by the sort keys, and removes the spans of these rows. The
     // sort is stable. Date cells compare as dates, plain numbers as numbers, other texts like
     // compareTexts; empty cells come last in both orders. `col` and `col2` have no effect. The
-    // active cell goes along with its row.
+    // active cell moves with its row.
     // Deliberate: behaviour 19.
     void Sort(int col, int row, int col2, int row2, SortBy by);
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Lorvanite authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// What the print system (CUPS) does with jobs. Qt sends them there and does not tell the outcome.
+// What the print system (CUPS) does with jobs. Qt sends them there and does not report the outcome.
 #pragma once
 
 #include <QString>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Lorvanite authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Printing without a printer: names, papers, and what is told if the file cannot be written.
+// Printing without a printer: names, papers, and what is reported if the file cannot be written.
 #include "core/grid/sheet_grid.h"
 #include "platform/paper/printing.h"
 #include "sets/frm_set_list.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Lorvanite authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Printing on printers, through the windows: what arrives, and what is told if nothing does.
+// Printing on printers, through the windows: what arrives, and what is reported if nothing does.
 #include "charts/frm_transpose.h"
 #include "charts/sheet_music.h"
 #include "reports/frm_ccli.h"
