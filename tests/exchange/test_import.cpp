@@ -194,6 +194,21 @@ private Q_SLOTS:
                               "2029."_s}));
     }
 
+    // The catalogue keeps no apostrophes, so such a name is empty there.
+    void songsAndPeopleThatCannotBeKeptAreRefused() {
+        m_choices.role.clear();
+        const ImportPlan made =
+            plan({sourceOfText("Title,Key\n',G\n", "a.csv"),
+                  sourceOfText("First Name,Last Name,Role\n','',Bass\nAnn,Bee,\n,Dee,Drums\n",
+                               "b.csv")});
+        QCOMPARE(entriesOf(made), QStringList({u"Refused Song ': The song has no title."_s,
+                                               u"Refused Person : The person has no name."_s,
+                                               u"Refused Person Ann Bee: The person has no role."_s,
+                                               u"Added Person Dee: role Drums"_s}));
+        QVERIFY(made.songs.isEmpty());
+        QCOMPARE(made.people.size(), 1);
+    }
+
     void personIsFilledAndPeopleWithoutRoleGetOne() {
         world->sql(
             u"INSERT INTO personell (fName, lName, role, email, vDays, excludeScheduling) "

@@ -113,10 +113,6 @@ QString fileNameOf(const QString& path) { return path.mid(lastSeparator(path) + 
 
 QString nameOfFile(const QString& path) { return QFileInfo(fileNameOf(path)).completeBaseName(); }
 
-QString folderOf(const QString& path) {
-    return path.left(std::max<qsizetype>(lastSeparator(path), 0));
-}
-
 QString safeFileName(const QString& text) {
     constexpr qsizetype mostBytes = 200;  // which leaves room for a time and an ending
     QString name;

@@ -43,9 +43,6 @@ QString fileNameOf(const QString& path);
 // The part of a path after its last separator, without the extension.
 QString nameOfFile(const QString& path);
 
-// The part of a path before its last separator; empty if it has none.
-QString folderOf(const QString& path);
-
 // Makes a file name of a text: replaces what separates folders or is reserved on any platform by
 // "_", removes the dots at the start, and shortens the name to 200 bytes of UTF-8. A name that
 // Windows reserves for a device ("NUL") gets a "_" before it. Empty if nothing remains.

@@ -10,8 +10,6 @@ SheetGrid::~SheetGrid() = default;
 
 CellBlock::CellBlock() = default;
 CellBlock::~CellBlock() = default;
-CellBlock::CellBlock(CellBlock&&) noexcept = default;
-CellBlock& CellBlock::operator=(CellBlock&&) noexcept = default;
 
 const SheetData* SheetGrid::Private::at(int number) const {
     const bool exists = number >= 1 && size_t(number) <= data.sheets.size();

@@ -71,8 +71,6 @@ class CellBlock {
 public:
     CellBlock();
     ~CellBlock();
-    CellBlock(CellBlock&&) noexcept;
-    CellBlock& operator=(CellBlock&&) noexcept;
     bool isEmpty() const { return !m_sheet; }
 
 private:

@@ -84,6 +84,7 @@ constexpr StructureName StructureNames[] = {{"5", "power"},
                                             {"mmaj9", "minmaj9"},
                                             {"9#5", "aug9"},
                                             {"m9b5", "halfdim9"},
+                                            {"ø9", "halfdim9"},
                                             {"sus4", "sus4"},
                                             {"sus", "sus4"},
                                             {"4", "sus4"},
@@ -133,7 +134,7 @@ void addNumber(Degrees& degrees, const QString& number, bool major, bool diminis
         degrees.seventh = seventh;
         if (number != "9"_L1) degrees.others += u"9"_s;
         degrees.others += number;
-    } else if (number == "2"_L1 || number == "4"_L1) {
+    } else if (degrees.third == "3"_L1 && (number == "2"_L1 || number == "4"_L1)) {
         degrees.third = number;
     } else if (number != "5"_L1) {
         degrees.others += number;
@@ -144,7 +145,7 @@ Degrees degreesOf(const QString& suffix) {
     static const QRegularExpression token(
         u"(?<no>no|omit)(?<out>\\d+)|[aA]dd(?<sign>[#b\u266f\u266d]?)(?<add>\\d+)|sus(?<sus>[24]?)|"
         "(?<alt>[#b\u266f\u266d]|[+-](?=5|9|11))(?<degree>\\d+)|"
-        "(?<major>maj|Maj|MAJ|ma|mj|M|\u0394|\u25b3|\\^)|(?<minor>min|Min|MIN|mi|m|-)|"
+        "(?<major>maj|Maj|MAJ|ma(?!dd)|mj|M|\u0394|\u25b3|\\^)|(?<minor>min|Min|MIN|mi|m|-)|"
         "(?<dim>dim|\u00b0|\u00ba|o)|(?<half>\u00f8|\u2300)|(?<aug>aug|\\+)|(?<altered>alt)|"
         "(?<number>1[0-3]|\\d)"_s);
     Degrees degrees;
@@ -193,10 +194,14 @@ QString signOf(const QString& degree) {
 QString suffixOfFormula(const QStringList& degrees) {
     QString suffix, added;
     const auto has = [&](const char* degree) { return degrees.contains(QLatin1String(degree)); };
-    if (has("m3")) suffix += u'm';
+    const bool diminished = has("m3") && has("d5") && has("d7");
+    if (diminished)
+        suffix += u"dim7"_s;
+    else if (has("m3"))
+        suffix += u'm';
     const bool major = has("7"), minor = has("m7");
-    if (has("6")) suffix += u'6';
-    if (has("d7")) suffix += u"dim7"_s;
+    // A diminished seventh sounds like a sixth.
+    if (has("6") || (has("d7") && !diminished)) suffix += u'6';
     const bool ninth = has("9");
     const int top = ninth && has("13") ? 13 : ninth && has("11") ? 11 : ninth ? 9 : 7;
     if (major || minor) suffix += (major ? u"maj"_s : QString()) + QString::number(top);
@@ -204,6 +209,7 @@ QString suffixOfFormula(const QStringList& degrees) {
     for (const QString& degree : degrees) {
         const QString sign = signOf(degree);
         const bool third = has("3") || has("m3");
+        if (diminished && degree == "d5"_L1) continue;
         if (sign == "b5"_L1 || sign == "#5"_L1 ||
             (sign.size() > 1 && !sign[0].isDigit() && sign != "b3"_L1 && sign != "b7"_L1))
             added += sign;
@@ -212,7 +218,10 @@ QString suffixOfFormula(const QStringList& degrees) {
         else if (third && (degree == "2"_L1 || degree == "4"_L1))
             added += u"add"_s + degree;
     }
-    return suffix + added;
+    const bool fifth = has("5") || has("d5") || has("a5");
+    suffix += added + (fifth ? QString() : u"no5"_s);
+    // A sign right behind the root would be the root's.
+    return suffix.startsWith(u'#') || suffix.startsWith(u'b') ? u'(' + suffix + u')' : suffix;
 }
 
 }  // namespace
@@ -360,7 +369,8 @@ QString chordSuffix(const QString& structure) {
     if (structure == "major"_L1 || structure == "maj"_L1) return {};
     static const QRegularExpression formula(
         QRegularExpression::anchoredPattern(u"[amd]?\\d{1,2}(?:-[amd]?\\d{1,2})*"_s));
-    static const QRegularExpression oneNumber(u"^\\d+$"_s);
+    // The third alone is a chord without its fifth; another number is a suffix.
+    static const QRegularExpression oneNumber(u"^(?!3$)\\d+$"_s);
     if (!formula.match(structure).hasMatch() || oneNumber.match(structure).hasMatch())
         return structure;
     return suffixOfFormula(structure.split(u'-'));

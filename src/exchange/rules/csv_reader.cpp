@@ -386,10 +386,11 @@ private:
     // Lyrics in a cell are ChordPro or plain text, without a head of their own.
     static void addLyrics(Song& song, const QString& lyrics) {
         ExchangeContent read;
+        // The song's own title might be taken for a label or a credit, or close the braces.
         if (looksLikeChordPro(lyrics))
-            readChordPro(u"{title: %1}\n"_s.arg(song.title()) + lyrics, read);
+            readChordPro(u"{title: Lyrics}\n"_s + lyrics, read);
         else
-            readSongText(song.title() + u"\n\n\n"_s + lyrics, read);
+            readSongText(u"Lyrics\n\n\n"_s + lyrics, read);
         if (read.songs.isEmpty()) return;
         song.verses = read.songs[0].verses;
         song.verseOrder = read.songs[0].verseOrder;

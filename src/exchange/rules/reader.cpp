@@ -146,13 +146,6 @@ void addNote(QStringList& notes, const QString& note) {
     if (notes.size() < MaxExchangeNotes && !notes.contains(note)) notes += note;
 }
 
-ExchangeForm formOf(const QByteArray& bytes, const QString& fileName, QString* reason) {
-    QString text, why;
-    const ExchangeForm form = formAndText(bytes, fileName, text, why);
-    if (reason) *reason = why;
-    return form;
-}
-
 ExchangeContent readExchangeFile(const QByteArray& bytes, const QString& fileName) {
     ExchangeContent content;
     QString text;
@@ -192,34 +185,4 @@ ExchangeContent readExchangeFile(const QByteArray& bytes, const QString& fileNam
     if (content.isEmpty() && content.reason.isEmpty())
         content.reason = u"The file holds no songs, people or dates."_s;
     return content;
-}
-
-QString formName(ExchangeForm form) {
-    switch (form) {
-        case ExchangeForm::Unknown:
-            return u"Unknown"_s;
-        case ExchangeForm::OpenSong:
-            return u"OpenSong"_s;
-        case ExchangeForm::OpenLyrics:
-            return u"OpenLyrics"_s;
-        case ExchangeForm::ChordPro:
-            return u"ChordPro"_s;
-        case ExchangeForm::PlainText:
-            return u"Text"_s;
-        case ExchangeForm::SongSelectText:
-            return u"SongSelect text"_s;
-        case ExchangeForm::SongSelectUsr:
-            return u"SongSelect .usr"_s;
-        case ExchangeForm::SongDatabase:
-            return u"OpenLP database"_s;
-        case ExchangeForm::SongsCsv:
-            return u"Songs (CSV)"_s;
-        case ExchangeForm::PlayedCsv:
-            return u"Played dates (CSV)"_s;
-        case ExchangeForm::PeopleCsv:
-            return u"People (CSV)"_s;
-        case ExchangeForm::VCard:
-            return u"vCard"_s;
-    }
-    return {};
 }

@@ -46,9 +46,3 @@ constexpr qsizetype MaxExchangeNotes = 200;
 // gives a title to a text that has none, and tells a text without any mark from a song by its
 // ending. Never fails otherwise than by `reason`, reads nothing but `bytes`.
 ExchangeContent readExchangeFile(const QByteArray& bytes, const QString& fileName);
-
-// The form of a file's bytes. `reason` tells what else the file is where the form is unknown.
-ExchangeForm formOf(const QByteArray& bytes, const QString& fileName, QString* reason = nullptr);
-
-// The name of a form, for the user.
-QString formName(ExchangeForm form);

@@ -17,9 +17,9 @@ namespace {
 // "Words and Music by A" and the like.
 SongAuthor::Work workOf(QString& name, SongAuthor::Work otherwise) {
     static const QRegularExpression credit(
-        u"^(?<what>words?(?:\\s?(?:and|&|\\+|/)\\s?music)?|lyrics?|text|music|musik|melodie|"
-        "tune|melody|translation|translated|\u00fcbersetzung|deutsch|arr(?:angement|anged|\\.)?|"
-        "written|composed|author)(?:\\s+by)?\\s*(?<sign>:)?\\s*(?=\\S)"_s,
+        u"^(?<what>%1(?:\\s?(?:and|und|&|\\+|/)\\s?%1)?|translation|translated|\u00fcbersetzung|"
+        "deutsch|arr(?:angement|anged|\\.)?|written|composed|author)(?:\\s+by)?\\s*(?<sign>:)?\\s*"
+        "(?=\\S)"_s.arg(u"(?:words?|lyrics?|text|music|musik|melodie|tune|melody)"_s),
         QRegularExpression::CaseInsensitiveOption);
     const auto match = credit.match(name);
     // A name may begin with such a word: only a colon or "by" makes it a credit.
@@ -28,8 +28,8 @@ SongAuthor::Work workOf(QString& name, SongAuthor::Work otherwise) {
         return otherwise;
     const QString what = match.captured(u"what"_s).toLower();
     name = name.mid(match.capturedEnd(0)).trimmed();
-    if (what.contains("and"_L1) || what.contains(u'&') || what.contains(u'+') ||
-        what.contains(u'/'))
+    if (what.contains("and"_L1) || what.contains("und"_L1) || what.contains(u'&') ||
+        what.contains(u'+') || what.contains(u'/'))
         return SongAuthor::Work::Any;
     if (what.startsWith("word"_L1) || what.startsWith("lyric"_L1) || what == "text"_L1)
         return SongAuthor::Work::Words;

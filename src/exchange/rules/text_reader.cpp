@@ -33,8 +33,14 @@ bool isSmallPrint(const QString& line) {
     return print.match(line).hasMatch();
 }
 
-// "Key: G", "Tempo - 72 BPM", "Time: 4/4", "Capo 2".
+// "Key: G", "Tempo - 72 BPM", "72 BPM", "Time: 4/4", "Capo 2".
 bool takeMusicField(Song& song, const QString& field) {
+    static const QRegularExpression bare(u"^\\s*(\\d{2,3})\\s*bpm\\s*$"_s,
+                                         QRegularExpression::CaseInsensitiveOption);
+    if (const auto match = bare.match(field); match.hasMatch()) {
+        song.tempo = match.captured(1);
+        return true;
+    }
     static const QRegularExpression form(
         QRegularExpression::anchoredPattern(
             u"\\s*(?<name>key|original key|tonart|tempo|bpm|time|time signature|takt|capo)\\s*"
@@ -44,11 +50,13 @@ bool takeMusicField(Song& song, const QString& field) {
     if (!match.hasMatch()) return false;
     const QString name = match.captured(u"name"_s).toLower();
     QString value = match.captured(u"value"_s);
-    if (value.startsWith(u'[') && value.endsWith(u']')) value = value.mid(1).chopped(1);
+    if (value.startsWith(u'[') && value.endsWith(u']')) value = value.mid(1).chopped(1).trimmed();
+    if (value.isEmpty()) return true;
     if (name.contains("key"_L1) || name == "tonart"_L1) {
         if (!isBracketChord(value.section(u' ', 0, 0))) return false;
         if (song.key.isEmpty()) song.key = value;
     } else if (name == "capo"_L1) {
+        if (value.compare("none"_L1, Qt::CaseInsensitive) == 0) return true;
         if (!value[0].isDigit()) return false;
         song.capo = value;
     } else if (name.startsWith("time"_L1) || name == "takt"_L1) {

@@ -70,30 +70,10 @@ QString romanAsNumber(const QString& text) {
     return at < 0 ? text : QString::number(at + 1);
 }
 
-const char* labelWord(QChar letter) {
-    switch (letter.unicode()) {
-        case 'v':
-            return "Verse";
-        case 'c':
-            return "Chorus";
-        case 'p':
-            return "Pre-Chorus";
-        case 'b':
-            return "Bridge";
-        case 'i':
-            return "Intro";
-        case 'e':
-            return "Ending";
-        case 's':
-            return "Solo";
-        case 'm':
-            return "Middle";
-        case 'o':
-            return "Other";
-        default:
-            return nullptr;
-    }
-}
+// By VerseKind: the letter of a verse's name and the word of its label.
+constexpr char KindLetters[] = "vcpbiesmo";
+constexpr const char* KindWords[] = {"Verse",  "Chorus", "Pre-Chorus", "Bridge", "Intro",
+                                     "Ending", "Solo",   "Middle",     "Other"};
 
 // The first name of a letter that is not taken: "c", "c2", "c3" or "v1", "v2". `start` keeps the
 // search short where many were given.
@@ -153,14 +133,12 @@ QString labelOfName(const QString& name) {
         QRegularExpression::anchoredPattern(u"([vcpbiesmo])(\\d{0,3}[a-z]?)"_s));
     const auto match = form.match(name);
     if (!match.hasMatch()) return name;
-    const QString label = QLatin1String(labelWord(match.captured(1)[0]));
+    const qsizetype kind = QLatin1StringView(KindLetters).indexOf(match.captured(1)[0]);
+    const QString label = QLatin1String(KindWords[kind]);
     return match.captured(2).isEmpty() ? label : label + u' ' + match.captured(2);
 }
 
-QChar letterOf(VerseKind kind) {
-    constexpr char Letters[] = "vcpbiesmo";
-    return QLatin1Char(Letters[int(kind)]);
-}
+QChar letterOf(VerseKind kind) { return QLatin1Char(KindLetters[int(kind)]); }
 
 void nameVerses(Song& song) {
     QSet<QString> taken, wanted;

@@ -109,8 +109,6 @@ QString preparedXml(const QString& source, QString& problem) {
 // The entities of web pages that people write into song files.
 class XmlSource::Entities : public QXmlStreamEntityResolver {
 public:
-    QString resolveEntity(const QString&, const QString&) override { return {}; }
-
     QString resolveUndeclaredEntity(const QString& name) override {
         static const QHash<QString, char16_t> known = {
             {u"nbsp"_s, 0xA0},    {u"copy"_s, 0xA9},     {u"reg"_s, 0xAE},     {u"ndash"_s, 0x2013},

@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-void address(SheetGrid& grid, int col, int row) {
+void addressCell(SheetGrid& grid, int col, int row) {
     grid.Col(col);
     grid.Row(row);
 }
@@ -20,7 +20,7 @@ void address(SheetGrid& grid, int col, int row) {
 int backOf(const SheetGrid& grid, int col, int row) { return grid.formatAt(1, col, row).backColor; }
 
 constexpr int Red = RGB(255, 0, 0);
-constexpr int Green = RGB(0, 255, 0);
+constexpr int CellGreen = RGB(0, 255, 0);
 constexpr int Blue = RGB(0, 0, 255);
 
 struct Span {
@@ -54,8 +54,8 @@ private Q_SLOTS:
 
     void everyPropertyIsKept() {
         SheetGrid grid;
-        address(grid, 3, 4);
-        grid.BackColor(Green);
+        addressCell(grid, 3, 4);
+        grid.BackColor(CellGreen);
         grid.ForeColor(Blue);
         grid.FontName(u"Arial"_s);
         grid.FontSize(9.75);
@@ -69,7 +69,7 @@ private Q_SLOTS:
         grid.TypeComboBoxMaxDrop(25);
         CellFormat wanted;
         wanted.kind = CellKind::Button;
-        wanted.backColor = Green;
+        wanted.backColor = CellGreen;
         wanted.foreColor = Blue;
         wanted.hasForeColor = true;
         wanted.fontName = u"Arial"_s;
@@ -82,7 +82,7 @@ private Q_SLOTS:
         wanted.comboList = u"a\tb"_s;
         wanted.comboMaxDrop = 25;
         QVERIFY(grid.formatAt(1, 3, 4) == wanted);
-        QCOMPARE(grid.BackColor(), Green);
+        QCOMPARE(grid.BackColor(), CellGreen);
         QCOMPARE(grid.ForeColor(), Blue);
         QCOMPARE(grid.FontName(), u"Arial"_s);
         QCOMPARE(grid.FontSize(), 9.75);
@@ -124,32 +124,32 @@ private Q_SLOTS:
 
     void nearerSettingWins() {
         SheetGrid grid;
-        address(grid, -1, -1);
+        addressCell(grid, -1, -1);
         grid.BackColor(Red);
-        address(grid, 2, -1);
-        grid.BackColor(Green);
-        address(grid, -1, 3);
+        addressCell(grid, 2, -1);
+        grid.BackColor(CellGreen);
+        addressCell(grid, -1, 3);
         grid.BackColor(Blue);
-        address(grid, 2, 3);
+        addressCell(grid, 2, 3);
         QCOMPARE(grid.BackColor(), Blue);
         grid.BackColor(Black);
         QCOMPARE(backOf(grid, 2, 3), Black);
         QCOMPARE(backOf(grid, 1, 3), Blue);
-        QCOMPARE(backOf(grid, 2, 4), Green);
+        QCOMPARE(backOf(grid, 2, 4), CellGreen);
         QCOMPARE(backOf(grid, 1, 4), Red);
         QCOMPARE(backOf(grid, 9999, 4), White);
     }
 
     void writingADefaultDropsWhatWasSetUnderIt() {
         SheetGrid grid;
-        address(grid, 2, 3);
+        addressCell(grid, 2, 3);
         grid.BackColor(Red);
         grid.FontBold(true);
-        address(grid, 2, -1);
-        grid.BackColor(Green);
-        QCOMPARE(backOf(grid, 2, 3), Green);
+        addressCell(grid, 2, -1);
+        grid.BackColor(CellGreen);
+        QCOMPARE(backOf(grid, 2, 3), CellGreen);
         QVERIFY(grid.formatAt(1, 2, 3).fontBold);
-        address(grid, -1, -1);
+        addressCell(grid, -1, -1);
         grid.BackColor(Blue);
         QCOMPARE(backOf(grid, 2, 3), Blue);
         QCOMPARE(backOf(grid, 2, 9), Blue);
@@ -159,13 +159,13 @@ private Q_SLOTS:
 
     void lastDefaultShowsWhereRowAndColumnCross() {
         SheetGrid grid;
-        address(grid, -1, 3);
+        addressCell(grid, -1, 3);
         grid.BackColor(Blue);
-        address(grid, 2, -1);
-        grid.BackColor(Green);
-        QCOMPARE(backOf(grid, 2, 3), Green);
+        addressCell(grid, 2, -1);
+        grid.BackColor(CellGreen);
+        QCOMPARE(backOf(grid, 2, 3), CellGreen);
         QCOMPARE(backOf(grid, 1, 3), Blue);
-        address(grid, -1, 3);
+        addressCell(grid, -1, 3);
         grid.BackColor(Red);
         QCOMPARE(backOf(grid, 2, 3), Red);
     }
@@ -174,9 +174,9 @@ private Q_SLOTS:
         SheetGrid grid;
         grid.MaxRows(1);
         grid.MaxCols(2);
-        address(grid, -1, -1);
+        addressCell(grid, -1, -1);
         grid.BackColor(Red);
-        address(grid, 2, -1);
+        addressCell(grid, 2, -1);
         grid.FontBold(true);
         grid.MaxRows(5);
         QCOMPARE(backOf(grid, 2, 5), Red);
@@ -184,11 +184,11 @@ private Q_SLOTS:
         QCOMPARE(backOf(grid, 2, 0), White);
         QVERIFY(!grid.formatAt(1, 2, 0).fontBold);
         QCOMPARE(backOf(grid, 0, 3), White);
-        address(grid, -1, 0);
-        grid.BackColor(Green);
-        QCOMPARE(backOf(grid, 1, 0), Green);
+        addressCell(grid, -1, 0);
+        grid.BackColor(CellGreen);
+        QCOMPARE(backOf(grid, 1, 0), CellGreen);
         QCOMPARE(backOf(grid, 1, 1), Red);
-        address(grid, 0, -1);
+        addressCell(grid, 0, -1);
         grid.BackColor(Blue);
         QCOMPARE(backOf(grid, 0, 4), Blue);
         QCOMPARE(backOf(grid, 1, 4), Red);
@@ -197,17 +197,17 @@ private Q_SLOTS:
     void defaultCanBeSetWhereThereAreNoRows() {
         SheetGrid grid;
         grid.MaxRows(0);
-        address(grid, 5, -1);
+        addressCell(grid, 5, -1);
         grid.CellType(CellKind::Date);
         grid.MaxRows(1);
-        address(grid, 5, 1);
+        addressCell(grid, 5, 1);
         QCOMPARE(grid.CellType(), CellKind::Date);
     }
 
     void rowDefaultGoesWithItsRow() {
         SheetGrid grid;
         grid.MaxRows(9);
-        address(grid, -1, 9);
+        addressCell(grid, -1, 9);
         grid.BackColor(Red);
         grid.MaxRows(8);
         grid.MaxRows(9);
@@ -218,7 +218,7 @@ private Q_SLOTS:
         SheetGrid grid;
         grid.MaxRows(6);
         grid.MaxCols(4);
-        address(grid, 2, 2);
+        addressCell(grid, 2, 2);
         grid.Col2(3);
         grid.Row2(4);
         grid.BlockMode(true);
@@ -227,25 +227,25 @@ private Q_SLOTS:
         QCOMPARE(backOf(grid, 3, 4), Red);
         QCOMPARE(backOf(grid, 4, 4), White);
         QCOMPARE(backOf(grid, 3, 5), White);
-        address(grid, 3, 5);
+        addressCell(grid, 3, 5);
         grid.Col2(2);
         grid.BackColor(Blue);
         QCOMPARE(backOf(grid, 2, 5), White);
-        address(grid, 1, -1);
+        addressCell(grid, 1, -1);
         grid.Col2(2);
         grid.Row2(-1);
-        grid.BackColor(Green);
+        grid.BackColor(CellGreen);
         grid.MaxRows(7);
-        QCOMPARE(backOf(grid, 2, 7), Green);
-        QCOMPARE(backOf(grid, 2, 2), Green);
+        QCOMPARE(backOf(grid, 2, 7), CellGreen);
+        QCOMPARE(backOf(grid, 2, 2), CellGreen);
         QCOMPARE(backOf(grid, 3, 2), Red);
-        address(grid, -1, 5);
+        addressCell(grid, -1, 5);
         grid.Col2(-1);
         grid.Row2(6);
         grid.BackColor(Blue);
         QCOMPARE(backOf(grid, 4, 5), Blue);
         QCOMPARE(backOf(grid, 1, 6), Blue);
-        QCOMPARE(backOf(grid, 1, 7), Green);
+        QCOMPARE(backOf(grid, 1, 7), CellGreen);
     }
 
     void bordersStandOnEachCellOfABlock() {
@@ -270,7 +270,7 @@ private Q_SLOTS:
     void picturesAreKeptAsTheyAre() {
         SheetGrid grid;
         const QByteArray image("\x89PNG\0data", 9);
-        address(grid, 3, 2);
+        addressCell(grid, 3, 2);
         grid.CellType(CellKind::Picture);
         grid.Picture(image);
         QCOMPARE(grid.Picture(), image);
@@ -284,13 +284,13 @@ private Q_SLOTS:
     // Lists that come and go with every week must not pile up, nor may the living be lost.
     void manyListsAndPicturesLeaveTheLivingAlone() {
         SheetGrid grid;
-        address(grid, 1, 1);
+        addressCell(grid, 1, 1);
         grid.TypeComboBoxList(u"stays"_s);
         grid.Picture("stays");
-        address(grid, 2, -1);
+        addressCell(grid, 2, -1);
         grid.FontBold(true);
         for (int i = 0; i < 20'000; ++i) {
-            address(grid, 1, 2 + i % 3);
+            addressCell(grid, 1, 2 + i % 3);
             grid.TypeComboBoxList(QString::number(i));
             grid.Picture(QByteArray::number(i));
         }

@@ -6,6 +6,8 @@
 #include "support/registry.h"
 
 #include <QClipboard>
+#include <QFocusEvent>
+#include <QLabel>
 #include <QTabBar>
 
 class TestSheetViewSteps : public QObject {
@@ -26,6 +28,9 @@ private Q_SLOTS:
     void refusedTextComesBack();
     void undoOnAnotherPage();
     void find();
+    void findMovesWithTheArrows();
+    void emptyTextFindsNothing();
+    void findBarGoesWhenItIsLeft();
     void pageClickTakesTheText();
 };
 
@@ -288,6 +293,57 @@ void TestSheetViewSteps::find() {
     QVERIFY(window.view.hasFocus());
     QVERIFY(!line->isVisible());
     QCOMPARE(clicks.count(), 0);
+}
+
+void TestSheetViewSteps::findMovesWithTheArrows() {
+    EditWindow window;
+    QVERIFY(window.start());
+    pressKey(Qt::Key_F, Qt::ControlModifier);
+    typeText(QStringLiteral(",3"));
+    QCOMPARE(window.view.ActiveRow(), 3);
+    QCOMPARE(window.view.ActiveCol(), 1);
+    pressKey(Qt::Key_Down);
+    QCOMPARE(window.view.ActiveCol(), 2);
+    pressKey(Qt::Key_Up);
+    QCOMPARE(window.view.ActiveCol(), 1);
+    pressKey(Qt::Key_Up);
+    QCOMPARE(window.view.ActiveCol(), 3);
+    QCOMPARE(window.view.ActiveRow(), 3);
+    QVERIFY(qobject_cast<QLineEdit*>(QApplication::focusWidget())->isVisible());
+}
+
+void TestSheetViewSteps::emptyTextFindsNothing() {
+    EditWindow window;
+    QVERIFY(window.start());
+    pressKey(Qt::Key_F, Qt::ControlModifier);
+    auto* line = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    QVERIFY(line);
+    const auto says = [&](const QString& text) {
+        for (const QLabel* label : line->parentWidget()->findChildren<QLabel*>())
+            if (label->isVisible() && label->text() == text) return true;
+        return false;
+    };
+    typeText(QStringLiteral("x"));
+    QVERIFY(says(QStringLiteral("not found")));
+    pressKey(Qt::Key_Backspace);
+    QVERIFY(!says(QStringLiteral("not found")));
+    QCOMPARE(window.view.ActiveRow(), 1);
+    QCOMPARE(window.view.ActiveCol(), 1);
+}
+
+void TestSheetViewSteps::findBarGoesWhenItIsLeft() {
+    EditWindow window;
+    QVERIFY(window.start());
+    pressKey(Qt::Key_F, Qt::ControlModifier);
+    auto* line = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    QVERIFY(line && line != &window.line);
+    // Another window does not close it.
+    QFocusEvent away(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QCoreApplication::sendEvent(line, &away);
+    QVERIFY(line->isVisible());
+    QTest::mouseClick(&window.line, Qt::LeftButton);
+    QVERIFY(!line->isVisible());
+    QVERIFY(window.line.hasFocus());
 }
 
 void TestSheetViewSteps::pageClickTakesTheText() {

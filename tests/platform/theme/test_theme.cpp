@@ -5,6 +5,7 @@
 #include "platform/theme/theme.h"
 #include "support/registry.h"
 
+#include <QCalendarWidget>
 #include <QComboBox>
 #include <QDir>
 #include <QMdiArea>
@@ -15,6 +16,7 @@
 #include <QScrollBar>
 #include <QSlider>
 #include <QTest>
+#include <QTextCharFormat>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -38,6 +40,9 @@ private Q_SLOTS:
     void innerWindow();
     void wheelPassesByAnUnfocusedBox();
     void dropDownIsAsWideAsItsItems();
+    void clickBesideTheSliderScrollsByAPage_data();
+    void clickBesideTheSliderScrollsByAPage();
+    void calendarHasNoRedDays();
 };
 
 static QColor dominant(const QImage& image) {
@@ -331,6 +336,56 @@ void TestTheme::dropDownIsAsWideAsItsItems() {
     box.removeItem(1);
     box.showPopup();
     QVERIFY(box.view()->window()->width() <= box.width() + 2);
+}
+
+void TestTheme::clickBesideTheSliderScrollsByAPage_data() {
+    QTest::addColumn<bool>("across");
+    QTest::addColumn<bool>("mirrored");
+    QTest::newRow("down") << false << false;
+    QTest::newRow("across") << true << false;
+    QTest::newRow("across from right to left") << true << true;
+}
+
+void TestTheme::clickBesideTheSliderScrollsByAPage() {
+    QFETCH(bool, across);
+    QFETCH(bool, mirrored);
+    wear("light");
+    QScrollBar bar(across ? Qt::Horizontal : Qt::Vertical);
+    bar.setLayoutDirection(mirrored ? Qt::RightToLeft : Qt::LeftToRight);
+    bar.setRange(0, 100);
+    bar.setPageStep(10);
+    bar.resize(across ? QSize(300, 12) : QSize(12, 300));
+    bar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    const QPoint start = across ? QPoint(3, 6) : QPoint(6, 3);
+    const QPoint end = across ? QPoint(296, 6) : QPoint(6, 296);
+    QTest::mouseClick(&bar, Qt::LeftButton, {}, mirrored ? start : end);
+    QCOMPARE(bar.value(), 10);
+    QTest::mouseClick(&bar, Qt::LeftButton, {}, mirrored ? start : end);
+    QCOMPARE(bar.value(), 20);
+    QTest::mouseClick(&bar, Qt::LeftButton, {}, mirrored ? end : start);
+    QCOMPARE(bar.value(), 10);
+    // Dragged by its slider to the end.
+    const QPoint slider = across ? QPoint(mirrored ? 260 : 40, 6) : QPoint(6, 40);
+    QTest::mousePress(&bar, Qt::LeftButton, {}, slider);
+    QTest::mouseMove(&bar, mirrored ? start : end);
+    QTest::mouseRelease(&bar, Qt::LeftButton, {}, mirrored ? start : end);
+    QCOMPARE(bar.value(), 100);
+}
+
+void TestTheme::calendarHasNoRedDays() {
+    wear("dark");
+    QCalendarWidget calendar;
+    calendar.ensurePolished();
+    calendar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&calendar));
+    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
+        QCOMPARE(calendar.weekdayTextFormat(day).foreground().color(), themeColours(true).text);
+    const auto* bar = calendar.findChild<QWidget*>(QStringLiteral("qt_calendar_navigationbar"));
+    QVERIFY(bar);
+    QCOMPARE(bar->palette().color(QPalette::Highlight), themeColours(true).head);
+    for (const auto arrow : {QStyle::SP_ArrowLeft, QStyle::SP_ArrowRight})
+        QVERIFY(!calendar.style()->standardIcon(arrow).isNull());
 }
 
 LORVANITE_TEST(TestTheme)
