@@ -60,7 +60,7 @@ private Q_SLOTS:
         if (good)
             QCOMPARE(toNumber(text), text.trimmed().toDouble());
         else
-            QVERIFY_EXCEPTION_THROWN(toNumber(text), RunTimeError);
+            QVERIFY_THROWS_EXCEPTION(RunTimeError, toNumber(text));
     }
 };
 
