@@ -20,7 +20,7 @@ const QRegularExpression& chordPattern() {
     return pattern;
 }
 
-// What stands on a chord line between the chords.
+// What may be between the chords of a chord line.
 bool isBar(const QString& token) {
     static const QRegularExpression bar(QRegularExpression::anchoredPattern(
         u"[|:.\\-/\u2013\u2014%~>_,*\u00b7]+|\\(?[xX]\\s?\\d{1,2}\\)?|\\(?\\d{1,2}[xX]\\)?"_s));

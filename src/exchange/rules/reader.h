@@ -43,6 +43,6 @@ constexpr qsizetype MaxTextBytes = qsizetype(32) * 1024 * 1024;
 constexpr qsizetype MaxExchangeNotes = 200;
 
 // Reads a file's bytes. The form is known by the content; the file's name, with or without folders,
-// gives a title to a text that has none, and tells a text without any mark from a song by its
-// ending. Never fails otherwise than by `reason`, reads nothing but `bytes`.
+// gives a title to a text that has none, and distinguishes a text without any mark from a song by
+// its ending. Never fails otherwise than by `reason`, reads nothing but `bytes`.
 ExchangeContent readExchangeFile(const QByteArray& bytes, const QString& fileName);
