@@ -155,6 +155,12 @@ private Q_SLOTS:
         row("tab without end", "[G]One\n{sot}\ne|---3---|\n", {u"v1: [G]One"_s});
         row("brace without end", "{c: One\n[G]two\n", {u"v1: {One} / [G]two"_s});
         row("escape", "[G]\\u00dcber \\u000a \\uXYZ\n", {u"v1: [G]Über \\u000a \\uXYZ"_s});
+        row("escaped controls", "[G]One\\u009b two\\ufeff\n", {u"v1: [G]One\\u009b two\\ufeff"_s});
+        row("escaped pair", "[G]\\ud83d\\ude00 \\ud83d one\n", {u"v1: [G]😀 � one"_s});
+        row("blanks below a remark", "[*softly]  One [G]two\n", {u"v1: [*softly]One [G]two"_s});
+        row("bracket in a bracket", "[G]One [ [C]two [D\n", {u"v1: [G]One [ [C]two [D"_s});
+        row("escaped bracket", "[G]One [*\\u005bsoftly\\u005d]two\n",
+            {u"v1: [G]One [*[softly]]two"_s});
         row("meta in meta", "{meta: meta meta title Deep}\n[G]One\n", {u"v1: [G]One"_s});
         row("joined line", "[G]One \\\n  [C]two\n", {u"v1: [G]One [C]two"_s});
         row("bracket without end", "[G]One [C two\n", {u"v1: [G]One [C two"_s});

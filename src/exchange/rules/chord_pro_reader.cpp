@@ -139,11 +139,29 @@ QString sectionLabel(const QString& value) {
     return cleanField(match.captured(1) + match.captured(2) + match.captured(3));
 }
 
-QChar escapedCharacter(const QString& line, qsizetype at) {
+// The unit that "\uXXXX" at a place names; null where there is none, or a control character.
+QChar escapedUnit(QStringView line, qsizetype at) {
     if (at + 6 > line.size() || line[at] != u'\\' || line[at + 1] != u'u') return {};
     bool good = false;
     const uint unit = line.sliced(at + 2, 4).toUInt(&good, 16);
     return good && unit >= 0x20 ? QChar(char16_t(unit)) : QChar();
+}
+
+// The character that is escaped at a place, with its length there. Empty text where none is.
+struct Escape {
+    QString text;
+    qsizetype length = 0;
+};
+
+Escape escapeAt(QStringView line, qsizetype at) {
+    const QChar unit = escapedUnit(line, at);
+    if (unit.isNull()) return {};
+    Escape escape{QString(unit), 6};
+    if (unit.isHighSurrogate() && escapedUnit(line, at + 6).isLowSurrogate())
+        escape = {escape.text + escapedUnit(line, at + 6), 12};
+    // What no text may hold stays as it is written. The dot keeps a blank from being an end.
+    escape.text = cleanLine(escape.text + u'.').chopped(1);
+    return escape;
 }
 
 bool hasTitleDirective(const QString& text) {
@@ -156,10 +174,10 @@ bool hasTitleDirective(const QString& text) {
 QString unescaped(const QString& text) {
     if (!text.contains("\\u"_L1)) return text;
     QString plain;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar escaped = escapedCharacter(text, i);
-        plain += escaped.isNull() ? text[i] : escaped;
-        if (!escaped.isNull()) i += 5;
+    for (qsizetype i = 0; i < text.size();) {
+        const Escape escape = escapeAt(text, i);
+        plain += escape.text.isEmpty() ? QString(text[i]) : escape.text;
+        i += escape.text.isEmpty() ? 1 : escape.length;
     }
     return plain;
 }
@@ -492,21 +510,23 @@ SongLine bracketLine(const QString& source, bool escapes) {
     bool closed = true;
     for (qsizetype i = 0; i < line.size(); ++i) {
         if (escapes && line[i] == u'\\') {
-            const QChar escaped = escapedCharacter(line, i);
-            if (!escaped.isNull()) {
-                read.text += escaped;
-                i += 5;
+            if (const Escape escape = escapeAt(line, i); !escape.text.isEmpty()) {
+                read.text += escape.text;
+                i += escape.length - 1;
                 continue;
             }
         }
         const qsizetype end = line[i] == u'[' && closed ? line.indexOf(u']', i) : -1;
-        if (end < 0) {
-            if (line[i] == u'[') closed = false;
+        const qsizetype inner = end < 0 ? -1 : line.lastIndexOf(u'[', end);
+        if (inner != i) {
+            // Without an end, or with another bracket before it, a bracket is text.
+            if (line[i] == u'[' && end < 0) closed = false;
             read.text += line[i];
             continue;
         }
         const int column = int(read.text.size());
         QString inside = line.sliced(i + 1, end - i - 1);
+        if (escapes) inside = unescaped(inside);
         i = end;
         const bool marked = inside.startsWith(u'*');
         if (marked) inside.remove(0, 1);

@@ -44,8 +44,7 @@ QString chordProLine(const SongLine& line) {
     for (const SongChord& chord : line.chords) {
         upTo(std::max<qsizetype>(at, chord.column));
         for (; beyond < chord.column; ++beyond) text += u' ';
-        QString name = cleanField(chord.name);
-        name.replace(u'[', u'(').replace(u']', u')');
+        const QString name = escapedText(cleanField(chord.name), u"[]");
         if (!name.isEmpty()) text += (chord.annotation ? u"[*"_s : u"["_s) + name + u']';
     }
     upTo(line.text.size());

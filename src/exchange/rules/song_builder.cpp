@@ -69,11 +69,14 @@ void SongBuilder::addLine(QString text, QList<SongChord> chords, const QString& 
     qsizetype blanks = 0;
     while (blanks < text.size() && text[blanks] == u' ') ++blanks;
     if (text.isEmpty() && !chords.isEmpty()) blanks = chords[0].column;
-    if (!chords.isEmpty()) blanks = std::min<qsizetype>(blanks, chords[0].column);
+    for (SongChord& chord : chords) {
+        chord.annotation = !isBracketChord(chord.name);
+        // A remark needs no blanks below it.
+        if (!chord.annotation) blanks = std::min<qsizetype>(blanks, chord.column);
+    }
     text.remove(0, std::min(blanks, text.size()));
     for (SongChord& chord : chords) {
-        chord.column -= int(blanks);
-        chord.annotation = !isBracketChord(chord.name);
+        chord.column = std::max(0, chord.column - int(blanks));
         // Never inside of one character of two units.
         if (chord.column > 0 && chord.column < text.size() && text[chord.column].isLowSurrogate())
             --chord.column;
