@@ -8,6 +8,7 @@
 #include "platform/desktop/item_completion.h"
 #include "platform/grid_view/sheet_view_paint.h"
 #include "platform/theme/theme.h"
+#include "platform/theme/theme_paint.h"
 
 #include <QAction>
 #include <QApplication>
@@ -104,9 +105,7 @@ bool CellLine::event(QEvent* event) {
 void CellLine::paintEvent(QPaintEvent* event) {
     QLineEdit::paintEvent(event);
     QPainter painter(this);
-    painter.setPen(palette().color(QPalette::Highlight));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    painter.drawRect(rect().adjusted(1, 1, -2, -2));
+    paintEdges(painter, rect(), palette().color(QPalette::Highlight), Frame);
 }
 
 DateLine::DateLine(bool spin, QWidget* parent) : CellLine(parent), m_spin(spin) {

@@ -60,12 +60,10 @@ void SheetHead::paintEvent(QPaintEvent* event) {
                                   : QRect(0, place, width(), sectionSize(section));
         if (rect.intersects(dirty)) paintHead(painter, section, rect);
     }
-    painter.setPen(colours.line);
-    if (across) {
-        painter.drawLine(0, height() - 1, width(), height() - 1);
-    } else {
-        painter.drawLine(width() - 1, 0, width() - 1, length() - offset() - 1);
-    }
+    if (across)
+        painter.fillRect(0, height() - 1, width(), 1, colours.line);
+    else
+        painter.fillRect(width() - 1, 0, 1, length() - offset(), colours.line);
 }
 
 void SheetHead::paintHead(QPainter& painter, int section, const QRect& rect) const {
@@ -76,13 +74,12 @@ void SheetHead::paintHead(QPainter& painter, int section, const QRect& rect) con
     const CellFormat format = m_grid.formatAt(m_grid.ActiveSheet(), col, row);
     const bool plain = format.backColor == White;
     if (!plain) painter.fillRect(rect, screenColour(format.backColor));
-    painter.setPen(colours.line);
-    if (across) {
-        painter.drawLine(rect.right(), rect.top() + (plain ? 6 : 0), rect.right(),
-                         rect.bottom() - (plain ? 6 : 0));
-    } else {
-        painter.drawLine(rect.left(), rect.bottom(), rect.right(), rect.bottom());
-    }
+    const int shorter = plain ? 6 : 0;
+    if (across)
+        painter.fillRect(rect.right(), rect.top() + shorter, 1, rect.height() - 2 * shorter,
+                         colours.line);
+    else
+        painter.fillRect(rect.left(), rect.bottom(), rect.width(), 1, colours.line);
     painter.setPen(plain ? colours.text : themeColours(false).text);
     if (across && col == orderedCol()) paintOrder(painter, rect);
     const QString text = m_grid.textAt(m_grid.ActiveSheet(), col, row);

@@ -359,20 +359,15 @@ void SheetPainter::paintActive(Pass& pass) {
     if (rect.isEmpty()) return;
     pass.painter.save();
     pass.painter.setRenderHint(QPainter::Antialiasing, false);
+    const int width = pass.look.focus ? 2 : 1;
     if (!pass.look.list) {
-        pass.painter.setBrush(Qt::NoBrush);
-        const QColor accent = pass.colours.accent;
-        pass.painter.setPen(accent);
-        pass.painter.drawRect(rect.adjusted(0, 0, -1, -1));
-        if (pass.look.focus) pass.painter.drawRect(rect.adjusted(1, 1, -2, -2));
+        paintEdges(pass.painter, rect, pass.colours.accent, width);
     } else if (!pass.standsOut(pass.look.activeRow, m_grid.formatAt(pass.sheet, pass.look.activeCol,
                                                                     pass.look.activeRow))) {
-        pass.painter.setPen(themeColours(false).accent);
-        pass.painter.drawRect(rect.adjusted(0, 0, -2, -2));
-        if (pass.look.focus) pass.painter.drawRect(rect.adjusted(1, 1, -3, -3));
+        paintEdges(pass.painter, rect.adjusted(0, 0, -1, -1), themeColours(false).accent, width);
     } else if (pass.look.focus) {
-        pass.painter.setPen(QPen(blend(pass.colours.accent, pass.colours.accentText, 0.6)));
-        pass.painter.drawRect(rect.adjusted(1, 1, -3, -3));
+        paintEdges(pass.painter, rect.adjusted(1, 1, -2, -2),
+                   blend(pass.colours.accent, pass.colours.accentText, 0.6));
     }
     pass.painter.restore();
 }

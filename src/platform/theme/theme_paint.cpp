@@ -131,11 +131,7 @@ void checkBox(QPainter& painter, const QStyleOption& option, bool round) {
 void frame(QPainter& painter, const QStyleOption& option, bool showsFocus) {
     const ThemeColours& colours = themeColours(option.palette);
     const bool focus = showsFocus && isOn(option, QStyle::State_HasFocus);
-    painter.save();
-    painter.setPen(focus ? colours.accent : colours.line);
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
-    painter.restore();
+    paintEdges(painter, option.rect, focus ? colours.accent : colours.line);
 }
 
 }  // namespace
@@ -150,6 +146,14 @@ void paintChevron(QPainter& painter, const QRect& place, const QColor& colour, b
     painter.setPen(QPen(colour, 1.7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.setBrush(Qt::NoBrush);
     painter.drawPath(path);
+}
+
+// Filled, because on a screen scaled by 150 per cent a pen paints some lines beside the rectangle.
+void paintEdges(QPainter& painter, const QRect& rect, const QColor& colour, int width) {
+    painter.fillRect(rect.left(), rect.top(), rect.width(), width, colour);
+    painter.fillRect(rect.left(), rect.bottom() + 1 - width, rect.width(), width, colour);
+    painter.fillRect(rect.left(), rect.top(), width, rect.height(), colour);
+    painter.fillRect(rect.right() + 1 - width, rect.top(), width, rect.height(), colour);
 }
 
 bool isPrimary(const QWidget* widget) { return widget && widget->property("primary").toBool(); }

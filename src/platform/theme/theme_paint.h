@@ -13,6 +13,9 @@ class QPainter;
 // Paints the arrow of a combo box or spin box, centred in a rectangle.
 void paintChevron(QPainter& painter, const QRect& place, const QColor& colour, bool up = false);
 
+// Paints the lines within the edges of a rectangle. `width` is that of a line.
+void paintEdges(QPainter& painter, const QRect& rect, const QColor& colour, int width = 1);
+
 // Whether a button is the main one of its window.
 bool isPrimary(const QWidget* widget);
 
