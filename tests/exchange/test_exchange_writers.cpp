@@ -50,6 +50,7 @@ Song fullSong() {
         {SongLine::Kind::Comment, u"Repeat {twice} [G]"_s, {}, {}},
         {SongLine::Kind::Lyrics, u"Coda"_s, {}, {}},
         {SongLine::Kind::Lyrics, u"A"_s, {}, {}},
+        {SongLine::Kind::Lyrics, u"[see: one"_s, {{6, u"G"_s, false}}, {}},
         {SongLine::Kind::Lyrics, u"ends with \\"_s, {}, {}}};
     SongVerse chorus{VerseKind::Chorus, u"c"_s, u"Chorus"_s, {}, {}};
     chorus.lines = {

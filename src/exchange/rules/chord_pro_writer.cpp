@@ -55,7 +55,8 @@ QString chordProLine(const SongLine& line) {
     const bool label = line.chords.isEmpty()
                            ? verseName(trimmed) || !chordsOfLine(trimmed).isEmpty()
                            : trimmed.left(trimmed.indexOf(u'[')).contains(u':');
-    if (!trimmed.isEmpty() && (mark || label)) {
+    const bool marked = trimmed.startsWith("\\u"_L1);
+    if (!trimmed.isEmpty() && !marked && (mark || label)) {
         const qsizetype first = text.indexOf(trimmed[0]);
         text.replace(first, 1, unicodeEscape(trimmed[0]));
     }
