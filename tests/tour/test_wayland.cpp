@@ -13,6 +13,7 @@
 #include "support/world.h"
 
 #include <QClipboard>
+#include <QDeadlineTimer>
 #include <QDrag>
 #include <QMdiSubWindow>
 #include <QMimeData>
@@ -96,14 +97,20 @@ class TestWayland : public QObject {
 
     void press(const char* key) { xdo({QStringLiteral("key"), QLatin1String(key)}); }
 
-    // Wayland does not report to a window where it is: the mouse does.
+    // Wayland does not report to a window where it is: the mouse does. A window that is not up yet
+    // misses the mouse, so it is moved until it is seen.
     void findOrigin() {
         for (const QPoint place : {QPoint(500, 400), QPoint(700, 600)}) {
             const QPoint before = QCursor::pos();
-            xdo({QStringLiteral("mousemove"), QString::number(place.x()),
-                 QString::number(place.y())});
-            QTRY_VERIFY_WITH_TIMEOUT(QCursor::pos() != before, Patience);
-            m_origin = place - QCursor::pos();
+            const auto isSeen = [&] { return QCursor::pos() != before; };
+            const QDeadlineTimer deadline(Patience);
+            for (int step = 0; !isSeen() && !deadline.hasExpired(); ++step) {
+                const QPoint to = place + QPoint(step % 2, 0);
+                xdo({QStringLiteral("mousemove"), QString::number(to.x()),
+                     QString::number(to.y())});
+                if (QTest::qWaitFor(isSeen, 500)) m_origin = to - QCursor::pos();
+            }
+            QVERIFY(isSeen());
         }
     }
 
