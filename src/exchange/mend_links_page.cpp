@@ -119,9 +119,11 @@ void MendLinksPage::fpLinks_Change() { showSums(); }
 
 void MendLinksPage::cmdMend_Click() {
     const std::vector<MendedLink> chosen = chosenLinks();
+    setMousePointer(MousePointer::Hourglass);
     try {
         mendLinks(chosen);
     } catch (const RunTimeError& error) {
+        setMousePointer(MousePointer::Arrow);
         messageBox(
             u"The links could not be mended. Nothing was changed.\r\r"_s + error.description(),
             BoxIcon::Exclamation);
