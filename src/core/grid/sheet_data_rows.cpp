@@ -41,7 +41,8 @@ const GridCell* SheetData::cell(int col, int row) const {
 }
 
 GridCell& SheetData::cellForWriting(int col, int row) {
-    if (size_t(row) >= rows.size()) rows.resize(size_t(row) + 1);
+    if (size_t(row) == rows.size()) rows.emplace_back(size_t(rowCapacity(col)));
+    if (size_t(row) > rows.size()) rows.resize(size_t(row) + 1);
     GridRow& cells = rows[size_t(row)];
     if (size_t(col) >= cells.size()) cells.resize(size_t(rowCapacity(col)));
     return cells[size_t(col)];
