@@ -80,13 +80,13 @@ void SheetGrid::appendRow(QString* texts, int count) {
     touchLayout();
     const int cols = std::min(count, sheet.maxCols);
     if (cols == 0) return;
-    GridCell* cells = &sheet.cellForWriting(cols, row) - cols;
+    GridCell* cells = &sheet.cellForWriting(cols, row) - (cols - 1);  // from column 1 on
     for (int col = 1; col <= cols; ++col) {
         QString& text = texts[col - 1];
         if (sheet.isDateCell(col, row))
             storeText(col, row, text);
         else
-            cells[col].text = std::move(text);
+            cells[col - 1].text = std::move(text);
     }
     textsWritten(d->sheet, {1, row, cols, row});
     touchRows(row, row);
