@@ -217,6 +217,20 @@ private Q_SLOTS:
         QCOMPARE(numbers(), QStringList{" CCLI-\u00dc 12 34 "});
     }
 
+    void songsAreListedWhateverTheirIDs() {
+        const QStringList ids{"-5", "0", "3", "199999", "200000", "9000000000000"};
+        for (const QString& id : ids) {
+            const QString old = addSong("Song " + id, {"11/01/26", "11/02/26"}, "CCLI " + id);
+            world->sql("UPDATE played_on SET songID = " + id + " WHERE songID = " + old);
+            world->sql("UPDATE songs SET ID = " + id + " WHERE ID = " + old);
+        }
+        show("11/01/26", "11/30/26");
+        QStringList twice;
+        for (const QString& id : ids) twice << "Song " + id << "Song " + id;
+        QCOMPARE(titles(), twice);
+        QCOMPARE(numbers(), QStringList(twice).replaceInStrings("Song", "CCLI"));
+    }
+
     void performancesOfADeletedSongAreNotListed() {
         addSong("Praise", {"11/01/26"}, "1234");
         world->sql(

@@ -199,8 +199,17 @@ bool Recordset::EOF_() const {
     return !m_onRow;
 }
 
-int Recordset::columnOf(const char* name) const {
+void Recordset::needRow() const {
     if (EOF_()) throw RunTimeError(RunTimeError::NoCurrentRecord);
+}
+
+int Recordset::columnOf(const char* name) const {
+    needRow();
+    return Column(name);
+}
+
+int Recordset::Column(const char* name) const {
+    if (!m_statement) throw RunTimeError(RunTimeError::ObjectIsClosed);
     for (size_t i = 0; i < m_names.size(); ++i)
         if (sqlite3_stricmp(m_names[i], name) == 0) return int(i);
     throw RunTimeError(
@@ -208,20 +217,21 @@ int Recordset::columnOf(const char* name) const {
         QStringLiteral("The result has no field \"%1\".").arg(QString::fromUtf8(name)));
 }
 
-QString Recordset::Fields(const char* name) const { return storedText(Bytes(name)); }
+QString Recordset::Fields(int column) const { return storedText(Bytes(column)); }
 
-QByteArrayView Recordset::Bytes(const char* name) const {
-    const int column = columnOf(name);
+QByteArrayView Recordset::Bytes(int column) const {
+    needRow();
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
     return {text, sqlite3_column_bytes(m_statement, column)};
 }
 
-qint64 Recordset::Number(const char* name) const {
-    return sqlite3_column_int64(m_statement, columnOf(name));
+qint64 Recordset::Number(int column) const {
+    needRow();
+    return sqlite3_column_int64(m_statement, column);
 }
 
 void Recordset::MoveNext() {
-    if (EOF_()) throw RunTimeError(RunTimeError::NoCurrentRecord);
+    needRow();
     step();
 }
 

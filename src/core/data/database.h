@@ -82,13 +82,21 @@ public:
 
     // A column of the current row as text; NULL is a null QString. Names ignore case. Raises
     // RunTimeError::NoCurrentRecord without a current row, NoSuchItem without such a column.
-    QString Fields(const char* name) const;
+    QString Fields(const char* name) const { return Fields(columnOf(name)); }
+    QString Fields(int column) const;
 
     // The same in UTF-8, until the next move.
-    QByteArrayView Bytes(const char* name) const;
+    QByteArrayView Bytes(const char* name) const { return Bytes(columnOf(name)); }
+    QByteArrayView Bytes(int column) const;
 
     // The same as a whole number; 0 for a text that is not one. Raises like Fields.
-    qint64 Number(const char* name) const;
+    qint64 Number(const char* name) const { return Number(columnOf(name)); }
+    qint64 Number(int column) const;
+
+    // The number of a column, from 0, with which the columns of many rows are read more quickly.
+    // Needs no current row. Raises RunTimeError::NoSuchItem without such a column, ObjectIsClosed
+    // if the recordset is closed.
+    int Column(const char* name) const;
 
     // Moves to the next row. Raises RunTimeError::NoCurrentRecord without a current row.
     void MoveNext();
@@ -103,6 +111,7 @@ public:
     bool isOpen() const { return m_statement != nullptr; }
 
 private:
+    void needRow() const;
     int columnOf(const char* name) const;
     void runToFirstRow();
     void step();

@@ -55,7 +55,51 @@ struct GridCell {
     int picture = -1;  // index in SheetData::pictures; -1 for none
 };
 
-using GridRow = std::vector<GridCell>;  // up to the last cell that was written
+// The cells of a row up to the last one that was written. Few rows have a head of their own, so its
+// cell takes no room until it is written.
+class GridRow {
+public:
+    GridRow() = default;
+    GridRow(const GridRow& other);
+    GridRow(GridRow&& other) noexcept { swap(other); }
+    GridRow& operator=(GridRow other) noexcept {
+        swap(other);
+        return *this;
+    }
+    ~GridRow() = default;
+
+    size_t size() const { return m_size; }  // with the head
+    const GridCell& operator[](size_t col) const {
+        return col < m_first ? plainCell : m_cells[col - m_first];
+    }
+
+    // A cell to write. If the row ends before it, it gets `size` cells.
+    GridCell& forWriting(size_t col, size_t size) {
+        if (col < m_first || col >= m_size) makeRoom(col, size);
+        return m_cells[col - m_first];
+    }
+
+    // Removes the cells from a column on.
+    void cutAt(size_t col) { keep(m_first, std::min<size_t>(col, m_size)); }
+
+    // The cells that take room, and the column of the first of them.
+    size_t first() const { return m_first; }
+    GridCell* begin() { return m_cells.get(); }
+    GridCell* end() { return begin() + (m_size - m_first); }
+    const GridCell* begin() const { return m_cells.get(); }
+    const GridCell* end() const { return begin() + (m_size - m_first); }
+
+private:
+    static const GridCell plainCell;
+
+    void makeRoom(size_t col, size_t size);
+    void keep(size_t first, size_t size);
+    void swap(GridRow& other) noexcept;
+
+    std::unique_ptr<GridCell[]> m_cells;
+    uint32_t m_first = 0;
+    uint32_t m_size = 0;
+};
 
 // The properties of a whole row or column.
 struct GridSection {
@@ -189,8 +233,10 @@ struct SheetData {
         const int lastRow = std::min(area.row2, int(rows.size()) - 1);
         for (int row = area.row; row <= lastRow; ++row) {
             GridRow& cells = rows[size_t(row)];
+            const int first = int(cells.first());
             const int lastCol = std::min(area.col2, int(cells.size()) - 1);
-            for (int col = area.col; col <= lastCol; ++col) visit(cells[size_t(col)]);
+            for (int col = std::max(area.col, first); col <= lastCol; ++col)
+                visit(cells.begin()[col - first]);
         }
     }
 

@@ -34,6 +34,37 @@ const GridSection& sectionIn(const GridSections& sections, int number, const Gri
 
 }  // namespace
 
+const GridCell GridRow::plainCell;
+
+GridRow::GridRow(const GridRow& other) {
+    keep(other.m_first, other.m_size);
+    std::copy(other.begin(), other.end(), begin());
+}
+
+void GridRow::swap(GridRow& other) noexcept {
+    m_cells.swap(other.m_cells);
+    std::swap(m_first, other.m_first);
+    std::swap(m_size, other.m_size);
+}
+
+void GridRow::makeRoom(size_t col, size_t size) {
+    keep(std::min<size_t>(col, m_cells ? m_first : 1), std::max<size_t>(size, m_size));
+}
+
+// Keeps the cells of the columns from `first` to before `size`, and adds plain ones.
+void GridRow::keep(size_t first, size_t size) {
+    GridRow kept;
+    if (first < size) {
+        kept.m_cells = std::make_unique<GridCell[]>(size - first);
+        kept.m_first = uint32_t(first);
+        kept.m_size = uint32_t(size);
+        const size_t end = std::min<size_t>(size, m_size);
+        for (size_t col = std::max<size_t>(first, m_first); col < end; ++col)
+            kept.m_cells[col - first] = std::move(m_cells[col - m_first]);
+    }
+    swap(kept);
+}
+
 const GridCell* SheetData::cell(int col, int row) const {
     if (row < 0 || size_t(row) >= rows.size()) return nullptr;
     const GridRow& cells = rows[size_t(row)];
@@ -41,10 +72,9 @@ const GridCell* SheetData::cell(int col, int row) const {
 }
 
 GridCell& SheetData::cellForWriting(int col, int row) {
-    if (size_t(row) >= rows.size()) rows.resize(size_t(row) + 1);
-    GridRow& cells = rows[size_t(row)];
-    if (size_t(col) >= cells.size()) cells.resize(size_t(rowCapacity(col)));
-    return cells[size_t(col)];
+    if (size_t(row) == rows.size()) rows.emplace_back();
+    if (size_t(row) > rows.size()) rows.resize(size_t(row) + 1);
+    return rows[size_t(row)].forWriting(size_t(col), size_t(rowCapacity(col)));
 }
 
 GridArea SheetData::area(int col, int row, int col2, int row2) const {
@@ -94,7 +124,7 @@ void SheetData::resizeCols(int count) {
     maxCols = count;
     if (!lowers) return;
     for (GridRow& cells : rows)
-        if (cells.size() > size_t(count) + 1) cells.resize(size_t(count) + 1);
+        if (cells.size() > size_t(count) + 1) cells.cutAt(size_t(count) + 1);
     colSections.erase(colSections.upper_bound(count), colSections.end());
     cutSpans();
 }

@@ -10,7 +10,6 @@
 #include <QString>
 
 #include <cstdint>
-#include <initializer_list>
 #include <memory>
 #include <vector>
 
@@ -155,7 +154,14 @@ public:
     void SetText(int col, int row, const QString& value);
 
     // Raises MaxRows by one and writes these texts to the new row from column 1 on, like SetText.
-    void AddRow(std::initializer_list<QString> texts);
+    template <size_t Count>
+    void AddRow(QString (&&texts)[Count]) {
+        appendRow(texts, int(Count));
+    }
+
+    // Raises MaxRows by one.
+    struct NoTexts {};
+    void AddRow(NoTexts) { appendRow(nullptr, 0); }
 
     // The current cell, which the properties below read and write. With BlockMode true they write
     // the block from (Col, Row) to (Col2, Row2). This state is kept until it is set again.
@@ -388,6 +394,7 @@ private:
     T readProperty(uint32_t bit, T CellFormat::*property) const;
     void writeText(int col, int row, const QString& value);
     void storeText(int col, int row, const QString& value);
+    void appendRow(QString* texts, int count);
     template <class Write>
     void writeCells(Write write);
     template <class Change>

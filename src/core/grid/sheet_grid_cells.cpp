@@ -72,13 +72,22 @@ void SheetGrid::SetText(int col, int row, const QString& value) {
     }
 }
 
-void SheetGrid::AddRow(std::initializer_list<QString> texts) {
-    const int row = MaxRows() + 1;
-    MaxRows(row);
-    const int cols = std::min(int(texts.size()), MaxCols());
-    if (MaxRows() < row || cols == 0) return;
-    d->current().cellForWriting(cols, row);  // makes room for all
-    for (int col = 1; col <= cols; ++col) storeText(col, row, texts.begin()[col - 1]);
+// A list is filled with many rows: each moves its texts in and does nothing twice.
+void SheetGrid::appendRow(QString* texts, int count) {
+    SheetData& sheet = d->current();
+    if (sheet.maxRows == MaxGridRows) return;
+    const int row = ++sheet.maxRows;
+    touchLayout();
+    const int cols = std::min(count, sheet.maxCols);
+    if (cols == 0) return;
+    GridCell* cells = &sheet.cellForWriting(cols, row) - (cols - 1);  // from column 1 on
+    for (int col = 1; col <= cols; ++col) {
+        QString& text = texts[col - 1];
+        if (sheet.isDateCell(col, row))
+            storeText(col, row, text);
+        else
+            cells[col - 1].text = std::move(text);
+    }
     textsWritten(d->sheet, {1, row, cols, row});
     touchRows(row, row);
 }

@@ -56,7 +56,7 @@ char* putText(char* end, QStringView text) {
     char16_t before = ' ';  // blanks at the start of a line are kept as well
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char16_t c = text[i].unicode();
-        if (isOrdinary(c)) {
+        if (isOrdinary(c) || (c == ' ' && before != ' ')) {
             *end++ = char(before = c);
             continue;
         }
@@ -132,6 +132,9 @@ public:
     bool write();
 
 private:
+    char* room(qsizetype bytes);
+    void keepUpTo(const char* end) { m_used = end - m_html.constData(); }
+    void append(QByteArrayView bytes) { keepUpTo(put(room(bytes.size()), bytes)); }
     void flush();
     void appendTitle(const QString& text);
     void appendOpening();
@@ -154,9 +157,12 @@ private:
     int m_rowFormat = -1;
     double m_rowHeight = -1;
     QByteArray m_rowTag;  // of a row of that height
-    QByteArray m_html;    // that is not in the file yet
+    QByteArray m_html;    // its first m_used bytes are not in the file yet
+    qsizetype m_used = 0;
     bool m_isWritten = true;
     std::map<std::array<int, 3>, CellTag> m_tags;
+    std::array<int, 3> m_lastKey{};
+    const CellTag* m_lastTag = nullptr;  // of m_lastKey; most cells look like the one before
 };
 
 HtmlTable::HtmlTable(const SheetGrid& grid, const SheetData& data, const GridArea& area,
@@ -181,32 +187,35 @@ QString HtmlTable::firstText() const {
 // The tags "<HTML>", "<TABLE ...>" and "</TABLE>" are lines of their own, because the mail windows
 // process the file line by line.
 bool HtmlTable::write() {
-    constexpr qsizetype bytesAtOnce = 32768;
-    m_html.reserve(2 * bytesAtOnce);
-    m_html +=
+    constexpr qsizetype bytesAtOnce = 131072;
+    append(
         "<HTML>\n<HEAD>\n<META HTTP-EQUIV=\"Content-Type\" CONTENT=\"text/html; "
-        "charset=utf-8\">\n<TITLE>";
+        "charset=utf-8\">\n<TITLE>");
     appendTitle(firstText().simplified());
-    m_html += "</TITLE>\n</HEAD>\n<BODY BGCOLOR=\"#ffffff\">\n";
+    append("</TITLE>\n</HEAD>\n<BODY BGCOLOR=\"#ffffff\">\n");
     appendOpening();
     for (int row = m_area.row; row <= m_area.row2; ++row) {
         if (!m_data.rowSection(row).hidden) appendRow(row);
-        if (m_html.size() > bytesAtOnce) flush();
+        if (m_used > bytesAtOnce) flush();
     }
-    m_html += "</TABLE>\n</BODY>\n</HTML>\n";
+    append("</TABLE>\n</BODY>\n</HTML>\n");
     flush();
     return m_isWritten;
 }
 
+// Where so many more bytes can be written.
+char* HtmlTable::room(qsizetype bytes) {
+    if (m_html.size() - m_used < bytes) m_html.resize(2 * (m_used + bytes));
+    return m_html.data() + m_used;
+}
+
 void HtmlTable::appendTitle(const QString& text) {
-    const qsizetype size = m_html.size();
-    m_html.resize(size + text.size() * LongestEscape);
-    m_html.resize(putText(m_html.data() + size, text) - m_html.constData());
+    keepUpTo(putText(room(text.size() * LongestEscape), text));
 }
 
 void HtmlTable::flush() {
-    m_isWritten = m_file.write(m_html) == m_html.size() && m_isWritten;
-    m_html.resize(0);
+    m_isWritten = m_file.write(m_html.constData(), m_used) == m_used && m_isWritten;
+    m_used = 0;
 }
 
 void HtmlTable::appendOpening() {
@@ -214,16 +223,16 @@ void HtmlTable::appendOpening() {
     for (const Col& col : m_cols) units += col.width;
     const double unit = m_grid.AllowCellOverflow() ? PixelsPerOverflowUnit : PixelsPerUnit;
     const int width = int(std::lround(units * unit));
-    m_html += "<TABLE CELLSPACING=0 CELLPADDING=0 BORDER=0 WIDTH=" + QByteArray::number(width) +
-              " STYLE=\"border-collapse:collapse;color:#000000;font-family:Arial,sans-serif;"
-              "font-size:10pt";
-    if (m_grid.AllowCellOverflow()) m_html += ";table-layout:fixed;white-space:nowrap";
-    m_html += "\">\n";
+    append("<TABLE CELLSPACING=0 CELLPADDING=0 BORDER=0 WIDTH=" + QByteArray::number(width) +
+           " STYLE=\"border-collapse:collapse;color:#000000;font-family:Arial,sans-serif;"
+           "font-size:10pt");
+    if (m_grid.AllowCellOverflow()) append(";table-layout:fixed;white-space:nowrap");
+    append("\">\n");
     for (const Col& col : m_cols) {
         if (!col.hidden && units > 0)
-            m_html += "<COL WIDTH=\"" + numbered(100 * col.width / units) + "%\">";
+            append("<COL WIDTH=\"" + numbered(100 * col.width / units) + "%\">");
     }
-    m_html += '\n';
+    append("\n");
 }
 
 void HtmlTable::appendRow(int row) {
@@ -235,11 +244,11 @@ void HtmlTable::appendRow(int row) {
             "<TR STYLE=\"height:" + QByteArray::number(std::lround(m_rowHeight * PixelsPerPoint)) +
             "px\">";
     }
-    m_html += m_rowTag;
+    append(m_rowTag);
     for (int col = m_area.col; col <= m_area.col2; ++col) {
         if (!m_cols[size_t(col - m_area.col)].hidden) appendCell(col, row, m_data.cell(col, row));
     }
-    m_html += "</TR>\n";
+    append("</TR>\n");
 }
 
 void HtmlTable::appendCell(int col, int row, const GridCell* cell) {
@@ -262,11 +271,10 @@ void HtmlTable::appendCell(int col, int row, const GridCell* cell) {
     }
     const CellTag& look = tag(col, row, cell);
     constexpr qsizetype mostForSpan = 64;
-    const QString text = cell ? cell->text : QString();
-    const qsizetype size = m_html.size();
-    m_html.resize(size + look.open.size() + mostForSpan + look.before.size() +
-                  (text.size() + 1) * LongestEscape + look.after.size());
-    char* end = put(m_html.data() + size, look.open);
+    const QStringView text = cell ? QStringView(cell->text) : QStringView();
+    char* end = room(look.open.size() + mostForSpan + look.before.size() +
+                     (text.size() + 1) * LongestEscape + look.after.size());
+    end = put(end, look.open);
     if (cols > 1) end = put(end, " COLSPAN=" + QByteArray::number(cols));
     if (rows > 1) end = put(end, " ROWSPAN=" + QByteArray::number(rows));
     if (text.isEmpty()) {
@@ -276,7 +284,7 @@ void HtmlTable::appendCell(int col, int row, const GridCell* cell) {
         end = putText(end, text);
         end = put(end, look.after);
     }
-    m_html.resize(end - m_html.constData());
+    keepUpTo(end);
 }
 
 const CellTag& HtmlTable::tag(int col, int row, const GridCell* cell) {
@@ -284,14 +292,17 @@ const CellTag& HtmlTable::tag(int col, int row, const GridCell* cell) {
         col >= m_area.col ? m_cols[size_t(col - m_area.col)].format : m_data.colSection(col).format;
     const int rowFormat = row >= m_area.row ? m_rowFormat : m_data.rowSection(row).format;
     const std::array<int, 3> key{cell ? cell->format : -1, rowFormat, colFormat};
+    if (m_lastTag && key == m_lastKey) return *m_lastTag;
+    m_lastKey = key;
     const auto known = m_tags.find(key);
-    if (known != m_tags.end()) return known->second;
+    if (known != m_tags.end()) return *(m_lastTag = &known->second);
     CellFormat format = m_data.resolved(col, row);
     const CellBorder gridLine{BorderStyle::Solid, RGB(216, 210, 195)};
     if (m_grid.GridShowHoriz() && format.bottom.style == BorderStyle::None)
         format.bottom = gridLine;
     if (m_grid.GridShowVert() && format.right.style == BorderStyle::None) format.right = gridLine;
-    return m_tags.emplace(key, tagOf(format)).first->second;
+    m_lastTag = &m_tags.emplace(key, tagOf(format)).first->second;
+    return *m_lastTag;
 }
 
 }  // namespace

@@ -273,6 +273,25 @@ private Q_SLOTS:
         QCOMPARE(numberOf([&] { rs.Number("missing"); }), int(RunTimeError::NoSuchItem));
     }
 
+    void columnIsReadByItsNumber() {
+        openDatabase();
+        Recordset rs = select("SELECT 'Größe' AS size, 12 AS number UNION ALL SELECT 'b', 13");
+        const int size = rs.Column("Size");
+        const int number = rs.Column("number");
+        QCOMPARE(rs.Fields(size), QStringLiteral("Größe"));
+        QCOMPARE(rs.Number(number), 12);
+        rs.MoveNext();
+        QCOMPARE(rs.Bytes(size).toByteArray(), QByteArray("b"));
+        QCOMPARE(rs.Number(number), 13);
+        QVERIFY(rs.Fields(number + 1).isNull());
+        rs.MoveNext();
+        QCOMPARE(rs.Column("number"), number);  // needs no row
+        QCOMPARE(numberOf([&] { rs.Fields(size); }), int(RunTimeError::NoCurrentRecord));
+        QCOMPARE(numberOf([&] { rs.Column("missing"); }), int(RunTimeError::NoSuchItem));
+        rs.Close();
+        QCOMPARE(numberOf([&] { rs.Column("number"); }), int(RunTimeError::ObjectIsClosed));
+    }
+
     void writeLeavesTheRecordsetClosed() {
         openDatabase();
         Recordset rs;

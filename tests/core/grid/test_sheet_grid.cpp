@@ -70,6 +70,36 @@ private Q_SLOTS:
         QCOMPARE(grid.told, 1);
     }
 
+    void rowHeadAndCellsAreWrittenInAnyOrder() {
+        SheetGrid grid;
+        grid.MaxCols(30);
+        grid.MaxRows(3);
+        grid.SetText(3, 1, u"cell"_s);
+        QCOMPARE(grid.GetText(0, 1), QString());
+        grid.SetText(0, 1, u"head"_s);
+        grid.SetText(20, 1, u"far"_s);
+        grid.SetText(0, 2, u"only a head"_s);
+        grid.SetText(2, 2, u"cell"_s);
+        QCOMPARE(grid.GetText(0, 1), u"head"_s);
+        QCOMPARE(grid.GetText(3, 1), u"cell"_s);
+        QCOMPARE(grid.GetText(20, 1), u"far"_s);
+        QCOMPARE(grid.GetText(2, 2), u"cell"_s);
+        grid.InsertRows(1, 1);
+        grid.MaxCols(3);
+        QCOMPARE(grid.GetText(3, 2), u"cell"_s);
+        QCOMPARE(grid.GetText(4, 2), QString());
+        grid.MaxCols(0);
+        grid.SetText(0, 1, u"new"_s);
+        grid.MaxCols(30);
+        QCOMPARE(grid.GetText(0, 1), u"new"_s);
+        QCOMPARE(grid.GetText(0, 2), u"head"_s);
+        QCOMPARE(grid.GetText(0, 3), u"only a head"_s);
+        QCOMPARE(grid.GetText(2, 3), QString());
+        grid.SetText(1, 2, u"again"_s);
+        QCOMPARE(grid.GetText(1, 2), u"again"_s);
+        QCOMPARE(grid.GetText(0, 2), u"head"_s);
+    }
+
     void headTextsLeaveMaxRowsAlone() {
         SheetGrid grid;
         grid.MaxRows(4);
