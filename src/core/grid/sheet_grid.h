@@ -160,8 +160,7 @@ public:
     }
 
     // Raises MaxRows by one.
-    struct NoTexts {};
-    void AddRow(NoTexts) { appendRow(nullptr, 0); }
+    void AddRow() { appendRow(nullptr, 0); }
 
     // The current cell, which the properties below read and write. With BlockMode true they write
     // the block from (Col, Row) to (Col2, Row2). This state is kept until it is set again.

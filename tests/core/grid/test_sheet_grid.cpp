@@ -59,7 +59,7 @@ private Q_SLOTS:
         grid.told = 0;
         grid.AddRow({u"Grace"_s, u"6/1/2026"_s, u"beyond"_s});
         grid.AddRow({u"Mercy"_s, u"no date"_s});
-        grid.AddRow({});
+        grid.AddRow();
         QCOMPARE(grid.MaxRows(), 6);
         QCOMPARE(grid.GetText(1, 4), u"Grace"_s);
         QCOMPARE(grid.GetText(2, 4), u"06/01/26"_s);
