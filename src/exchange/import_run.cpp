@@ -62,7 +62,7 @@ public:
     ~NewCharts() {
         if (m_kept) return;
         for (const QString& path : m_written) QFile::remove(path);
-        m_journal.remove();
+        removeJournal();
     }
     NewCharts(const NewCharts&) = delete;
     NewCharts& operator=(const NewCharts&) = delete;
@@ -87,10 +87,16 @@ public:
 
     void keep() {
         m_kept = true;
-        m_journal.remove();
+        removeJournal();
     }
 
 private:
+    // An open file that cannot be written, on a full disk, would not remove itself.
+    void removeJournal() {
+        m_journal.close();
+        QFile::remove(m_journal.fileName());
+    }
+
     // Deliberate: behaviour 202.
     QString freeName(const QString& title) {
         QString base = safeFileName(title);

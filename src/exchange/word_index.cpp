@@ -236,18 +236,22 @@ void WordIndex::startAgain() {
     // A folder that cannot be written leaves the old file: the index is in memory then.
     if (QFile::exists(m_file)) m_file = u":memory:"_s;
     open();
-    const char* const tables =
-        "CREATE TABLE charts (id INTEGER PRIMARY KEY, song INTEGER, title TEXT, path TEXT, "
-        "stamp INTEGER, size INTEGER, lines TEXT);"
-        "CREATE VIRTUAL TABLE words USING fts5(title, lines, tokenize = 'unicode61');";
-    if (run(tables)) {
-        run(qPrintable(u"PRAGMA user_version = %1"_s.arg(IndexVersion)));
-        return;
-    }
+    if (!makeTables()) startInMemory();
+}
+
+void WordIndex::startInMemory() {
     sqlite3_close(m_handle);
+    QFile::remove(m_file);
     m_file = u":memory:"_s;
     open();
-    run(tables);
+    makeTables();
+}
+
+bool WordIndex::makeTables() {
+    return run("CREATE TABLE charts (id INTEGER PRIMARY KEY, song INTEGER, title TEXT, path TEXT, "
+               "stamp INTEGER, size INTEGER, lines TEXT);"
+               "CREATE VIRTUAL TABLE words USING fts5(title, lines, tokenize = 'unicode61');") &&
+           run(qPrintable(u"PRAGMA user_version = %1"_s.arg(IndexVersion)));
 }
 
 bool WordIndex::run(const char* statements) {
@@ -266,20 +270,22 @@ bool WordIndex::isSound() try {
 
 int WordIndex::update(const QList<IndexedChart>& charts,
                       const std::function<void(int done, int all)>& progress) {
+    m_charts = charts;
     try {
-        return updateOnce(charts, progress);
+        return updateOnce(progress);
     } catch (const IndexFailure&) {
         startAgain();
     }
     try {
-        return updateOnce(charts, progress);
+        return updateOnce(progress);
     } catch (const IndexFailure&) {
-        return 0;
+        // A new file has no room on the disk.
+        startInMemory();
     }
+    return updateOnce(progress);
 }
 
-int WordIndex::updateOnce(const QList<IndexedChart>& charts,
-                          const std::function<void(int done, int all)>& progress) {
+int WordIndex::updateOnce(const std::function<void(int done, int all)>& progress) {
     struct Known {
         qint64 id, stamp, size;
         QString title;
@@ -307,8 +313,8 @@ int WordIndex::updateOnce(const QList<IndexedChart>& charts,
         dropWords.bind(1, id).run();
     };
     int read = 0, done = 0;
-    for (const IndexedChart& chart : charts) {
-        if (progress) progress(++done, int(charts.size()));
+    for (const IndexedChart& chart : std::as_const(m_charts)) {
+        if (progress) progress(++done, int(m_charts.size()));
         const QFileInfo file(chart.path);
         const bool exists = !chart.path.isEmpty() && file.isFile();
         const qint64 stamp = exists ? stampOf(file) : 0, size = exists ? file.size() : 0;
@@ -334,14 +340,22 @@ int WordIndex::updateOnce(const QList<IndexedChart>& charts,
     return read;
 }
 
-QList<FoundLine> WordIndex::find(const QString& text, int most) try {
+QList<FoundLine> WordIndex::find(const QString& text, int most) {
     const QStringList words = wordsToFind(text);
     if (words.isEmpty()) return {};
+    try {
+        return findBest(words, most);
+    } catch (const IndexFailure&) {
+        // Another process has damaged the file.
+        startAgain();
+        update(m_charts);
+    }
+    return findBest(words, most);
+}
+
+QList<FoundLine> WordIndex::findBest(const QStringList& words, int most) {
     const QList<FoundLine> found = findOnce(words, true, most);
     return found.isEmpty() && words.size() > 1 ? findOnce(words, false, most) : found;
-} catch (const IndexFailure&) {
-    startAgain();
-    return {};
 }
 
 QList<FoundLine> WordIndex::findOnce(const QStringList& words, bool all, int most) {

@@ -44,13 +44,14 @@ public:
 
     // Makes the index one of these charts: reads those that are new or whose file has another time
     // or size, and forgets the others. Returns the number of charts read; `progress` is called
-    // with the number done and in all. Starts again with an empty index if the file fails.
+    // with the number done and in all. If the file fails, all charts are read into a new one, or
+    // into memory if the disk is full.
     int update(const QList<IndexedChart>& charts,
                const std::function<void(int done, int all)>& progress = {});
 
     // The charts with all of the words, in any order, the last of which may be a beginning. Best
     // are those with all in one line, in the order of the words. If no chart has all words, those
-    // with most of them. At most `most`.
+    // with most of them. At most `most`. If the file fails, it is made again first.
     QList<FoundLine> find(const QString& words, int most = 100);
 
 private:
@@ -58,12 +59,15 @@ private:
 
     void open();
     void startAgain();
+    void startInMemory();
+    bool makeTables();
     bool isSound();
     bool run(const char* statements);
-    int updateOnce(const QList<IndexedChart>& charts,
-                   const std::function<void(int done, int all)>& progress);
+    int updateOnce(const std::function<void(int done, int all)>& progress);
+    QList<FoundLine> findBest(const QStringList& words, int most);
     QList<FoundLine> findOnce(const QStringList& words, bool all, int most);
 
     QString m_file;
+    QList<IndexedChart> m_charts;  // of the last update
     sqlite3* m_handle = nullptr;
 };

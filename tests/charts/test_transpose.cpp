@@ -5,6 +5,7 @@
 #include "charts/chart_test.h"
 
 #include <QFile>
+#include <QWheelEvent>
 
 namespace {
 
@@ -163,6 +164,23 @@ private Q_SLOTS:
         QVERIFY2(value >= 5 && value <= 7, qPrintable(QString::number(value)));
         QCOMPARE(world->statements, QStringList{keyStatement(QStringLiteral("p%1").arg(value))});
         QCOMPARE(t.lblNumSteps->text(), changedBy(value));
+    }
+
+    void turnOfTheWheelIsOneMove() {
+        frmTranspose& t = openWith({"C"});
+        world->statements.clear();
+        t.Slider1->setFocus();
+        const QPoint place = t.Slider1->rect().center();
+        for (const int angle : {120, 120, -120}) {
+            QWheelEvent turn(place, t.Slider1->mapToGlobal(place), QPoint(), QPoint(0, angle),
+                             Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(t.Slider1, &turn);
+        }
+        const int value = t.Slider1->value();
+        QVERIFY(value > 0);
+        QVERIFY(world->statements.isEmpty());
+        QTRY_COMPARE_WITH_TIMEOUT(t.lblNumSteps->text(), changedBy(value), 60000);
+        QCOMPARE(world->statements, QStringList{keyStatement(QStringLiteral("p%1").arg(value))});
     }
 
     void dragIsReportedOnItsRelease() {

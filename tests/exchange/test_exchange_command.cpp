@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 // The command lorvanite-exchange brings in what the window brings in.
+#include "core/data/file_copy.h"
+#include "keeping/folder_lock.h"
 #include "support/files.h"
 #include "support/registry.h"
 #include "support/world.h"
@@ -10,6 +12,9 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QSignalSpy>
+
+#include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -23,16 +28,21 @@ struct CommandResult {
     QString err;
 };
 
-// Runs the command without a display.
-CommandResult runExchange(const QStringList& words) {
+// Runs the command without a display, as another user if `prepare` says so.
+CommandResult runExchange(const QStringList& words,
+                          const QString& executable = QStringLiteral(PROGRAM_TREE
+                                                                     "/lorvanite-exchange"),
+                          const std::function<void()>& prepare = {}) {
     QProcess process;
+    if (prepare) process.setChildProcessModifier(prepare);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(u"DISPLAY"_s);
     environment.remove(u"WAYLAND_DISPLAY"_s);
     environment.remove(u"QT_QPA_PLATFORM"_s);
     process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(PROGRAM_TREE "/lorvanite-exchange"), words);
-    if (!process.waitForFinished(300000)) return {};
+    QSignalSpy finished(&process, &QProcess::finished);
+    process.start(executable, words);
+    if (!finished.wait(300000)) return {};
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
 }
@@ -105,6 +115,98 @@ private Q_SLOTS:
         QCOMPARE(result.status, 0);
         QCOMPARE(result.out, QString());
         QVERIFY(bytesOf(report).contains("Songs: "));
+    }
+
+    void reportThatCannotBeSavedIsPrinted() {
+        const QString report = world->path(u"missing/report.txt"_s);
+        const CommandResult result = runExchange(
+            {u"import"_s, folder(), u"--report"_s, report, CommandSamples + u"/chordpro.cho"_s});
+        QCOMPARE(result.status, 3);
+        QCOMPARE(result.err, u"lorvanite-exchange: The report could not be saved.\n"_s);
+        QVERIFY2(result.out.contains(u"Songs: "_s), qPrintable(result.out));
+        QVERIFY(!world->rows(u"SELECT title FROM songs"_s).isEmpty());
+    }
+
+    void folderThatIsOpenIsLeftAlone() {
+        FolderLock program(world->folder());
+        QSignalSpy called(&program, &FolderLock::called);
+        QVERIFY(program.acquire() == FolderLock::Result::Owned);
+        const CommandResult result = runExchange({u"import"_s, folder(), CommandSamples});
+        QCOMPARE(result.status, 1);
+        QCOMPARE(result.err,
+                 u"lorvanite-exchange: Lorvanite has this folder open. Close it first.\n"_s);
+        QCOMPARE(called.count(), 1);
+        QVERIFY(world->rows(u"SELECT title FROM songs"_s).isEmpty());
+        // A dry run changes nothing, so it needs no lock.
+        QCOMPARE(runExchange({u"import"_s, folder(), u"--dry-run"_s, CommandSamples}).status, 3);
+    }
+
+    void folderThatCannotBeWrittenIsLeftAlone() {
+        QTemporaryDir place;
+        const QString data = place.filePath(u"data"_s);
+        copyFolder(world->folder(), data, FolderCopy::Replace);
+        const QString executable = place.filePath(u"lorvanite-exchange"_s);
+        QVERIFY(QFile::copy(QStringLiteral(PROGRAM_TREE "/lorvanite-exchange"), executable));
+        const QString song = place.filePath(u"song.cho"_s);
+        QVERIFY(QFile::copy(CommandSamples + u"/chordpro.cho"_s, song));
+        constexpr auto readable = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup |
+                                  QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
+        QVERIFY(QFile::setPermissions(data, readable));
+        QVERIFY(QFile::setPermissions(place.path(), readable));
+        // The superuser may write anywhere, so the command runs as another user.
+        const CommandResult result =
+            runExchange({u"import"_s, u"--folder"_s, data, song}, executable, [] {
+                if (geteuid() == 0 && setuid(65534) != 0) _exit(9);
+            });
+        QVERIFY(QFile::setPermissions(place.path(), readable | QFile::WriteOwner));
+        QVERIFY(QFile::setPermissions(data, readable | QFile::WriteOwner));
+        QCOMPARE(result.err, u"lorvanite-exchange: The folder cannot be written.\n"_s);
+        QCOMPARE(result.status, 1);
+        QVERIFY(!QFile::exists(data + u"/copies"_s));
+    }
+
+    void folderWithAnApostropheGetsSongsWithoutCharts() {
+        const QTemporaryDir place;
+        const QString data = place.filePath(u"Ann's songs"_s);
+        copyFolder(world->folder(), data, FolderCopy::Replace);
+        const CommandResult result =
+            runExchange({u"import"_s, u"--folder"_s, data, CommandSamples + u"/chordpro.cho"_s});
+        QCOMPARE(result.err,
+                 u"lorvanite-exchange: No charts can be made: the program's folder has an "
+                 "apostrophe in its path.\n"_s);
+        QCOMPARE(result.status, 0);
+        QVERIFY2(result.out.contains(u"Added: song"_s), qPrintable(result.out));
+        QCOMPARE(QDir(data + u"/sheetmusic"_s).entryList({u"*.stp"_s}), QStringList());
+    }
+
+    void damagedDatabaseIsStatusOne() {
+        writeBytes(world->path(u"db1.mdb"_s), QByteArray(5000, 'x'));
+        const QStringList importing = {u"import"_s, folder(), CommandSamples};
+        const QStringList exporting = {u"export"_s, folder(), world->path(u"out"_s)};
+        for (const QStringList& words : {importing, exporting}) {
+            const CommandResult result = runExchange(words);
+            QCOMPARE(result.status, 1);
+            QVERIFY2(result.err.startsWith(u"lorvanite-exchange: "_s) &&
+                         result.err.contains(u"database"_s),
+                     qPrintable(result.err));
+            QCOMPARE(result.out, QString());
+        }
+        QCOMPARE(bytesOf(world->path(u"db1.mdb"_s)), QByteArray(5000, 'x'));
+    }
+
+    void exportThatCannotBeginWritesNothing() {
+        world->sql(u"INSERT INTO songs (title) VALUES ('Be Still')"_s);
+        const CommandResult paper = runExchange({u"export"_s, folder(), u"--form"_s, u"songbook"_s,
+                                                 u"--paper"_s, u"a5"_s, world->path(u"b.pdf"_s)});
+        QCOMPARE(paper.status, 2);
+        QCOMPARE(paper.err, u"lorvanite-exchange: The paper is a4 or letter.\n"_s);
+        const QString inTheWay = world->path(u"out"_s);
+        writeBytes(inTheWay, "mine");
+        const CommandResult below = runExchange({u"export"_s, folder(), inTheWay + u"/songs"_s});
+        QCOMPARE(below.status, 1);
+        QCOMPARE(below.err,
+                 u"lorvanite-exchange: The folder %1/songs could not be made.\n"_s.arg(inTheWay));
+        QCOMPARE(bytesOf(inTheWay), QByteArray("mine"));
     }
 };
 

@@ -3,6 +3,7 @@
 
 // The window Exchange: bringing in by clicks, and mending links.
 #include "charts/sheet_music.h"
+#include "core/data/run_time_error.h"
 #include "exchange/bring_in_page.h"
 #include "exchange/frm_exchange.h"
 #include "exchange/mend_links_page.h"
@@ -14,6 +15,8 @@
 
 #include <QDir>
 #include <QDropEvent>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QProgressDialog>
 #include <QPushButton>
@@ -101,6 +104,22 @@ private Q_SLOTS:
         QCOMPARE(page.fpPreview->MaxRows(), 0);
     }
 
+    void severalFilesAreChosenAtOnce() {
+        writeBytes(path(u"several/a.csv"_s), "Title,Key\nOne,G\n");
+        writeBytes(path(u"several/b c.csv"_s), "Title,Key\nTwo,D\n");
+        writeBytes(path(u"several/d.csv"_s), "Title,Key\nThree,D\n");
+        BringInPage& page = *open().pageBringIn;
+        world->answers.custom(u"the files"_s, [&](QWidget* modal) {
+            auto* dialog = qobject_cast<QFileDialog*>(modal);
+            QVERIFY(dialog);
+            dialog->setDirectory(path(u"several"_s));
+            dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(u"\"a.csv\" \"b c.csv\""_s);
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+        click(page.cmdFiles);
+        QCOMPARE(columnOf(page.fpPreview, 2), QStringList({u"One"_s, u"Two"_s}));
+    }
+
     void tickedThemeBecomesACategory() {
         writeBytes(path(u"themes.csv"_s), "Title,Categories\nOne,Grace;Advent\n");
         BringInPage& page = *open().pageBringIn;
@@ -126,6 +145,16 @@ private Q_SLOTS:
         click(page.cmdReport);
         QCOMPARE(world->answers.fileDialogs().back().proposed, u"Import Report.txt"_s);
         QVERIFY(bytesOf(path(u"report.txt"_s)).startsWith("Added: song \"One\" | key G |"));
+    }
+
+    void reportThatCannotBeSavedIsSaid() {
+        writeBytes(path(u"report.csv"_s), "Title,Key\nOne,G\n");
+        BringInPage& page = *open().pageBringIn;
+        dropPaths(&page, {path(u"report.csv"_s)});
+        answerWithLostFolder(world->answers, m_files.path(), u"report.txt"_s);
+        world->answers.box(u"The report could not be saved."_s, QMessageBox::Warning);
+        click(page.cmdReport);
+        QCOMPARE(page.fpPreview->MaxRows(), 1);
     }
 
     void cancelledImportChangesNothing() {
@@ -220,6 +249,52 @@ private Q_SLOTS:
         QCOMPARE(world->rows(u"SELECT fileLoco FROM songs WHERE title = 'Two'"_s),
                  QStringList{world->path(u"sheetmusic/b/Two.stp"_s)});
         QVERIFY(!page.cmdMend->isEnabled());
+    }
+
+    void failedMendingSaysThatNothingWasChanged() {
+        writeBytes(world->path(u"sheetmusic/One.stp"_s), "x");
+        world->sql(u"INSERT INTO songs (title, fileLoco) VALUES ('One', '/old/One.stp')"_s);
+        MendLinksPage& page = *open(2).pageMendLinks;
+        world->sql(
+            u"CREATE TRIGGER stop BEFORE UPDATE ON songs BEGIN SELECT RAISE(ABORT, "
+            "'stopped'); END"_s);
+        world->answers.custom(u"the failure"_s, [](QWidget* modal) {
+            auto* box = qobject_cast<QMessageBox*>(modal);
+            QVERIFY(box);
+            QVERIFY2(box->text().startsWith(
+                         u"The links could not be mended. Nothing was changed.\n\n"_s),
+                     qPrintable(box->text()));
+            box->accept();
+        });
+        click(page.cmdMend);
+        QCOMPARE(world->rows(u"SELECT fileLoco FROM songs"_s), QStringList{u"/old/One.stp"_s});
+        QVERIFY(page.cmdMend->isEnabled());
+        world->sql(u"DROP TRIGGER stop"_s);
+        click(page.cmdMend);
+        QCOMPARE(world->rows(u"SELECT fileLoco FROM songs"_s),
+                 QStringList{world->path(u"sheetmusic/One.stp"_s)});
+    }
+
+    void linksAreLookedForAgain() {
+        world->sql(u"INSERT INTO songs (title, fileLoco) VALUES ('One', '/old/One.stp')"_s);
+        MendLinksPage& page = *open(2).pageMendLinks;
+        QCOMPARE(page.lblLinks->text(), u"1 lost, 0 to mend, 1 not found."_s);
+        writeBytes(world->path(u"sheetmusic/One.stp"_s), "x");
+        click(page.cmdFind);
+        QCOMPARE(page.lblLinks->text(), u"1 lost, 1 to mend, 0 not found."_s);
+        QCOMPARE(columnOf(page.fpLinks, 4), QStringList{world->path(u"sheetmusic/One.stp"_s)});
+    }
+
+    void runTimeErrorEndsTheCommandAlone() {
+        MendLinksPage& page = *open(2).pageMendLinks;
+        world->sql(u"ALTER TABLE songs RENAME TO gone"_s);
+        world->answers.runTimeError(RunTimeError::StatementRefused, u"songs"_s);
+        click(page.cmdFind);
+        QCOMPARE(world->endStatus, -1);
+        QVERIFY(frmExchange::instance().isVisible());
+        world->sql(u"ALTER TABLE gone RENAME TO songs"_s);
+        click(page.cmdFind);
+        QCOMPARE(page.lblLinks->text(), u"Every file is in its place."_s);
     }
 
     void nothingLostIsSaid() {

@@ -10,6 +10,7 @@
 #include "sets/frm_set_list.h"
 #include "sets/rules/song_picker.h"
 #include "support/files.h"
+#include "support/full_disk.h"
 #include "support/grid_hands.h"
 #include "support/registry.h"
 #include "support/world.h"
@@ -170,6 +171,40 @@ private Q_SLOTS:
         QCOMPARE(found(index, u"sweet amazing"_s).size(), 1);
     }
 
+    void fullDiskStillFinds_data() {
+        QTest::addColumn<bool>("hasRoomForTables");
+        QTest::newRow("no room") << false;
+        QTest::newRow("room for an empty index") << true;
+    }
+    void fullDiskStillFinds() {
+        QFETCH(bool, hasRoomForTables);
+        QList<IndexedChart> charts = someCharts();
+        QStringList verses;
+        for (int i = 0; i < 15; ++i) verses += u"verse%1 "_s.arg(i).repeated(300);
+        charts += {5, u"Long"_s, makeChart(u"Long"_s, verses)};
+        { const WordIndex empty(indexPath()); }
+        const qint64 room = hasRoomForTables ? QFileInfo(indexPath()).size() : 0;
+        QVERIFY(QFile::remove(indexPath()));
+        const FullDisk full(static_cast<rlim_t>(room));
+        WordIndex index(indexPath());
+        QCOMPARE(index.update(charts), 4);
+        QCOMPARE(found(index, u"sweet amazing"_s).size(), 1);
+        QCOMPARE(found(index, u"verse7"_s).size(), 1);
+        // What cannot be used leaves the disk to others.
+        QVERIFY(!QFile::exists(indexPath()));
+        QCOMPARE(index.update(charts), 0);
+    }
+
+    void indexDamagedWhileTheWindowIsOpenIsMadeAgain() {
+        startSample();
+        frmFindWords& window = openWindow();
+        QVERIFY(QFile::resize(indexPath(), 0));
+        QTest::keyClicks(window.txtWords, u"sweet amazing"_s);
+        settle();
+        QCOMPARE(columnOf(window.fpFound, 1), QStringList{u"Amazing Grace"_s});
+        QVERIFY(bytesOf(indexPath()).startsWith("SQLite format 3"));
+    }
+
     void songIsSelectedInTheOpenList() {
         startSample();
         click(world->main().cmdSongMgmt);
@@ -230,6 +265,22 @@ private Q_SLOTS:
         world->answers.question(question, QMessageBox::Yes);
         click(window.cmdShow);
         QCOMPARE(chart.fpSong->textAt(1, 1, 1), u"Holy, Holy, Holy"_s);
+    }
+
+    void songThatIsNotInTheOpenListShowsItsChart() {
+        startSample();
+        click(world->main().cmdSetList);
+        frmSetList& sets = frmSetList::instance();
+        QTest::keyClicks(sets.txtSearch, u"abide"_s);
+        sets.searchByTitle();
+        settle();
+        QCOMPARE(sets.fpSongList1->MaxRows(), 1);
+        frmFindWords& window = openWindow();
+        QTest::keyClicks(window.txtWords, u"all is calm"_s);
+        QTest::keyClick(window.txtWords, Qt::Key_Return);
+        settle();
+        QCOMPARE(SheetMusic::instance().fpSong->textAt(1, 1, 1), u"Silent Night"_s);
+        QVERIFY(SheetMusic::instance().isVisible());
     }
 
     void songWithoutChartIsShownInTheCatalogue() {

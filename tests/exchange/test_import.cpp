@@ -8,6 +8,7 @@
 #include "core/grid/sheet_grid.h"
 #include "exchange/import_run.h"
 #include "keeping/copies.h"
+#include "support/full_disk.h"
 #include "support/other_process.h"
 #include "support/registry.h"
 #include "support/world.h"
@@ -17,6 +18,7 @@
 #include <QFile>
 #include <QTest>
 
+#include <optional>
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -239,6 +241,31 @@ private Q_SLOTS:
         QVERIFY(!runImport(made, [](int done, int) { return done < 3; }));
         QCOMPARE(treeState(world->folder()), before);
         QCOMPARE(world->rows(u"SELECT count(*) FROM songs"_s), QStringList{u"0"_s});
+        QVERIFY(runImport(made));
+        QCOMPARE(world->rows(u"SELECT count(*) FROM songs WHERE fileLoco > ''"_s),
+                 QStringList{u"5"_s});
+    }
+
+    void fullDiskLeavesEverythingAsItWas() {
+        const QStringList before = treeState(world->folder());
+        QList<ImportSource> sources;
+        for (int i = 0; i < 5; ++i)
+            sources += sourceOfText(
+                qPrintable(u"{title: Song %1}\n{sov}\n[G]Word\n{eov}\n"_s.arg(i)), "s.cho");
+        const ImportPlan made = plan(sources);
+        QString why;
+        try {
+            std::optional<FullDisk> full;
+            static_cast<void>(runImport(made, [&full](int done, int) {
+                if (done == 2) full.emplace(0);
+                return true;
+            }));
+        } catch (const RunTimeError& error) {
+            why = error.description();
+        }
+        QVERIFY2(why.startsWith(u"The chart \""_s) && why.endsWith(u"\" cannot be written."_s),
+                 qPrintable(why));
+        QCOMPARE(treeState(world->folder()), before);
         QVERIFY(runImport(made));
         QCOMPARE(world->rows(u"SELECT count(*) FROM songs WHERE fileLoco > ''"_s),
                  QStringList{u"5"_s});

@@ -120,6 +120,19 @@ private Q_SLOTS:
         QCOMPARE(song.tempo, u"72"_s);
     }
 
+    void linesBelowTheTitleAreItsAuthorsAndAComment() {
+        const Song song = readPage([](SheetGrid& chart) {
+            chart.SetText(1, 1, u"Amazing Grace"_s);
+            chart.SetText(1, 2, u"John Newton"_s);
+            chart.SetText(1, 3, u"softly, without drums"_s);
+            chart.SetText(1, 6, u"Amazing grace"_s);
+        });
+        QCOMPARE(song.titles, QStringList{u"Amazing Grace"_s});
+        QCOMPARE(song.authors.size(), 1);
+        QCOMPARE(song.authors[0].name, u"John Newton"_s);
+        QCOMPARE(song.comments, QStringList{u"softly, without drums"_s});
+    }
+
     void chordsBesideTheWordsKeepTheirDistance() {
         const Song song = readPage([](SheetGrid& chart) {
             chart.SetText(1, 5, u"D"_s);

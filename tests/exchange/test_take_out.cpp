@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QProcess>
+#include <QTabBar>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -150,6 +151,37 @@ private Q_SLOTS:
         world->answers.file(to + u"/list"_s);
         click(page.cmdTakeOut);
         QCOMPARE(readExchangeFile(bytesOf(to + u"/list.csv"_s), u"list.csv"_s).songs.size(), 2);
+    }
+
+    void ticksStayWhileAnotherPageIsShown() {
+        startSample();
+        TakeOutPage& page = openPage();
+        tick(page, {u"Silent Night"_s});
+        QTabBar* tabs = frmExchange::instance().tabPages->tabBar();
+        for (const int shown : {0, 1})
+            QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(shown).center());
+        settle();
+        QVERIFY(page.isVisible());
+        QStringList ticked;
+        for (int i = 0; i < page.lstSongs->count(); ++i)
+            if (page.lstSongs->item(i)->checkState() == Qt::Checked)
+                ticked += page.lstSongs->item(i)->text();
+        QCOMPARE(ticked, QStringList{u"Silent Night"_s});
+    }
+
+    void songsThatAreGoneAreNotTaken() {
+        startSample();
+        TakeOutPage& page = openPage();
+        chooseForm(page, TakeOutForm::ChordPro);
+        world->sql(u"DELETE FROM songs"_s);
+        world->answers.box(u"There are no songs in the catalogue."_s);
+        click(page.cmdTakeOut);
+        page.cmbSet->setFocus();
+        QTest::keyClick(page.cmbSet, Qt::Key_Down);
+        QVERIFY(page.optSet->isChecked());
+        world->answers.box(u"The catalogue has none of the set's songs."_s);
+        click(page.cmdTakeOut);
+        QCOMPARE(page.lblDone->text(), QString());
     }
 
     void bookOfASetKeepsItsOrder() {

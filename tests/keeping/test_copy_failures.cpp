@@ -151,6 +151,32 @@ private Q_SLOTS:
         QCOMPARE(names(), QStringList{"2026-11-20"});
     }
 
+    void fileThatMayNotBeReadIsReportedAndNoCopyIsMade() {
+        const QString secret = path("saved sets/secret.set");
+        QFile file(secret);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("set") == 3);
+        file.close();
+        QVERIFY(file.setPermissions({}));
+        constexpr auto toAll =
+            QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther | QFile::WriteOther;
+        QVERIFY(QFile::setPermissions(folder(), toAll | QFile::ExeOwner | QFile::ExeOther));
+        QVERIFY(QFile::setPermissions(path("db1.mdb"), toAll));
+        QCOMPARE(
+            asOtherUser([&] {
+                try {
+                    makeDailyCopy(folder(), day);
+                } catch (const RunTimeError& error) {
+                    return error.description() ==
+                                   QStringLiteral("The file \"%1\" cannot be read.").arg(secret)
+                               ? 1
+                               : 2;
+                }
+                return 0;
+            }),
+            1);
+        QCOMPARE(newestCopy(folder()), QString());
+    }
+
     void fileInTheWayIsReportedWithItsName() {
         QFile file(path("copies"));
         QVERIFY(file.open(QIODevice::WriteOnly));

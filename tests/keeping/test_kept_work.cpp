@@ -16,6 +16,7 @@
 #include "sets/frm_set_list.h"
 #include "sets/rules/set_grid.h"
 #include "support/files.h"
+#include "support/full_disk.h"
 #include "support/grid_hands.h"
 #include "support/registry.h"
 #include "support/world.h"
@@ -301,6 +302,30 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(path));
         click(stripOf(work)->cmdDiscard);
         QVERIFY(!QFile::exists(path));
+    }
+
+    void workOnViewStaysWhereTheDiskIsFull() {
+        start();
+        const WorkHands& work = workOf("note");
+        for (const char* text : {"one", "two"}) {
+            open(work);
+            work.type(text);
+            close(work);
+        }
+        open(work);
+        bringBack(work);
+        QCOMPARE(work.onView(), QString("two"));
+        {
+            const FullDisk full(0);
+            bringBack(work);
+        }
+        const QString told = world->main().SB->SimpleText();
+        QVERIFY2(told.startsWith("The file \"") && told.endsWith("\" cannot be written."),
+                 qPrintable(told));
+        QCOMPARE(work.onView(), QString("two"));
+        bringBack(work);
+        QCOMPARE(work.onView(), QString("one"));
+        QCOMPARE(kept().size(), 2);
     }
 
     void folderInWhichNothingCanBeKeptIsReported() {

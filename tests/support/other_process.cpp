@@ -22,7 +22,7 @@ int inOtherProcess(const std::function<int()>& body) {
 
 int asOtherUser(const std::function<int()>& body) {
     return inOtherProcess([&] {
-        if (geteuid() == 0 && (setegid(Nobody) != 0 || seteuid(Nobody) != 0)) return -1;
+        if (geteuid() == 0 && (setgid(Nobody) != 0 || setuid(Nobody) != 0)) return -1;
         return body();
     });
 }

@@ -290,6 +290,24 @@ private Q_SLOTS:
         QCOMPARE(world->endStatus, -1);
     }
 
+    // Deliberate: behaviour 105.
+    void loadGoesOnWhereThePlayedSongsCannotBeRead() {
+        SheetGrid grid;
+        fillSchedule(grid, {"11/22/26", "11/29/26"}, "Personell");
+        grid.SetText(ScheduleColumn::Songs, dateRowOf(2), QStringLiteral("kept"));
+        const QString path = writeFile(grid, "past.scd");
+        frmSchedule& w = open();
+        world->sql(QStringLiteral("ALTER TABLE played_on RENAME TO gone"));
+        world->answers.file(path);
+        click(w.cmdLoadSched);
+        QVERIFY(w.fpSchedule->isVisible());
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Date, dateRowOf(2)),
+                 QStringLiteral("11/29/26"));
+        QCOMPARE(w.fpSchedule->GetText(ScheduleColumn::Songs, dateRowOf(2)),
+                 QStringLiteral("kept"));
+        QCOMPARE(world->endStatus, -1);
+    }
+
     void cancelledLoadChangesNothing() {
         addTheLeast();
         frmSchedule& w = open();

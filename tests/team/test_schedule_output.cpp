@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 // The schedule as mail and as a page of HTML, and the panel that asks which weeks.
+#include "support/files.h"
 #include "support/full_disk.h"
 #include "team/schedule_output_test.h"
 
@@ -464,6 +465,26 @@ private Q_SLOTS:
         disk.reset();
         QCOMPARE(body(), QStringLiteral("<HTML>old</HTML>"));
         QVERIFY(frmEmail::instance().isVisible());
+    }
+
+    // Deliberate: behaviour 109.
+    void stagingFileThatCannotBeRewrittenEndsTheProgram() {
+        frmSchedule& w = showThreeWeeks();
+        QFile file(world->path("config/email.html"));
+        QVERIFY(file.open(QFile::WriteOnly));
+        file.write("<HTML>old</HTML>");
+        file.close();
+        std::optional<FullDisk> disk;
+        int hidden = 0;
+        EventWatch watch(QEvent::Hide, [&] {
+            if (++hidden == 2) disk.emplace(0);
+        });
+        w.fpSchedule->installEventFilter(&watch);
+        world->answers.runTimeError(75);
+        mail(w);
+        disk.reset();
+        QCOMPARE(world->endStatus, 1);
+        QCOMPARE(bytesOf(file.fileName()), QByteArray("<HTML>old</HTML>"));
     }
 
     // --- HTML ---

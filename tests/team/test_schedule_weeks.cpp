@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 // A new schedule, typed dates, the commands of the pop-up menu.
+#include "core/data/run_time_error.h"
+#include "team/rules/schedule_weeks.h"
 #include "team/schedule_test.h"
 
 #include <QScrollBar>
@@ -124,6 +126,19 @@ private Q_SLOTS:
         }
         world->answers.runTimeError(6, "Enter fewer weeks in \"# Weeks\"");
         makeSchedule("6/12/05", "99999999999999999999");
+    }
+
+    void startThatIsNoDateRaises() {
+        SheetGrid schedule, offers;
+        QString why;
+        try {
+            ::makeSchedule(schedule, offers, QStringLiteral("someday"), QStringLiteral("2"));
+        } catch (const RunTimeError& error) {
+            why = error.description();
+        }
+        QCOMPARE(why,
+                 QStringLiteral("Type mismatch: \"Start Date\" holds \"someday\". Enter a date "
+                                "such as 06/12/05."));
     }
 
     // Deliberate: behaviour 89.

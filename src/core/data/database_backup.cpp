@@ -74,6 +74,8 @@ void checkIsWhole(sqlite3* handle) {
 
 // Reads a whole database file into memory and checks it.
 StoreHandle readCopy(const QString& file) {
+    if (!QFileInfo(file).isReadable())
+        failToRestore("This copy cannot be read", QStringLiteral("permission denied"));
     StoreHandle copy = openMemoryStore();
     try {
         const StoreHandle source = openStore(file.toUtf8().constData(), SQLITE_OPEN_READONLY);

@@ -105,8 +105,6 @@ frmMDI::Registration::~Registration() {
     g_instance = nullptr;
 }
 
-frmMDI& frmMDI::instance() { return *g_instance; }
-
 void frmMDI::dressButtons() {
     const struct {
         QToolButton* button;
@@ -330,12 +328,6 @@ void frmMDI::changeEvent(QEvent* event) {
 
 void frmMDI::closeEvent(QCloseEvent* event) {
     mdiArea->closeAllSubWindows();
-    // A module window that refuses to close keeps the program running.
-    for (const QMdiSubWindow* window : mdiArea->subWindowList()) {
-        if (!window->isVisible()) continue;
-        event->ignore();
-        return;
-    }
     QMainWindow::closeEvent(event);
     endProcess(0);
 }

@@ -26,9 +26,6 @@ public:
     // and openDatabase, or RunTimeError::StatementRefused if a statement fails.
     frmMDI();
 
-    // The main window, which has to exist.
-    static frmMDI& instance();
-
     OnFailure onFailure() const { return OnFailure::EndsProgram; }
 
     // The file and help dialog, which all modules share.

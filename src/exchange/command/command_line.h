@@ -15,7 +15,7 @@ enum class ExitCode {
     Done = 0,
     Failed = 1,    // nothing was changed
     WrongUse = 2,  // the command line is wrong
-    Partly = 3,    // done, but some files or entries were refused
+    Partly = 3,    // done, but files or entries were refused, or the report was not saved
 };
 
 // One row of the table of subcommands in main.cpp.

@@ -36,9 +36,9 @@ bool ownFolder(FolderLock& lock) {
             printError(u"Lorvanite has this folder open. Close it first."_s);
             return false;
         case FolderLock::Result::NotPossible:
-            printError(u"The folder cannot be written."_s);
-            return false;
+            break;
     }
+    printError(u"The folder cannot be written."_s);
     return false;
 }
 
@@ -77,12 +77,12 @@ ExitCode runImportCommand(const QStringList& words) {
     if (!line.isDryRun()) static_cast<void>(runImport(plan));
     const QString report = importReport(plan);
     const QString file = line.value(u"report"_s);
-    if (file.isEmpty())
-        printLine(report.trimmed());
-    else if (!replaceFile(file, report.toUtf8()))
-        printError(u"The report could not be saved."_s);
+    const bool isSaved = !file.isEmpty() && replaceFile(file, report.toUtf8());
+    const bool isLost = !file.isEmpty() && !isSaved;
+    if (isLost) printError(u"The report could not be saved."_s);
+    if (!isSaved) printLine(report.trimmed());
     if (line.isDryRun()) printLine(u"Nothing was changed."_s);
-    return hasRefusals(plan) ? ExitCode::Partly : ExitCode::Done;
+    return isLost || hasRefusals(plan) ? ExitCode::Partly : ExitCode::Done;
 }
 
 }  // namespace

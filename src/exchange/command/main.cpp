@@ -23,11 +23,11 @@ void printUsage() {
         printLine(QStringLiteral("  %1 %2")
                       .arg(QLatin1String(subcommand->name), -8)
                       .arg(QLatin1String(subcommand->summary)));
-    printLine(
-        QStringLiteral("\n\"lorvanite-exchange SUBCOMMAND --help\" lists the options.\n"
-                       "\n"
-                       "Exit status: 0 done, 1 failed and nothing changed, 2 wrong use,\n"
-                       "3 done, but some files or entries were refused."));
+    printLine(QStringLiteral(
+        "\n\"lorvanite-exchange SUBCOMMAND --help\" lists the options.\n"
+        "\n"
+        "Exit status: 0 done, 1 failed and nothing changed, 2 wrong use,\n"
+        "3 done, but some files or entries were refused, or the report was not saved."));
 }
 
 ExitCode runSubcommand(const QStringList& words) {

@@ -22,8 +22,6 @@ QMessageBox::Icon iconOf(BoxIcon icon) {
     switch (icon) {
         case BoxIcon::Critical:
             return QMessageBox::Critical;
-        case BoxIcon::Question:
-            return QMessageBox::Question;
         case BoxIcon::Exclamation:
             return QMessageBox::Warning;
         case BoxIcon::Information:

@@ -6,7 +6,7 @@
 
 #include <QString>
 
-enum class BoxIcon { None = 0, Critical = 16, Question = 32, Exclamation = 48, Information = 64 };
+enum class BoxIcon { None = 0, Critical = 16, Exclamation = 48, Information = 64 };
 enum class BoxButtons { Ok = 0, YesNo = 4 };
 enum class BoxAnswer { Ok = 1, Yes = 6, No = 7 };
 

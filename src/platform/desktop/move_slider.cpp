@@ -65,14 +65,10 @@ void MoveSlider::mousePressEvent(QMouseEvent* event) {
     const QRect groove = part(QStyle::SC_SliderGroove);
     const QPoint place = event->position().toPoint();
     if (event->button() == Qt::LeftButton && !handle.contains(place)) {
-        const bool across = orientation() == Qt::Horizontal;
-        const int room =
-            across ? groove.width() - handle.width() : groove.height() - handle.height();
-        const int at = across ? place.x() - groove.left() - handle.width() / 2
-                              : place.y() - groove.top() - handle.height() / 2;
         // The handle is below the mouse then and can be dragged on.
-        setSliderPosition(
-            QStyle::sliderValueFromPosition(minimum(), maximum(), at, room, option.upsideDown));
+        setSliderPosition(QStyle::sliderValueFromPosition(
+            minimum(), maximum(), place.x() - groove.left() - handle.width() / 2,
+            groove.width() - handle.width(), option.upsideDown));
     }
     QSlider::mousePressEvent(event);
 }

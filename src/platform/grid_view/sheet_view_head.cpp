@@ -105,6 +105,14 @@ QRect SheetHead::textRoom(int section, const QRect& rect) const {
                            : rect.adjusted(CellPadding, 0, -CellPadding - arrow, 0);
 }
 
+// What a double click on its border gives a column at least.
+QSize SheetHead::sectionSizeFromContents(int section) const {
+    const QString text = m_grid.textAt(m_grid.ActiveSheet(), section + 1, 0);
+    const int room =
+        sectionSize(section) - textRoom(section, QRect(0, 0, sectionSize(section), 1)).width();
+    return {QFontMetrics(headFont()).horizontalAdvance(text) + room, height()};
+}
+
 // A triangle: upwards for an ascending order.
 void SheetHead::paintOrder(QPainter& painter, const QRect& rect) const {
     const int middle = isRightToLeft() ? rect.left() + CellPadding + OrderWidth / 2

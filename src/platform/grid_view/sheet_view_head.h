@@ -43,6 +43,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     bool viewportEvent(QEvent* event) override;
+    QSize sectionSizeFromContents(int section) const override;
 
 private:
     int sectionAt(const QPoint& place) const;

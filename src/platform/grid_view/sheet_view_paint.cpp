@@ -62,7 +62,8 @@ void SheetPainter::paint(QPainter& painter, const QRect& dirty, const SheetLook&
     const int lastRow = m_view.rowAt(dirty.bottom());
     const int rightmost = m_view.columnAt(dirty.right());
     const int leftmost = m_view.columnAt(dirty.left());
-    const int edge = m_view.isRightToLeft() ? 0 : cols - 1;
+    // Beside the columns is where the last one ends, on the left from right to left.
+    const int edge = cols - 1;
     Pass pass{painter,
               look,
               colours,
@@ -411,9 +412,9 @@ int SheetPainter::wrappedHeight(int col, int row, int width) {
 int SheetPainter::wantedWidth(int col, int row) {
     const int sheet = m_grid.ActiveSheet();
     const CellFormat format = m_grid.formatAt(sheet, col, row);
-    const QString text = m_grid.textAt(sheet, col, row);
+    const QString text = shown(m_grid.textAt(sheet, col, row));
     const bool handle = format.kind == CellKind::Combo || format.kind == CellKind::Button ||
                         format.kind == CellKind::Date;
-    return face(format).metrics.horizontalAdvance(text) + 2 * CellPadding + 2 +
+    return face(format).metrics.size(0, text).width() + 2 * CellPadding + 2 +
            (handle ? ButtonWidth : 0);
 }

@@ -98,14 +98,13 @@ void checkBox(QPainter& painter, const QStyleOption& option, bool round) {
     const ThemeColours& colours = themeColours(option.palette);
     const bool enabled = isOn(option, QStyle::State_Enabled);
     const bool on = isOn(option, QStyle::State_On);
-    const bool half = isOn(option, QStyle::State_NoChange);
     const QColor accent = enabled ? colours.accent : colours.muted;
-    QColor ground = on || half ? accent : enabled ? colours.base : colours.window;
+    QColor ground = on ? accent : enabled ? colours.base : colours.window;
     if (isOn(option, QStyle::State_Sunken)) ground = blend(ground, colours.accent, 0.2);
     const double radius = round ? option.rect.height() / 2.0 : 4;
     // An unchecked box has the contrast of text.
-    box(painter, option.rect, ground, on || half ? accent : colours.muted, 1.2, radius);
-    if (!on && !half) return;
+    box(painter, option.rect, ground, on ? accent : colours.muted, 1.2, radius);
+    if (!on) return;
     const Soft soft(painter);
     const QRectF rect = option.rect;
     if (round) {
@@ -114,15 +113,9 @@ void checkBox(QPainter& painter, const QStyleOption& option, bool round) {
         painter.drawEllipse(rect.center(), 3, 3);
         return;
     }
-    QPainterPath tick;
-    if (half) {
-        tick.moveTo(rect.center() - QPointF(3.5, 0));
-        tick.lineTo(rect.center() + QPointF(3.5, 0));
-    } else {
-        tick.moveTo(rect.center() + QPointF(-3.6, 0.2));
-        tick.lineTo(rect.center() + QPointF(-1.0, 2.8));
-        tick.lineTo(rect.center() + QPointF(3.8, -2.8));
-    }
+    QPainterPath tick(rect.center() + QPointF(-3.6, 0.2));
+    tick.lineTo(rect.center() + QPointF(-1.0, 2.8));
+    tick.lineTo(rect.center() + QPointF(3.8, -2.8));
     painter.setPen(QPen(colours.accentText, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.setBrush(Qt::NoBrush);
     painter.drawPath(tick);
@@ -195,8 +188,6 @@ bool paintThemePrimitive(QStyle::PrimitiveElement element, const QStyleOption& o
         case QStyle::PE_FrameWindow:
             frame(painter, option, false);
             return true;
-        case QStyle::PE_FrameStatusBarItem:
-            return true;
         case QStyle::PE_PanelStatusBar:
             painter.fillRect(QRect(option.rect.topLeft(), QSize(option.rect.width(), 1)),
                              colours.line);
@@ -204,9 +195,6 @@ bool paintThemePrimitive(QStyle::PrimitiveElement element, const QStyleOption& o
         case QStyle::PE_PanelTipLabel:
             painter.fillRect(option.rect, colours.base);
             frame(painter, option, false);
-            return true;
-        case QStyle::PE_FrameLineEdit:
-            field(painter, option, Qt::transparent);
             return true;
         case QStyle::PE_PanelLineEdit: {
             const auto* line = qstyleoption_cast<const QStyleOptionFrame*>(&option);
@@ -222,9 +210,6 @@ bool paintThemePrimitive(QStyle::PrimitiveElement element, const QStyleOption& o
             return true;
         case QStyle::PE_IndicatorArrowDown:
             paintChevron(painter, option.rect, colours.muted);
-            return true;
-        case QStyle::PE_IndicatorArrowUp:
-            paintChevron(painter, option.rect, colours.muted, true);
             return true;
         default:
             return false;
@@ -249,11 +234,7 @@ void paintTab(const QStyleOptionTab& tab, QPainter& painter) {
 
 void paintComboBox(const QStyleOptionComboBox& combo, const QRect& arrow, QPainter& painter) {
     const ThemeColours& colours = themeColours(combo.palette);
-    if (!combo.frame) {
-        painter.fillRect(combo.rect, colours.base);
-    } else {
-        field(painter, combo, combo.editable ? colours.base : colours.button);
-    }
+    field(painter, combo, combo.editable ? colours.base : colours.button);
     const bool enabled = isOn(combo, QStyle::State_Enabled);
     paintChevron(painter, arrow, enabled ? colours.muted : colours.line);
 }

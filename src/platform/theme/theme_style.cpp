@@ -233,8 +233,6 @@ QIcon ThemeStyle::standardIcon(StandardPixmap picture, const QStyleOption* optio
     switch (picture) {
         case SP_MessageBoxInformation:
             return themedIcon(QStringLiteral("about"));
-        case SP_MessageBoxQuestion:
-            return themedIcon(QStringLiteral("help"));
         case SP_MessageBoxWarning:
             return themedIcon(QStringLiteral("warning"));
         case SP_MessageBoxCritical:
@@ -278,80 +276,47 @@ void ThemeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
 
 void ThemeStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const {
-    switch (element) {
-        case CE_PushButton:
-            // The bevel shows the focus.
-            drawControl(CE_PushButtonBevel, option, painter, widget);
-            drawControl(CE_PushButtonLabel, option, painter, widget);
-            return;
-        case CE_PushButtonLabel:
-            if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option)) {
-                QStyleOptionButton label = *button;
-                if (isPrimary(widget) && button->state & State_Enabled) {
-                    label.palette.setColor(QPalette::ButtonText,
-                                           themeColours(option->palette).accentText);
-                }
-                QProxyStyle::drawControl(element, &label, painter, widget);
-                return;
-            }
-            break;
-        case CE_TabBarTabShape:
-            if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option)) {
-                paintTab(*tab, *painter);
-                return;
-            }
-            break;
-        default:
-            break;
+    if (element == CE_PushButton) {
+        // The bevel shows the focus.
+        drawControl(CE_PushButtonBevel, option, painter, widget);
+        drawControl(CE_PushButtonLabel, option, painter, widget);
+        return;
     }
-    QProxyStyle::drawControl(element, option, painter, widget);
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    if (button && element == CE_PushButtonLabel && isPrimary(widget) &&
+        button->state & State_Enabled) {
+        QStyleOptionButton label = *button;
+        label.palette.setColor(QPalette::ButtonText, themeColours(option->palette).accentText);
+        QProxyStyle::drawControl(element, &label, painter, widget);
+        return;
+    }
+    const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option);
+    if (tab && element == CE_TabBarTabShape)
+        paintTab(*tab, *painter);
+    else
+        QProxyStyle::drawControl(element, option, painter, widget);
 }
 
 void ThemeStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                                     QPainter* painter, const QWidget* widget) const {
-    switch (control) {
-        case CC_ComboBox:
-            if (const auto* box = qstyleoption_cast<const QStyleOptionComboBox*>(option)) {
-                const QRect arrow =
-                    proxy()->subControlRect(CC_ComboBox, box, SC_ComboBoxArrow, widget);
-                paintComboBox(*box, arrow, *painter);
-                return;
-            }
-            break;
-        case CC_SpinBox:
-            if (const auto* box = qstyleoption_cast<const QStyleOptionSpinBox*>(option)) {
-                paintSpinBox(*box, subControlRect(CC_SpinBox, box, SC_SpinBoxUp, widget),
-                             subControlRect(CC_SpinBox, box, SC_SpinBoxDown, widget), *painter);
-                return;
-            }
-            break;
-        case CC_ScrollBar:
-            if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option)) {
-                paintScrollBar(*bar, scrollPart(*bar, SC_ScrollBarSlider), *painter);
-                return;
-            }
-            break;
-        case CC_Slider:
-            if (const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option)) {
-                paintSlider(*slider,
-                            proxy()->subControlRect(CC_Slider, slider, SC_SliderHandle, widget),
-                            *painter);
-                return;
-            }
-            break;
-        case CC_TitleBar:
-            if (const auto* bar = qstyleoption_cast<const QStyleOptionTitleBar*>(option)) {
-                const auto part = [&](SubControl button) {
-                    return bar->subControls & button
-                               ? proxy()->subControlRect(CC_TitleBar, bar, button, widget)
-                               : QRect();
-                };
-                paintTitleBar(*bar, part, *painter);
-                return;
-            }
-            break;
-        default:
-            break;
+    const auto part = [&](SubControl which) {
+        return proxy()->subControlRect(control, option, which, widget);
+    };
+    if (const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option)) {
+        paintComboBox(*combo, part(SC_ComboBoxArrow), *painter);
+    } else if (const auto* spin = qstyleoption_cast<const QStyleOptionSpinBox*>(option)) {
+        paintSpinBox(*spin, part(SC_SpinBoxUp), part(SC_SpinBoxDown), *painter);
+    } else if (const auto* bar = qstyleoption_cast<const QStyleOptionTitleBar*>(option)) {
+        const auto shown = [&](SubControl which) {
+            return bar->subControls & which ? part(which) : QRect();
+        };
+        paintTitleBar(*bar, shown, *painter);
+    } else if (const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
+               slider && control == CC_ScrollBar) {
+        paintScrollBar(*slider, part(SC_ScrollBarSlider), *painter);
+    } else if (slider && control == CC_Slider) {
+        paintSlider(*slider, part(SC_SliderHandle), *painter);
+    } else {
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
     }
-    QProxyStyle::drawComplexControl(control, option, painter, widget);
 }

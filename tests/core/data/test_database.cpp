@@ -75,6 +75,32 @@ private Q_SLOTS:
                               "Zion"}));
     }
 
+    void movedRecordsetGoesOnAtItsRow() {
+        openDatabase();
+        run("INSERT INTO songs (title) VALUES ('One'), ('Two'), ('Three')");
+        Recordset first = select("SELECT title FROM songs ORDER BY ID");
+        first.MoveNext();
+        Recordset second(std::move(first));
+        QVERIFY(!first.isOpen());
+        QCOMPARE(numberOf([&] { static_cast<void>(first.EOF_()); }),
+                 int(RunTimeError::ObjectIsClosed));
+        QCOMPARE(second.Fields("title"), QString("Two"));
+        second.MoveNext();
+        QCOMPARE(second.Fields("title"), QString("Three"));
+        second.MoveNext();
+        QVERIFY(second.EOF_());
+    }
+
+    void fileThatIsNotThereIsNotOpened() {
+        Connection connection;
+        const QString path = world->path("none.mdb");
+        QVERIFY(numberOf([&] { connection.Open(path); }) != 0);
+        QVERIFY(!connection.isOpen());
+        QVERIFY(!QFile::exists(path));
+        connection.Open(world->path("db1.mdb"));
+        QVERIFY(connection.isOpen());
+    }
+
     void plainTextsCompareAsTheCollatorDoes() {
         QCollator collator(QLocale(QLocale::English, QLocale::UnitedStates));
         collator.setCaseSensitivity(Qt::CaseInsensitive);

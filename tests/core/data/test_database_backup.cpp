@@ -6,6 +6,7 @@
 #include "core/data/database_backup.h"
 #include "core/data/run_time_error.h"
 #include "support/dying_store.h"
+#include "support/other_process.h"
 #include "support/registry.h"
 #include "trees.h"
 
@@ -48,6 +49,16 @@ int errorOf(const std::function<void()>& body) {
         return error.number();
     }
     return 0;
+}
+
+// What the error that a body raises says; empty for none.
+QString descriptionOf(const std::function<void()>& body) {
+    try {
+        body();
+    } catch (const RunTimeError& error) {
+        return error.description();
+    }
+    return {};
 }
 
 }  // namespace
@@ -204,6 +215,51 @@ private Q_SLOTS:
         restoreDatabase(connection, path("db1.mdb"));
         connection.Close();
         expectWhole(path("db1.mdb"), "a", 100);
+    }
+
+    void backupThatMayNotBeReadIsToldAndChangesNothing() {
+        Connection connection;
+        connection.Open(newDatabase("db1.mdb"));
+        fill(connection, "old", 10);
+        connection.Close();
+        const QString secret = newDatabase("secret.mdb");
+        // The superuser may read anything, so another user restores.
+        constexpr auto toAll =
+            QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther | QFile::WriteOther;
+        QVERIFY(QFile::setPermissions(secret, QFile::WriteOwner));
+        QVERIFY(QFile::setPermissions(path("db1.mdb"), toAll));
+        QVERIFY(QFile::setPermissions(m_folder->path(), toAll | QFile::ExeOwner | QFile::ExeOther));
+        const int outcome = asOtherUser([&] {
+            Connection own;
+            own.Open(path("db1.mdb"));
+            const QString why = descriptionOf([&] { restoreDatabase(own, secret); });
+            return why == "This copy cannot be read and was not restored; your songs are as they "
+                          "were. (permission denied)" &&
+                           value(own, "SELECT max(title) AS v FROM songs") == "old"
+                       ? 1
+                       : 0;
+        });
+        QCOMPARE(outcome, 1);
+    }
+
+    void backupWithDamagedTablesIsToldAndChangesNothing() {
+        Connection connection;
+        connection.Open(newDatabase("db1.mdb"));
+        fill(connection, "old", 10);
+        const QString damaged = newDatabase("damaged.mdb");
+        sqlite3* handle = nullptr;
+        QCOMPARE(sqlite3_open(damaged.toUtf8().constData(), &handle), SQLITE_OK);
+        QCOMPARE(sqlite3_exec(handle,
+                              "PRAGMA writable_schema = ON; UPDATE sqlite_master SET sql = "
+                              "'CREATE TABLE notes (' WHERE name = 'notes'",
+                              nullptr, nullptr, nullptr),
+                 SQLITE_OK);
+        sqlite3_close(handle);
+        const QString why = descriptionOf([&] { restoreDatabase(connection, damaged); });
+        QVERIFY2(why.startsWith("This copy is damaged and was not restored; your songs are as they "
+                                "were. (malformed database schema"),
+                 qPrintable(why));
+        QCOMPARE(value(connection, "SELECT max(title) AS v FROM songs"), QStringLiteral("old"));
     }
 
     void restoreLeavesTheBackupAsItIs() {

@@ -7,6 +7,7 @@
 #include "core/data/run_time_error.h"
 #include "support/files.h"
 #include "support/full_disk.h"
+#include "support/other_process.h"
 #include "support/registry.h"
 
 #include <QCoreApplication>
@@ -17,6 +18,8 @@
 #include <QTest>
 
 #include <functional>
+#include <sys/stat.h>
+#include <unistd.h>
 
 class TestPaths : public QObject {
     Q_OBJECT
@@ -38,6 +41,28 @@ class TestPaths : public QObject {
             return error.number();
         }
         return 0;
+    }
+
+    // Copies "from" to "to" as one, as a user who does not own them, and expects that this fails
+    // and leaves everything as it was.
+    void expectFailureAsOne(const QString& description) const {
+        const int outcome = asOtherUser([&] {
+            try {
+                copyFolder(path("from"), path("to"), FolderCopy::AsOne);
+            } catch (const RunTimeError& error) {
+                return error.number() == RunTimeError::PermissionDenied &&
+                               error.description() == description
+                           ? 1
+                           : 2;
+            }
+            return 0;
+        });
+        QCOMPARE(outcome, 1);
+        QCOMPARE(bytesOf(path("to/a.txt")), QByteArray("old"));
+        QVERIFY(!QFile::exists(path("to/b.txt")));
+        QCOMPARE(QDir(m_folder->path())
+                     .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                 (QStringList{"from", "to"}));
     }
 
     // Makes this process an installed program until the returned guard is destroyed: its folder
@@ -152,6 +177,34 @@ private Q_SLOTS:
                  int(RunTimeError::PermissionDenied));
         QCOMPARE(errorOf([&] { copyFolder(path("from"), path("no/where")); }),
                  int(RunTimeError::PathNotFound));
+    }
+
+    void folderThatCannotBeReplacedAsOneStaysAsItWas_data() {
+        QTest::addColumn<uint>("modeAround");
+        QTest::addColumn<uint>("modeOfFile");
+        QTest::addColumn<QString>("description");
+        QTest::newRow("nothing can be made beside it")
+            << 0555U << 0644U << "Permission denied: the folder \"%1/.to.new\" cannot be created.";
+        QTest::newRow("a file cannot be read")
+            << 0777U << 0000U << "Permission denied: \"%1/from/b.txt\" cannot be read.";
+        // Of the superuser, in a folder where all may write and none may move what others own.
+        if (geteuid() == 0)
+            QTest::newRow("another's folder")
+                << 01777U << 0644U << "Permission denied: the folder \"%1/to\" cannot be replaced.";
+    }
+    void folderThatCannotBeReplacedAsOneStaysAsItWas() {
+        QFETCH(uint, modeAround);
+        QFETCH(uint, modeOfFile);
+        QFETCH(QString, description);
+        write("from/a.txt", "new");
+        write("from/b.txt", "b");
+        write("to/a.txt", "old");
+        const QByteArray file = QFile::encodeName(path("from/b.txt"));
+        const QByteArray around = QFile::encodeName(m_folder->path());
+        QCOMPARE(chmod(file.constData(), modeOfFile), 0);
+        QCOMPARE(chmod(around.constData(), modeAround), 0);
+        const auto open = qScopeGuard([&] { chmod(around.constData(), 0700); });
+        expectFailureAsOne(description.arg(m_folder->path()));
     }
 
     void folderHoldsItselfAndAllBelow_data() {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 // The start, the main window, the splash, the reminder, the help.
+#include "charts/sheet_music.h"
 #include "core/data/database.h"
 #include "core/data/dates.h"
 #include "core/shell/frm_about.h"
@@ -142,6 +143,15 @@ private Q_SLOTS:
         QVERIFY(!timer);
     }
 
+    void splashClosesAtAKey() {
+        world->start();
+        QPointer<frmSplash> splash = world->main().splash;
+        QVERIFY(splash && splash->isVisible());
+        QTest::keyClick(splash.data(), Qt::Key_Escape);
+        settle();
+        QVERIFY(!splash);
+    }
+
     void splashIsVisibleWithTheReminderBeforeTheMainWindow() {
         addNote(*world, "due", today().addDays(5));
         bool isSeen = false;
@@ -218,6 +228,29 @@ private Q_SLOTS:
         QVERIFY(!frame->isMinimized());
         QVERIFY(frmHistory::instance().isVisible());
         QVERIFY(frame->height() > 200);
+    }
+
+    void chartWindowKeepsItsWidthAfterAMaximisedOne() {
+        world->start();
+        click(world->main().cmdHistory);
+        world->main().mdiArea->subWindowList().constFirst()->showMaximized();
+        settle();
+        click(world->main().cmdSheetMusic);
+        settle();
+        const QMdiSubWindow* frame = world->main().mdiArea->activeSubWindow();
+        QVERIFY(frame && frame->widget() == &SheetMusic::instance());
+        QVERIFY(!frame->isMaximized());
+        QVERIFY(frame->width() < world->main().mdiArea->width());
+        QCOMPARE(frame->width(), frame->maximumWidth());
+    }
+
+    void cancelledFileDialogWithoutCancelErrorIsQuiet() {
+        world->start();
+        CommonDialog& dialog = world->main().CommonDlg;
+        dialog.FileName = world->path("kept.set");
+        world->answers.cancelFile();
+        dialog.ShowOpen();
+        QCOMPARE(dialog.FileName, world->path("kept.set"));
     }
 
     void moduleStaysInsideASmallMainWindow() {

@@ -8,6 +8,7 @@
 #include "support/registry.h"
 #include "support/world.h"
 
+#include <QAbstractItemView>
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
@@ -156,6 +157,23 @@ private Q_SLOTS:
         QTest::keyClick(browser.Drive1, Qt::Key_Home);
         QCOMPARE(browser.Path(), world->folder());
         QCOMPARE(browser.Drive1->currentText(), QStringLiteral("Home"));
+    }
+
+    void drivesAreLookedUpWhenTheirListDropsDown() {
+        const auto home = withHome(world->folder());
+        FolderBrowser browser;
+        browser.show();
+        browser.Path("/tmp");
+        // As of a stick that was plugged in meanwhile.
+        QVERIFY(QDir().mkpath(world->path("other home")));
+        qputenv("HOME", world->path("other home").toUtf8());
+        QTest::keyClick(browser.Drive1, Qt::Key_Down, Qt::AltModifier);
+        QVERIFY(browser.Drive1->view()->isVisible());
+        QCOMPARE(browser.Path(), QStringLiteral("/tmp"));
+        QCOMPARE(browser.Drive1->currentText(), QStringLiteral("Computer"));
+        QTest::keyClick(browser.Drive1->view(), Qt::Key_Home);
+        QTest::keyClick(browser.Drive1->view(), Qt::Key_Return);
+        QCOMPARE(browser.Path(), world->path("other home"));
     }
 
     void driveThatCannotBeReadIsToldAndTheFolderStays() {

@@ -6,11 +6,14 @@
 #include "support/registry.h"
 
 #include <QDateTime>
+#include <QDesktopServices>
 #include <QFile>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -29,6 +32,7 @@ class TestHelpWindow : public QObject {
     QPushButton* next = nullptr;
     QLabel* state = nullptr;
     QTextBrowser* text = nullptr;
+    QList<QUrl> opened;
 
     void show(const QString& guide) {
         QFile file(folder.filePath(QStringLiteral("guide.md")));
@@ -48,6 +52,9 @@ class TestHelpWindow : public QObject {
         const QTextCursor cursor = text->textCursor();
         return QStringLiteral("%1 at %2").arg(cursor.selectedText()).arg(cursor.selectionStart());
     }
+
+    // Receives the addresses that the browser of the desktop would open.
+    Q_INVOKABLE void openAddress(const QUrl& address) { opened.append(address); }
 
 private Q_SLOTS:
     void init() {
@@ -204,6 +211,26 @@ private Q_SLOTS:
     void guideThatCannotBeReadIsTold() {
         window->showFile(folder.filePath(QStringLiteral("none.md")));
         QVERIFY(text->toPlainText().startsWith(QStringLiteral("The guide cannot be read: ")));
+    }
+
+    void addressesOpenInTheBrowserAndPlacesHere() {
+        show(QStringLiteral("[site](https://example.org/songs) and [place](#far-away)\n\n") +
+             QStringLiteral("line\n\n").repeated(200) + QStringLiteral("# Far Away\n\nhere"));
+        QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "openAddress");
+        const auto unset = qScopeGuard([] { QDesktopServices::unsetUrlHandler("https"); });
+        const auto clickWord = [this](const QString& word) {
+            QTextCursor cursor = text->document()->find(word);
+            cursor.setPosition(cursor.selectionStart() + 1);
+            QTest::mouseClick(text->viewport(), Qt::LeftButton, {},
+                              text->cursorRect(cursor).center());
+        };
+        clickWord(QStringLiteral("site"));
+        QCOMPARE(opened, QList<QUrl>{QUrl(QStringLiteral("https://example.org/songs"))});
+        QCOMPARE(text->verticalScrollBar()->value(), 0);
+        QVERIFY(text->toPlainText().startsWith(QStringLiteral("site")));
+        clickWord(QStringLiteral("place"));
+        QVERIFY(text->verticalScrollBar()->value() > 0);
+        QCOMPARE(opened.size(), 1);
     }
 
     void escapeClosesTheWindow() {
