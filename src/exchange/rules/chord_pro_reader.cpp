@@ -147,7 +147,7 @@ QChar escapedUnit(QStringView line, qsizetype at) {
     return good && unit >= 0x20 ? QChar(char16_t(unit)) : QChar();
 }
 
-// The character that is escaped at a place, with its length there. Empty text where none is.
+// An escaped character, with the length it takes. The text is empty if there is none.
 struct Escape {
     QString text;
     qsizetype length = 0;

@@ -67,7 +67,7 @@ QString chordProLine(const SongLine& line) {
 QString sectionOf(VerseKind kind, const QString& label) {
     if (kind == VerseKind::Chorus) return u"chorus"_s;
     if (kind == VerseKind::Bridge) return u"bridge"_s;
-    // The label of a verse tells its kind where it can.
+    // The label of a verse names its kind if it can.
     return kind == VerseKind::Verse || verseName(label) ? u"verse"_s : u"part"_s;
 }
 
