@@ -69,6 +69,14 @@ class TestImport : public WindowTest {
         return planImport(readCatalogue(), sources, m_choices);
     }
 
+    ImportPlan planOfFiveSongs() {
+        QList<ImportSource> sources;
+        for (int i = 0; i < 5; ++i)
+            sources += sourceOfText(
+                qPrintable(u"{title: Song %1}\n{sov}\n[G]Word\n{eov}\n"_s.arg(i)), "s.cho");
+        return plan(sources);
+    }
+
     ImportPlan import(const QList<ImportSource>& sources) {
         const ImportPlan made = plan(sources);
         if (!runImport(made)) QTest::qFail("ended", __FILE__, __LINE__);
@@ -232,11 +240,7 @@ private Q_SLOTS:
 
     void cancelledImportLeavesEverythingAsItWas() {
         const QStringList before = treeState(world->folder());
-        QList<ImportSource> sources;
-        for (int i = 0; i < 5; ++i)
-            sources += sourceOfText(
-                qPrintable(u"{title: Song %1}\n{sov}\n[G]Word\n{eov}\n"_s.arg(i)), "s.cho");
-        const ImportPlan made = plan(sources);
+        const ImportPlan made = planOfFiveSongs();
         QCOMPARE(made.songs.size(), 5);
         QVERIFY(!runImport(made, [](int done, int) { return done < 3; }));
         QCOMPARE(treeState(world->folder()), before);
@@ -248,11 +252,7 @@ private Q_SLOTS:
 
     void fullDiskLeavesEverythingAsItWas() {
         const QStringList before = treeState(world->folder());
-        QList<ImportSource> sources;
-        for (int i = 0; i < 5; ++i)
-            sources += sourceOfText(
-                qPrintable(u"{title: Song %1}\n{sov}\n[G]Word\n{eov}\n"_s.arg(i)), "s.cho");
-        const ImportPlan made = plan(sources);
+        const ImportPlan made = planOfFiveSongs();
         QString why;
         try {
             std::optional<FullDisk> full;

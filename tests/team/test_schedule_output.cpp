@@ -450,10 +450,7 @@ private Q_SLOTS:
     // Deliberate: behaviour 109.
     void failedExportMailsWhatTheStagingFileHeldBefore() {
         frmSchedule& w = showThreeWeeks();
-        QFile file(world->path("config/email.html"));
-        QVERIFY(file.open(QFile::WriteOnly));
-        file.write("<HTML>old</HTML>");
-        file.close();
+        writeBytes(world->path("config/email.html"), "<HTML>old</HTML>");
         // The grid is hidden for compacting, and again right before the export.
         std::optional<FullDisk> disk;
         int hidden = 0;
@@ -470,10 +467,7 @@ private Q_SLOTS:
     // Deliberate: behaviour 109.
     void stagingFileThatCannotBeRewrittenEndsTheProgram() {
         frmSchedule& w = showThreeWeeks();
-        QFile file(world->path("config/email.html"));
-        QVERIFY(file.open(QFile::WriteOnly));
-        file.write("<HTML>old</HTML>");
-        file.close();
+        writeBytes(world->path("config/email.html"), "<HTML>old</HTML>");
         std::optional<FullDisk> disk;
         int hidden = 0;
         EventWatch watch(QEvent::Hide, [&] {
@@ -484,7 +478,7 @@ private Q_SLOTS:
         mail(w);
         disk.reset();
         QCOMPARE(world->endStatus, 1);
-        QCOMPARE(bytesOf(file.fileName()), QByteArray("<HTML>old</HTML>"));
+        QCOMPARE(bytesOf(world->path("config/email.html")), QByteArray("<HTML>old</HTML>"));
     }
 
     // --- HTML ---

@@ -10,6 +10,22 @@
 #include <QSignalSpy>
 #include <QTest>
 
+namespace {
+
+struct PanelInAWindow {
+    QWidget window;
+    DragPanel panel{&window};
+    QSignalSpy drops{&panel, &DragPanel::dropped};
+
+    PanelInAWindow() {
+        window.resize(400, 300);
+        panel.setGeometry(10, 10, 60, 40);
+        window.show();
+    }
+};
+
+}  // namespace
+
 class TestDragPanel : public QObject {
     Q_OBJECT
 
@@ -21,13 +37,9 @@ class TestDragPanel : public QObject {
 
 private Q_SLOTS:
     void outlineFollowsTheMouseToTheDrop() {
-        QWidget window;
-        window.resize(400, 300);
-        DragPanel panel(&window);
-        panel.setGeometry(10, 10, 60, 40);
-        window.show();
+        PanelInAWindow shown;
+        auto& [window, panel, drops] = shown;
         QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QSignalSpy drops(&panel, &DragPanel::dropped);
         const QPoint start(30, 20);
         QTest::mousePress(&panel, Qt::LeftButton, {}, start);
         move(panel, start + QPoint(2, 1), Qt::LeftButton);
@@ -49,13 +61,9 @@ private Q_SLOTS:
     }
 
     void clickAndTheRightButtonDropNothing() {
-        QWidget window;
-        window.resize(400, 300);
-        DragPanel panel(&window);
-        panel.setGeometry(10, 10, 60, 40);
-        window.show();
+        PanelInAWindow shown;
+        auto& [window, panel, drops] = shown;
         QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QSignalSpy drops(&panel, &DragPanel::dropped);
         QTest::mouseClick(&panel, Qt::LeftButton, {}, QPoint(5, 5));
         QTest::mousePress(&panel, Qt::RightButton, {}, QPoint(5, 5));
         move(panel, QPoint(200, 200), Qt::RightButton);
